@@ -1,0 +1,134 @@
+#include "App/AppModel.h"
+
+#include "App/FatalError.h"
+#include "App/Prefs.h"
+
+namespace vorlane {
+
+namespace {
+
+constexpr RunLoop::Rhythm refreshRhythm{.interval = Seconds{60}, .tolerance = Seconds{10}};
+constexpr Seconds settlingAfterWake{3};
+constexpr Seconds snoozeSpan{3600};
+
+// What holds when the program starts or the machine wakes is no news to the user.
+bool startsAfresh(AppModel::Reason reason)
+{
+    return reason == AppModel::Reason::launch || reason == AppModel::Reason::wake;
+}
+
+}  // namespace
+
+AppModel::AppModel(const Services& services)
+    : snoozeUntil(Prefs::snoozeUntil(services.defaults, services.clock.now())),
+      reader(services.powerSources, services.batteryRegistry),
+      history(services.files, services.clock.now()),
+      notifier(std::make_shared<Notifier>(Notifier::Tools{.center = services.notifications,
+                                                          .alertPanel = services.alertPanel,
+                                                          .application = services.application,
+                                                          .runLoop = services.runLoop})),
+      services_(services)
+{}
+
+void AppModel::start()
+{
+    notifier->setup();
+    notifier->onSnooze = [weak = weak_from_this()] {
+        if (const auto model = weak.lock()) model->snooze();
+    };
+    refresh(Reason::launch);
+
+    const auto refreshing = [weak = weak_from_this()](Reason reason) {
+        return [weak, reason] {
+            const auto model = weak.lock();
+            if (!model) return;
+            model->requireMainThread();
+            model->refresh(reason);
+        };
+    };
+    reader.startObserving(refreshing(Reason::change));
+    timer = services_.runLoop.repeat(refreshRhythm, refreshing(Reason::timer));
+
+    services_.workspace
+        .observeWillSleep([weak = weak_from_this()] {
+            const auto model = weak.lock();
+            if (!model) return;
+            model->requireMainThread();
+            model->history.save(model->services_.clock.now());
+        })
+        .detach();
+    services_.workspace
+        .observeDidWake([&loop = services_.runLoop, refreshing] {
+            loop.after(settlingAfterWake, refreshing(Reason::wake)).detach();
+        })
+        .detach();
+}
+
+void AppModel::refresh(Reason reason)
+{
+    const auto fresh = reader.read();
+    const auto now = services_.clock.now();
+
+    trackPower(fresh, reason, now);
+    if (fresh != state.get()) state.set(fresh);
+    history.record(fresh, {.at = now, .force = reason != Reason::change});
+    historyVersion.set(historyVersion.get() + 1);
+
+    const auto prefs = Prefs::current(services_.defaults);
+    const bool prime = startsAfresh(reason);
+    const auto due = engine.run(fresh, prefs,
+                                {.since = pluggedSince.get(),
+                                 .now = now,
+                                 .canDeliver = !prime && canDeliver(prefs, now),
+                                 .prime = prime},
+                                services_.defaults);
+    for (const auto& alert : due) notifier->deliver(alert, prefs.sounds);
+}
+
+void AppModel::trackPower(const BatteryState& fresh, Reason reason, Date now)
+{
+    if (!fresh.hasBattery || !fresh.pluggedIn) {
+        if (pluggedSince.get()) pluggedSince.set(std::nullopt);
+        return;
+    }
+    if (pluggedSince.get()) return;
+
+    const auto estimate = startsAfresh(reason) ? history.pluggedSinceEstimate(now) : std::nullopt;
+    pluggedSince.set(estimate.value_or(now));
+}
+
+bool AppModel::canDeliver(const Prefs& prefs, Date now)
+{
+    if (Prefs::snoozeUntil(services_.defaults, now)) return false;
+
+    if (snoozeUntil.get()) snoozeUntil.set(std::nullopt);
+    return !prefs.inQuietHours(now, services_.calendar);
+}
+
+void AppModel::snooze()
+{
+    const auto now = services_.clock.now();
+    Prefs::setSnoozeUntil(services_.defaults, now + snoozeSpan);
+    snoozeUntil.set(Prefs::snoozeUntil(services_.defaults, now));
+}
+
+void AppModel::cancelSnooze()
+{
+    Prefs::setSnoozeUntil(services_.defaults, std::nullopt);
+    snoozeUntil.set(std::nullopt);
+}
+
+void AppModel::resetHistory()
+{
+    history.samples.clear();
+    history.save(services_.clock.now());
+    historyVersion.set(historyVersion.get() + 1);
+}
+
+void AppModel::requireMainThread() const
+{
+    if (services_.runLoop.isMainThread()) return;
+    fatalError("Incorrect actor executor assumption; Expected same executor as the main thread.");
+}
+
+}  // namespace vorlane

@@ -1,0 +1,61 @@
+// The spine of the program: reads the battery, keeps the history and has reminders given.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+
+#include "App/AlertEngine.h"
+#include "App/BatteryReader.h"
+#include "App/BatteryState.h"
+#include "App/Date.h"
+#include "App/HistoryStore.h"
+#include "App/Notifier.h"
+#include "App/Published.h"
+#include "App/Subscription.h"
+#include "App/services/Services.h"
+
+namespace vorlane {
+
+// Lives as long as the process; main thread only.
+class AppModel : public std::enable_shared_from_this<AppModel> {
+public:
+    // Why a refresh happens. Launch and wake announce nothing: what holds then counts as known.
+    enum class Reason { launch, change, timer, wake };
+
+    Published<BatteryState> state;
+    Published<std::optional<Date>> pluggedSince;  // while on the adapter
+    Published<std::int64_t> historyVersion;       // bumped by every refresh and reset
+    Published<std::optional<Date>> snoozeUntil;   // mirror of the stored deadline
+
+    BatteryReader reader;
+    HistoryStore history;
+    std::shared_ptr<Notifier> notifier;
+    AlertEngine engine;
+
+    // Loads the history; nothing runs until `start`.
+    explicit AppModel(const Services& services);
+
+    // Refreshes for the first time and lets the platform's events in. Call it once.
+    void start();
+
+    // One pass: reading, history, reminders. The instant is taken once, after the reading.
+    void refresh(Reason reason);
+
+    // No notifications for an hour.
+    void snooze();
+    void cancelSnooze();
+
+    // Forgets all samples, in memory and in the file.
+    void resetHistory();
+
+private:
+    void trackPower(const BatteryState& fresh, Reason reason, Date now);
+    bool canDeliver(const Prefs& prefs, Date now);
+    void requireMainThread() const;
+
+    Subscription timer;
+    Services services_;
+};
+
+}  // namespace vorlane

@@ -1,0 +1,103 @@
+#include "App/HistoryStore.h"
+
+#include <algorithm>
+#include <iterator>
+#include <utility>
+
+#include "App/FatalError.h"
+#include "App/SampleJson.h"
+
+namespace vorlane {
+
+namespace {
+
+constexpr Seconds kept = std::chrono::hours{30 * 24};
+constexpr Seconds saveSpacing{300};
+constexpr Seconds trustedAge{600};
+constexpr Seconds longestGap{900};
+
+auto firstAtOrAfter(const std::vector<Sample>& samples, Date date)
+{
+    return std::ranges::find_if(samples,
+                                [&](const Sample& s) { return s.t >= date.secondsSince1970; });
+}
+
+}  // namespace
+
+HistoryStore::HistoryStore(FileManager& files, Date now) : files_(files)
+{
+    const auto folders = files_.applicationSupportFolders();
+    if (folders.empty()) fatalError("No application-support folder");
+
+    const auto folder = folders.front() + "/Vorlane";
+    files_.createFolder(folder);
+    url = folder + "/history.json";
+    load(now);
+}
+
+void HistoryStore::load(Date now)
+{
+    auto content = files_.read(url);
+    auto decoded = content ? decodeSamples(std::move(*content)) : std::nullopt;
+    loadFailed = !decoded;
+    if (!decoded) return;
+
+    std::ranges::stable_sort(*decoded, {}, &Sample::t);
+    samples = std::move(*decoded);
+    prune(now);
+}
+
+void HistoryStore::record(const BatteryState& state, Offer offer)
+{
+    if (!state.hasBattery) return;
+
+    const Sample candidate{.t = offer.at.secondsSince1970,
+                           .p = state.percent,
+                           .c = state.isCharging,
+                           .a = state.pluggedIn};
+    const bool powerChanged =
+        !samples.empty() && (samples.back().a != candidate.a || samples.back().c != candidate.c);
+    const bool percentChanged = samples.empty() || samples.back().p != candidate.p;
+    if (!offer.force && !powerChanged && !percentChanged) return;
+
+    samples.push_back(candidate);
+    prune(offer.at);
+    if (powerChanged || offer.at - lastSave > saveSpacing) save(offer.at);
+}
+
+void HistoryStore::save(Date now)
+{
+    lastSave = now;
+    if (!canEncode(samples)) return;
+
+    if (loadFailed && !files_.keepAside(url)) return;
+    loadFailed = false;
+    SampleEncoder encoder(samples);
+    (void)files_.replace(url, [&] { return encoder.next(); });
+}
+
+std::span<const Sample> HistoryStore::samplesSince(Date since) const
+{
+    return {firstAtOrAfter(samples, since), samples.end()};
+}
+
+std::optional<Date> HistoryStore::pluggedSinceEstimate(Date now) const
+{
+    if (samples.empty() || !samples.back().a) return std::nullopt;
+    Date start{samples.back().t};
+    if (now - start >= trustedAge) return std::nullopt;
+
+    for (auto earlier = std::next(samples.rbegin()); earlier != samples.rend(); ++earlier) {
+        const Date date{earlier->t};
+        if (!earlier->a || start - date > longestGap) break;
+        start = date;
+    }
+    return start;
+}
+
+void HistoryStore::prune(Date now)
+{
+    samples.erase(samples.begin(), firstAtOrAfter(samples, now - kept));
+}
+
+}  // namespace vorlane

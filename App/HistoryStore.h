@@ -1,0 +1,51 @@
+// The last 30 days of the battery's charge, and the file that keeps them.
+#pragma once
+
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "App/BatteryState.h"
+#include "App/Date.h"
+#include "App/Sample.h"
+#include "App/services/FileManager.h"
+
+namespace vorlane {
+
+class HistoryStore {
+public:
+    std::vector<Sample> samples;  // ascending by time, the last 30 days
+    Date lastSave = distantPast;  // when the file was last written, or last attempted
+
+    // Loads the file. One that is missing, unreadable or malformed is an empty history.
+    HistoryStore(FileManager& files, Date now);
+
+    // Offers one reading. It becomes a sample when it differs from the last one, or when `force`
+    // asks for one whatever changed. Times must not decrease.
+    struct Offer {
+        Date at;
+        bool force = false;
+    };
+    void record(const BatteryState& state, Offer offer);
+
+    // Writes the whole history. A failure is silent and not retried before the next save is due.
+    // What could not be loaded is first kept beside the file.
+    void save(Date now);
+
+    // From the first sample at or after `since` to the end; valid until the next change.
+    std::span<const Sample> samplesSince(Date since) const;
+
+    // Since when the machine has been plugged in, judged from the samples alone.
+    std::optional<Date> pluggedSinceEstimate(Date now) const;
+
+private:
+    void load(Date now);
+    void prune(Date now);
+
+    std::string url;
+    bool loadFailed = false;  // what stands at `url` is not in `samples`
+    FileManager& files_;
+};
+
+}  // namespace vorlane

@@ -1,0 +1,99 @@
+#include "App/Notifier.h"
+
+#include <cstddef>
+#include <optional>
+
+namespace vorlane {
+
+namespace {
+
+constexpr const char* category = "VL_ALERT";
+constexpr const char* snoozeAction = "SNOOZE";
+
+std::optional<std::string> soundFor(AlertKind kind, const std::map<AlertKind, std::string>& sounds)
+{
+    const auto chosen = sounds.find(kind);
+    if (chosen == sounds.end()) return "default";
+    if (chosen->second == "none") return std::nullopt;
+    return chosen->second;
+}
+
+}  // namespace
+
+Notifier::Notifier(Tools tools) : tools_(tools) {}
+
+bool Notifier::available() const
+{
+    return tools_.center.available();
+}
+
+void Notifier::setup()
+{
+    if (!available()) return;
+    tools_.center.setDelegate(weak_from_this());
+    tools_.center.setCategories(
+        {{.identifier = category,
+          .actions = {{.identifier = snoozeAction, .title = "Snooze 1 hour"}}}});
+}
+
+void Notifier::requestIfNeeded()
+{
+    if (!available()) return;
+    tools_.center.authorizationStatus([weak = weak_from_this()](AuthorizationStatus status) {
+        const auto notifier = weak.lock();
+        if (!notifier || status != AuthorizationStatus::notDetermined) return;
+        notifier->tools_.runLoop.async([weak] {
+            if (const auto alive = weak.lock()) alive->explainAndRequest();
+        });
+    });
+}
+
+void Notifier::explainAndRequest()
+{
+    // A program without windows is not active: its dialog would open behind the others.
+    tools_.application.activate();
+    tools_.alertPanel.runModal(
+        {.message = "Allow notifications?",
+         .informativeText =
+             "Vorlane uses notifications to remind you to unplug at your chosen charge level, "
+             "when the battery is low, and when you have been plugged in too long. macOS will "
+             "ask for permission next.",
+         .buttons = {"Continue", "Not Now"}},
+        [weak = weak_from_this()](std::size_t button) {
+            const auto notifier = weak.lock();
+            if (!notifier || button != 0) return;
+            notifier->tools_.center.requestAuthorization(
+                {.alert = true, .sound = true, .badge = false});
+        });
+}
+
+void Notifier::deliver(const PendingAlert& alert, const std::map<AlertKind, std::string>& sounds)
+{
+    if (!available()) return;
+    setup();  // the service may have come only after the launch
+    tools_.center.add({.identifier = std::string(rawValue(alert.kind)),
+                       .title = alert.title,
+                       .body = alert.body,
+                       .categoryIdentifier = category,
+                       .sound = soundFor(alert.kind, sounds),
+                       .urgent = alert.kind == AlertKind::low});
+}
+
+PresentationOptions Notifier::willPresent()
+{
+    return {.banner = true, .sound = true, .list = false, .badge = false};
+}
+
+void Notifier::didReceive(const std::string& actionIdentifier,
+                          const std::function<void()>& completion)
+{
+    if (actionIdentifier == snoozeAction) {
+        tools_.runLoop.async([weak = weak_from_this()] {
+            const auto notifier = weak.lock();
+            if (notifier && notifier->onSnooze) notifier->onSnooze();
+        });
+    }
+    completion();
+}
+
+}  // namespace vorlane

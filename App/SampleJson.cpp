@@ -1,0 +1,96 @@
+#include "App/SampleJson.h"
+
+#include <simdjson.h>
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
+
+namespace vorlane {
+
+namespace {
+
+constexpr std::size_t pieceSize = 64 * 1024;
+constexpr std::size_t longestSample = 128;
+
+template <typename T>
+bool read(const simdjson::dom::object& object, std::string_view key, T& value)
+{
+    return object.at_key(key).get(value) == simdjson::SUCCESS;
+}
+
+std::optional<Sample> sampleOf(const simdjson::dom::element& element)
+{
+    simdjson::dom::object object;
+    if (element.get(object) != simdjson::SUCCESS) return std::nullopt;
+
+    Sample sample;
+    const bool whole = read(object, "t", sample.t) && read(object, "p", sample.p) &&
+                       read(object, "c", sample.c) && read(object, "a", sample.a);
+    if (!whole) return std::nullopt;
+    return sample;
+}
+
+template <typename Number>
+void append(std::string& text, Number number)
+{
+    std::array<char, 32> digits;
+    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
+    text.append(digits.data(), end);
+}
+
+void append(std::string& text, const Sample& sample)
+{
+    text += R"({"t":)";
+    append(text, sample.t);
+    text += R"(,"p":)";
+    append(text, sample.p);
+    text += sample.c ? R"(,"c":true)" : R"(,"c":false)";
+    text += sample.a ? R"(,"a":true})" : R"(,"a":false})";
+}
+
+}  // namespace
+
+std::optional<std::vector<Sample>> decodeSamples(std::string json)
+{
+    // The parser reads a little beyond the text; room there saves it a copy.
+    json.reserve(json.size() + simdjson::SIMDJSON_PADDING);
+    simdjson::dom::parser parser;
+    simdjson::dom::array elements;
+    if (parser.parse(json).get(elements) != simdjson::SUCCESS) return std::nullopt;
+
+    std::vector<Sample> samples;
+    samples.reserve(elements.size());
+    for (const auto element : elements) {
+        const auto sample = sampleOf(element);
+        if (!sample) return std::nullopt;
+        samples.push_back(*sample);
+    }
+    return samples;
+}
+
+bool canEncode(std::span<const Sample> samples)
+{
+    return std::ranges::all_of(samples, [](const Sample& s) { return std::isfinite(s.t); });
+}
+
+std::string_view SampleEncoder::next()
+{
+    piece.clear();
+    if (finished) return piece;
+
+    piece.reserve(pieceSize);
+    if (written == 0) piece += '[';
+    while (written < samples.size() && piece.size() + longestSample < pieceSize) {
+        if (written > 0) piece += ',';
+        append(piece, samples[written++]);
+    }
+    if (written == samples.size()) {
+        piece += ']';
+        finished = true;
+    }
+    return piece;
+}
+
+}  // namespace vorlane

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <functional>
+
+namespace vorlane {
+
+// The process as the desktop sees it.
+class Application {
+public:
+    virtual ~Application() = default;
+
+    // No dock icon and no main window.
+    virtual void setAccessory() = 0;
+
+    // Brings the program's windows to the front, before those of other programs.
+    virtual void activate() = 0;
+
+    // Ends the main loop at its next turn.
+    virtual void terminate() = 0;
+
+    // The user started the program again while it runs.
+    virtual void onReopen(std::function<void()> callback) = 0;
+};
+
+}  // namespace vorlane

@@ -1,0 +1,34 @@
+// Everything that the program asks of its platform; the platform's objects outlive the program's.
+#pragma once
+
+#include "App/services/AlertPanel.h"
+#include "App/services/Application.h"
+#include "App/services/BatteryRegistry.h"
+#include "App/services/Calendar.h"
+#include "App/services/Clock.h"
+#include "App/services/DefaultsStore.h"
+#include "App/services/FileManager.h"
+#include "App/services/NotificationCenter.h"
+#include "App/services/PowerSources.h"
+#include "App/services/RunLoop.h"
+#include "App/services/StatusBar.h"
+#include "App/services/Workspace.h"
+
+namespace vorlane {
+
+struct Services {
+    PowerSources& powerSources;
+    BatteryRegistry& batteryRegistry;
+    DefaultsStore& defaults;
+    FileManager& files;
+    NotificationCenter& notifications;
+    AlertPanel& alertPanel;
+    StatusBar& statusBar;
+    Application& application;
+    Workspace& workspace;
+    RunLoop& runLoop;
+    Clock& clock;
+    Calendar& calendar;
+};
+
+}  // namespace vorlane
