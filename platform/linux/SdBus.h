@@ -1,0 +1,56 @@
+// Ownership for libsystemd's handles, and member functions as its callbacks.
+#pragma once
+
+#include <systemd/sd-bus.h>
+#include <systemd/sd-device.h>
+#include <systemd/sd-event.h>
+
+#include <memory>
+
+namespace vorlane::platform {
+
+template <auto release>
+struct Releaser {
+    template <typename Handle>
+    void operator()(Handle* handle) const
+    {
+        (void)release(handle);
+    }
+};
+
+using BusPointer = std::unique_ptr<sd_bus, Releaser<sd_bus_flush_close_unref>>;
+using SlotPointer = std::unique_ptr<sd_bus_slot, Releaser<sd_bus_slot_unref>>;
+using MessagePointer = std::unique_ptr<sd_bus_message, Releaser<sd_bus_message_unref>>;
+using EventPointer = std::unique_ptr<sd_event, Releaser<sd_event_unref>>;
+using EventSourcePointer =
+    std::unique_ptr<sd_event_source, Releaser<sd_event_source_disable_unref>>;
+using DeviceMonitorPointer = std::unique_ptr<sd_device_monitor, Releaser<sd_device_monitor_unref>>;
+
+// An error that a call fills in.
+struct BusError {
+    sd_bus_error error = SD_BUS_ERROR_NULL;
+
+    BusError() = default;
+    BusError(const BusError&) = delete;
+    BusError& operator=(const BusError&) = delete;
+    ~BusError() { sd_bus_error_free(&error); }
+};
+
+// A member function as the handler of a signal or of a reply; `self` is the user data.
+template <typename Self, void (Self::*handle)(sd_bus_message*)>
+int onMessage(sd_bus_message* message, void* self, sd_bus_error* /*error*/)
+{
+    (static_cast<Self*>(self)->*handle)(message);
+    return 0;
+}
+
+// Owns what `call` gives through a pointer to a handle; empty when it failed.
+template <typename Pointer, typename Call>
+Pointer owned(Call&& call)
+{
+    typename Pointer::pointer handle = nullptr;
+    if (call(&handle) < 0) return nullptr;
+    return Pointer(handle);
+}
+
+}  // namespace vorlane::platform
