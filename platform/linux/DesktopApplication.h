@@ -1,0 +1,49 @@
+// The process as the desktop session sees it: one instance, reached by its application id.
+#pragma once
+
+#include <array>
+#include <csignal>
+#include <functional>
+
+#include "App/services/Application.h"
+#include "platform/linux/SdBus.h"
+#include "platform/linux/SdEventRunLoop.h"
+
+namespace vorlane::platform {
+
+// Offers org.freedesktop.Application. The main loop ends when the user or the session asks for it
+// by SIGTERM, SIGINT or SIGHUP, and when the session bus is lost.
+class DesktopApplication : public Application {
+public:
+    // `session` is attached to the loop's event and outlives this object.
+    DesktopApplication(SdEventRunLoop& loop, sd_bus* session);
+
+    enum class Claim {
+        first,      // this process is the one instance
+        activated,  // another one is, and was told that the user wants it
+        failed,     // the session bus did not answer, or the other instance did not
+    };
+    // Waits for the bus: call it once, before the main loop.
+    Claim claim();
+
+    void setAccessory() override {}  // a program without windows has no place on any task bar
+    void activate() override {}      // nothing to bring to the front yet
+    void terminate() override;
+    void onReopen(std::function<void()> callback) override;
+
+private:
+    static int reopened(sd_bus_message* message, void* self, sd_bus_error* error);
+    static int quitSignal(sd_event_source* source, const signalfd_siginfo* info, void* self);
+    void disconnected(sd_bus_message* message);
+
+    static const sd_bus_vtable vtable[];
+
+    SdEventRunLoop& loop_;
+    sd_bus* session_;
+    SlotPointer object;
+    SlotPointer disconnection;
+    std::array<EventSourcePointer, 3> quitSignals;
+    std::function<void()> reopen = [] {};
+};
+
+}  // namespace vorlane::platform
