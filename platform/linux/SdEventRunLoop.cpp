@@ -1,5 +1,6 @@
 #include "platform/linux/SdEventRunLoop.h"
 
+#include <algorithm>
 #include <ctime>
 #include <utility>
 
@@ -15,6 +16,12 @@ constexpr Seconds usualTolerance{0.02};
 std::uint64_t microseconds(Seconds span)
 {
     return span.count() > 0 ? static_cast<std::uint64_t>(span.count() * 1e6) : 0;
+}
+
+// To sd-event no accuracy at all means a quarter of a second.
+std::uint64_t accuracy(Seconds tolerance)
+{
+    return std::max<std::uint64_t>(microseconds(tolerance), 1);
 }
 
 }  // namespace
@@ -75,7 +82,7 @@ Subscription SdEventRunLoop::addTimer(Schedule schedule, std::function<void()> w
     timer->source = owned<EventSourcePointer>([&](sd_event_source** source) {
         return sd_event_add_time_relative(event_.get(), source, CLOCK_MONOTONIC,
                                           microseconds(schedule.delay),
-                                          microseconds(schedule.tolerance), fire, timer.get());
+                                          accuracy(schedule.tolerance), fire, timer.get());
     });
     if (!timer->source) return {};
 
