@@ -1,0 +1,31 @@
+// The process as a desktop that only counts what is asked of it.
+#pragma once
+
+#include <utility>
+
+#include "App/services/Application.h"
+
+namespace vorlane {
+
+class FakeApplication : public Application {
+public:
+    bool accessory = false;
+    bool terminating = false;
+    int activations = 0;
+
+    void setAccessory() override { accessory = true; }
+    void activate() override { ++activations; }
+    void terminate() override { terminating = true; }
+    void onReopen(std::function<void()> callback) override { reopened = std::move(callback); }
+
+    // The user starts the program a second time.
+    void reopen() const
+    {
+        if (reopened) reopened();
+    }
+
+private:
+    std::function<void()> reopened;
+};
+
+}  // namespace vorlane

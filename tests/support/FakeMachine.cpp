@@ -1,0 +1,122 @@
+#include "FakeMachine.h"
+
+namespace vorlane {
+
+FakeMachine::FakeMachine()
+{
+    describe();
+}
+
+Services FakeMachine::services()
+{
+    return {.powerSources = powerSources,
+            .batteryRegistry = batteryRegistry,
+            .defaults = defaults,
+            .files = files,
+            .notifications = notifications,
+            .alertPanel = alertPanel,
+            .statusBar = statusBar,
+            .application = application,
+            .workspace = workspace,
+            .runLoop = runLoop,
+            .clock = clock,
+            .calendar = calendar};
+}
+
+void FakeMachine::plugIn()
+{
+    plugged = true;
+    tell();
+}
+
+void FakeMachine::unplug()
+{
+    plugged = false;
+    tell();
+}
+
+void FakeMachine::charge(std::int64_t next)
+{
+    percent = next;
+    tell();
+}
+
+void FakeMachine::minutesLeft(std::int64_t next)
+{
+    minutes = next;
+    tell();
+}
+
+void FakeMachine::wear(std::int64_t healthPercent)
+{
+    health = healthPercent;
+    tell();
+}
+
+void FakeMachine::removeBattery()
+{
+    present = false;
+    tell();
+}
+
+void FakeMachine::insertBattery()
+{
+    present = true;
+    tell();
+}
+
+void FakeMachine::advance(Seconds span)
+{
+    if (asleep) {
+        clock.time = clock.time + span;
+        return;
+    }
+    runLoop.advance(span);
+}
+
+void FakeMachine::sleep()
+{
+    workspace.willSleep();
+    runLoop.settle();
+    asleep = true;
+}
+
+void FakeMachine::wake()
+{
+    asleep = false;
+    workspace.didWake();
+    runLoop.settle();
+}
+
+void FakeMachine::tell()
+{
+    describe();
+    if (asleep) return;
+    powerSources.change();
+    runLoop.settle();
+}
+
+void FakeMachine::describe()
+{
+    powerSources.sources.clear();
+    batteryRegistry.entry.reset();
+    if (!present) return;
+
+    const bool charging = plugged && percent < 100;
+    powerSources.sources.push_back(
+        {{"Type", std::string("InternalBattery")},
+         {"Is Present", true},
+         {"Current Capacity", percent},
+         {"Max Capacity", std::int64_t{100}},
+         {"Is Charging", charging},
+         {"Is Charged", plugged && !charging},
+         {"Power Source State", std::string(plugged ? "AC Power" : "Battery Power")},
+         {"Name", std::string("BAT0")},
+         {"Time to Full Charge", charging ? minutes : -1},
+         {"Time to Empty", plugged ? -1 : minutes}});
+    batteryRegistry.entry = {{"CycleCount", std::int64_t{120}},
+                             {"DesignCapacity", std::int64_t{5000}},
+                             {"MaxCapacity", std::int64_t{50} * health}};
+}
+
+}  // namespace vorlane

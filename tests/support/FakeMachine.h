@@ -1,0 +1,68 @@
+// A whole laptop in memory: what happens to it reaches the program through its services.
+#pragma once
+
+#include "App/services/Services.h"
+#include "FakeAlertPanel.h"
+#include "FakeApplication.h"
+#include "FakeBatteryRegistry.h"
+#include "FakeCalendar.h"
+#include "FakeClock.h"
+#include "FakeNotificationCenter.h"
+#include "FakePowerSources.h"
+#include "FakeRunLoop.h"
+#include "FakeStatusBar.h"
+#include "FakeWorkspace.h"
+#include "MemoryDefaults.h"
+#include "MemoryFiles.h"
+
+namespace vorlane {
+
+// Begins on battery at 50%, with a healthy battery.
+class FakeMachine {
+public:
+    static constexpr const char* historyFile = "/home/user/share/Vorlane/history.json";
+
+    FakeClock clock;
+    FakeCalendar calendar;
+    FakeRunLoop runLoop{clock};
+    FakePowerSources powerSources;
+    FakeBatteryRegistry batteryRegistry;
+    MemoryDefaults defaults;
+    MemoryFiles files;
+    FakeNotificationCenter notifications;
+    FakeAlertPanel alertPanel;
+    FakeStatusBar statusBar;
+    FakeApplication application;
+    FakeWorkspace workspace;
+
+    FakeMachine();
+
+    Services services();
+
+    // Each change is told to the program, which then does what it asked the loop for.
+    void plugIn();
+    void unplug();
+    void charge(std::int64_t percent);
+    void minutesLeft(std::int64_t minutes);  // to full while charging, else to empty
+    void wear(std::int64_t healthPercent);
+    void removeBattery();
+    void insertBattery();
+
+    // Lets time pass. While the machine sleeps only the clock goes on.
+    void advance(Seconds span);
+    void sleep();
+    void wake();
+
+private:
+    void tell();
+    void describe();
+
+    std::int64_t percent = 50;
+    std::int64_t health = 95;
+    std::int64_t minutes = -1;
+    bool plugged = false;
+    bool present = true;
+    bool asleep = false;
+};
+
+}  // namespace vorlane
