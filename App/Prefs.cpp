@@ -25,8 +25,8 @@ const std::map<std::string, DefaultsValue>& Prefs::defaults()
         {"healthEnabled", true},
         {"healthSound", std::string(defaultSound)},
         {"quietEnabled", false},
-        {"quietStart", std::int64_t{22 * 60}},
-        {"quietEnd", std::int64_t{7 * 60}},
+        {"quietStart", std::int64_t{1320}},  // 22:00
+        {"quietEnd", std::int64_t{420}},     // 07:00
         {"showPercent", true},
         {"showTime", false},
     };

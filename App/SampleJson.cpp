@@ -11,7 +11,7 @@ namespace vorlane {
 
 namespace {
 
-constexpr std::size_t pieceSize = 64 * 1024;
+constexpr std::size_t pieceSize = std::size_t{64} * 1024;
 constexpr std::size_t longestSample = 128;
 
 template <typename T>

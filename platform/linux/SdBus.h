@@ -28,7 +28,7 @@ using DeviceMonitorPointer = std::unique_ptr<sd_device_monitor, Releaser<sd_devi
 
 // An error that a call fills in.
 struct BusError {
-    sd_bus_error error = SD_BUS_ERROR_NULL;
+    sd_bus_error error{};
 
     BusError() = default;
     BusError(const BusError&) = delete;

@@ -11,7 +11,7 @@
 namespace vorlane::platform {
 namespace {
 
-using std::chrono_literals::operator""ms;
+using namespace std::chrono_literals;
 using testing::ElementsAre;
 using testing::IsEmpty;
 

@@ -16,7 +16,7 @@ class SystemCalendarTest : public testing::Test {
 protected:
     SystemCalendar calendar;
 
-    ~SystemCalendarTest() override { (void)unsetenv("TZ"); }
+    void TearDown() override { (void)unsetenv("TZ"); }
 
     static void travelTo(const char* zone) { (void)setenv("TZ", zone, 1); }
 
