@@ -1,0 +1,57 @@
+#include "platform/linux/BatteryDictionaries.h"
+
+#include <cstdint>
+
+namespace vorlane::platform {
+
+namespace {
+
+void setIfKnown(PropertyDictionary& dictionary, const char* key, std::optional<std::int64_t> value)
+{
+    if (value) dictionary.set(key, *value);
+}
+
+}  // namespace
+
+PowerSituation situationOf(const MachineBattery& battery)
+{
+    return {.pluggedIn = battery.pluggedIn,
+            .isCharging = battery.status == ChargeStatus::charging,
+            .isCharged = battery.status == ChargeStatus::full};
+}
+
+PropertyDictionary powerSourceDescription(const MachineBattery& battery,
+                                          const PowerSituation& situation)
+{
+    PropertyDictionary description{
+        {.key = "Type", .value = std::string("InternalBattery")},
+        {.key = "Is Present", .value = true},
+        {.key = "Name", .value = battery.name},
+        {.key = "Max Capacity", .value = std::int64_t{100}},
+        {.key = "Is Charging", .value = situation.isCharging},
+        {.key = "Is Charged", .value = situation.isCharged},
+        {.key = "Power Source State",
+         .value = std::string(situation.pluggedIn ? "AC Power" : "Battery Power")}};
+    setIfKnown(description, "Current Capacity", battery.percent);
+    setIfKnown(description, "Time to Full Charge", battery.minutesToFull);
+    setIfKnown(description, "Time to Empty", battery.minutesToEmpty);
+    return description;
+}
+
+PropertyDictionary registryProperties(const MachineBattery& battery)
+{
+    PropertyDictionary registry;
+    setIfKnown(registry, "CycleCount", battery.cycleCount);
+    setIfKnown(registry, "DesignCapacity", battery.designCapacity);
+    setIfKnown(registry, "MaxCapacity", battery.fullCapacity);
+    setIfKnown(registry, "Temperature", battery.temperature);
+    setIfKnown(registry, "Voltage", battery.voltage);
+    setIfKnown(registry, "Amperage", battery.current);
+    if (battery.adapterWatts) {
+        registry.set("AdapterDetails",
+                     PropertyDictionary{{.key = "Watts", .value = *battery.adapterWatts}});
+    }
+    return registry;
+}
+
+}  // namespace vorlane::platform

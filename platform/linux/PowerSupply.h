@@ -1,0 +1,35 @@
+// One power supply as the kernel describes it.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace vorlane::platform {
+
+// Keys are those of the kernel's `uevent` file without their POWER_SUPPLY_ prefix; the file
+// Documentation/ABI/testing/sysfs-class-power of the kernel says what they mean.
+struct PowerSupply {
+    std::string name;
+    std::map<std::string, std::string, std::less<>> values;
+
+    // Without blanks at either end; absent when nothing is left.
+    std::optional<std::string> text(std::string_view key) const;
+
+    // Absent when the value is not wholly a number, or does not fit.
+    std::optional<std::int64_t> integer(std::string_view key) const;
+
+    // A mouse's or a headset's: neither the machine's battery nor its adapter.
+    bool isPeripheral() const;
+
+    // A battery of the machine itself, in its bay.
+    bool isMachineBattery() const;
+
+    // Something that can feed the machine from outside.
+    bool isAdapter() const;
+};
+
+}  // namespace vorlane::platform
