@@ -44,6 +44,13 @@ int onMessage(sd_bus_message* message, void* self, sd_bus_error* /*error*/)
     return 0;
 }
 
+// A member function that answers a method call; a negative result becomes an error reply.
+template <typename Self, int (Self::*answer)(sd_bus_message*)>
+int onCall(sd_bus_message* call, void* self, sd_bus_error* /*error*/)
+{
+    return (static_cast<Self*>(self)->*answer)(call);
+}
+
 // Owns what `call` gives through a pointer to a handle; empty when it failed.
 template <typename Pointer, typename Call>
 Pointer owned(Call&& call)

@@ -1,0 +1,59 @@
+// The status item as trays read it: the object of org.kde.StatusNotifierItem.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "App/services/RunLoop.h"
+#include "App/services/StatusBar.h"
+#include "platform/linux/SdBus.h"
+#include "platform/linux/StatusMenu.h"
+#include "platform/linux/SymbolIcons.h"
+#include "platform/linux/TrayRegistration.h"
+
+namespace vorlane::platform {
+
+// Trays hear of it at the first `show`, and after that of what differs alone.
+class StatusNotifierItem : public StatusItem {
+public:
+    // The session bus outlives this object.
+    StatusNotifierItem(sd_bus* session, RunLoop& loop);
+
+    bool hasSymbol(const std::string& name) const override { return icons.hasSymbol(name); }
+    void show(const StatusItemContent& fresh) override;
+    void onAction(std::function<void()> callback) override;
+    void onMenu(std::function<void(MenuAction)> callback) override;
+
+    void registerAgain();
+
+private:
+    using Action = std::function<void()>;
+
+    std::string text(std::string_view property) const;
+    int activate(sd_bus_message* call);
+
+    static int getText(sd_bus* bus, const char* path, const char* interface, const char* property,
+                       sd_bus_message* reply, void* self, sd_bus_error* error);
+    static int getPixmaps(sd_bus* bus, const char* path, const char* interface,
+                          const char* property, sd_bus_message* reply, void* self,
+                          sd_bus_error* error);
+    static int getToolTip(sd_bus* bus, const char* path, const char* interface,
+                          const char* property, sd_bus_message* reply, void* self,
+                          sd_bus_error* error);
+
+    static const sd_bus_vtable vtable[];
+
+    sd_bus* session_;
+    RunLoop& loop_;
+    SymbolIcons icons;
+    StatusMenu menu;
+    StatusItemContent content;
+    std::shared_ptr<Action> action;
+    SlotPointer object;
+    std::optional<TrayRegistration> registration;
+};
+
+}  // namespace vorlane::platform

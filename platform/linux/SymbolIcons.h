@@ -1,0 +1,31 @@
+// The symbols that the program ships: icons of a theme, and pixmaps for trays that find no theme.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace vorlane::platform {
+
+class SymbolIcons {
+public:
+    // In share/icons beside the folder of the running program, installed or in its build tree.
+    SymbolIcons();
+
+    // The folder of icon themes; empty when there is none.
+    const std::string& themePath() const { return themePath_; }
+
+    bool hasSymbol(const std::string& name) const;
+
+    // "battery.100.bolt" is drawn by "vorlane-battery-100-bolt-symbolic".
+    std::string iconName(const std::string& symbol) const;
+
+    // Four bytes a pixel, alpha first, row by row. Empty for an unknown symbol and for a size that
+    // is not one of `pixmapSizes`.
+    std::vector<std::uint8_t> pixmap(const std::string& symbol, int size) const;
+
+private:
+    std::string themePath_;
+};
+
+}  // namespace vorlane::platform

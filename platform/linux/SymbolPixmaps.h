@@ -1,0 +1,28 @@
+// The symbols as drawn at build time (icons/make_pixmaps.cpp), for trays that find no icon theme.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <span>
+
+namespace vorlane::platform {
+
+// Width and height in pixels: the usual sizes of panels, and twice them.
+constexpr std::array pixmapSizes{16, 22, 24, 32, 48, 64, 96};
+
+constexpr std::size_t pixmapBytes = [] {
+    std::size_t sum = 0;
+    for (const auto size : pixmapSizes) sum += static_cast<std::size_t>(size) * size;
+    return sum;
+}();
+
+// Plain bytes without a pointer in them: they stay in the file until a tray asks for them.
+struct SymbolPixmaps {
+    char iconName[48];
+    std::uint8_t coverage[pixmapBytes];  // 255: covered; each size in turn, row by row
+};
+
+std::span<const SymbolPixmaps> symbolPixmaps();
+
+}  // namespace vorlane::platform

@@ -1,0 +1,42 @@
+// Makes the status item known to the desktop's tray, however late the tray comes and however often.
+#pragma once
+
+#include <string>
+
+#include "App/Subscription.h"
+#include "App/services/RunLoop.h"
+#include "platform/linux/SdBus.h"
+
+namespace vorlane::platform {
+
+// Takes the item's bus name, then tells org.kde.StatusNotifierWatcher of it: now, to each new owner
+// of that name and for each new host. Telling twice does no harm, not being known does.
+class TrayRegistration {
+public:
+    // The session bus outlives this object.
+    TrayRegistration(sd_bus* session, RunLoop& loop);
+
+    // The tray may have forgotten the item, as after the machine's sleep.
+    void registerAgain();
+
+private:
+    void watch();
+    void requestName();
+    void nameAnswered(sd_bus_message* reply);
+    void watcherChanged(sd_bus_message* signal);
+    void hostRegistered(sd_bus_message* signal);
+    void send();
+    void answered(sd_bus_message* reply);
+
+    sd_bus* session_;
+    RunLoop& loop_;
+    std::string name;
+    SlotPointer watcherSignal;
+    SlotPointer hostSignal;
+    SlotPointer nameRequest;
+    SlotPointer request;  // on its way to the watcher
+    Subscription retry;
+    int failures = 0;
+};
+
+}  // namespace vorlane::platform
