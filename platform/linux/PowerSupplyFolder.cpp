@@ -11,6 +11,8 @@
 #include <string_view>
 #include <utility>
 
+#include "platform/linux/FileDescriptor.h"
+
 namespace vorlane::platform {
 
 namespace {
@@ -23,39 +25,24 @@ struct FolderCloser {
     void operator()(DIR* folder) const { (void)closedir(folder); }
 };
 
-class File {
-public:
-    explicit File(const std::string& path)
-        : descriptor(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY))
-    {}
-    File(const File&) = delete;
-    File& operator=(const File&) = delete;
-    ~File()
-    {
-        if (descriptor >= 0) (void)close(descriptor);
+// Absent for anything but a plain file of a sensible size.
+std::optional<std::string> contentsOf(const std::string& path)
+{
+    const FileDescriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+    struct stat status = {};
+    if (!file || fstat(file.get(), &status) != 0) return std::nullopt;
+    if (!S_ISREG(status.st_mode)) return std::nullopt;
+
+    std::string text;
+    std::array<char, 4096> piece{};
+    while (text.size() <= largestFile) {
+        const auto count = read(file.get(), piece.data(), piece.size());
+        if (count < 0) return std::nullopt;
+        if (count == 0) return text;
+        text.append(piece.data(), static_cast<std::size_t>(count));
     }
-
-    // Absent for anything but a plain file of a sensible size.
-    std::optional<std::string> contents() const
-    {
-        struct stat status = {};
-        if (descriptor < 0 || fstat(descriptor, &status) != 0) return std::nullopt;
-        if (!S_ISREG(status.st_mode)) return std::nullopt;
-
-        std::string text;
-        std::array<char, 4096> piece{};
-        while (text.size() <= largestFile) {
-            const auto count = read(descriptor, piece.data(), piece.size());
-            if (count < 0) return std::nullopt;
-            if (count == 0) return text;
-            text.append(piece.data(), static_cast<std::size_t>(count));
-        }
-        return std::nullopt;
-    }
-
-private:
-    int descriptor;
-};
+    return std::nullopt;
+}
 
 std::optional<std::vector<std::string>> entriesOf(const std::string& path)
 {
@@ -90,7 +77,7 @@ void addAttributes(PowerSupply& supply, const std::string& folder)
 {
     for (const auto& name : entriesOf(folder).value_or(std::vector<std::string>{})) {
         if (name == "uevent") continue;
-        auto value = File(folder + "/" + name).contents();
+        auto value = contentsOf(folder + "/" + name);
         if (!value) continue;
 
         std::string key = name;
@@ -106,7 +93,7 @@ PowerSupply readSupply(const std::string& folder, const std::string& name)
 {
     PowerSupply supply{.name = name, .values = {}};
     const auto path = folder + "/" + name;
-    addUeventLines(supply, File(path + "/uevent").contents().value_or(""));
+    addUeventLines(supply, contentsOf(path + "/uevent").value_or(""));
     // One property that fails makes the kernel fail the whole uevent file, and old kernels leave
     // the type out of it; the properties are there one by one as well.
     if (!supply.text("TYPE")) addAttributes(supply, path);

@@ -1,0 +1,52 @@
+#include "platform/linux/KernelPowerSources.h"
+
+#include <utility>
+
+#include "platform/linux/BatteryDictionaries.h"
+#include "platform/linux/MachineBattery.h"
+
+namespace vorlane::platform {
+
+namespace {
+
+constexpr Seconds burst{0.25};
+
+}  // namespace
+
+KernelPowerSources::KernelPowerSources(Tools tools, std::string powerSupplies)
+    : tools_(std::move(tools)),
+      folder(std::move(powerSupplies)),
+      changes(tools_.runLoop, burst, [this] { listeners.call(); })
+{}
+
+std::vector<PropertyDictionary> KernelPowerSources::descriptions()
+{
+    const auto supplies = readPowerSupplies(folder);
+    auto battery = supplies ? machineBattery(*supplies) : std::nullopt;
+    if (!battery) return {};
+
+    const auto better = tools_.estimates.estimate(battery->status);
+    if (better.toFull) battery->minutesToFull = better.toFull;
+    if (better.toEmpty) battery->minutesToEmpty = better.toEmpty;
+    return {powerSourceDescription(*battery, shownFor(situationOf(*battery)))};
+}
+
+Subscription KernelPowerSources::observe(std::function<void()> changed)
+{
+    if (!supplyEvents) supplyEvents = tools_.watchSupplies([this] { changes.call(); });
+    if (!estimateEvents) estimateEvents = tools_.estimates.observe([this] { changes.call(); });
+    return listeners.add(std::move(changed));
+}
+
+PowerSituation KernelPowerSources::shownFor(const PowerSituation& raw)
+{
+    const auto now = tools_.uptime();
+    const auto shown = filter.filter(raw, now);
+    lookAgain = {};
+    if (shown.lookAgain) {
+        lookAgain = tools_.runLoop.after(*shown.lookAgain - now, [this] { listeners.call(); });
+    }
+    return shown.situation;
+}
+
+}  // namespace vorlane::platform

@@ -1,0 +1,48 @@
+// The power-source service from the kernel's power supplies: one source, the machine's battery.
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "App/Listeners.h"
+#include "App/services/PowerSources.h"
+#include "App/services/RunLoop.h"
+#include "platform/linux/Coalescer.h"
+#include "platform/linux/PlugFilter.h"
+#include "platform/linux/PowerSupplyFolder.h"
+#include "platform/linux/TimeEstimates.h"
+
+namespace vorlane::platform {
+
+// Facts are the kernel's, read anew each time; only the remaining time comes from `estimates`
+// where it knows one. A plug change that may be a loose contact is held back for a while.
+class KernelPowerSources : public PowerSources {
+public:
+    struct Tools {
+        RunLoop& runLoop;
+        TimeEstimates& estimates;
+        std::function<Subscription(std::function<void()> changed)> watchSupplies;
+        std::function<Seconds()> uptime;  // counts the time asleep
+    };
+
+    explicit KernelPowerSources(Tools tools, std::string powerSupplies = kernelPowerSupplies);
+
+    std::vector<PropertyDictionary> descriptions() override;
+
+    // Tells of a burst of changes once.
+    Subscription observe(std::function<void()> changed) override;
+
+private:
+    PowerSituation shownFor(const PowerSituation& raw);
+
+    Tools tools_;
+    std::string folder;
+    PlugFilter filter;
+    Listeners listeners;
+    Coalescer changes;
+    Subscription supplyEvents;
+    Subscription estimateEvents;
+    Subscription lookAgain;  // while a plug change is held back
+};
+
+}  // namespace vorlane::platform
