@@ -1,0 +1,344 @@
+#include "platform/linux/KernelPowerSources.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+
+#include "TemporaryFolder.h"
+#include "platform/linux/KernelBatteryRegistry.h"
+#include "tests/support/FakeRunLoop.h"
+
+namespace vorlane::platform {
+namespace {
+
+using namespace std::chrono_literals;
+using testing::IsEmpty;
+
+class FakeEstimates : public TimeEstimates {
+public:
+    Minutes minutes;
+    ChargeStatus asked = ChargeStatus::unknown;
+    Listeners listeners;
+
+    Minutes estimate(ChargeStatus status) override
+    {
+        asked = status;
+        return minutes;
+    }
+
+    Subscription observe(std::function<void()> changed) override
+    {
+        return listeners.add(std::move(changed));
+    }
+};
+
+class KernelPowerSourcesTest : public testing::Test {
+protected:
+    TemporaryFolder folder;
+    FakeClock clock;
+    FakeRunLoop loop{clock};
+    FakeEstimates estimates;
+    Listeners kernel;
+    KernelPowerSources sources{
+        {.runLoop = loop,
+         .estimates = estimates,
+         .watchSupplies = [this](auto changed) { return kernel.add(std::move(changed)); },
+         .uptime = [this] { return clock.time - distantPast; }},
+        folder.path()};
+    int changes = 0;
+
+    void setBattery(const std::string& status, const std::string& capacity = "50")
+    {
+        folder.write("BAT0/uevent", "POWER_SUPPLY_TYPE=Battery\nPOWER_SUPPLY_STATUS=" + status +
+                                        "\nPOWER_SUPPLY_CAPACITY=" + capacity +
+                                        "\nPOWER_SUPPLY_MODEL_NAME=X\n"
+                                        "POWER_SUPPLY_ENERGY_NOW=25000000\n"
+                                        "POWER_SUPPLY_ENERGY_FULL=50000000\n"
+                                        "POWER_SUPPLY_POWER_NOW=10000000\n");
+    }
+
+    void setCable(bool online)
+    {
+        folder.write("AC/uevent", std::string("POWER_SUPPLY_TYPE=Mains\nPOWER_SUPPLY_ONLINE=") +
+                                      (online ? "1\n" : "0\n"));
+        setBattery(online ? "Charging" : "Discharging");
+    }
+
+    PropertyDictionary only()
+    {
+        const auto list = sources.descriptions();
+        EXPECT_EQ(list.size(), 1U);
+        return list.empty() ? PropertyDictionary{} : list.front();
+    }
+
+    Subscription countChanges()
+    {
+        return sources.observe([this] { ++changes; });
+    }
+};
+
+TEST_F(KernelPowerSourcesTest, DescribesTheMachinesBattery)
+{
+    setCable(false);
+
+    const auto description = only();
+
+    EXPECT_EQ(description.string("Type"), "InternalBattery");
+    EXPECT_EQ(description.boolean("Is Present"), true);
+    EXPECT_EQ(description.real("Current Capacity"), 50.0);
+    EXPECT_EQ(description.real("Max Capacity"), 100.0);
+    EXPECT_EQ(description.boolean("Is Charging"), false);
+    EXPECT_EQ(description.boolean("Is Charged"), false);
+    EXPECT_EQ(description.string("Power Source State"), "Battery Power");
+    EXPECT_EQ(description.string("Name"), "X");
+    EXPECT_EQ(description.integer("Time to Empty"), 150);
+    EXPECT_EQ(description.integer("Time to Full Charge"), std::nullopt);
+}
+
+TEST_F(KernelPowerSourcesTest, SaysWhenItIsPluggedInAndCharging)
+{
+    setCable(true);
+
+    const auto description = only();
+
+    EXPECT_EQ(description.string("Power Source State"), "AC Power");
+    EXPECT_EQ(description.boolean("Is Charging"), true);
+    EXPECT_EQ(description.integer("Time to Full Charge"), 150);
+}
+
+TEST_F(KernelPowerSourcesTest, SaysWhenItIsCharged)
+{
+    setBattery("Full", "97");
+
+    EXPECT_EQ(only().boolean("Is Charged"), true);
+    EXPECT_EQ(only().boolean("Is Charging"), false);
+}
+
+TEST_F(KernelPowerSourcesTest, DescribesNothingWithoutABatteryOrAFolder)
+{
+    EXPECT_THAT(sources.descriptions(), IsEmpty());
+
+    std::filesystem::remove(folder.path());
+    EXPECT_THAT(sources.descriptions(), IsEmpty());
+}
+
+TEST_F(KernelPowerSourcesTest, HasNoCurrentCapacityWhenNothingTellsIt)
+{
+    folder.write("BAT0/uevent", "POWER_SUPPLY_TYPE=Battery\n");
+
+    EXPECT_EQ(only().real("Current Capacity"), std::nullopt);
+}
+
+TEST_F(KernelPowerSourcesTest, SeesABatteryThatIsPulledAndPutBack)
+{
+    setCable(false);
+    EXPECT_EQ(sources.descriptions().size(), 1U);
+
+    std::filesystem::remove_all(folder.path() / "BAT0");
+    EXPECT_THAT(sources.descriptions(), IsEmpty());
+
+    setCable(false);
+    EXPECT_EQ(sources.descriptions().size(), 1U);
+}
+
+TEST_F(KernelPowerSourcesTest, PrefersTheBetterInformedEstimates)
+{
+    estimates.minutes = {.toFull = std::nullopt, .toEmpty = 42};
+    setCable(false);
+
+    EXPECT_EQ(only().integer("Time to Empty"), 42);
+    EXPECT_EQ(estimates.asked, ChargeStatus::discharging);
+}
+
+TEST_F(KernelPowerSourcesTest, TellsOfABurstOfKernelEventsOnce)
+{
+    const auto counting = countChanges();
+
+    for (int event = 0; event < 20; ++event) {
+        kernel.call();
+        loop.advance(10ms);
+    }
+    EXPECT_EQ(changes, 0);
+
+    loop.advance(50ms);
+    EXPECT_EQ(changes, 1);
+
+    loop.advance(1h);
+    EXPECT_EQ(changes, 1);
+}
+
+TEST_F(KernelPowerSourcesTest, TellsOfEachBurst)
+{
+    const auto counting = countChanges();
+    kernel.call();
+    loop.advance(1s);
+
+    kernel.call();
+    loop.advance(1s);
+
+    EXPECT_EQ(changes, 2);
+}
+
+TEST_F(KernelPowerSourcesTest, TellsOfAnEndlessBurstAllTheSame)
+{
+    const auto counting = countChanges();
+
+    for (int event = 0; event < 100; ++event) {
+        kernel.call();
+        loop.advance(10ms);
+    }
+
+    EXPECT_GE(changes, 3);
+}
+
+TEST_F(KernelPowerSourcesTest, TellsOfNewEstimates)
+{
+    const auto counting = countChanges();
+
+    estimates.listeners.call();
+    loop.advance(250ms);
+
+    EXPECT_EQ(changes, 1);
+}
+
+TEST_F(KernelPowerSourcesTest, TellsOfEstimatesWhereTheKernelCannotBeHeard)
+{
+    KernelPowerSources deaf({.runLoop = loop,
+                             .estimates = estimates,
+                             .watchSupplies = [](const auto&) { return Subscription(); },
+                             .uptime = [] { return Seconds{0}; }},
+                            folder.path());
+    const auto counting = deaf.observe([this] { ++changes; });
+
+    estimates.listeners.call();
+    loop.advance(250ms);
+
+    EXPECT_TRUE(counting);
+    EXPECT_EQ(changes, 1);
+}
+
+TEST_F(KernelPowerSourcesTest, TellsNobodyWhoStoppedListening)
+{
+    {
+        const auto counting = countChanges();
+        kernel.call();
+    }
+
+    loop.advance(1s);
+
+    EXPECT_EQ(changes, 0);
+}
+
+TEST_F(KernelPowerSourcesTest, HoldsBackALooseContactAndTellsWhenItIsOver)
+{
+    setCable(false);
+    (void)only();
+    setCable(true);
+    (void)only();
+    loop.advance(3s);
+    setCable(false);
+    EXPECT_EQ(only().string("Power Source State"), "AC Power");
+    EXPECT_EQ(only().boolean("Is Charging"), true);
+    const auto counting = countChanges();
+
+    loop.advance(9s);
+    EXPECT_EQ(changes, 0);
+    loop.advance(1s);
+
+    EXPECT_EQ(changes, 1);
+    EXPECT_EQ(only().string("Power Source State"), "Battery Power");
+    loop.advance(1h);
+    EXPECT_EQ(changes, 1);
+}
+
+TEST_F(KernelPowerSourcesTest, DoesNotLookAgainWhenTheCableIsBack)
+{
+    setCable(false);
+    (void)only();
+    setCable(true);
+    (void)only();
+    setCable(false);
+    (void)only();
+    setCable(true);
+    (void)only();
+    const auto counting = countChanges();
+
+    loop.advance(1h);
+
+    EXPECT_EQ(changes, 0);
+}
+
+TEST_F(KernelPowerSourcesTest, ShowsACableThatFlapsForFourteenMinutesOnce)
+{
+    setCable(false);
+    std::string shown = only().string("Power Source State").value_or("");
+    int flips = 0;
+    const auto reading = sources.observe([&] {
+        const auto now = only().string("Power Source State").value_or("");
+        if (now != shown) ++flips;
+        shown = now;
+    });
+
+    bool online = false;
+    for (Seconds time{0}; time < 14min; time += 3200ms) {
+        online = !online;
+        setCable(online);
+        kernel.call();
+        loop.advance(3200ms);
+    }
+    EXPECT_EQ(flips, 1);
+
+    setCable(false);
+    kernel.call();
+    loop.advance(11s);
+    EXPECT_EQ(shown, "Battery Power");
+}
+
+TEST(KernelBatteryRegistryTest, GivesTheKeysOfTheRegistry)
+{
+    const TemporaryFolder folder;
+    folder.write("BAT0/uevent",
+                 "POWER_SUPPLY_TYPE=Battery\nPOWER_SUPPLY_STATUS=Discharging\n"
+                 "POWER_SUPPLY_CYCLE_COUNT=213\nPOWER_SUPPLY_CHARGE_FULL=4500000\n"
+                 "POWER_SUPPLY_CHARGE_FULL_DESIGN=5000000\nPOWER_SUPPLY_TEMP=305\n"
+                 "POWER_SUPPLY_VOLTAGE_NOW=12345678\nPOWER_SUPPLY_CURRENT_NOW=1234000\n");
+    folder.write("ucsi/uevent",
+                 "POWER_SUPPLY_TYPE=USB\nPOWER_SUPPLY_ONLINE=1\n"
+                 "POWER_SUPPLY_VOLTAGE_MAX=20000000\nPOWER_SUPPLY_CURRENT_MAX=3000000\n");
+
+    const auto registry =
+        KernelBatteryRegistry(folder.path()).properties().value_or(PropertyDictionary{});
+
+    EXPECT_EQ(registry.integer("CycleCount"), 213);
+    EXPECT_EQ(registry.integer("DesignCapacity"), 5000);
+    EXPECT_EQ(registry.integer("MaxCapacity"), 4500);
+    EXPECT_EQ(registry.integer("Temperature"), 3050);
+    EXPECT_EQ(registry.integer("Voltage"), 12346);
+    EXPECT_EQ(registry.integer("Amperage"), -1234);
+    const auto adapter = registry.dictionary("AdapterDetails").value_or(PropertyDictionary{});
+    EXPECT_EQ(adapter.integer("Watts"), 60);
+}
+
+TEST(KernelBatteryRegistryTest, LeavesOutWhatIsUnknown)
+{
+    const TemporaryFolder folder;
+    folder.write("BAT0/uevent", "POWER_SUPPLY_TYPE=Battery\nPOWER_SUPPLY_CAPACITY=50\n");
+
+    const auto registry = KernelBatteryRegistry(folder.path()).properties();
+
+    ASSERT_TRUE(registry);
+    EXPECT_TRUE(registry->empty());
+}
+
+TEST(KernelBatteryRegistryTest, IsAbsentWithoutABattery)
+{
+    const TemporaryFolder folder;
+
+    EXPECT_FALSE(KernelBatteryRegistry(folder.path()).properties());
+    EXPECT_FALSE(KernelBatteryRegistry(folder.path() / "none").properties());
+}
+
+}  // namespace
+}  // namespace vorlane::platform
