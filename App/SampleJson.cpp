@@ -32,20 +32,31 @@ std::optional<Sample> sampleOf(const simdjson::dom::element& element)
     return sample;
 }
 
-template <typename Number>
-void append(std::string& text, Number number)
+template <typename... Arguments>
+void appendNumber(std::string& text, Arguments... arguments)
 {
     std::array<char, 32> digits;
-    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
+    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), arguments...).ptr;
     text.append(digits.data(), end);
+}
+
+void appendReal(std::string& text, double number)
+{
+    // Without an exponent the largest ones look like whole numbers, and too long to be read back.
+    constexpr double wholeLimit = 9223372036854775808.0;  // 2^63
+    if (std::abs(number) < wholeLimit) {
+        appendNumber(text, number);
+    } else {
+        appendNumber(text, number, std::chars_format::scientific);
+    }
 }
 
 void append(std::string& text, const Sample& sample)
 {
     text += R"({"t":)";
-    append(text, sample.t);
+    appendReal(text, sample.t);
     text += R"(,"p":)";
-    append(text, sample.p);
+    appendNumber(text, sample.p);
     text += sample.c ? R"(,"c":true)" : R"(,"c":false)";
     text += sample.a ? R"(,"a":true})" : R"(,"a":false})";
 }
@@ -54,6 +65,9 @@ void append(std::string& text, const Sample& sample)
 
 std::optional<std::vector<Sample>> decodeSamples(std::string json)
 {
+    constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+    if (json.starts_with(byteOrderMark)) json.erase(0, byteOrderMark.size());
+
     // The parser reads a little beyond the text; room there saves it a copy.
     json.reserve(json.size() + simdjson::SIMDJSON_PADDING);
     simdjson::dom::parser parser;
