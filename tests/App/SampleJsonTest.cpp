@@ -1,0 +1,321 @@
+#include "App/SampleJson.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <bit>
+#include <cmath>
+#include <limits>
+#include <random>
+
+#include "tests/support/Printing.h"
+
+namespace vorlane {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::Optional;
+
+std::string encode(const std::vector<Sample>& samples)
+{
+    SampleEncoder encoder(samples);
+    std::string text;
+    for (auto piece = encoder.next(); !piece.empty(); piece = encoder.next()) text += piece;
+    return text;
+}
+
+std::string repeated(std::string_view text, std::size_t times)
+{
+    std::string result;
+    for (std::size_t i = 0; i < times; ++i) result += text;
+    return result;
+}
+
+constexpr Sample oneSample{.t = 1.5, .p = 50, .c = true, .a = false};
+const std::string oneObject = R"({"t":1.5,"p":50,"c":true,"a":false})";
+
+TEST(SampleJsonTest, WritesCompactObjectsOldestFirst)
+{
+    EXPECT_EQ(encode({{.t = 1767603600, .p = 80, .c = true, .a = true},
+                      {.t = 1767603660.25, .p = 79, .c = false, .a = false}}),
+              R"([{"t":1767603600,"p":80,"c":true,"a":true},)"
+              R"({"t":1767603660.25,"p":79,"c":false,"a":false}])");
+}
+
+TEST(SampleJsonTest, WritesAnEmptyHistoryAsAnEmptyArray)
+{
+    EXPECT_EQ(encode({}), "[]");
+    EXPECT_THAT(decodeSamples("[]"), Optional(IsEmpty()));
+}
+
+TEST(SampleJsonTest, EndsWithAnEmptyPiece)
+{
+    const std::vector<Sample> samples{oneSample};
+    SampleEncoder encoder(samples);
+
+    EXPECT_EQ(encoder.next(), "[" + oneObject + "]");
+    EXPECT_EQ(encoder.next(), "");
+    EXPECT_EQ(encoder.next(), "");
+}
+
+TEST(SampleJsonTest, WritesALongHistoryInPieces)
+{
+    const std::vector<Sample> samples(5000, oneSample);
+    SampleEncoder encoder(samples);
+    std::string text;
+    int pieces = 0;
+    for (auto piece = encoder.next(); !piece.empty(); piece = encoder.next()) {
+        EXPECT_LE(piece.size(), 64U * 1024U);
+        text += piece;
+        ++pieces;
+    }
+
+    EXPECT_GT(pieces, 1);
+    EXPECT_EQ(text, "[" + repeated(oneObject + ",", 4999) + oneObject + "]");
+}
+
+TEST(SampleJsonTest, NeverWritesAnEmptyPieceBeforeTheEnd)
+{
+    for (std::size_t count = 1760; count < 1780; ++count) {
+        const std::vector<Sample> samples(count, oneSample);
+        EXPECT_EQ(encode(samples), "[" + repeated(oneObject + ",", count - 1) + oneObject + "]");
+    }
+}
+
+TEST(SampleJsonTest, AcceptsKeysInAnyOrderAndBlanks)
+{
+    EXPECT_THAT(decodeSamples(" [ {\n\"a\": false ,\t\"c\" :true, \"p\": 50,\r\n\"t\": 1.5} ] \n"),
+                Optional(ElementsAre(oneSample)));
+}
+
+TEST(SampleJsonTest, KeepsTheOrderOfTheFile)
+{
+    const auto samples =
+        decodeSamples(R"([{"t":3,"p":1,"c":true,"a":true},{"t":1,"p":2,"c":true,"a":true},)"
+                      R"({"t":2,"p":3,"c":true,"a":true}])");
+
+    ASSERT_TRUE(samples);
+    EXPECT_THAT(*samples, ElementsAre(testing::Field(&Sample::p, 1), testing::Field(&Sample::p, 2),
+                                      testing::Field(&Sample::p, 3)));
+}
+
+TEST(SampleJsonTest, AcceptsEveryFormOfANumberForTheTime)
+{
+    const std::vector<std::pair<std::string, double>> times{
+        {"0", 0},           {"-1", -1},         {"1767603600", 1767603600},
+        {"1.76e9", 1.76e9}, {"1E+2", 100},      {"-0.5", -0.5},
+        {"1e308", 1e308},   {"5e-324", 5e-324}, {"18446744073709551615", 18446744073709551615.0}};
+    for (const auto& [text, time] : times) {
+        const auto samples = decodeSamples(R"([{"t":)" + text + R"(,"p":1,"c":true,"a":true}])");
+        ASSERT_TRUE(samples) << text;
+        EXPECT_EQ(samples->front().t, time) << text;
+    }
+}
+
+TEST(SampleJsonTest, PassesOverAByteOrderMark)
+{
+    EXPECT_THAT(decodeSamples("\xEF\xBB\xBF[" + oneObject + "]"), Optional(ElementsAre(oneSample)));
+    EXPECT_EQ(decodeSamples("\xEF\xBB\xBF"), std::nullopt);
+    EXPECT_EQ(decodeSamples("[]\xEF\xBB\xBF"), std::nullopt);
+}
+
+TEST(SampleJsonTest, RefusesAnElementThatIsNoSample)
+{
+    const std::vector<std::string> elements{
+        "0",
+        "null",
+        "true",
+        R"("text")",
+        "[]",
+        "{}",
+        "[" + oneObject + "]",
+        R"({"p":50,"c":true,"a":false})",
+        R"({"t":1.5,"c":true,"a":false})",
+        R"({"t":1.5,"p":50,"a":false})",
+        R"({"t":1.5,"p":50,"c":true})",
+        R"({"T":1.5,"p":50,"c":true,"a":false})",
+        R"({"t":"1.5","p":50,"c":true,"a":false})",
+        R"({"t":null,"p":50,"c":true,"a":false})",
+        R"({"t":true,"p":50,"c":true,"a":false})",
+        R"({"t":[1.5],"p":50,"c":true,"a":false})",
+        R"({"t":1.5,"p":50.5,"c":true,"a":false})",
+        R"({"t":1.5,"p":"50","c":true,"a":false})",
+        R"({"t":1.5,"p":null,"c":true,"a":false})",
+        R"({"t":1.5,"p":9223372036854775808,"c":true,"a":false})",
+        R"({"t":1.5,"p":1e300,"c":true,"a":false})",
+        R"({"t":1.5,"p":50,"c":1,"a":false})",
+        R"({"t":1.5,"p":50,"c":"true","a":false})",
+        R"({"t":1.5,"p":50,"c":true,"a":0})",
+        R"({"t":1.5,"p":50,"c":true,"a":null})",
+        R"({"t":1e999,"p":50,"c":true,"a":false})"};
+    for (const auto& element : elements) {
+        EXPECT_EQ(decodeSamples("[" + element + "]"), std::nullopt) << element;
+        EXPECT_EQ(decodeSamples("[" + oneObject + "," + element + "]"), std::nullopt) << element;
+    }
+}
+
+TEST(SampleJsonTest, RefusesWhatIsNoArrayOfObjects)
+{
+    const std::vector<std::string> texts{"",     " ",       "\n", "null",    "0",
+                                         "true", R"("[]")", "{}", oneObject, R"({"samples":[]})"};
+    for (const auto& text : texts) EXPECT_EQ(decodeSamples(text), std::nullopt) << text;
+}
+
+TEST(SampleJsonTest, RefusesTextThatIsNotJson)
+{
+    const std::string good = "[" + oneObject + "]";
+    const std::vector<std::string> texts{
+        "[",
+        "]",
+        "[,]",
+        "[" + oneObject + ",]",
+        "[" + oneObject + oneObject + "]",
+        good + good,
+        good + "x",
+        "x" + good,
+        "[" + oneObject,
+        oneObject + "]",
+        "[NaN]",
+        R"([{"t":NaN,"p":50,"c":true,"a":false}])",
+        R"([{"t":Infinity,"p":50,"c":true,"a":false}])",
+        R"([{"t":01,"p":50,"c":true,"a":false}])",
+        R"([{"t":.5,"p":50,"c":true,"a":false}])",
+        R"([{"t":1.,"p":50,"c":true,"a":false}])",
+        R"([{"t":+1,"p":50,"c":true,"a":false}])",
+        R"([{"t":0x1,"p":50,"c":true,"a":false}])",
+        R"([{"t":1.5,"p":50,"c":True,"a":false}])",
+        R"([{t:1.5,"p":50,"c":true,"a":false}])",
+        R"([{'t':1.5,"p":50,"c":true,"a":false}])",
+        R"([{"t":1.5 "p":50,"c":true,"a":false}])",
+        "[/* none */]",
+        std::string("[\0]", 3),
+        std::string("\0", 1),
+        good + std::string("\0", 1),
+        "\xff\xfe[\0]\0",
+        "[{\"t\":1.5,\"p\":50,\"c\":true,\"a\":false,\"\xff\":0}]"};
+    for (const auto& text : texts) EXPECT_EQ(decodeSamples(text), std::nullopt) << text;
+}
+
+TEST(SampleJsonTest, RefusesATextThatWasCutOffAnywhere)
+{
+    const auto text = encode({oneSample, {.t = 1767603600.25, .p = 100, .c = false, .a = true}});
+    ASSERT_TRUE(decodeSamples(text));
+    for (std::size_t length = 0; length < text.size(); ++length) {
+        EXPECT_EQ(decodeSamples(text.substr(0, length)), std::nullopt) << length;
+    }
+}
+
+TEST(SampleJsonTest, RefusesDeepNesting)
+{
+    for (const std::size_t depth : {2, 100, 1023, 1025, 100'000}) {
+        EXPECT_EQ(decodeSamples(repeated("[", depth) + repeated("]", depth)), std::nullopt);
+        EXPECT_EQ(decodeSamples(repeated("[", depth)), std::nullopt);
+        EXPECT_EQ(decodeSamples(repeated(R"([{"t":)", depth)), std::nullopt);
+    }
+}
+
+TEST(SampleJsonTest, RefusesCountlessElementsThatAreNoSamples)
+{
+    EXPECT_EQ(decodeSamples("[0" + repeated(",0", 100'000) + "]"), std::nullopt);
+}
+
+TEST(SampleJsonTest, TakesTheFirstOfSeveralValuesOfAKey)
+{
+    EXPECT_THAT(decodeSamples(R"([{"t":1.5,"p":50,"c":true,"a":false,"p":"odd","t":7}])"),
+                Optional(ElementsAre(oneSample)));
+    EXPECT_EQ(decodeSamples(R"([{"t":"odd","t":1.5,"p":50,"c":true,"a":false}])"), std::nullopt);
+}
+
+TEST(SampleJsonTest, PassesOverKeysThatItDoesNotKnow)
+{
+    EXPECT_THAT(decodeSamples(R"([{"t":1.5,"x":[{}],"p":50,"c":true,"a":false,"":null}])"),
+                Optional(ElementsAre(oneSample)));
+}
+
+TEST(SampleJsonTest, KnowsWhatJsonCannotHold)
+{
+    const auto canHold = [](double t) {
+        const std::vector<Sample> samples{oneSample, {.t = t, .p = 0, .c = false, .a = false}};
+        return canEncode(samples);
+    };
+
+    EXPECT_TRUE(canEncode({}));
+    EXPECT_TRUE(canHold(1e308));
+    EXPECT_FALSE(canHold(std::numeric_limits<double>::infinity()));
+    EXPECT_FALSE(canHold(-std::numeric_limits<double>::infinity()));
+    EXPECT_FALSE(canHold(std::numeric_limits<double>::quiet_NaN()));
+}
+
+TEST(SampleJsonTest, ReadsWhatItWroteAtTheEdges)
+{
+    constexpr auto most = std::numeric_limits<std::int64_t>::max();
+    constexpr auto least = std::numeric_limits<std::int64_t>::min();
+    constexpr double twoTo63 = 9223372036854775808.0;
+    std::vector<Sample> samples;
+    for (const double t : {0.0,
+                           0.1,
+                           1767603600.123456,
+                           4503599627370496.5,
+                           1e15,
+                           1e16,
+                           1e17,
+                           twoTo63,
+                           -twoTo63,
+                           2 * twoTo63,
+                           1e19,
+                           1e20,
+                           1.2345678901234567e20,
+                           1e21,
+                           1e22,
+                           1e23,
+                           -1e20,
+                           1e300,
+                           std::numeric_limits<double>::max(),
+                           std::numeric_limits<double>::lowest(),
+                           5e-324,
+                           1e-7}) {
+        samples.push_back({.t = t, .p = least, .c = true, .a = false});
+        samples.push_back({.t = -t, .p = most, .c = false, .a = true});
+    }
+
+    EXPECT_THAT(decodeSamples(encode(samples)), Optional(samples)) << encode(samples);
+}
+
+TEST(SampleJsonTest, ReadsEverySampleThatItWrote)
+{
+    std::mt19937_64 random(20260105);
+    for (int round = 0; round < 200; ++round) {
+        std::vector<Sample> samples(random() % 100);
+        for (auto& sample : samples) {
+            const auto bits = std::bit_cast<double>(random());
+            const bool anyDouble = random() % 2 == 0 && std::isfinite(bits);
+            sample = {
+                .t = anyDouble ? bits : static_cast<double>(random() % 4'000'000'000) / 1000.0,
+                .p = anyDouble ? static_cast<std::int64_t>(random())
+                               : static_cast<std::int64_t>(random() % 101),
+                .c = random() % 2 == 0,
+                .a = random() % 2 == 0};
+        }
+        ASSERT_TRUE(canEncode(samples));
+        ASSERT_THAT(decodeSamples(encode(samples)), Optional(samples)) << "round " << round;
+    }
+}
+
+TEST(SampleJsonTest, SurvivesAnyDamageToAText)
+{
+    std::mt19937 random(20260105);
+    const auto text = encode(std::vector<Sample>(20, oneSample));
+    for (int round = 0; round < 2000; ++round) {
+        auto damaged = text;
+        for (auto hits = random() % 4 + 1; hits > 0; --hits) {
+            damaged[random() % damaged.size()] = static_cast<char>(random());
+        }
+        const auto samples = decodeSamples(damaged);
+        if (!samples) continue;
+        EXPECT_THAT(decodeSamples(encode(*samples)), Optional(*samples)) << damaged;
+    }
+}
+
+}  // namespace
+}  // namespace vorlane
