@@ -1,0 +1,97 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <bit>
+#include <cmath>
+#include <limits>
+#include <random>
+
+#include "App/SampleJson.h"
+#include "tests/support/Printing.h"
+
+namespace vorlane {
+namespace {
+
+using testing::Optional;
+
+std::string encode(const std::vector<Sample>& samples)
+{
+    SampleEncoder encoder(samples);
+    std::string text;
+    for (auto piece = encoder.next(); !piece.empty(); piece = encoder.next()) text += piece;
+    return text;
+}
+
+TEST(SampleJsonRoundTripTest, ReadsWhatItWroteAtTheEdges)
+{
+    constexpr auto most = std::numeric_limits<std::int64_t>::max();
+    constexpr auto least = std::numeric_limits<std::int64_t>::min();
+    constexpr double twoTo63 = 9223372036854775808.0;
+    std::vector<Sample> samples;
+    for (const double t : {0.0,
+                           0.1,
+                           1767603600.123456,
+                           4503599627370496.5,
+                           1e15,
+                           1e16,
+                           1e17,
+                           twoTo63,
+                           -twoTo63,
+                           2 * twoTo63,
+                           1e19,
+                           1e20,
+                           1.2345678901234567e20,
+                           1e21,
+                           1e22,
+                           1e23,
+                           -1e20,
+                           1e300,
+                           std::numeric_limits<double>::max(),
+                           std::numeric_limits<double>::lowest(),
+                           5e-324,
+                           1e-7}) {
+        samples.push_back({.t = t, .p = least, .c = true, .a = false});
+        samples.push_back({.t = -t, .p = most, .c = false, .a = true});
+    }
+
+    EXPECT_THAT(decodeSamples(encode(samples)), Optional(samples)) << encode(samples);
+}
+
+TEST(SampleJsonRoundTripTest, ReadsEverySampleThatItWrote)
+{
+    std::mt19937_64 random(20260105);
+    for (int round = 0; round < 200; ++round) {
+        std::vector<Sample> samples(random() % 100);
+        for (auto& sample : samples) {
+            const auto bits = std::bit_cast<double>(random());
+            const bool anyDouble = random() % 2 == 0 && std::isfinite(bits);
+            sample = {
+                .t = anyDouble ? bits : static_cast<double>(random() % 4'000'000'000) / 1000.0,
+                .p = anyDouble ? static_cast<std::int64_t>(random())
+                               : static_cast<std::int64_t>(random() % 101),
+                .c = random() % 2 == 0,
+                .a = random() % 2 == 0};
+        }
+        ASSERT_TRUE(canEncode(samples));
+        ASSERT_THAT(decodeSamples(encode(samples)), Optional(samples)) << "round " << round;
+    }
+}
+
+TEST(SampleJsonRoundTripTest, SurvivesAnyDamageToAText)
+{
+    std::mt19937 random(20260105);
+    const auto text =
+        encode(std::vector<Sample>(20, Sample{.t = 1.5, .p = 50, .c = true, .a = false}));
+    for (int round = 0; round < 2000; ++round) {
+        auto damaged = text;
+        for (auto hits = random() % 4 + 1; hits > 0; --hits) {
+            damaged[random() % damaged.size()] = static_cast<char>(random());
+        }
+        const auto samples = decodeSamples(damaged);
+        if (!samples) continue;
+        EXPECT_THAT(decodeSamples(encode(*samples)), Optional(*samples)) << damaged;
+    }
+}
+
+}  // namespace
+}  // namespace vorlane
