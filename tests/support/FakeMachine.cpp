@@ -7,9 +7,9 @@ FakeMachine::FakeMachine()
     describe();
 }
 
-Services FakeMachine::services()
+Services FakeMachine::servicesWith(PowerSources& others)
 {
-    return {.powerSources = powerSources,
+    return {.powerSources = others,
             .batteryRegistry = batteryRegistry,
             .defaults = defaults,
             .files = files,

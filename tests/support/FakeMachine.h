@@ -37,7 +37,8 @@ public:
 
     FakeMachine();
 
-    Services services();
+    Services services() { return servicesWith(powerSources); }
+    Services servicesWith(PowerSources& others);
 
     // Each change is told to the program, which then does what it asked the loop for.
     void plugIn();
