@@ -1,0 +1,47 @@
+// A message bus of the test's own: a real daemon that knows no service and ends with the test.
+#pragma once
+
+#include <sys/types.h>
+
+#include <functional>
+#include <string>
+
+#include "TemporaryFolder.h"
+#include "platform/linux/SdBus.h"
+#include "platform/linux/SdEventRunLoop.h"
+
+namespace vorlane::platform {
+
+class PrivateBus {
+public:
+    // A failure to start is a failure of the test; connections are then empty.
+    PrivateBus();
+    PrivateBus(const PrivateBus&) = delete;
+    PrivateBus& operator=(const PrivateBus&) = delete;
+    ~PrivateBus();
+
+    const std::string& address() const { return address_; }
+
+    // A connection of its own, served by the loop.
+    BusPointer connect(const SdEventRunLoop& loop) const;
+
+    // Ends the daemon, as when the user's session goes away.
+    void end();
+
+private:
+    void start();
+
+    TemporaryFolder folder;
+    std::string address_;
+    pid_t daemon = 0;
+};
+
+// Turns the loop until the condition holds; false, and a failure of the test, when it does not
+// within twenty seconds.
+bool runUntil(const SdEventRunLoop& loop, const std::function<bool()>& holds);
+
+// Sends a call and turns the loop until it is answered. Needed where both ends of the call are
+// served by this one loop: waiting for the reply alone would wait for ever.
+MessagePointer answer(const SdEventRunLoop& loop, sd_bus_message* call);
+
+}  // namespace vorlane::platform
