@@ -1,0 +1,42 @@
+#include "platform/linux/XdgFileManager.h"
+
+#include "platform/linux/Files.h"
+#include "platform/linux/XdgFolders.h"
+
+namespace vorlane::platform {
+
+namespace {
+
+// Thirty times a full history, so whatever is longer is none; and little enough to hold.
+constexpr std::size_t longestFile = 64 * 1024 * 1024;
+
+}  // namespace
+
+std::vector<std::string> XdgFileManager::applicationSupportFolders()
+{
+    const auto folder = xdgDataHome();
+    if (!folder) return {};
+    return {*folder};
+}
+
+void XdgFileManager::createFolder(const std::string& path)
+{
+    makeFolders(path);
+}
+
+std::optional<std::string> XdgFileManager::read(const std::string& path)
+{
+    return readFile(path, longestFile);
+}
+
+bool XdgFileManager::replace(const std::string& path, const Pieces& next)
+{
+    return replaceFile(path, next);
+}
+
+bool XdgFileManager::keepAside(const std::string& path)
+{
+    return keepFileAside(path);
+}
+
+}  // namespace vorlane::platform

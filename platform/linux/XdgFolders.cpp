@@ -1,0 +1,49 @@
+#include "platform/linux/XdgFolders.h"
+
+#include <pwd.h>
+#include <unistd.h>
+
+#include <array>
+#include <cstdlib>
+
+namespace vorlane::platform {
+
+namespace {
+
+std::optional<std::string> absolute(const char* path)
+{
+    if (path == nullptr || path[0] != '/') return std::nullopt;
+    return path;
+}
+
+std::optional<std::string> accountHome()
+{
+    std::array<char, 16 * 1024> texts;
+    passwd entry{};
+    passwd* found = nullptr;
+    if (getpwuid_r(getuid(), &entry, texts.data(), texts.size(), &found) != 0) return std::nullopt;
+    return found != nullptr ? absolute(found->pw_dir) : std::nullopt;
+}
+
+std::optional<std::string> baseFolder(const char* variable, const char* inHome)
+{
+    if (auto folder = absolute(std::getenv(variable))) return folder;
+    auto home = absolute(std::getenv("HOME"));
+    if (!home) home = accountHome();
+    if (!home) return std::nullopt;
+    return *home + "/" + inHome;
+}
+
+}  // namespace
+
+std::optional<std::string> xdgConfigHome()
+{
+    return baseFolder("XDG_CONFIG_HOME", ".config");
+}
+
+std::optional<std::string> xdgDataHome()
+{
+    return baseFolder("XDG_DATA_HOME", ".local/share");
+}
+
+}  // namespace vorlane::platform

@@ -1,0 +1,295 @@
+#include "platform/linux/Files.h"
+
+#include <fcntl.h>
+#include <gmock/gmock.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <csignal>
+#include <fstream>
+#include <utility>
+#include <vector>
+
+#include "tests/platform/linux/TemporaryFolder.h"
+
+namespace vorlane::platform {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+namespace fs = std::filesystem;
+
+// No file may grow beyond this while it lives: a disk that is full.
+class FullDisk {
+public:
+    explicit FullDisk(rlim_t bytes) : handler(std::signal(SIGXFSZ, SIG_IGN))
+    {
+        (void)getrlimit(RLIMIT_FSIZE, &before);
+        const rlimit small{.rlim_cur = bytes, .rlim_max = before.rlim_max};
+        (void)setrlimit(RLIMIT_FSIZE, &small);
+    }
+    FullDisk(const FullDisk&) = delete;
+    FullDisk& operator=(const FullDisk&) = delete;
+    ~FullDisk()
+    {
+        (void)setrlimit(RLIMIT_FSIZE, &before);
+        (void)std::signal(SIGXFSZ, handler);
+    }
+
+private:
+    rlimit before{};
+    void (*handler)(int);
+};
+
+class FilesTest : public testing::Test {
+protected:
+    TemporaryFolder folder;
+    std::string file = folder.path() / "file";
+    static constexpr std::size_t limit = 100;
+
+    std::vector<std::string> names() const
+    {
+        std::vector<std::string> names;
+        for (const auto& entry : fs::directory_iterator(folder.path())) {
+            names.push_back(entry.path().filename());
+        }
+        std::ranges::sort(names);
+        return names;
+    }
+
+    bool replaceWith(std::string_view content) const
+    {
+        return replaceFile(file, [&] { return std::exchange(content, {}); });
+    }
+};
+
+TEST_F(FilesTest, ReadsAFileWhole)
+{
+    folder.write("file", std::string_view("a\0b\n", 4));
+
+    EXPECT_EQ(readFile(file, limit), std::string("a\0b\n", 4));
+}
+
+TEST_F(FilesTest, ReadsAnEmptyFileAsEmpty)
+{
+    folder.write("file", "");
+
+    EXPECT_EQ(readFile(file, limit), "");
+}
+
+TEST_F(FilesTest, ReadsUpToTheLimitAndNothingBeyond)
+{
+    folder.write("file", std::string(limit, 'x'));
+    EXPECT_EQ(readFile(file, limit), std::string(limit, 'x'));
+
+    folder.write("file", std::string(limit + 1, 'x'));
+    EXPECT_EQ(readFile(file, limit), std::nullopt);
+}
+
+TEST_F(FilesTest, ReadsAFileOfManyPieces)
+{
+    std::string content;
+    for (int i = 0; content.size() < 1'000'000; ++i) content += std::to_string(i);
+    folder.write("file", content);
+
+    EXPECT_EQ(readFile(file, 2'000'000), content);
+}
+
+TEST_F(FilesTest, ReadsThroughALink)
+{
+    folder.write("target", "content");
+    fs::create_symlink("target", file);
+
+    EXPECT_EQ(readFile(file, limit), "content");
+}
+
+TEST_F(FilesTest, ReadsNothingButRegularFilesAndWaitsForNone)
+{
+    EXPECT_EQ(readFile(file, limit), std::nullopt);
+    EXPECT_EQ(readFile("", limit), std::nullopt);
+    EXPECT_EQ(readFile(folder.path(), limit), std::nullopt);
+    EXPECT_EQ(readFile("/dev/zero", limit), std::nullopt);
+
+    ASSERT_EQ(mkfifo(file.c_str(), 0600), 0);
+    EXPECT_EQ(readFile(file, limit), std::nullopt);
+
+    fs::create_symlink("loop", folder.path() / "loop");
+    EXPECT_EQ(readFile(folder.path() / "loop", limit), std::nullopt);
+}
+
+TEST_F(FilesTest, WritesANewFileForItsOwnerAlone)
+{
+    EXPECT_TRUE(replaceWith("content"));
+
+    EXPECT_EQ(readFile(file, limit), "content");
+    EXPECT_EQ(fs::status(file).permissions(), fs::perms::owner_read | fs::perms::owner_write);
+    EXPECT_THAT(names(), ElementsAre("file"));
+}
+
+TEST_F(FilesTest, WritesAllPiecesInTheirOrder)
+{
+    std::vector<std::string_view> pieces{"one ", "two ", "three"};
+    std::size_t next = 0;
+
+    EXPECT_TRUE(replaceFile(file, [&] { return next < 3 ? pieces[next++] : ""; }));
+
+    EXPECT_EQ(readFile(file, limit), "one two three");
+}
+
+TEST_F(FilesTest, LeavesTheOldFileInPlaceWhileItWritesTheNewOne)
+{
+    folder.write("file", "old");
+    std::string seen;
+    std::string_view content = "new";
+
+    EXPECT_TRUE(replaceFile(file, [&] {
+        seen += readFile(file, limit).value_or("none") + ",";
+        return std::exchange(content, {});
+    }));
+
+    EXPECT_EQ(seen, "old,old,");
+    EXPECT_EQ(readFile(file, limit), "new");
+}
+
+TEST_F(FilesTest, ReplacesALinkAndNotItsTarget)
+{
+    folder.write("target", "old");
+    fs::create_symlink("target", file);
+
+    EXPECT_TRUE(replaceWith("new"));
+
+    EXPECT_FALSE(fs::is_symlink(file));
+    EXPECT_EQ(readFile(file, limit), "new");
+    EXPECT_EQ(readFile(folder.path() / "target", limit), "old");
+}
+
+TEST_F(FilesTest, LeavesTheOldFileUntouchedOnAFullDisk)
+{
+    folder.write("file", "old");
+    const std::string large(100'000, 'x');
+    bool replaced = true;
+    {
+        const FullDisk full(4096);
+        replaced = replaceWith(large);
+    }
+
+    EXPECT_FALSE(replaced);
+    EXPECT_EQ(readFile(file, limit), "old");
+    EXPECT_THAT(names(), ElementsAre("file"));
+}
+
+TEST_F(FilesTest, LeavesNothingBehindWhenAFolderStandsInTheWay)
+{
+    fs::create_directories(fs::path(file) / "inner");
+
+    EXPECT_FALSE(replaceWith("new"));
+
+    EXPECT_THAT(names(), ElementsAre("file"));
+    EXPECT_TRUE(fs::is_directory(fs::path(file) / "inner"));
+}
+
+TEST_F(FilesTest, CannotWriteWhereThereIsNoFolder)
+{
+    folder.write("plain", "");
+
+    EXPECT_FALSE(replaceFile(folder.path() / "missing" / "file", [] { return ""; }));
+    EXPECT_FALSE(replaceFile(folder.path() / "plain" / "file", [] { return ""; }));
+}
+
+TEST_F(FilesTest, KeepsAFileUnderASecondNameUntilItIsReplaced)
+{
+    folder.write("file", "bad");
+
+    EXPECT_TRUE(keepFileAside(file));
+    EXPECT_EQ(readFile(file, limit), "bad");  // whole at every moment
+    EXPECT_TRUE(replaceWith("good"));
+
+    EXPECT_EQ(readFile(file, limit), "good");
+    EXPECT_EQ(readFile(file + ".bad", limit), "bad");
+}
+
+TEST_F(FilesTest, NeverOverwritesWhatWasKeptEarlier)
+{
+    for (const auto* content : {"first", "second", "third"}) {
+        folder.write("file", content);
+        EXPECT_TRUE(keepFileAside(file));
+        EXPECT_TRUE(replaceWith("good"));
+    }
+
+    EXPECT_EQ(readFile(file + ".bad", limit), "first");
+    EXPECT_EQ(readFile(file + ".bad.1", limit), "second");
+    EXPECT_EQ(readFile(file + ".bad.2", limit), "third");
+}
+
+TEST_F(FilesTest, KeepsTheSameFileOnlyOnce)
+{
+    folder.write("file", "bad");
+
+    EXPECT_TRUE(keepFileAside(file));
+    EXPECT_TRUE(keepFileAside(file));
+
+    EXPECT_THAT(names(), ElementsAre("file", "file.bad"));
+}
+
+TEST_F(FilesTest, MovesAFolderAside)
+{
+    folder.write("file/inner", "kept");
+    folder.write("file.bad", "earlier");
+
+    EXPECT_TRUE(keepFileAside(file));
+
+    EXPECT_FALSE(fs::exists(file));
+    EXPECT_EQ(readFile(file + ".bad.1/inner", limit), "kept");
+    EXPECT_EQ(readFile(file + ".bad", limit), "earlier");
+}
+
+TEST_F(FilesTest, KeepsALinkThatLeadsNowhere)
+{
+    fs::create_symlink("nowhere", file);
+
+    EXPECT_TRUE(keepFileAside(file));
+    EXPECT_TRUE(replaceWith("good"));
+
+    EXPECT_EQ(fs::read_symlink(file + ".bad"), "nowhere");
+    EXPECT_EQ(readFile(file, limit), "good");
+}
+
+TEST_F(FilesTest, HasNothingToKeepWhereNothingStands)
+{
+    folder.write("plain", "");
+
+    EXPECT_TRUE(keepFileAside(file));
+    EXPECT_TRUE(keepFileAside(folder.path() / "missing" / "file"));
+    EXPECT_TRUE(keepFileAside(folder.path() / "plain" / "file"));
+
+    EXPECT_THAT(names(), ElementsAre("plain"));
+}
+
+TEST_F(FilesTest, SaysWhenItCannotKeepAFile)
+{
+    EXPECT_FALSE(keepFileAside("/proc/self/status"));
+}
+
+TEST_F(FilesTest, MakesFoldersForTheirOwnerAlone)
+{
+    const auto inner = folder.path() / "one" / "two";
+
+    makeFolders(inner);
+    makeFolders(inner);
+
+    EXPECT_EQ(fs::status(inner).permissions(), fs::perms::owner_all);
+    EXPECT_EQ(fs::status(inner.parent_path()).permissions(), fs::perms::owner_all);
+}
+
+TEST_F(FilesTest, KnowsTheFolderOfAPath)
+{
+    EXPECT_EQ(folderOf("/a/b/c"), "/a/b");
+    EXPECT_EQ(folderOf("/a"), "/");
+    EXPECT_EQ(folderOf("/"), "/");
+    EXPECT_EQ(folderOf("a"), ".");
+}
+
+}  // namespace
+}  // namespace vorlane::platform
