@@ -1,0 +1,72 @@
+#include "platform/linux/FileWatch.h"
+
+#include <unistd.h>
+
+#include <string_view>
+#include <utility>
+
+#include "platform/linux/Files.h"
+
+namespace vorlane::platform {
+
+namespace {
+
+constexpr std::uint32_t goneMask = IN_DELETE_SELF | IN_MOVE_SELF;
+constexpr std::uint32_t watchMask = IN_CLOSE_WRITE | IN_CREATE | IN_MOVED_TO | IN_MOVED_FROM |
+                                    IN_DELETE | IN_ATTRIB | goneMask | IN_ONLYDIR;
+constexpr std::uint32_t lostMask = goneMask | IN_IGNORED | IN_UNMOUNT | IN_Q_OVERFLOW;
+
+}  // namespace
+
+FileWatch::FileWatch(sd_event* event, std::string file, std::function<void()> callback)
+    : event_(event), path(std::move(file)), changed(std::move(callback))
+{
+    turn_ = owned<EventSourcePointer>([this](sd_event_source** source) {
+        return sd_event_add_defer(event_, source, onTurn, this);
+    });
+    if (!turn_) return;
+    (void)sd_event_source_set_enabled(turn_.get(), SD_EVENT_OFF);
+    arm();
+}
+
+void FileWatch::arm()
+{
+    watchNearestFolder();
+    // The folder may have come between the look and the watch.
+    if (awaited != path && access(awaited.c_str(), F_OK) == 0) watchNearestFolder();
+}
+
+void FileWatch::watchNearestFolder()
+{
+    watch_.reset();
+    for (awaited = path; awaited != "/" && awaited != "."; awaited = folderOf(awaited)) {
+        watch_ = owned<EventSourcePointer>([this](sd_event_source** source) {
+            return sd_event_add_inotify(event_, source, folderOf(awaited).c_str(), watchMask,
+                                        onChange, this);
+        });
+        if (watch_) return;
+    }
+}
+
+int FileWatch::onChange(sd_event_source* /*source*/, const inotify_event* change, void* self)
+{
+    const auto* const watch = static_cast<FileWatch*>(self);
+    const std::string_view name = change->len > 0 ? change->name : "";
+    const auto& awaited = watch->awaited;
+    const bool isAwaited = name == std::string_view(awaited).substr(awaited.rfind('/') + 1);
+    if (!isAwaited && (change->mask & lostMask) == 0) return 0;
+
+    // Not from here: a watch cannot be renewed while it reports.
+    (void)sd_event_source_set_enabled(watch->turn_.get(), SD_EVENT_ONESHOT);
+    return 0;
+}
+
+int FileWatch::onTurn(sd_event_source* /*source*/, void* self)
+{
+    auto* const watch = static_cast<FileWatch*>(self);
+    watch->arm();
+    watch->changed();
+    return 0;
+}
+
+}  // namespace vorlane::platform

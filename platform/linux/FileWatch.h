@@ -1,0 +1,33 @@
+// Tells when a file may have changed: written, replaced, removed or come back, and also when its
+// folder goes or comes. It does not look into the file.
+#pragma once
+
+#include <sys/inotify.h>
+
+#include <functional>
+#include <string>
+
+#include "platform/linux/SdBus.h"
+
+namespace vorlane::platform {
+
+class FileWatch {
+public:
+    // Calls `changed` on a later turn of the loop, once for what happened together.
+    FileWatch(sd_event* event, std::string path, std::function<void()> changed);
+
+private:
+    void arm();
+    void watchNearestFolder();
+    static int onChange(sd_event_source* source, const inotify_event* change, void* self);
+    static int onTurn(sd_event_source* source, void* self);
+
+    sd_event* event_;
+    std::string path;
+    std::function<void()> changed;
+    std::string awaited;  // what must change in the watched folder: the file, or a folder above it
+    EventSourcePointer watch_;
+    EventSourcePointer turn_;
+};
+
+}  // namespace vorlane::platform
