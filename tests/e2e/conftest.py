@@ -1,0 +1,103 @@
+"""The fixtures: a virtual laptop for each test, and the program in it, which must end cleanly."""
+import os
+import pathlib
+
+import pytest
+
+from laptop.notification_daemons import Dunst, Mako
+from laptop.sway import Sway
+from laptop.virtual_laptop import VirtualLaptop
+from laptop.waybar import Waybar
+from laptop.xfce_panel import XfcePanel
+
+REPOSITORY = pathlib.Path(__file__).resolve().parents[2]
+
+
+def pytest_addoption(parser):
+    parser.addoption('--vorlane', default=str(REPOSITORY / 'build/sanitize/bin/vorlane'),
+                     help='the program to test')
+
+
+@pytest.fixture(scope='session')
+def program(pytestconfig):
+    path = os.path.abspath(pytestconfig.getoption('--vorlane'))
+    assert os.access(path, os.X_OK), f'{path} is not there; build it first'
+    return path
+
+
+@pytest.fixture
+def laptop(program):
+    """Buses, login manager, UPower and a battery; no screen."""
+    laptop = VirtualLaptop(program)
+    try:
+        laptop.upower.start()
+        yield laptop
+        if laptop.vorlane.process:
+            laptop.vorlane.quit()
+    finally:
+        # Shown by pytest when the test fails.
+        for process in laptop.machine.processes:
+            if process.name == 'vorlane':
+                print(process.stderr, end='')
+        laptop.close()
+
+
+@pytest.fixture
+def vorlane(laptop):
+    """The program, not started yet. A test that leaves it running has it quit, cleanly."""
+    return laptop.vorlane
+
+
+@pytest.fixture
+def item(laptop):
+    return laptop.item
+
+
+@pytest.fixture
+def notifications(laptop):
+    return laptop.notifications
+
+
+@pytest.fixture
+def clock(laptop):
+    """The program's clock, when it is started with this one."""
+    return laptop.moved_clock()
+
+
+@pytest.fixture
+def screen(laptop):
+    return laptop.x_screen()
+
+
+@pytest.fixture
+def dunst(laptop, screen):
+    """The notification daemon, running."""
+    return Dunst(laptop.machine, laptop.session_bus).start()
+
+
+@pytest.fixture
+def late_dunst(laptop, screen):
+    """The notification daemon, not started yet."""
+    return Dunst(laptop.machine, laptop.session_bus)
+
+
+@pytest.fixture
+def panel(laptop, screen):
+    """The panel, not started yet."""
+    return XfcePanel(laptop.machine, laptop.session_bus)
+
+
+@pytest.fixture
+def wayland(laptop):
+    return Sway(laptop.machine)
+
+
+@pytest.fixture
+def mako(laptop, wayland):
+    return Mako(laptop.machine, laptop.session_bus).start()
+
+
+@pytest.fixture
+def waybar(laptop, wayland):
+    """The bar, not started yet."""
+    return Waybar(laptop.machine, laptop.session_bus)

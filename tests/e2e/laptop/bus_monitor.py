@@ -1,0 +1,53 @@
+"""Everything of interest that passes over a bus, in order, seen from outside like dbus-monitor."""
+from dataclasses import dataclass
+
+import dbus
+import dbus.lowlevel
+
+from .bus import BUS
+
+
+@dataclass(frozen=True)
+class Seen:
+    """One message. `reply_to` is the serial of the call that it answers."""
+    kind: str  # "call", "return", "error" or "signal"
+    sender: str
+    serial: int
+    reply_to: int
+    path: str
+    interface: str
+    member: str
+    arguments: tuple
+
+
+KINDS = {dbus.lowlevel.MESSAGE_TYPE_METHOD_CALL: 'call', dbus.lowlevel.MESSAGE_TYPE_METHOD_RETURN: 'return',
+         dbus.lowlevel.MESSAGE_TYPE_ERROR: 'error', dbus.lowlevel.MESSAGE_TYPE_SIGNAL: 'signal'}
+
+
+class BusMonitor:
+    def __init__(self, bus, rules):
+        """`rules` are D-Bus match rules; every message that matches one is kept and told."""
+        self.messages = []
+        self._tell = []
+        self._connection = bus.connect()
+        self._connection.add_message_filter(self._note)
+        self._connection.call_blocking(BUS, '/org/freedesktop/DBus', BUS + '.Monitoring',
+                                       'BecomeMonitor', 'asu', (rules, 0))
+
+    def listen(self, callback):
+        """Calls back with each message from now on."""
+        self._tell.append(callback)
+
+    def close(self):
+        self._connection.close()
+
+    def _note(self, _connection, message):
+        if message.get_type() in KINDS:
+            seen = Seen(KINDS[message.get_type()], message.get_sender(), message.get_serial(),
+                        message.get_reply_serial(), message.get_path(), message.get_interface(),
+                        message.get_member(), tuple(message.get_args_list()))
+            self.messages.append(seen)
+            for callback in self._tell:
+                callback(seen)
+        # A monitor may not answer; unhandled calls would be answered with an error.
+        return dbus.lowlevel.HANDLER_RESULT_HANDLED

@@ -1,0 +1,51 @@
+"""A picture of a screen, and what differs between two of them."""
+import subprocess
+
+
+class Screenshot:
+    """Rows of red, green and blue bytes."""
+
+    def __init__(self, width, height, pixels):
+        self.width, self.height, self._pixels = width, height, pixels
+
+    @classmethod
+    def from_ppm(cls, data):
+        magic, width, height, depth, pixels = _split(data)
+        if (magic, depth) != (b'P6', 255):
+            raise ValueError('not an 8 bit portable pixmap')
+        return cls(width, height, pixels)
+
+    def save(self, path):
+        ppm = b'P6 %d %d 255\n' % (self.width, self.height) + self._pixels
+        subprocess.run(['convert', 'ppm:-', path], input=ppm, check=True)
+
+    def difference(self, other):
+        """The smallest box (left, top, right, bottom) that holds every differing pixel, or None."""
+        if (self.width, self.height) != (other.width, other.height):
+            raise ValueError('screenshots of different sizes')
+        rows = [y for y in range(self.height) if self._row(y) != other._row(y)]
+        if not rows:
+            return None
+        columns = [x for y in rows for x in self._differing_columns(other, y)]
+        return min(columns), rows[0], max(columns) + 1, rows[-1] + 1
+
+    def _row(self, y):
+        return self._pixels[y * self.width * 3:(y + 1) * self.width * 3]
+
+    def _differing_columns(self, other, y):
+        mine, theirs = self._row(y), other._row(y)
+        return [x for x in range(self.width) if mine[3 * x:3 * x + 3] != theirs[3 * x:3 * x + 3]]
+
+
+def _split(data):
+    """Splits a binary pixmap: its pixels may begin with bytes that look like blanks."""
+    fields, position = [], 0
+    while len(fields) < 4:
+        end = position
+        while data[end:end + 1] not in (b' ', b'\n', b'\t'):
+            end += 1
+        if end > position:
+            fields.append(data[position:end])
+        position = end + 1
+    magic, width, height, depth = fields
+    return magic, int(width), int(height), int(depth), data[position:]

@@ -1,0 +1,101 @@
+"""The program's tray item and its menu, read over the bus as a tray host reads them."""
+import dbus
+
+from .bus_monitor import BusMonitor
+from .waiting import wait_until
+
+OWNER = 'org.vorlane.Vorlane'
+PATH = '/StatusNotifierItem'
+ITEM = 'org.kde.StatusNotifierItem'
+MENU = 'com.canonical.dbusmenu'
+WATCHER = 'org.kde.StatusNotifierWatcher'
+RULES = [f"type='signal',interface='{ITEM}'", f"type='signal',interface='{MENU}'",
+         f"type='signal',interface='{WATCHER}'", f"type='method_call',interface='{WATCHER}'"]
+
+
+class StatusItem:
+    def __init__(self, bus):
+        self._bus = bus
+        # Its messages wake whoever waits for the item to change.
+        self._monitor = BusMonitor(bus, RULES)
+
+    def on_change(self, callback):
+        """Calls back after each signal of the item."""
+        self._monitor.listen(lambda seen: callback() if seen.interface == ITEM else None)
+
+    def get(self, name):
+        """A property; None while nobody owns the item."""
+        try:
+            return self._bus.get(OWNER, PATH, ITEM, name)
+        except dbus.DBusException:
+            return None
+
+    @property
+    def label(self):
+        return str(self.get('XAyatanaLabel')).strip()
+
+    @property
+    def icon(self):
+        return str(self.get('IconName'))
+
+    @property
+    def tooltip(self):
+        """Its title line."""
+        tip = self.get('ToolTip')
+        return str(tip[2]) if tip else None
+
+    def wait_for_label(self, label):
+        wait_until(lambda: self.label == label, lambda: f'the label {label!r}; it is {self.label!r}')
+
+    def wait_for_icon(self, symbol):
+        name = 'vorlane-' + symbol.replace('.', '-') + '-symbolic'
+        wait_until(lambda: self.icon == name, lambda: f'the icon {name}; it is {self.icon}')
+
+    def wait_for_tooltip(self, text):
+        wait_until(lambda: self.tooltip == text, lambda: f'the tooltip {text!r}; it is {self.tooltip!r}')
+
+    def registrations(self):
+        """How often the program has registered an item with the watcher."""
+        return sum(seen.kind == 'call' and seen.member == 'RegisterStatusNotifierItem'
+                   for seen in self._monitor.messages)
+
+    def registered(self):
+        """Whether the watcher lists our item now."""
+        try:
+            items = self._bus.get(WATCHER, '/StatusNotifierWatcher', WATCHER,
+                                  'RegisteredStatusNotifierItems')
+        except dbus.DBusException:
+            return False
+        owners = {self._bus.owner(str(item).split('/')[0]) for item in items}
+        return self._bus.owner(OWNER) in owners
+
+    def wait_until_registered(self):
+        wait_until(self.registered, 'the item at its watcher', look_every=0.05)
+
+    def menu_lines(self):
+        """The labels of the menu, from top to bottom, without separators."""
+        return [str(properties['label']) for _, properties in self._menu_items()
+                if properties.get('type') != 'separator']
+
+    def wait_for_menu_line(self, label):
+        wait_until(lambda: label in self.menu_lines(), lambda: f'{label!r} in {self.menu_lines()}')
+
+    def choose(self, label):
+        """Clicks a line of the menu, as a host tells it."""
+        number = next(number for number, properties in self._menu_items()
+                      if properties.get('label') == label)
+        self._bus.call(OWNER, self.get('Menu'), MENU, 'Event', 'isvu', number, 'clicked',
+                       dbus.String('', variant_level=1), 0)
+
+    def activate(self):
+        """The click of the main mouse button."""
+        self._bus.call(OWNER, PATH, ITEM, 'Activate', 'ii', 0, 0)
+
+    def close(self):
+        self._monitor.close()
+
+    def _menu_items(self):
+        layout = self._bus.call(OWNER, self.get('Menu'), MENU, 'GetLayout', 'iias', 0, -1,
+                                dbus.Array([], signature='s'))
+        _, (_, _, children) = layout
+        return [(int(number), properties) for number, properties, _ in children]

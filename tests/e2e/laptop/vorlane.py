@@ -1,0 +1,107 @@
+"""The program under test: started, spoken to, and ended with nothing to complain about."""
+import json
+import os
+import signal
+
+import dbus
+
+from . import preload
+from .status_item import OWNER, PATH
+from .waiting import wait_until
+
+APPLICATION = 'org.freedesktop.Application'
+SANITIZERS = {
+    'ASAN_OPTIONS': 'abort_on_error=1:detect_leaks=1:strict_string_checks=1:'
+                    'detect_stack_use_after_return=1:check_initialization_order=1',
+    'UBSAN_OPTIONS': 'print_stacktrace=1:halt_on_error=1',
+}
+
+
+class Vorlane:
+    def __init__(self, program, machine, session_bus, testbed):
+        self._program, self._machine = program, machine
+        self._bus, self._testbed = session_bus, testbed
+        self._clock = None
+        self.process = None
+
+    @property
+    def settings_path(self):
+        return self._machine.folder('config', 'vorlane', 'settings.toml')
+
+    @property
+    def history_path(self):
+        return self._machine.folder('data', 'Vorlane', 'history.json')
+
+    def history(self):
+        """The samples of the history file; None when there is no file."""
+        try:
+            with open(self.history_path) as file:
+                return json.load(file)
+        except FileNotFoundError:
+            return None
+
+    def write_settings(self, text):
+        self._machine.write(text, 'config', 'vorlane', 'settings.toml')
+
+    def settings(self):
+        with open(self.settings_path) as file:
+            return file.read()
+
+    def spawn(self, clock=None, environment=None):
+        """Starts the program and does not wait."""
+        self._clock = clock
+        libraries = [preload.sanitizer_of(self._program), preload.library('libumockdev-preload.so.0'),
+                     clock.library() if clock else None]
+        return self._machine.start('vorlane', [self._program], {
+            **self._testbed.environment(), **SANITIZERS, **(clock.environment() if clock else {}),
+            'LD_PRELOAD': ' '.join(filter(None, libraries)), **(environment or {})})
+
+    def start(self, clock=None, environment=None):
+        """Starts the program and waits until it has launched."""
+        self.process = self.spawn(clock, environment)
+        self._bus.wait_for(OWNER, self.process)
+        self.round_trip()
+        return self
+
+    def round_trip(self):
+        """Returns when the program has handled all that reached it before."""
+        self._bus.get(OWNER, PATH, 'org.kde.StatusNotifierItem', 'Id')
+
+    def advance(self, seconds):
+        """Moves the program's clock, wakes the program and lets what is due happen.
+
+        Work that is put off for a moment (a burst of events is one change) gets that moment.
+        """
+        for step in (seconds, 0.5):
+            self._clock.move(step)
+            self.round_trip()
+            self.round_trip()
+
+    def activate(self):
+        """What a desktop does when its user starts the program again."""
+        self._bus.call(OWNER, '/org/vorlane/Vorlane', APPLICATION, 'Activate', 'a{sv}',
+                       dbus.Dictionary({}, signature='sv'))
+
+    def kill(self):
+        """No chance to save or to say anything."""
+        self.process.kill()
+        self._bus.wait_until_free(OWNER)
+        self.process = None
+
+    def quit(self, number=signal.SIGTERM):
+        """Asks it to end, and expects that it does so cleanly."""
+        if self.process.running:
+            self.process.signal(number)
+        self.expect_clean_end()
+
+    def expect_clean_end(self):
+        process, self.process = self.process, None
+        code = process.wait_for_end()
+        assert (code, process.stdout, process.stderr) == (0, '', '')
+
+    def wait_for_saved_percent(self, percent):
+        """The newest sample in the history file has this percentage."""
+        def saved():
+            samples = self.history()
+            return samples and samples[-1]['p'] == percent
+        wait_until(saved, lambda: f'{percent}% in {os.path.basename(self.history_path)}', look_every=0.02)

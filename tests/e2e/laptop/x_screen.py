@@ -1,0 +1,58 @@
+"""An X screen that nobody sees, with a window manager and a pointer."""
+import os
+import subprocess
+
+from .screenshot import Screenshot
+from .waiting import wait_until
+
+SIZE = (1280, 800)
+
+
+class XScreen:
+    def __init__(self, machine, depth=24):
+        self._machine = machine
+        ready, telling = os.pipe()
+        machine.start('xvfb', ['/usr/bin/Xvfb', '-displayfd', str(telling), '-screen', '0',
+                               f'{SIZE[0]}x{SIZE[1]}x{depth}', '-nolisten', 'tcp', '-noreset', '-nocursor'],
+                      pass_fds=(telling,))
+        os.close(telling)
+        with os.fdopen(ready) as pipe:
+            number = pipe.readline().strip()
+        if not number:
+            raise RuntimeError('Xvfb gave no display')
+        machine.environment['DISPLAY'] = ':' + number
+        machine.start('openbox', ['/usr/bin/openbox', '--sm-disable'])
+
+    def picture(self):
+        shot = self._run('import', '-silent', '-window', 'root', '-depth', '8', 'ppm:-')
+        return Screenshot.from_ppm(shot)
+
+    def move_pointer(self, x, y):
+        self._run('xdotool', 'mousemove', str(x), str(y))
+
+    def click(self, x, y, button=1):
+        # A pause between moving and pressing, so that the window under the pointer knows of it.
+        self._run('xdotool', 'mousemove', str(x), str(y), 'sleep', '0.1', 'click', str(button))
+
+    def click_on_window(self, window_class):
+        """In the middle of it, as soon as it is there."""
+        left, top, right, bottom = self.wait_for_window(window_class)
+        self.click((left + right) // 2, (top + bottom) // 2)
+
+    def wait_for_window(self, window_class):
+        return wait_until(lambda: self.window(window_class), f'a window of {window_class}', look_every=0.05)
+
+    def window(self, window_class):
+        """The box (left, top, right, bottom) of the first visible window of a class, or None."""
+        found = self._run('xdotool', 'search', '--onlyvisible', '--class', window_class, check=False).split()
+        for window in found:
+            text = self._run('xdotool', 'getwindowgeometry', '--shell', window, check=False).decode()
+            at = dict(line.split('=') for line in text.split())
+            x, y, width, height = (int(at.get(key, 0)) for key in ('X', 'Y', 'WIDTH', 'HEIGHT'))
+            if width > 1 and height > 1:
+                return x, y, x + width, y + height
+        return None
+
+    def _run(self, *argv, check=True):
+        return subprocess.run(argv, env=self._machine.environment, stdout=subprocess.PIPE,
+                              stderr=subprocess.DEVNULL, check=check, timeout=60).stdout

@@ -1,0 +1,71 @@
+"""The XFCE panel along the top of the screen, in its two ways of showing status items."""
+from .preload import library
+from .status_item import WATCHER
+from .waiting import wait_until
+
+CHANNEL = '''<?xml version="1.0" encoding="UTF-8"?>
+<channel name="xfce4-panel" version="1.0">
+  <property name="configver" type="int" value="2"/>
+  <property name="panels" type="array">
+    <value type="int" value="1"/>
+    <property name="dark-mode" type="bool" value="true"/>
+    <property name="panel-1" type="empty">
+      <property name="position" type="string" value="p=6;x=0;y=0"/>
+      <property name="position-locked" type="bool" value="true"/>
+      <property name="length" type="double" value="100"/>
+      <property name="size" type="uint" value="30"/>
+      <property name="plugin-ids" type="array">
+{ids}
+      </property>
+    </property>
+  </property>
+  <property name="plugins" type="empty">
+{plugins}
+  </property>
+</channel>
+'''
+STRETCH = '''    <property name="{name}" type="string" value="separator">
+      <property name="expand" type="bool" value="true"/>
+      <property name="style" type="uint" value="0"/>
+    </property>'''
+PLUGIN = '    <property name="{name}" type="string" value="{kind}"/>'
+INDICATORS = '/usr/libexec/ayatana-indicator-application/ayatana-indicator-application-service'
+
+
+class XfcePanel:
+    def __init__(self, machine, bus):
+        self._machine, self._bus = machine, bus
+        self._started = []
+
+    def start(self, plugins=('stretch', 'systray')):
+        """`systray` shows icons with tooltips, `indicator` icons with labels and menus."""
+        self._configure(plugins)
+        self._start('xfconfd', [library('xfce4/xfconf/xfconfd')], 'org.xfce.Xfconf')
+        if 'indicator' in plugins:
+            self._start('indicators', [INDICATORS], WATCHER)
+        self._start('xfce4-panel', ['/usr/bin/xfce4-panel', '--disable-wm-check'], WATCHER)
+        wait_until(self._hosting, 'a host at the watcher', look_every=0.05)
+        return self
+
+    def kill(self):
+        """As in a crash: nobody is told."""
+        while self._started:
+            self._started.pop().kill()
+        self._bus.wait_until_free(WATCHER)
+
+    def _configure(self, plugins):
+        numbered = [(f'plugin-{number}', kind) for number, kind in enumerate(plugins, 1)]
+        text = CHANNEL.format(
+            ids='\n'.join(f'        <value type="int" value="{number}"/>'
+                          for number in range(1, len(numbered) + 1)),
+            plugins='\n'.join((STRETCH if kind == 'stretch' else PLUGIN).format(name=name, kind=kind)
+                              for name, kind in numbered))
+        self._machine.write(text, 'config', 'xfce4', 'xfconf', 'xfce-perchannel-xml', 'xfce4-panel.xml')
+
+    def _start(self, name, argv, owned):
+        process = self._machine.start(name, argv)
+        self._started.append(process)
+        self._bus.wait_for(owned, process)
+
+    def _hosting(self):
+        return self._bus.get(WATCHER, '/StatusNotifierWatcher', WATCHER, 'IsStatusNotifierHostRegistered')

@@ -1,0 +1,174 @@
+"""Services that are late, absent, frozen or killed, and the machine's sleep."""
+from laptop.waiting import wait_until
+from test_reminders import LIMIT, LOW
+
+
+def test_without_a_notification_daemon_an_alert_is_dropped(laptop, vorlane, late_dunst, notifications, item):
+    vorlane.start()
+    laptop.charge_to(20)
+    item.wait_for_label('20%')
+
+    late_dunst.start()
+    vorlane.round_trip()
+    laptop.charge_to(19)
+    item.wait_for_label('19%')
+
+    assert notifications.posted == []
+
+
+def test_a_notification_daemon_that_comes_late_is_used(laptop, vorlane, late_dunst, notifications, item, clock):
+    laptop.plug_in(79)
+    vorlane.start(clock)
+    laptop.charge_to(80)
+    item.wait_for_label('80%')
+
+    late_dunst.start()
+    vorlane.advance(300)
+
+    assert notifications.wait_for(1).title == LIMIT
+
+
+def test_a_notification_daemon_that_the_bus_can_start_is_used(laptop, vorlane, late_dunst, notifications):
+    laptop.session_bus.offer('org.freedesktop.Notifications', late_dunst.argv_in_environment())
+    vorlane.start()
+
+    laptop.charge_to(20)
+
+    assert notifications.wait_for(1).title == LOW
+
+
+def test_a_killed_notification_daemon_is_not_missed(laptop, vorlane, dunst, notifications, item, clock):
+    laptop.plug_in(79)
+    vorlane.start(clock)
+    laptop.charge_to(80)
+    first = notifications.wait_for(1)
+
+    dunst.kill()
+    laptop.charge_to(81)
+    item.wait_for_label('81%')
+    dunst.start()
+    vorlane.advance(300)
+
+    second = notifications.wait_for(2)
+    assert second.title == LIMIT
+    # The id of the first died with its daemon; it may be another program's by now.
+    assert (second.replaces, first.id in notifications.closed) == (0, False)
+
+
+def test_a_post_that_its_daemon_did_not_survive_is_posted_again(laptop, vorlane, dunst, notifications):
+    vorlane.start()
+    dunst.freeze()
+    laptop.charge_to(20)
+    wait_until(lambda: notifications.posted, 'the post to the frozen daemon')
+    assert notifications.posted[0].id is None
+
+    dunst.kill()
+    dunst.start()
+
+    assert notifications.wait_for(2).title == LOW
+
+
+def test_snoozing_works_with_a_restarted_daemon(laptop, vorlane, screen, dunst, notifications, item):
+    vorlane.start()
+    dunst.kill()
+    dunst.start()
+    laptop.charge_to(20)
+    shown = notifications.wait_for(1)
+
+    screen.click_on_window(dunst.window_class)
+    notifications.wait_for_action(shown)
+
+    item.wait_for_menu_line('Cancel Snooze')
+
+
+def test_a_killed_upower_changes_no_fact(laptop, vorlane, dunst, notifications, item):
+    vorlane.start()
+    laptop.upower.kill()
+
+    laptop.charge_to(20)
+    item.wait_for_label('20%')
+    assert notifications.wait_for(1).title == LOW
+
+    laptop.upower.start()
+    laptop.charge_to(21)
+    item.wait_for_label('21%')
+
+
+def test_a_frozen_upower_blocks_nothing(laptop, vorlane, dunst, notifications, item):
+    vorlane.start()
+    laptop.upower.freeze()
+
+    laptop.charge_to(20)
+    item.wait_for_label('20%')
+    assert notifications.wait_for(1).title == LOW
+    vorlane.activate()
+    vorlane.quit()
+
+    laptop.upower.thaw()
+
+
+def test_the_program_starts_beside_a_frozen_upower(laptop, vorlane, item):
+    laptop.upower.freeze()
+    vorlane.start()
+
+    item.wait_for_label('60%')
+    assert item.tooltip.startswith('On battery, ')
+
+    laptop.upower.thaw()
+
+
+def test_without_upower_the_time_comes_from_energy_and_rate(laptop, vorlane, item):
+    laptop.upower.kill()
+    vorlane.write_settings('showTime = true\n')
+    vorlane.start()
+
+    item.wait_for_label('60% · 3:00')
+    assert item.tooltip == 'On battery, 3 h left'
+
+
+def test_the_history_is_saved_before_sleep_which_is_held_up_meanwhile(laptop, vorlane, item):
+    vorlane.start()
+    assert laptop.logind.sleep_delays() == ['Vorlane']
+    laptop.charge_to(59)
+    item.wait_for_label('59%')
+    assert vorlane.history()[-1]['p'] == 60
+
+    laptop.logind.say_sleep(True)
+    wait_until(lambda: not laptop.logind.sleep_delays(), 'sleep to be allowed', look_every=0.02)
+    assert vorlane.history()[-1]['p'] == 59
+
+    laptop.logind.say_sleep(False)
+    wait_until(lambda: laptop.logind.sleep_delays() == ['Vorlane'], 'sleep to be held up again',
+               look_every=0.02)
+
+
+def test_waking_takes_a_fresh_reading(laptop, vorlane, item, clock):
+    vorlane.start(clock)
+    laptop.logind.say_sleep(True)
+    laptop.charge_silently_to(42)
+    laptop.logind.say_sleep(False)
+    vorlane.round_trip()
+    assert item.label == '60%'
+
+    vorlane.advance(3)
+
+    item.wait_for_label('42%')
+
+
+def test_the_program_works_without_a_system_bus(laptop, vorlane, dunst, notifications, item):
+    vorlane.start(environment={'DBUS_SYSTEM_BUS_ADDRESS': 'unix:path=/nonexistent'})
+
+    laptop.charge_to(20)
+
+    item.wait_for_label('20%')
+    assert notifications.wait_for(1).title == LOW
+
+
+def test_losing_the_system_bus_leaves_the_reminders(laptop, vorlane, dunst, notifications, item):
+    vorlane.start()
+    laptop.system_bus.close()
+
+    laptop.charge_to(20)
+
+    item.wait_for_label('20%')
+    assert notifications.wait_for(1).title == LOW
