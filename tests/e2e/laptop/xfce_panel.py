@@ -28,13 +28,21 @@ STRETCH = '''    <property name="{name}" type="string" value="separator">
       <property name="expand" type="bool" value="true"/>
       <property name="style" type="uint" value="0"/>
     </property>'''
+CLOCK = '''    <property name="{name}" type="string" value="clock">
+      <property name="digital-layout" type="uint" value="3"/>
+      <property name="digital-time-format" type="string" value="%H:%M:%S"/>
+      <property name="digital-time-font" type="string" value="DejaVu Sans 10"/>
+    </property>'''
 PLUGIN = '    <property name="{name}" type="string" value="{kind}"/>'
+TEMPLATES = {'stretch': STRETCH, 'clock': CLOCK}
 INDICATORS = '/usr/libexec/ayatana-indicator-application/ayatana-indicator-application-service'
 
 
 class XfcePanel:
-    def __init__(self, machine, bus):
+    def __init__(self, machine, bus, clock=None):
+        """With a moved clock the panel's own clock follows it."""
         self._machine, self._bus = machine, bus
+        self._environment = {**clock.environment(), 'LD_PRELOAD': clock.library()} if clock else {}
         self._started = []
 
     def start(self, plugins=('stretch', 'systray')):
@@ -43,7 +51,7 @@ class XfcePanel:
         self._start('xfconfd', [library('xfce4/xfconf/xfconfd')], 'org.xfce.Xfconf')
         if 'indicator' in plugins:
             self._start('indicators', [INDICATORS], WATCHER)
-        self._start('xfce4-panel', ['/usr/bin/xfce4-panel', '--disable-wm-check'], WATCHER)
+        self._start('xfce4-panel', ['/usr/bin/xfce4-panel', '--disable-wm-check'], WATCHER, self._environment)
         wait_until(self._hosting, 'a host at the watcher', look_every=0.05)
         return self
 
@@ -58,12 +66,12 @@ class XfcePanel:
         text = CHANNEL.format(
             ids='\n'.join(f'        <value type="int" value="{number}"/>'
                           for number in range(1, len(numbered) + 1)),
-            plugins='\n'.join((STRETCH if kind == 'stretch' else PLUGIN).format(name=name, kind=kind)
+            plugins='\n'.join(TEMPLATES.get(kind, PLUGIN).format(name=name, kind=kind)
                               for name, kind in numbered))
         self._machine.write(text, 'config', 'xfce4', 'xfconf', 'xfce-perchannel-xml', 'xfce4-panel.xml')
 
-    def _start(self, name, argv, owned):
-        process = self._machine.start(name, argv)
+    def _start(self, name, argv, owned, environment=None):
+        process = self._machine.start(name, argv, environment)
         self._started.append(process)
         self._bus.wait_for(owned, process)
 

@@ -1,0 +1,154 @@
+"""The story: on battery down to the low level, plugged in, up to the limit, snoozed, unplugged."""
+from gi.repository import GLib
+
+from ..testbed import BATTERY
+from ..virtual_laptop import VirtualLaptop
+from ..waiting import wait_until
+from .desktop import Desktop
+from .narrator import Narrator
+
+PACE = 0.8  # seconds to look at each step
+CAPACITY = int(BATTERY['energy_full'])
+
+
+def live_through(program, pictures):
+    laptop = VirtualLaptop(program)
+    try:
+        Day(laptop, pictures).run()
+    finally:
+        laptop.close()
+
+
+class Day:
+    def __init__(self, laptop, pictures):
+        self._laptop = laptop
+        self._clock = laptop.moved_clock()
+        self._clock.set_time_of_day(8)
+        self._tell = Narrator(self._clock)
+        self._percent = 64
+        self._plugged = False
+        self._news = False
+        self._set(64, 'Discharging', 15)
+        laptop.upower.start()
+        self._desktop = Desktop(laptop, self._clock, pictures)
+        laptop.item.on_change(self._tell_item_soon)
+        laptop.notifications.on_post(self._tell.notification)
+
+    def run(self):
+        self._start()
+        self._use_up()
+        self._plug_in_and_charge()
+        self._snooze()
+        self._unplug()
+        self._finish()
+
+    def _start(self):
+        self._tell.user('starts Vorlane, on battery')
+        self._tell_reading()
+        self._laptop.vorlane.start(self._clock)
+        self._laptop.item.wait_until_registered()
+        self._laptop.item.wait_for_label('64%')
+        self._tell_item()
+        self._pause()
+
+    def _use_up(self):
+        for percent in (57, 50, 43, 36, 29, 22):
+            self._step(minutes=13, percent=percent)
+        self._expect_posts(0)
+        self._step(minutes=4, percent=20)
+        self._expect_posts(1, 'Low battery')
+        self._photograph('1-low')
+
+    def _plug_in_and_charge(self):
+        self._tell.user('closes the notification and plugs in')
+        self._desktop.dismiss()
+        self._laptop.notifications.wait_until_closed(self._laptop.notifications.posted[-1])
+        self._plugged = True
+        self._step(minutes=1, percent=20)
+        self._laptop.item.wait_for_icon('battery.100.bolt')
+        for percent in (32, 44, 56, 68, 79):
+            self._step(minutes=12, percent=percent)
+        self._expect_posts(1)
+        self._step(minutes=1, percent=80)
+        self._expect_posts(2, 'Charge limit reached')
+        self._photograph('2-limit')
+
+    def _snooze(self):
+        self._tell.user('presses "Snooze 1 hour" on the notification')
+        shown = self._laptop.notifications.posted[-1]
+        self._desktop.press_snooze()
+        self._laptop.notifications.wait_for_action(shown)
+        self._laptop.item.wait_for_menu_line('Cancel Snooze')
+        for percent in (86, 91, 95):
+            self._step(minutes=15, percent=percent)
+        self._expect_posts(2)
+        self._photograph('3-snoozed')
+        self._step(minutes=16, percent=98)
+        self._expect_posts(3, 'Charge limit reached')
+        self._photograph('4-an-hour-later')
+
+    def _unplug(self):
+        self._tell.user('unplugs')
+        self._plugged = False
+        self._step(minutes=1, percent=98)
+        self._laptop.item.wait_for_icon('battery.100')
+        for percent in (91, 85):
+            self._step(minutes=13, percent=percent)
+        self._expect_posts(3)
+        self._photograph('5-unplugged')
+
+    def _finish(self):
+        self._tell.user('logs out')
+        self._laptop.vorlane.quit()
+        samples = self._laptop.vorlane.history()
+        assert samples and samples[-1]['p'] == self._percent, 'the day is not in the history'
+        hours = (samples[-1]['t'] - samples[0]['t']) / 3600
+        print(f'\nAll as expected: {len(self._laptop.notifications.posted)} notifications, '
+              f'{len(samples)} samples of {hours:.1f} hours in the history.')
+
+    def _step(self, minutes, percent):
+        """Time passes, and the battery has another level at its end."""
+        self._clock.move(60 * minutes)
+        self._percent = percent
+        self._set(percent, 'Charging' if self._plugged else 'Discharging', 27 if self._plugged else 15)
+        self._laptop.testbed.change('AC', online=int(self._plugged))
+        self._tell_reading()
+        self._laptop.vorlane.advance(1)
+        self._laptop.item.wait_for_label(f'{percent}%')
+        self._pause()
+
+    def _set(self, percent, status, watts):
+        self._laptop.testbed.change('BAT0', announce=False, capacity=percent, status=status,
+                                    energy_now=CAPACITY * percent // 100, power_now=watts * 1000000)
+
+    def _tell_reading(self):
+        self._tell.reading(self._percent, 'charging' if self._plugged else 'discharging',
+                           27 if self._plugged else 15)
+
+    def _tell_item_soon(self):
+        """Icon, label and tooltip are announced one after the other, but are one piece of news."""
+        if not self._news:
+            self._news = True
+            GLib.idle_add(self._tell_item)
+
+    def _tell_item(self):
+        self._news = False
+        item = self._laptop.item
+        self._tell.item(item.icon, item.label, item.tooltip)
+
+    def _expect_posts(self, count, title=None):
+        notifications = self._laptop.notifications
+        if title:
+            posted = notifications.wait_for(count)
+            assert posted.title == title, f'"{title}", but "{posted.title}" was posted'
+        assert len(notifications.posted) == count, f'{count} notifications, not {notifications.titles}'
+
+    def _photograph(self, name):
+        self._tell.picture(self._desktop.photograph(name))
+
+    @staticmethod
+    def _pause():
+        """For whoever reads along."""
+        over = []
+        GLib.timeout_add(int(PACE * 1000), lambda: over.append(True))
+        wait_until(lambda: over, 'the pause to end')

@@ -1,0 +1,45 @@
+"""A desktop worth a look: wallpaper, a panel with a clock, and notifications with buttons."""
+import os
+import subprocess
+
+from ..notification_daemons import XfceNotifyd
+from ..waiting import wait_until
+from ..x_screen import SIZE
+from ..xfce_panel import XfcePanel
+
+WALLPAPER = 'gradient:#2f5d73-#16303f'
+
+
+class Desktop:
+    def __init__(self, laptop, clock, pictures):
+        self._laptop, self._pictures = laptop, pictures
+        os.makedirs(pictures, exist_ok=True)
+        self.screen = laptop.x_screen()
+        # It paints the wallpaper and then ends with 1, always: its code says nothing.
+        subprocess.run(['display', '-size', f'{SIZE[0]}x{SIZE[1]}', '-window', 'root', WALLPAPER],
+                       env=laptop.machine.environment, check=False, timeout=60)
+        panel = XfcePanel(laptop.machine, laptop.session_bus, clock)
+        panel.start(('applicationsmenu', 'stretch', 'indicator', 'clock'))
+        self.daemon = XfceNotifyd(laptop.machine, laptop.session_bus).start()
+
+    def photograph(self, name):
+        """A picture of the screen once it is still; gives its path."""
+        last = [self.screen.picture()]
+
+        def still():
+            last.append(self.screen.picture())
+            return last[-2].difference(last[-1]) is None
+        wait_until(still, 'the screen to be still', look_every=0.1)
+        path = os.path.join(self._pictures, name + '.png')
+        last[-1].save(path)
+        return path
+
+    def dismiss(self):
+        """A click on the notification's text."""
+        left, top, _, _ = self.screen.wait_for_window(self.daemon.window_class)
+        self.screen.click(left + 60, top + 40)
+
+    def press_snooze(self):
+        """The button at the lower right of the notification."""
+        _, _, right, bottom = self.screen.wait_for_window(self.daemon.window_class)
+        self.screen.click(right - 60, bottom - 22)
