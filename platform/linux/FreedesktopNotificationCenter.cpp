@@ -1,0 +1,154 @@
+#include "platform/linux/FreedesktopNotificationCenter.h"
+
+#include <chrono>
+#include <cstdint>
+#include <string_view>
+#include <utility>
+
+namespace vorlane::platform {
+
+namespace {
+
+constexpr const char* service = "org.freedesktop.Notifications";
+constexpr const char* path = "/org/freedesktop/Notifications";
+constexpr std::uint64_t forever = UINT64_MAX;
+
+Seconds uptime()
+{
+    return std::chrono::steady_clock::now().time_since_epoch();
+}
+
+// Whether the server was gone before it could answer. All other errors are its answer.
+bool diedFirst(sd_bus_message* reply)
+{
+    for (const auto* name : {SD_BUS_ERROR_NO_REPLY, SD_BUS_ERROR_DISCONNECTED,
+                             SD_BUS_ERROR_SERVICE_UNKNOWN, SD_BUS_ERROR_NAME_HAS_NO_OWNER}) {
+        if (sd_bus_message_is_method_error(reply, name)) return true;
+    }
+    return false;
+}
+
+}  // namespace
+
+FreedesktopNotificationCenter::FreedesktopNotificationCenter(sd_bus* session, std::string iconName)
+    : session_(session),
+      icon(std::move(iconName)),
+      server(session, {.changed = [this] { serverChanged(); }, .ready = [this] { postWaiting(); }}),
+      actionSignal(owned<SlotPointer>([this](sd_bus_slot** slot) {
+          return sd_bus_match_signal_async(session_, slot, service, path, service, "ActionInvoked",
+                                           onMessage<FreedesktopNotificationCenter,
+                                                     &FreedesktopNotificationCenter::actionInvoked>,
+                                           nullptr, this);
+      }))
+{}
+
+bool FreedesktopNotificationCenter::available()
+{
+    return server.available();
+}
+
+void FreedesktopNotificationCenter::setDelegate(std::weak_ptr<NotificationDelegate> receiver)
+{
+    delegate = std::move(receiver);
+}
+
+void FreedesktopNotificationCenter::setCategories(std::vector<NotificationCategory> replacement)
+{
+    categories = std::move(replacement);
+}
+
+void FreedesktopNotificationCenter::authorizationStatus(
+    std::function<void(AuthorizationStatus)> answer)
+{
+    answer(AuthorizationStatus::authorized);
+}
+
+void FreedesktopNotificationCenter::requestAuthorization(AuthorizationOptions /*options*/) {}
+
+void FreedesktopNotificationCenter::add(const NotificationRequest& request)
+{
+    if (!server.available()) return;
+    queue.add(request, uptime());
+    postWaiting();
+}
+
+void FreedesktopNotificationCenter::postWaiting()
+{
+    if (!server.capabilities()) return server.prepare();
+    while (const auto request = queue.takeNext(uptime())) post(*request);
+}
+
+// Closed and posted anew, never replaced: a replacement of one that has expired stays invisible
+// on some desktops, and other servers take an unknown id over.
+void FreedesktopNotificationCenter::post(const NotificationRequest& request)
+{
+    if (const auto old = shown.take(request.identifier)) close(*old);
+
+    const auto message = notificationMessage(request, categories, *server.capabilities());
+    const auto call = notifyCall(session_, server.owner(), message, icon);
+    auto& post = posts[request.identifier];
+    post.center = this;
+    post.identifier = request.identifier;
+    // No time limit: to be slow is not to be dead, and what is shown late must not be shown twice.
+    post.reply = owned<SlotPointer>([&](sd_bus_slot** slot) {
+        return call ? sd_bus_call_async(session_, slot, call.get(), onReply, &post, forever) : -1;
+    });
+    if (post.reply) return;
+
+    posts.erase(request.identifier);
+    queue.answered(request.identifier);
+}
+
+void FreedesktopNotificationCenter::close(std::uint32_t id)
+{
+    (void)sd_bus_call_method_async(session_, nullptr, server.owner().c_str(), path, service,
+                                   "CloseNotification", nullptr, nullptr, "u", id);
+}
+
+int FreedesktopNotificationCenter::onReply(sd_bus_message* reply, void* userdata,
+                                           sd_bus_error* /*error*/)
+{
+    auto* const post = static_cast<Post*>(userdata);
+    auto* const center = post->center;
+    const auto identifier = post->identifier;
+    center->posts.erase(identifier);
+    center->answered(identifier, reply);
+    return 0;
+}
+
+void FreedesktopNotificationCenter::answered(const std::string& identifier, sd_bus_message* reply)
+{
+    // It goes to the next server, when the bus tells of one.
+    if (diedFirst(reply)) return queue.lost(identifier);
+
+    queue.answered(identifier);
+    std::uint32_t id = 0;
+    if (!sd_bus_message_is_method_error(reply, nullptr) &&
+        sd_bus_message_read(reply, "u", &id) > 0 && id != 0) {
+        shown.add(identifier, id);
+    }
+    postWaiting();
+}
+
+// A server that is gone is not started again for what it left behind: it may come back by itself.
+void FreedesktopNotificationCenter::serverChanged()
+{
+    shown.forget();
+    posts.clear();
+    queue.allLost();
+    if (!server.owner().empty()) postWaiting();
+}
+
+void FreedesktopNotificationCenter::actionInvoked(sd_bus_message* signal)
+{
+    const char* const sender = sd_bus_message_get_sender(signal);
+    std::uint32_t id = 0;
+    const char* action = nullptr;
+    if (sender == nullptr || sender != server.owner() ||
+        sd_bus_message_read(signal, "us", &id, &action) <= 0 || !shown.isOurs(id)) {
+        return;
+    }
+    if (const auto receiver = delegate.lock()) receiver->didReceive(action, [] {});
+}
+
+}  // namespace vorlane::platform

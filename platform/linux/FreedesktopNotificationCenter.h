@@ -1,0 +1,58 @@
+// Notifications on org.freedesktop.Notifications, one shown for each identifier.
+#pragma once
+
+#include <map>
+
+#include "App/services/NotificationCenter.h"
+#include "platform/linux/NotificationQueue.h"
+#include "platform/linux/NotificationServer.h"
+#include "platform/linux/SdBus.h"
+#include "platform/linux/ShownNotifications.h"
+
+namespace vorlane::platform {
+
+// Never waits for the server. What its server did not live to answer is posted to the next one;
+// a server that hangs holds up only itself, and gets nothing twice.
+class FreedesktopNotificationCenter : public NotificationCenter {
+public:
+    // `session` is attached to the main loop and outlives this object; `icon` is a name in the
+    // icon theme.
+    FreedesktopNotificationCenter(sd_bus* session, std::string icon);
+
+    bool available() override;
+    void setDelegate(std::weak_ptr<NotificationDelegate> receiver) override;
+    void setCategories(std::vector<NotificationCategory> replacement) override;
+
+    // Outside a sandbox nobody is asked for permission.
+    void authorizationStatus(std::function<void(AuthorizationStatus)> answer) override;
+    void requestAuthorization(AuthorizationOptions options) override;
+
+    void add(const NotificationRequest& request) override;
+
+private:
+    struct Post {
+        FreedesktopNotificationCenter* center;
+        std::string identifier;
+        SlotPointer reply;
+    };
+
+    void postWaiting();
+    void post(const NotificationRequest& request);
+    void close(std::uint32_t id);
+    void answered(const std::string& identifier, sd_bus_message* reply);
+    void serverChanged();
+    void actionInvoked(sd_bus_message* signal);
+    static int onReply(sd_bus_message* reply, void* post, sd_bus_error* error);
+
+    sd_bus* session_;
+    std::string icon;
+    NotificationServer server;
+    NotificationQueue queue;
+    ShownNotifications shown;
+    std::map<std::string, Post> posts;  // unanswered, by identifier
+    std::vector<NotificationCategory> categories;
+    std::weak_ptr<NotificationDelegate> delegate;
+    SlotPointer actionSignal;
+};
+
+}  // namespace vorlane::platform
