@@ -25,6 +25,11 @@ struct FolderCloser {
     void operator()(DIR* folder) const { (void)closedir(folder); }
 };
 
+std::string pathIn(std::string folder, std::string_view name)
+{
+    return folder.append("/").append(name);
+}
+
 // Absent for anything but a plain file of a sensible size.
 std::optional<std::string> contentsOf(const std::string& path)
 {
@@ -77,7 +82,7 @@ void addAttributes(PowerSupply& supply, const std::string& folder)
 {
     for (const auto& name : entriesOf(folder).value_or(std::vector<std::string>{})) {
         if (name == "uevent") continue;
-        auto value = contentsOf(folder + "/" + name);
+        auto value = contentsOf(pathIn(folder, name));
         if (!value) continue;
 
         std::string key = name;
@@ -92,8 +97,8 @@ void addAttributes(PowerSupply& supply, const std::string& folder)
 PowerSupply readSupply(const std::string& folder, const std::string& name)
 {
     PowerSupply supply{.name = name, .values = {}};
-    const auto path = folder + "/" + name;
-    addUeventLines(supply, contentsOf(path + "/uevent").value_or(""));
+    const auto path = pathIn(folder, name);
+    addUeventLines(supply, contentsOf(pathIn(path, "uevent")).value_or(""));
     // One property that fails makes the kernel fail the whole uevent file, and old kernels leave
     // the type out of it; the properties are there one by one as well.
     if (!supply.text("TYPE")) addAttributes(supply, path);

@@ -123,9 +123,9 @@ TEST_F(PlugFilterTest, ShowsAFlappingCableOnceAndThenWhereItEndedUp)
     int changes = 0;
     bool pluggedIn = false;
     bool cable = false;
-    for (double time = 100; time < 100 + 14 * 60; time += 0.1) {
-        cable = static_cast<int>((time - 100) / 3.2) % 2 == 0;
-        const bool now = shown(time, cable ? charging : onBattery).pluggedIn;
+    for (int tenths = 0; tenths < 14 * 600; ++tenths) {
+        cable = tenths / 32 % 2 == 0;
+        const bool now = shown(100 + tenths / 10.0, cable ? charging : onBattery).pluggedIn;
         if (now != pluggedIn) ++changes;
         pluggedIn = now;
     }
