@@ -1,0 +1,126 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "tests/App/AppDelegateFixture.h"
+
+namespace vorlane {
+namespace {
+
+using testing::IsEmpty;
+
+// What the status item shows of a state and the settings.
+class StatusItemTest : public AppDelegateFixture {
+protected:
+    StatusItemTest() { launch(); }
+
+    // The title of a battery at 50%, which lasts 125 minutes or nobody knows how long.
+    std::string title(bool showPercent, bool showTime, bool timeIsKnown)
+    {
+        machine.minutesLeft(timeIsKnown ? 125 : -1);
+        set("showPercent", showPercent);
+        set("showTime", showTime);
+        EXPECT_EQ(shown().imagePosition,
+                  shown().title.empty() ? ImagePosition::imageOnly : ImagePosition::imageLeading);
+        return shown().title;
+    }
+};
+
+TEST_F(StatusItemTest, ShowsPercentAndTimeAsTheUserChose)
+{
+    EXPECT_EQ(title(true, true, true), " 50% \u00b7 2:05");
+    EXPECT_EQ(title(true, true, false), " 50%");
+    EXPECT_EQ(title(true, false, true), " 50%");
+    EXPECT_EQ(title(true, false, false), " 50%");
+    EXPECT_EQ(title(false, true, true), " 2:05");
+    EXPECT_EQ(title(false, true, false), "");
+    EXPECT_EQ(title(false, false, true), "");
+    EXPECT_EQ(title(false, false, false), "");
+}
+
+TEST_F(StatusItemTest, HasNoTitleWithoutABattery)
+{
+    machine.removeBattery();
+    for (const bool showPercent : {true, false}) {
+        for (const bool showTime : {true, false}) {
+            set("showPercent", showPercent);
+            set("showTime", showTime);
+            EXPECT_EQ(shown().title, "");
+            EXPECT_EQ(shown().imagePosition, ImagePosition::imageOnly);
+        }
+    }
+}
+
+TEST_F(StatusItemTest, ShowsAnEmptyBatteryAsZeroPercent)
+{
+    machine.charge(0);
+    EXPECT_EQ(shown().title, " 0%");
+
+    machine.charge(100);
+    EXPECT_EQ(shown().title, " 100%");
+}
+
+TEST_F(StatusItemTest, ShowsTheTimeToFullWhileCharging)
+{
+    set("showTime", true);
+    machine.minutesLeft(59);
+
+    machine.plugIn();
+    EXPECT_EQ(shown().title, " 50% \u00b7 0:59");
+
+    machine.charge(100);
+    EXPECT_EQ(shown().title, " 100%");
+}
+
+TEST_F(StatusItemTest, DescribesItsImage)
+{
+    EXPECT_EQ(shown().accessibilityDescription, "Battery");
+}
+
+TEST_F(StatusItemTest, TakesTheFirstSymbolThatTheSystemHas)
+{
+    EXPECT_EQ(shown().symbol, "battery.50");
+
+    machine.plugIn();
+    EXPECT_EQ(shown().symbol, "battery.100.bolt");
+
+    machine.charge(100);
+    EXPECT_EQ(shown().symbol, "battery.100");  // "battery.100percent" is not among the fake's
+
+    machine.statusBar.item.symbols.insert("battery.100percent");
+    delegate->updateStatusItem();
+    EXPECT_EQ(shown().symbol, "battery.100percent");
+}
+
+TEST_F(StatusItemTest, HasNoImageWhenTheSystemHasNoSymbol)
+{
+    machine.statusBar.item.symbols.clear();
+
+    delegate->updateStatusItem();
+
+    EXPECT_EQ(shown().symbol, std::nullopt);
+    EXPECT_EQ(shown().title, " 50%");
+}
+
+TEST_F(StatusItemTest, TellsTheStateInItsToolTip)
+{
+    EXPECT_EQ(shown().toolTip, "On battery, estimating time left\u2026");
+
+    machine.plugIn();
+    machine.charge(100);
+    EXPECT_EQ(shown().toolTip, "Fully charged");
+
+    machine.removeBattery();
+    EXPECT_EQ(shown().toolTip, "No battery found");
+    EXPECT_EQ(shown().symbol, "battery.0");
+}
+
+TEST_F(StatusItemTest, TakesSettingsOfTheWrongKindAsOff)
+{
+    set("showPercent", std::string("yes"));
+    set("showTime", std::int64_t{1});
+
+    EXPECT_THAT(shown().title, IsEmpty());
+}
+
+}  // namespace
+}  // namespace vorlane
