@@ -1,0 +1,58 @@
+#include "platform/linux/LinuxServices.h"
+
+#include <ctime>
+#include <functional>
+#include <utility>
+
+#include "platform/linux/PowerSupplyEvents.h"
+
+namespace vorlane::platform {
+
+namespace {
+
+// Counts the time that the machine sleeps.
+Seconds uptime()
+{
+    timespec time{};
+    (void)clock_gettime(CLOCK_BOOTTIME, &time);
+    return Seconds{static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) / 1e9};
+}
+
+}  // namespace
+
+LinuxServices::LinuxServices(Base base)
+    : base_(base),
+      defaults(base.loop.event(), FileDefaultsStore::usualPath()),
+      workspace(base.system),
+      estimates(base.system, uptime),
+      powerSources({.runLoop = base.loop,
+                    .estimates = estimates,
+                    .watchSupplies =
+                        [event = base.loop.event()](std::function<void()> changed) {
+                            return watchPowerSupplies(event, std::move(changed));
+                        },
+                    .uptime = uptime}),
+      notifications(base.session, "vorlane-battery-100-symbolic"),
+      statusBar(base.session, base.loop),
+      wake(workspace.observeDidWake([this] { statusBar.registerAgain(); }))
+{}
+
+Services LinuxServices::services()
+{
+    return {
+        .powerSources = powerSources,
+        .batteryRegistry = batteryRegistry,
+        .defaults = defaults,
+        .files = files,
+        .notifications = notifications,
+        .alertPanel = alertPanel,
+        .statusBar = statusBar,
+        .application = base_.application,
+        .workspace = workspace,
+        .runLoop = base_.loop,
+        .clock = clock,
+        .calendar = calendar,
+    };
+}
+
+}  // namespace vorlane::platform

@@ -1,0 +1,50 @@
+// One of each adapter, and the few wires between them.
+#pragma once
+
+#include "App/Subscription.h"
+#include "App/services/Services.h"
+#include "platform/linux/DesktopApplication.h"
+#include "platform/linux/FileDefaultsStore.h"
+#include "platform/linux/FreedesktopNotificationCenter.h"
+#include "platform/linux/KernelBatteryRegistry.h"
+#include "platform/linux/KernelPowerSources.h"
+#include "platform/linux/LogindWorkspace.h"
+#include "platform/linux/NoAlertPanel.h"
+#include "platform/linux/SdEventRunLoop.h"
+#include "platform/linux/StatusNotifierBar.h"
+#include "platform/linux/SystemCalendar.h"
+#include "platform/linux/SystemClock.h"
+#include "platform/linux/UPowerEstimates.h"
+#include "platform/linux/XdgFileManager.h"
+
+namespace vorlane::platform {
+
+class LinuxServices {
+public:
+    struct Base {
+        SdEventRunLoop& loop;
+        sd_bus* session;
+        sd_bus* system;  // null without a system bus
+        DesktopApplication& application;
+    };
+    explicit LinuxServices(Base base);
+
+    Services services();
+
+private:
+    Base base_;
+    SystemClock clock;
+    SystemCalendar calendar;
+    XdgFileManager files;
+    FileDefaultsStore defaults;
+    LogindWorkspace workspace;
+    UPowerEstimates estimates;
+    KernelPowerSources powerSources;
+    KernelBatteryRegistry batteryRegistry;
+    FreedesktopNotificationCenter notifications;
+    NoAlertPanel alertPanel;
+    StatusNotifierBar statusBar;
+    Subscription wake;
+};
+
+}  // namespace vorlane::platform

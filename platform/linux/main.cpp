@@ -1,0 +1,55 @@
+// Starts the resident program: one instance, the platform's services, the rules, the loop.
+#include <cstdio>
+#include <cstdlib>
+
+#include "App/VorlaneApp.h"
+#include "platform/linux/LinuxServices.h"
+
+namespace vorlane::platform {
+namespace {
+
+int refuse(const char* reason)
+{
+    (void)std::fprintf(stderr, "vorlane: %s\n", reason);
+    return EXIT_FAILURE;
+}
+
+BusPointer open(int (*opening)(sd_bus**), sd_event* event)
+{
+    auto bus = owned<BusPointer>(opening);
+    if (bus && sd_bus_attach_event(bus.get(), event, SD_EVENT_PRIORITY_NORMAL) < 0) return nullptr;
+    return bus;
+}
+
+int run()
+{
+    SdEventRunLoop loop;
+    const auto session = open(sd_bus_open_user, loop.event());
+    if (!session) return refuse("no session bus; start it from a desktop session");
+
+    DesktopApplication application(loop, session.get());
+    switch (application.claim()) {
+        case DesktopApplication::Claim::first:
+            break;
+        case DesktopApplication::Claim::activated:
+            return EXIT_SUCCESS;
+        case DesktopApplication::Claim::failed:
+            return refuse("the session bus, or the Vorlane that runs already, does not answer");
+    }
+
+    const auto system = open(sd_bus_open_system, loop.event());
+    LinuxServices platform({.loop = loop,
+                            .session = session.get(),
+                            .system = system.get(),
+                            .application = application});
+    VorlaneApp(platform.services()).run([&] { loop.run(); });
+    return EXIT_SUCCESS;
+}
+
+}  // namespace
+}  // namespace vorlane::platform
+
+int main()
+{
+    return vorlane::platform::run();
+}
