@@ -16,11 +16,11 @@ namespace vorlane::platform {
 
 namespace {
 
-std::string configuration(const std::filesystem::path& socket)
+std::string configuration(const std::filesystem::path& folder)
 {
     return "<busconfig><type>session</type><auth>EXTERNAL</auth><listen>unix:path=" +
-           socket.string() +
-           "</listen><policy context=\"default\"><allow own=\"*\"/>"
+           (folder / "bus").string() + "</listen><servicedir>" + (folder / "services").string() +
+           "</servicedir><policy context=\"default\"><allow own=\"*\"/>"
            "<allow send_destination=\"*\" eavesdrop=\"true\"/><allow eavesdrop=\"true\"/>"
            "</policy></busconfig>";
 }
@@ -29,6 +29,9 @@ std::string configuration(const std::filesystem::path& socket)
 [[noreturn]] void runDaemon(const char* config, const char* print)
 {
     (void)prctl(PR_SET_PDEATHSIG, SIGKILL);  // also when the test crashes
+    sigset_t none;
+    (void)sigemptyset(&none);
+    (void)sigprocmask(SIG_SETMASK, &none, nullptr);  // it reloads on SIGHUP
     (void)dup2(open("/dev/null", O_WRONLY | O_CLOEXEC), STDERR_FILENO);  // it warns of small limits
     (void)execlp("dbus-daemon", "dbus-daemon", "--nofork", "--nopidfile", "--nosyslog", config,
                  print, nullptr);
@@ -37,14 +40,16 @@ std::string configuration(const std::filesystem::path& socket)
 
 }  // namespace
 
-PrivateBus::PrivateBus()
+PrivateBus::PrivateBus(const std::vector<Service>& services)
 {
+    std::filesystem::create_directory(folder.path() / "services");
+    for (const auto& service : services) add(service);
     start();
 }
 
 void PrivateBus::start()
 {
-    folder.write("bus.conf", configuration(folder.path() / "bus"));
+    folder.write("bus.conf", configuration(folder.path()));
     const auto config = "--config-file=" + (folder.path() / "bus.conf").string();
 
     std::array<int, 2> ends{};
@@ -74,9 +79,15 @@ PrivateBus::~PrivateBus()
 void PrivateBus::end()
 {
     if (daemon <= 0) return;
-    (void)kill(daemon, SIGKILL);  // it may have inherited a mask that blocks gentler signals
+    (void)kill(daemon, SIGKILL);
     (void)waitpid(daemon, nullptr, 0);
     daemon = 0;
+}
+
+void PrivateBus::add(const Service& service) const
+{
+    folder.write("services/" + service.name + ".service",
+                 "[D-BUS Service]\nName=" + service.name + "\nExec=" + service.command + "\n");
 }
 
 BusPointer PrivateBus::connect(const SdEventRunLoop& loop) const

@@ -1,10 +1,12 @@
-// A message bus of the test's own: a real daemon that knows no service and ends with the test.
+// A message bus of the test's own: a real daemon that knows no service but those given, and ends
+// with the test.
 #pragma once
 
 #include <sys/types.h>
 
 #include <functional>
 #include <string>
+#include <vector>
 
 #include "TemporaryFolder.h"
 #include "platform/linux/SdBus.h"
@@ -14,8 +16,14 @@ namespace vorlane::platform {
 
 class PrivateBus {
 public:
+    // What the daemon starts when the name is called and has no owner.
+    struct Service {
+        std::string name;
+        std::string command;
+    };
+
     // A failure to start is a failure of the test; connections are then empty.
-    PrivateBus();
+    explicit PrivateBus(const std::vector<Service>& services = {});
     PrivateBus(const PrivateBus&) = delete;
     PrivateBus& operator=(const PrivateBus&) = delete;
     ~PrivateBus();
@@ -27,6 +35,9 @@ public:
 
     // Ends the daemon, as when the user's session goes away.
     void end();
+
+    // As when a package is installed: the daemon sees it by itself once it has served somebody.
+    void add(const Service& service) const;
 
 private:
     void start();
