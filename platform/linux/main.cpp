@@ -1,4 +1,6 @@
 // Starts the resident program: one instance, the platform's services, the rules, the loop.
+#include <malloc.h>
+
 #include <cstdio>
 #include <cstdlib>
 
@@ -21,8 +23,16 @@ BusPointer open(int (*opening)(sd_bus**), sd_event* event)
     return bus;
 }
 
+// Blocks from 128 KiB go back to the system when they are freed. Unless told, the C library stops
+// doing so after the first one, and what loading the history took would stay for weeks.
+void returnFreedMemory()
+{
+    (void)mallopt(M_MMAP_THRESHOLD, 128 * 1024);
+}
+
 int run()
 {
+    returnFreedMemory();
     SdEventRunLoop loop;
     const auto session = open(sd_bus_open_user, loop.event());
     if (!session) return refuse("no session bus; start it from a desktop session");
