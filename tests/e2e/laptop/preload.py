@@ -22,7 +22,3 @@ def sanitizer_of(program):
     listing = subprocess.run(['ldd', program], capture_output=True, text=True).stdout
     found = re.search(r'libasan\S* => (\S+)', listing)
     return found.group(1) if found else None
-
-
-def faketime():
-    return library('faketime/libfaketime.so.1')
