@@ -1,4 +1,6 @@
 """The whole laptop, put together: what has no screen is always there, a screen when it is asked for."""
+import os
+
 from .bus import Bus
 from .logind import Logind
 from .machine import Machine
@@ -24,6 +26,9 @@ class VirtualLaptop:
             raise
 
     def _switch_on(self, program):
+        # As if the program were installed: the desktop finds its icons.
+        share = os.path.join(os.path.dirname(os.path.dirname(os.path.abspath(program))), 'share')
+        self.machine.environment['XDG_DATA_DIRS'] = f'{share}:/usr/local/share:/usr/share'
         self.system_bus = Bus(self.machine, 'system')
         self.logind = Logind(self.machine, self.system_bus)
         self.testbed = Testbed(self.machine)

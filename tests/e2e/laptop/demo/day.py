@@ -110,15 +110,15 @@ class Day:
         """Time passes, and the battery has another level at its end."""
         self._clock.move(60 * minutes)
         self._percent = percent
-        self._set(percent, 'Charging' if self._plugged else 'Discharging', 27 if self._plugged else 15)
-        self._laptop.testbed.change('AC', online=int(self._plugged))
         self._tell_reading()
+        self._set(percent, 'Charging' if self._plugged else 'Discharging', 27 if self._plugged else 15)
         self._laptop.vorlane.advance(1)
         self._laptop.item.wait_for_label(f'{percent}%')
         self._pause()
 
     def _set(self, percent, status, watts):
-        self._laptop.testbed.change('BAT0', announce=False, capacity=percent, status=status,
+        self._laptop.testbed.change('AC', announce=False, online=int(self._plugged))
+        self._laptop.testbed.change('BAT0', capacity=percent, status=status,
                                     energy_now=CAPACITY * percent // 100, power_now=watts * 1000000)
 
     def _tell_reading(self):
@@ -129,7 +129,7 @@ class Day:
         """Icon, label and tooltip are announced one after the other, but are one piece of news."""
         if not self._news:
             self._news = True
-            GLib.idle_add(self._tell_item)
+            GLib.timeout_add(200, self._tell_item)
 
     def _tell_item(self):
         self._news = False
@@ -144,6 +144,7 @@ class Day:
         assert len(notifications.posted) == count, f'{count} notifications, not {notifications.titles}'
 
     def _photograph(self, name):
+        self._pause()  # the panel's clock ticks once a second
         self._tell.picture(self._desktop.photograph(name))
 
     @staticmethod
