@@ -1,0 +1,49 @@
+"""The LXQt panel along the top of the screen, with both kinds of tray: items and windows."""
+from .status_item import WATCHER
+from .waiting import wait_until
+
+CONFIGURATION = '''[General]
+__userfile__=true
+panels=panel1
+
+[panel1]
+alignment=-1
+desktop=0
+hidable=false
+iconSize=22
+lineCount=1
+panelSize=32
+plugins=spacer, statusnotifier, tray
+position=Top
+reserve-space=true
+width=100
+width-percent=true
+
+[spacer]
+alignment=Left
+expandable=true
+type=spacer
+
+[statusnotifier]
+alignment=Right
+type=statusnotifier
+
+[tray]
+alignment=Right
+type=tray
+'''
+
+
+class LxqtPanel:
+    def __init__(self, machine, bus):
+        self._machine, self._bus = machine, bus
+
+    def start(self):
+        self._machine.write(CONFIGURATION, 'config', 'lxqt', 'panel.conf')
+        process = self._machine.start('lxqt-panel', ['/usr/bin/lxqt-panel'])
+        self._bus.wait_for(WATCHER, process)
+        wait_until(self._hosting, 'a host at the watcher', look_every=0.05)
+        return self
+
+    def _hosting(self):
+        return self._bus.get(WATCHER, '/StatusNotifierWatcher', WATCHER, 'IsStatusNotifierHostRegistered')
