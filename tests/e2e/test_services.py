@@ -16,7 +16,8 @@ def test_without_a_notification_daemon_an_alert_is_dropped(laptop, vorlane, late
     assert notifications.posted == []
 
 
-def test_a_notification_daemon_that_comes_late_is_used(laptop, vorlane, late_dunst, notifications, item, clock):
+def test_a_notification_daemon_that_comes_late_is_used(
+        laptop, vorlane, late_dunst, notifications, item, clock):
     laptop.plug_in(79)
     vorlane.start(clock)
     laptop.charge_to(80)

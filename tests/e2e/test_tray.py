@@ -115,10 +115,12 @@ def test_the_item_comes_back_with_the_panel(laptop, vorlane, screen, panel, item
     item.wait_until_registered()
     _, first_box = picture_that_differs(screen, without)
 
+    before = item.registrations()
     panel.kill()
     panel.start()
 
     item.wait_until_registered()
+    assert item.registrations() > before
     wait_until(lambda: screen.picture().difference(without) == first_box, 'the item in its old place',
                look_every=0.1)
 

@@ -1,6 +1,9 @@
 """A private message bus: a real dbus-daemon that knows no services to start, and a connection to it."""
+import os
+
 import dbus
 import dbus.bus
+import dbus.lowlevel
 from dbus.mainloop.glib import DBusGMainLoop
 
 from .waiting import wait_until
@@ -51,7 +54,6 @@ class Bus:
 
     def offer(self, name, argv):
         """Lets the bus start a service when somebody calls it."""
-        import os
         os.makedirs(self.services, exist_ok=True)
         with open(os.path.join(self.services, name + '.service'), 'w') as file:
             file.write(f'[D-BUS Service]\nName={name}\nExec={" ".join(argv)}\n')
@@ -87,9 +89,6 @@ class Bus:
 
     def wait_until_free(self, name):
         wait_until(lambda: not self.owner(name), f'{name} to leave the bus')
-
-    def pid_of(self, name):
-        return int(self.call(BUS, '/org/freedesktop/DBus', BUS, 'GetConnectionUnixProcessID', 's', name))
 
     def close(self):
         """Ends the bus; everyone on it is disconnected."""

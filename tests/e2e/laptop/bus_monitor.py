@@ -38,9 +38,6 @@ class BusMonitor:
         """Calls back with each message from now on."""
         self._tell.append(callback)
 
-    def close(self):
-        self._connection.close()
-
     def _note(self, _connection, message):
         if message.get_type() in KINDS:
             seen = Seen(KINDS[message.get_type()], message.get_sender(), message.get_serial(),

@@ -16,7 +16,8 @@ class MovedClock:
     def __init__(self, machine):
         self.library = machine.folder('moved_clock.so')
         source = os.path.join(os.path.dirname(__file__), 'moved_clock.cpp')
-        subprocess.run(['c++', '-std=c++20', '-O2', '-shared', '-fPIC', '-o', self.library, source], check=True)
+        subprocess.run(['c++', '-std=c++20', '-O2', '-shared', '-fPIC', '-o', self.library, source],
+                       check=True)
         self._path = machine.folder('clock')
         with open(self._path, 'wb') as file:
             file.write(OFFSET.pack(0))

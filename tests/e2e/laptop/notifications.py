@@ -1,5 +1,5 @@
 """The notifications that were asked for on a bus, and what became of them, by eavesdropping."""
-from dataclasses import dataclass, field
+from dataclasses import dataclass
 
 import dbus
 
@@ -7,7 +7,6 @@ from .bus_monitor import BusMonitor
 from .waiting import wait_until
 
 NAME = 'org.freedesktop.Notifications'
-PATH = '/org/freedesktop/Notifications'
 RULES = [f"interface='{NAME}'", f"type='method_return',sender='{NAME}'", f"type='error',sender='{NAME}'"]
 
 
@@ -22,7 +21,7 @@ class Notification:
     hints: dict
     timeout: int
     id: int = None  # None until the daemon has answered
-    open: bool = field(default=False)
+    open: bool = False
 
 
 class Notifications:
@@ -30,7 +29,6 @@ class Notifications:
         self.posted = []
         self.closed = []  # ids that the program asked to be closed
         self.invoked = []  # (id, action) of every action chosen
-        self._bus = bus
         self._unanswered = {}
         self._tell = []
         self._monitor = BusMonitor(bus, RULES)
@@ -55,12 +53,6 @@ class Notifications:
 
     def wait_for_action(self, notification, action='SNOOZE'):
         wait_until(lambda: (notification.id, action) in self.invoked, f'{action} on {notification}')
-
-    def capabilities(self):
-        return [str(name) for name in self._bus.call(NAME, PATH, NAME, 'GetCapabilities')]
-
-    def close(self):
-        self._monitor.close()
 
     def _note(self, seen):
         if seen.kind == 'call' and seen.member == 'Notify':

@@ -91,9 +91,6 @@ class StatusItem:
         """The click of the main mouse button."""
         self._bus.call(OWNER, PATH, ITEM, 'Activate', 'ii', 0, 0)
 
-    def close(self):
-        self._monitor.close()
-
     def _menu_items(self):
         layout = self._bus.call(OWNER, self.get('Menu'), MENU, 'GetLayout', 'iias', 0, -1,
                                 dbus.Array([], signature='s'))

@@ -18,7 +18,8 @@ class Sway:
         self._folder = machine.folder('sway')
         os.mkdir(self._folder, mode=0o700)
         configuration = machine.write(CONFIGURATION, 'sway', 'config')
-        self._process = machine.start('sway', [*self._as_user(), '/usr/bin/sway', '--config', configuration], {
+        command = [*self._as_user(), '/usr/bin/sway', '--config', configuration]
+        self._process = machine.start('sway', command, {
             'WLR_BACKENDS': 'headless', 'WLR_RENDERER': 'pixman', 'WLR_LIBINPUT_NO_DEVICES': '1',
             'XDG_RUNTIME_DIR': self._folder, 'HOME': self._folder, 'DISPLAY': None,
             # It has no business on the buses.

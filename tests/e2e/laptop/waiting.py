@@ -28,10 +28,3 @@ def wait_until(condition, what, patience=PATIENCE, look_every=None):
     finally:
         for source in sources:
             GLib.source_remove(source)
-
-
-def let_events_in():
-    """Handles what has already arrived, without waiting for more."""
-    context = GLib.MainContext.default()
-    while context.iteration(False):
-        pass

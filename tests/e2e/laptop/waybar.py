@@ -14,7 +14,8 @@ class Waybar:
     def start(self):
         configuration = self._machine.write(json.dumps({
             'layer': 'top', 'position': 'top', 'height': 30, 'modules-right': ['tray'],
-            'tray': {'icon-size': 22, 'spacing': 10, 'show-passive-items': True}}), 'config', 'waybar', 'config')
+            'tray': {'icon-size': 22, 'spacing': 10, 'show-passive-items': True}}),
+            'config', 'waybar', 'config')
         style = self._machine.write(STYLE, 'config', 'waybar', 'style.css')
         process = self._machine.start('waybar', ['/usr/bin/waybar', '-c', configuration, '-s', style])
         self._bus.wait_for(WATCHER, process)
