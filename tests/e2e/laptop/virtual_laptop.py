@@ -28,7 +28,7 @@ class VirtualLaptop:
     def _switch_on(self, program):
         # As if the program were installed: the desktop finds its icons.
         share = os.path.join(os.path.dirname(os.path.dirname(os.path.abspath(program))), 'share')
-        self.machine.environment['XDG_DATA_DIRS'] = f'{share}:/usr/local/share:/usr/share'
+        self.machine.environment['XDG_DATA_DIRS'] = f'/usr/local/share:/usr/share:{share}'
         self.system_bus = Bus(self.machine, 'system')
         self.logind = Logind(self.machine, self.system_bus)
         self.testbed = Testbed(self.machine)
