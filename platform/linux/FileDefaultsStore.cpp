@@ -10,7 +10,7 @@ namespace vorlane::platform {
 
 namespace {
 
-constexpr std::size_t longestFile = 1024 * 1024;
+constexpr std::size_t longestFile = 1U << 20U;  // a thousand times what is needed
 
 template <typename Kind>
 const Kind* valueOf(const DefaultsValue* value)

@@ -15,7 +15,7 @@ namespace vorlane::platform {
 
 namespace {
 
-constexpr std::size_t pieceSize = 16 * 1024;
+constexpr std::size_t pieceSize = 16'384;
 constexpr int mostKeptAside = 1000;
 
 // What `call` returns once no signal interrupts it.

@@ -6,7 +6,6 @@ namespace vorlane::platform {
 
 namespace {
 
-constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
 constexpr std::size_t mostDots = 1000;
 
 struct Scan {
@@ -17,18 +16,13 @@ struct Scan {
     bool inTables = false;
 };
 
-bool isAscii(char c)
-{
-    return static_cast<unsigned char>(c) < 0x80;
-}
-
 std::size_t endOfShortString(std::string_view text, std::size_t begin)
 {
     const char quote = text[begin];
-    for (auto i = begin + 1; i < text.size(); ++i) {
+    for (auto i = begin + 1; i < text.size();) {
         if (text[i] == '\n') return i;  // unfinished: the parser will say so
         if (text[i] == quote) return i + 1;
-        if (text[i] == '\\' && quote == '"') ++i;
+        i += text[i] == '\\' && quote == '"' ? 2 : 1;
     }
     return text.size();
 }
@@ -37,13 +31,12 @@ std::size_t endOfLongString(std::string_view text, std::size_t begin)
 {
     const char quote = text[begin];
     const auto delimiter = text.substr(begin, 3);
-    for (auto i = begin + 3; i < text.size(); ++i) {
-        if (text[i] == '\\' && quote == '"') {
-            ++i;
-        } else if (text.substr(i).starts_with(delimiter)) {
+    for (auto i = begin + 3; i < text.size();) {
+        if (text.substr(i).starts_with(delimiter)) {
             // Up to two quotes before the delimiter are content.
             return std::min({text.find_first_not_of(quote, i), i + 5, text.size()});
         }
+        i += text[i] == '\\' && quote == '"' ? 2 : 1;
     }
     return text.size();
 }
@@ -82,20 +75,19 @@ void count(Scan& scan, char c)
 
 std::optional<TomlOutline> tomlOutline(std::string_view text)
 {
-    const auto begin = text.starts_with(byteOrderMark) ? byteOrderMark.size() : 0;
-    Scan scan{.topLevelEnd = begin};
-    for (auto position = begin; position < text.size();) {
+    Scan scan;
+    for (std::size_t position = 0; position < text.size();) {
         const char c = text[position];
         position = endOfPiece(text, position);
         if (c == '\n') scan.lineBegun = false;
         if (!isToken(c)) continue;
 
         count(scan, c);
-        if (!isAscii(c) || scan.dots > mostDots) return std::nullopt;
+        if (scan.dots > mostDots) return std::nullopt;
         if (!scan.inTables) scan.topLevelEnd = position;
     }
     if (!scan.inTables) return TomlOutline{.topLevelEnd = text.size()};
-    if (scan.topLevelEnd == begin) return TomlOutline{.topLevelEnd = begin};
+    if (scan.topLevelEnd == 0) return TomlOutline{.topLevelEnd = 0};
     return TomlOutline{.topLevelEnd = text.find('\n', scan.topLevelEnd) + 1};
 }
 

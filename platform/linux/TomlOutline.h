@@ -13,9 +13,7 @@ struct TomlOutline {
     std::size_t topLevelEnd = 0;
 };
 
-// Absent for a text that would break the parser: one with other characters than ASCII outside
-// strings and comments (not TOML anyway, but toml++ 3.3 runs into undefined behaviour), and one
-// with absurdly many dotted keys (each dot is a level of recursion).
+// Absent for a text with absurdly many dotted keys: the parser descends one level for each dot.
 std::optional<TomlOutline> tomlOutline(std::string_view text);
 
 }  // namespace vorlane::platform

@@ -1,5 +1,9 @@
 #include "platform/linux/TomlText.h"
 
+// toml++ 3.3 asserts (and with NDEBUG takes for granted) what a malformed text can break; it finds
+// the error itself a line later.
+#undef NDEBUG
+#define TOML_ASSERT(expression) static_assert(true)
 #define TOML_EXCEPTIONS 0
 #define TOML_HEADER_ONLY 1
 #include <toml++/toml.h>
@@ -13,11 +17,17 @@
 #include <type_traits>
 #include <variant>
 
+#include "platform/linux/AsciiText.h"
 #include "platform/linux/TomlOutline.h"
 
 namespace vorlane::platform {
 
 namespace {
+
+// All that stands here works on text spelt in ASCII: some characters beyond lead toml++ 3.3 into
+// undefined behaviour, and so its columns are bytes.
+
+constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
 
 std::optional<toml::table> parsed(std::string_view text)
 {
@@ -27,11 +37,18 @@ std::optional<toml::table> parsed(std::string_view text)
     return std::move(result).table();
 }
 
+std::optional<DefaultsValue> asciiValue(const DefaultsValue& value)
+{
+    const auto* const text = std::get_if<std::string>(&value);
+    if (text == nullptr) return value;
+    return asciiOf(*text);
+}
+
 std::optional<DefaultsValue> settingOf(const toml::node& node)
 {
     if (const auto* flag = node.as_boolean()) return flag->get();
     if (const auto* number = node.as_integer()) return number->get();
-    if (const auto* text = node.as_string()) return text->get();
+    if (const auto* text = node.as_string()) return textOfAscii(text->get());
     const auto* real = node.as_floating_point();
     if (real == nullptr || !std::isfinite(real->get())) return std::nullopt;
     return real->get();
@@ -92,21 +109,11 @@ std::string keyText(const std::string& key)
     return isBare ? key : textOf(key);
 }
 
-// The byte at a line and column of the parser's, which counts code points.
 std::size_t offsetOf(std::string_view text, toml::source_position position)
 {
-    std::size_t offset = text.starts_with("\xEF\xBB\xBF") ? 3 : 0;
-    for (auto line = position.line; line > 1 && offset < text.size(); --line) {
-        offset = std::min(text.find('\n', offset), text.size() - 1) + 1;
-    }
-    const auto continues = [&] {
-        return offset < text.size() && (static_cast<unsigned char>(text[offset]) & 0xC0U) == 0x80U;
-    };
-    for (auto column = position.column; column > 1 && offset < text.size(); --column) {
-        ++offset;
-        while (continues()) ++offset;
-    }
-    return offset;
+    std::size_t offset = 0;
+    for (auto line = position.line; line > 1; --line) offset = text.find('\n', offset) + 1;
+    return std::min(offset + position.column - 1, text.size());
 }
 
 std::string replaced(std::string_view text, const toml::node& node, const std::string& value)
@@ -126,30 +133,15 @@ std::string inserted(std::string_view text, const std::string& line)
            std::string(text.substr(at));
 }
 
-// Whether `text` says what `table` holds, and the key what it was set to.
-bool says(std::string_view text, const toml::table& table, const std::string& key,
-          const DefaultsValue& value)
+// Whether `text` says what `table` holds.
+bool says(std::string_view text, const toml::table& table)
 {
     const auto found = parsed(text);
-    if (!found) return false;
-    const auto* node = found->get(key);
-    return node != nullptr && settingOf(*node) == value && serialised(*found) == serialised(table);
+    return found && serialised(*found) == serialised(table);
 }
 
-}  // namespace
-
-std::optional<TomlValues> tomlValues(std::string_view text)
-{
-    const auto table = parsed(text);
-    if (!table) return std::nullopt;
-
-    TomlValues values;
-    for (const auto& [key, node] : *table) values.emplace(key.str(), settingOf(node));
-    return values;
-}
-
-std::optional<std::string> withTomlValue(std::string_view text, const std::string& key,
-                                         const DefaultsValue& value)
+std::optional<std::string> withAsciiValue(std::string_view text, const std::string& key,
+                                          const DefaultsValue& value)
 {
     auto table = parsed(text);
     if (!table) return std::nullopt;
@@ -159,12 +151,44 @@ std::optional<std::string> withTomlValue(std::string_view text, const std::strin
     auto edited = node != nullptr ? replaced(text, *node, valueText)
                                   : inserted(text, keyText(key) + " = " + valueText);
     std::visit([&](const auto& plain) { table->insert_or_assign(key, plain); }, value);
-    if (says(edited, *table, key, value)) return edited;
+    if (says(edited, *table)) return edited;
 
     // A key that is a table of several lines: everything is kept but comments and layout.
     auto whole = serialised(*table);
-    if (says(whole, *table, key, value)) return whole;
+    if (says(whole, *table)) return whole;
     return std::nullopt;
+}
+
+}  // namespace
+
+std::optional<TomlValues> tomlValues(std::string_view text)
+{
+    if (text.starts_with(byteOrderMark)) text.remove_prefix(byteOrderMark.size());
+    const auto ascii = asciiOf(text);
+    const auto table = ascii ? parsed(*ascii) : std::nullopt;
+    if (!table) return std::nullopt;
+
+    TomlValues values;
+    for (const auto& [key, node] : *table) {
+        values.emplace(textOfAscii(key.str()), settingOf(node));
+    }
+    return values;
+}
+
+std::optional<std::string> withTomlValue(std::string_view text, const std::string& key,
+                                         const DefaultsValue& value)
+{
+    const auto begin = text.starts_with(byteOrderMark) ? byteOrderMark : std::string_view();
+    const auto ascii = asciiOf(text.substr(begin.size()));
+    const auto plainKey = asciiOf(key);
+    const auto plainValue = asciiValue(value);
+    if (!ascii || !plainKey || !plainValue) return std::nullopt;
+
+    const auto edited = withAsciiValue(*ascii, *plainKey, *plainValue);
+    auto result = edited ? std::string(begin) + textOfAscii(*edited) : std::string();
+    const auto values = edited ? tomlValues(result) : std::nullopt;
+    if (!values || values->at(key) != value) return std::nullopt;
+    return result;
 }
 
 }  // namespace vorlane::platform

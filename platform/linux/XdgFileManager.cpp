@@ -8,7 +8,7 @@ namespace vorlane::platform {
 namespace {
 
 // Thirty times a full history, so whatever is longer is none; and little enough to hold.
-constexpr std::size_t longestFile = 64 * 1024 * 1024;
+constexpr std::size_t longestFile = 64U << 20U;
 
 }  // namespace
 

@@ -18,7 +18,7 @@ std::optional<std::string> absolute(const char* path)
 
 std::optional<std::string> accountHome()
 {
-    std::array<char, 16 * 1024> texts;
+    std::array<char, 16'384> texts;
     passwd entry{};
     passwd* found = nullptr;
     if (getpwuid_r(getuid(), &entry, texts.data(), texts.size(), &found) != 0) return std::nullopt;

@@ -59,6 +59,24 @@ TEST(TomlTextTest, RefusesWhatIsNotToml)
     EXPECT_EQ(tomlValues(std::string("a = 1\0", 6)), std::nullopt);
 }
 
+TEST(TomlTextTest, TakesAnyCharacterInStringsKeysAndComments)
+{
+    const auto values = tomlValues(
+        "\"\xC3\xA4~\" = '\xC3\xA4~7E' # \xE2\x80\xA8\nb = \"\"\"\\\n \xC2\xA0\\u00e4\"\"\"");
+
+    EXPECT_THAT(values,
+                testing::Optional(ElementsAre(Pair("b", DefaultsValue("\xC2\xA0\xC3\xA4")),
+                                              Pair("\xC3\xA4~", DefaultsValue("\xC3\xA4~7E")))));
+}
+
+TEST(TomlTextTest, RefusesMalformedTextsThatTheParserTakesForGranted)
+{
+    for (const std::string text : {"[[\n [1,", "[\n", "[ [", "a.", "a.\n.b", "a = \xC3\xA4",
+                                   "lb = 1979l4754:30lim\"\"\"\x0F\xC3\xA4"}) {
+        EXPECT_EQ(tomlValues(text), std::nullopt) << text;
+    }
+}
+
 TEST(TomlTextTest, RefusesTablesNestedWithoutEnd)
 {
     std::string deep = "a";

@@ -1,0 +1,16 @@
+// Any text spelt in ASCII, and back: "~" and two hexadecimal digits for each byte beyond, and for
+// "~" itself. For readers of text that are not to be trusted with other characters.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace vorlane::platform {
+
+// Absent when the text is not UTF-8.
+std::optional<std::string> asciiOf(std::string_view text);
+
+std::string textOfAscii(std::string_view ascii);
+
+}  // namespace vorlane::platform
