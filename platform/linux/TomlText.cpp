@@ -9,15 +9,15 @@
 #include <toml++/toml.h>
 
 #include <algorithm>
-#include <array>
-#include <charconv>
 #include <cmath>
 #include <cstdint>
+#include <limits>
 #include <sstream>
 #include <type_traits>
 #include <variant>
 
 #include "platform/linux/AsciiText.h"
+#include "platform/linux/TomlLiteral.h"
 #include "platform/linux/TomlOutline.h"
 
 namespace vorlane::platform {
@@ -54,59 +54,69 @@ std::optional<DefaultsValue> settingOf(const toml::node& node)
     return real->get();
 }
 
-std::string serialised(const toml::table& table)
+bool isSame(double one, double other)
+{
+    return one == other || (std::isnan(one) && std::isnan(other));
+}
+
+bool isSame(const toml::node& one, const toml::node& other);
+
+bool isSame(const toml::table& one, const toml::table& other)
+{
+    const auto hasSame = [&](const auto& entry) {
+        const auto* const match = other.get(entry.first.str());
+        return match != nullptr && isSame(entry.second, *match);
+    };
+    return one.size() == other.size() && std::all_of(one.begin(), one.end(), hasSame);
+}
+
+bool isSame(const toml::array& one, const toml::array& other)
+{
+    return std::equal(one.begin(), one.end(), other.begin(), other.end(),
+                      [](const auto& a, const auto& b) { return isSame(a, b); });
+}
+
+// The library's own comparison takes no not-a-number for the same.
+bool isSame(const toml::node& one, const toml::node& other)
+{
+    if (one.type() != other.type()) return false;
+    return one.visit([&](const auto& node) {
+        using Node = std::decay_t<decltype(node)>;
+        const auto& match = *other.as<Node>();
+        if constexpr (toml::is_container<Node>) {
+            return isSame(node, match);
+        } else if constexpr (std::is_same_v<Node, toml::value<double>>) {
+            return isSame(node.get(), match.get());
+        } else {
+            return node.get() == match.get();
+        }
+    });
+}
+
+// Whether toml++ 3.3 can write it: in lists it takes the logarithm of each number for its length.
+bool isWritable(const toml::node& node)
+{
+    if (const auto* number = node.as_integer()) {
+        return number->get() != std::numeric_limits<std::int64_t>::min();
+    }
+    if (const auto* real = node.as_floating_point()) {
+        const auto size = std::abs(real->get());
+        return size == 0 || (size >= 1 && size < 1e300);
+    }
+    if (const auto* list = node.as_array()) {
+        return std::all_of(list->begin(), list->end(), [](const auto& e) { return isWritable(e); });
+    }
+    const auto* table = node.as_table();
+    return table == nullptr || std::all_of(table->begin(), table->end(), [](const auto& entry) {
+               return isWritable(entry.second);
+           });
+}
+
+std::string written(const toml::table& table)
 {
     std::ostringstream stream;
     stream << table << '\n';
     return std::move(stream).str();
-}
-
-// In plain digits while they are few: a person reads the file.
-std::string textOf(double value)
-{
-    const auto size = std::abs(value);
-    const bool plain = size < 1e16 && (size > 1e-6 || size == 0);
-    const auto format = plain ? std::chars_format::fixed : std::chars_format::scientific;
-    std::array<char, 32> digits;
-    const auto end = std::to_chars(digits.begin(), digits.end(), value, format).ptr;
-    std::string text(digits.begin(), end);
-    if (plain && text.find('.') == std::string::npos) text += ".0";  // else it is an integer
-    return text;
-}
-
-std::string escaped(unsigned char c)
-{
-    constexpr std::string_view hexDigits = "0123456789ABCDEF";
-    if (c == '"' || c == '\\') return {'\\', static_cast<char>(c)};
-    if (c == '\n') return "\\n";
-    if (c == '\t') return "\\t";
-    if (c >= 0x20 && c != 0x7F) return {static_cast<char>(c)};
-    return {'\\', 'u', '0', '0', hexDigits[c >> 4U], hexDigits[c & 0xFU]};
-}
-
-std::string textOf(const std::string& value)
-{
-    std::string text = "\"";
-    for (const char c : value) text += escaped(static_cast<unsigned char>(c));
-    return text + '"';
-}
-
-std::string textOf(bool value)
-{
-    return value ? "true" : "false";
-}
-
-std::string textOf(std::int64_t value)
-{
-    return std::to_string(value);
-}
-
-std::string keyText(const std::string& key)
-{
-    constexpr std::string_view bare =
-        "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789_-";
-    const bool isBare = !key.empty() && key.find_first_not_of(bare) == std::string::npos;
-    return isBare ? key : textOf(key);
 }
 
 std::size_t offsetOf(std::string_view text, toml::source_position position)
@@ -137,7 +147,7 @@ std::string inserted(std::string_view text, const std::string& line)
 bool says(std::string_view text, const toml::table& table)
 {
     const auto found = parsed(text);
-    return found && serialised(*found) == serialised(table);
+    return found && isSame(*found, table);
 }
 
 std::optional<std::string> withAsciiValue(std::string_view text, const std::string& key,
@@ -146,15 +156,15 @@ std::optional<std::string> withAsciiValue(std::string_view text, const std::stri
     auto table = parsed(text);
     if (!table) return std::nullopt;
 
-    const auto valueText = std::visit([](const auto& plain) { return textOf(plain); }, value);
     const auto* node = table->get(key);
-    auto edited = node != nullptr ? replaced(text, *node, valueText)
-                                  : inserted(text, keyText(key) + " = " + valueText);
+    auto edited = node != nullptr ? replaced(text, *node, tomlLiteral(value))
+                                  : inserted(text, tomlKey(key) + " = " + tomlLiteral(value));
     std::visit([&](const auto& plain) { table->insert_or_assign(key, plain); }, value);
     if (says(edited, *table)) return edited;
 
     // A key that is a table of several lines: everything is kept but comments and layout.
-    auto whole = serialised(*table);
+    if (!isWritable(*table)) return std::nullopt;
+    auto whole = written(*table);
     if (says(whole, *table)) return whole;
     return std::nullopt;
 }
