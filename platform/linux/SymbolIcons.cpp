@@ -12,9 +12,9 @@ namespace vorlane::platform {
 namespace {
 
 // A tray cannot recolour a pixmap and does not say what it lies on. This grey has a contrast of
-// 3.1:1 or more to every panel from white down to #dedede and from #303030 down to black.
+// 3.1:1 or more to light panels, down to #eff0f1, and of 3.7:1 or more to dark ones, up to #303030.
 // The SVG files have it too, for the trays that do not recolour them.
-constexpr std::uint8_t grey = 0x7c;
+constexpr std::uint8_t grey = 0x88;
 
 std::string folderOfThemes()
 {
