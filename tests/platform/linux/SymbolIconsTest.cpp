@@ -1,0 +1,122 @@
+#include "platform/linux/SymbolIcons.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <filesystem>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "platform/linux/SymbolPixmaps.h"
+
+namespace vorlane::platform {
+namespace {
+
+const std::vector<std::string> symbols{
+    "battery.0", "battery.25",         "battery.50",       "battery.75", "battery.100",
+    "powerplug", "battery.100percent", "battery.100.bolt", "bolt.fill",  "powerplug.fill"};
+
+// The sum of all alpha values: how much is drawn.
+std::size_t ink(const std::vector<std::uint8_t>& argb)
+{
+    std::size_t sum = 0;
+    for (std::size_t i = 0; i < argb.size(); i += 4) sum += argb[i];
+    return sum;
+}
+
+TEST(SymbolIconsTest, HasEverySymbolThatABatteryCanShow)
+{
+    const SymbolIcons icons;
+
+    for (const auto& symbol : symbols) EXPECT_TRUE(icons.hasSymbol(symbol)) << symbol;
+}
+
+TEST(SymbolIconsTest, HasNoOtherSymbol)
+{
+    const SymbolIcons icons;
+
+    for (const auto* const name : {"", "battery", "battery.42", "BATTERY.0", "../battery.0"}) {
+        EXPECT_FALSE(icons.hasSymbol(name)) << name;
+        EXPECT_TRUE(icons.pixmap(name, 16).empty()) << name;
+    }
+}
+
+TEST(SymbolIconsTest, NamesTheIconAfterTheSymbol)
+{
+    const SymbolIcons icons;
+
+    EXPECT_EQ(icons.iconName("battery.100.bolt"), "vorlane-battery-100-bolt-symbolic");
+}
+
+TEST(SymbolIconsTest, DrawsEverySymbolAtEverySize)
+{
+    const SymbolIcons icons;
+
+    for (const auto& symbol : symbols) {
+        for (const auto size : pixmapSizes) {
+            const auto argb = icons.pixmap(symbol, size);
+            ASSERT_EQ(argb.size(), static_cast<std::size_t>(size * size * 4)) << symbol;
+            EXPECT_GT(ink(argb), argb.size() / 4 * 255 / 20) << symbol << " at " << size;
+        }
+    }
+}
+
+TEST(SymbolIconsTest, HasNoPixmapOfAnotherSize)
+{
+    const SymbolIcons icons;
+
+    for (const auto size : {-1, 0, 17, 128}) EXPECT_TRUE(icons.pixmap("battery.0", size).empty());
+}
+
+TEST(SymbolIconsTest, FillsTheBatteryMoreTheFullerItIs)
+{
+    const SymbolIcons icons;
+    const std::vector<std::string> levels{"battery.0", "battery.25", "battery.50", "battery.75",
+                                          "battery.100"};
+
+    for (const auto size : pixmapSizes) {
+        for (std::size_t i = 1; i < levels.size(); ++i) {
+            EXPECT_GT(ink(icons.pixmap(levels[i], size)), ink(icons.pixmap(levels[i - 1], size)));
+        }
+    }
+}
+
+TEST(SymbolIconsTest, LeavesTheMiddleOfAnEmptyBatteryEmpty)
+{
+    const SymbolIcons icons;
+
+    for (const auto size : pixmapSizes) {
+        const auto middle = static_cast<std::size_t>((size / 2 * size + size / 2) * 4);
+        EXPECT_EQ(icons.pixmap("battery.0", size)[middle], 0) << size;
+        EXPECT_EQ(icons.pixmap("battery.100", size)[middle], 255) << size;
+    }
+}
+
+TEST(SymbolIconsTest, ColoursEveryPixelAlike)
+{
+    const auto argb = SymbolIcons().pixmap("powerplug.fill", 22);
+
+    std::set<std::uint8_t> channels;
+    for (std::size_t i = 0; i < argb.size(); ++i) {
+        if (i % 4 != 0) channels.insert(argb[i]);
+    }
+    EXPECT_EQ(channels.size(), 1U);
+}
+
+// The tests are laid out like the program: bin/ and share/ side by side.
+TEST(SymbolIconsTest, FindsAThemeWithAFileForEverySymbol)
+{
+    const SymbolIcons icons;
+    const std::filesystem::path theme = icons.themePath();
+
+    ASSERT_EQ(theme.filename(), "icons");
+    for (const auto& symbol : symbols) {
+        const auto file = icons.iconName(symbol) + ".svg";
+        EXPECT_TRUE(exists(theme / "hicolor" / "scalable" / "status" / file)) << file;
+    }
+}
+
+}  // namespace
+}  // namespace vorlane::platform
