@@ -82,10 +82,9 @@ void TrayRegistration::watcherChanged(sd_bus_message* signal)
     const char* before = nullptr;
     const char* after = nullptr;
     if (sd_bus_message_read(signal, "sss", &changed, &before, &after) < 0) return;
-    request.reset();  // it was for the owner that has gone
-    retry = {};
+    if (std::string_view(after).empty()) return;
     failures = 0;
-    if (!std::string_view(after).empty()) send();
+    send();  // also when one is on its way: that was for the owner that has gone
 }
 
 // While a request is on its way the watcher will read it with the new host already known.

@@ -37,7 +37,7 @@ std::string textOfAll(sd_bus_message* message, const char* separator)
 std::string textOfContainer(sd_bus_message* message, char type, const std::string& contents)
 {
     (void)sd_bus_message_enter_container(message, type, contents.c_str());
-    const auto inside = textOfAll(message, type == SD_BUS_TYPE_DICT_ENTRY ? ": " : ", ");
+    auto inside = textOfAll(message, type == SD_BUS_TYPE_DICT_ENTRY ? ": " : ", ");
     (void)sd_bus_message_exit_container(message);
     if (type == SD_BUS_TYPE_VARIANT) return "<" + inside + ">";
     if (type == SD_BUS_TYPE_STRUCT) return "(" + inside + ")";

@@ -57,7 +57,7 @@ TEST(SymbolIconsTest, DrawsEverySymbolAtEverySize)
     for (const auto& symbol : symbols) {
         for (const auto size : pixmapSizes) {
             const auto argb = icons.pixmap(symbol, size);
-            ASSERT_EQ(argb.size(), static_cast<std::size_t>(size * size * 4)) << symbol;
+            ASSERT_EQ(argb.size(), static_cast<std::size_t>(size) * size * 4) << symbol;
             EXPECT_GT(ink(argb), argb.size() / 4 * 255 / 20) << symbol << " at " << size;
         }
     }
@@ -88,7 +88,8 @@ TEST(SymbolIconsTest, LeavesTheMiddleOfAnEmptyBatteryEmpty)
     const SymbolIcons icons;
 
     for (const auto size : pixmapSizes) {
-        const auto middle = static_cast<std::size_t>((size / 2 * size + size / 2) * 4);
+        const auto side = static_cast<std::size_t>(size);
+        const auto middle = (side / 2 * side + side / 2) * 4;
         EXPECT_EQ(icons.pixmap("battery.0", size)[middle], 0) << size;
         EXPECT_EQ(icons.pixmap("battery.100", size)[middle], 255) << size;
     }

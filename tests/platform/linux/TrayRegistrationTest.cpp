@@ -120,6 +120,41 @@ TEST_F(TrayRegistrationTest, RegistersWithEachNewOwnerOfTheName)
     EXPECT_THAT(watcher.items, ElementsAre(itemName, itemName));
 }
 
+TEST_F(TrayRegistrationTest, RegistersWithANewOwnerWhileTheLastOneOwesAnAnswer)
+{
+    const auto connection = bus.connect(busLoop);
+    FakeWatcher first(connection.get());
+    first.silent = true;
+    first.appear();
+    start();
+    runUntil(busLoop, [&] { return !first.items.empty(); });
+
+    first.vanish();
+    watcher.appear();
+    settle();
+
+    EXPECT_THAT(watcher.items, ElementsAre(itemName));
+}
+
+TEST_F(TrayRegistrationTest, OwesNothingToAWatcherThatDiedBeforeItAnswered)
+{
+    auto connection = bus.connect(busLoop);
+    auto first = std::make_unique<FakeWatcher>(connection.get());
+    first->silent = true;
+    first->appear();
+    start();
+    runUntil(busLoop, [&] { return !first->items.empty(); });
+
+    first.reset();
+    connection.reset();
+    watcher.appear();
+    settle();
+    runLoop.advance(Seconds{3600});
+    settle();
+
+    EXPECT_THAT(watcher.items, ElementsAre(itemName));
+}
+
 TEST_F(TrayRegistrationTest, RegistersWhenAHostComesLater)
 {
     watcher.appear();
