@@ -31,7 +31,7 @@ std::string configuration(const std::filesystem::path& folder)
     (void)prctl(PR_SET_PDEATHSIG, SIGKILL);  // also when the test crashes
     sigset_t none;
     (void)sigemptyset(&none);
-    (void)sigprocmask(SIG_SETMASK, &none, nullptr);  // it reloads on SIGHUP
+    (void)sigprocmask(SIG_SETMASK, &none, nullptr);                      // it reloads on SIGHUP
     (void)dup2(open("/dev/null", O_WRONLY | O_CLOEXEC), STDERR_FILENO);  // it warns of small limits
     (void)execlp("dbus-daemon", "dbus-daemon", "--nofork", "--nopidfile", "--nosyslog", config,
                  print, nullptr);
