@@ -56,7 +56,7 @@ std::vector<std::uint8_t> SymbolIcons::pixmap(const std::string& symbol, int siz
 
     const auto* coverage = drawn->coverage;
     for (const auto candidate : pixmapSizes) {
-        const auto pixels = static_cast<std::size_t>(candidate) * candidate;
+        const auto pixels = pixelsOf(candidate);
         if (candidate != size) {
             coverage += pixels;
             continue;

@@ -11,9 +11,14 @@ namespace vorlane::platform {
 // Width and height in pixels: the usual sizes of panels, and twice them.
 constexpr std::array pixmapSizes{16, 22, 24, 32, 48, 64, 96};
 
+constexpr std::size_t pixelsOf(int size)
+{
+    return static_cast<std::size_t>(size) * static_cast<std::size_t>(size);
+}
+
 constexpr std::size_t pixmapBytes = [] {
     std::size_t sum = 0;
-    for (const auto size : pixmapSizes) sum += static_cast<std::size_t>(size) * size;
+    for (const auto size : pixmapSizes) sum += pixelsOf(size);
     return sum;
 }();
 

@@ -57,7 +57,7 @@ TEST(SymbolIconsTest, DrawsEverySymbolAtEverySize)
     for (const auto& symbol : symbols) {
         for (const auto size : pixmapSizes) {
             const auto argb = icons.pixmap(symbol, size);
-            ASSERT_EQ(argb.size(), static_cast<std::size_t>(size) * size * 4) << symbol;
+            ASSERT_EQ(argb.size(), pixelsOf(size) * 4) << symbol;
             EXPECT_GT(ink(argb), argb.size() / 4 * 255 / 20) << symbol << " at " << size;
         }
     }
