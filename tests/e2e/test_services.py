@@ -13,7 +13,7 @@ def test_without_a_notification_daemon_an_alert_is_dropped(laptop, vorlane, late
     laptop.charge_to(19)
     item.wait_for_label('19%')
 
-    assert notifications.posted == []
+    assert notifications.titles() == []
 
 
 def test_a_notification_daemon_that_comes_late_is_used(

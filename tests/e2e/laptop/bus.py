@@ -66,6 +66,14 @@ class Bus:
     def get(self, name, path, interface, property_name):
         return self.call(name, path, PROPERTIES, 'Get', 'ss', interface, property_name)
 
+    def round_trip(self):
+        """Returns when the program, if it is there, has handled all that reached it before."""
+        try:
+            self.call('org.vorlane.Vorlane', '/', 'org.freedesktop.DBus.Peer', 'Ping')
+        except dbus.DBusException as error:
+            if error.get_dbus_name() != BUS + '.Error.ServiceUnknown':
+                raise
+
     def emit(self, path, interface, name, signature, *arguments):
         message = dbus.lowlevel.SignalMessage(path, interface, name)
         message.append(*arguments, signature=signature)

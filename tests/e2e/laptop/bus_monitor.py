@@ -5,6 +5,9 @@ import dbus
 import dbus.lowlevel
 
 from .bus import BUS
+from .waiting import wait_until
+
+MARK = 'org.vorlane.test.Mark'
 
 
 @dataclass(frozen=True)
@@ -28,18 +31,28 @@ class BusMonitor:
     def __init__(self, bus, rules):
         """`rules` are D-Bus match rules; every message that matches one is kept and told."""
         self.messages = []
+        self._bus = bus
+        self._marks = 0
         self._tell = []
         self._connection = bus.connect()
         self._connection.add_message_filter(self._note)
         self._connection.call_blocking(BUS, '/org/freedesktop/DBus', BUS + '.Monitoring',
-                                       'BecomeMonitor', 'asu', (rules, 0))
+                                       'BecomeMonitor', 'asu', ([*rules, f"interface='{MARK}'"], 0))
 
     def listen(self, callback):
         """Calls back with each message from now on."""
         self._tell.append(callback)
 
+    def catch_up(self):
+        """Returns when everything that the bus has passed on before is among the messages."""
+        mark = self._marks + 1
+        self._bus.emit('/', MARK, 'Mark', 'u', mark)
+        wait_until(lambda: self._marks >= mark, 'the monitor to catch up')
+
     def _note(self, _connection, message):
-        if message.get_type() in KINDS:
+        if message.get_interface() == MARK:
+            self._marks, = message.get_args_list()
+        elif message.get_type() in KINDS:
             seen = Seen(KINDS[message.get_type()], message.get_sender(), message.get_serial(),
                         message.get_reply_serial(), message.get_path(), message.get_interface(),
                         message.get_member(), tuple(message.get_args_list()))

@@ -31,11 +31,18 @@ class Notifications:
         self.invoked = []  # (id, action) of every action chosen
         self._unanswered = {}
         self._tell = []
+        self._bus = bus
         self._monitor = BusMonitor(bus, RULES)
         self._monitor.listen(self._note)
 
-    @property
     def titles(self):
+        """Of all that the program has posted because of what happened before this call.
+
+        `posted` may lag behind: it is for waiting.
+        """
+        for _ in range(2):
+            self._bus.round_trip()
+        self._monitor.catch_up()
         return [one.title for one in self.posted]
 
     def on_post(self, callback):

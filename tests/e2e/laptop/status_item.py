@@ -56,6 +56,7 @@ class StatusItem:
 
     def registrations(self):
         """How often the program has registered an item with the watcher."""
+        self._monitor.catch_up()
         return sum(seen.kind == 'call' and seen.member == 'RegisterStatusNotifierItem'
                    for seen in self._monitor.messages)
 

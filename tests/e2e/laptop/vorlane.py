@@ -6,7 +6,7 @@ import signal
 import dbus
 
 from . import preload
-from .status_item import OWNER, PATH
+from .status_item import OWNER
 from .waiting import wait_until
 
 APPLICATION = 'org.freedesktop.Application'
@@ -65,7 +65,7 @@ class Vorlane:
 
     def round_trip(self):
         """Returns when the program has handled all that reached it before."""
-        self._bus.get(OWNER, PATH, 'org.kde.StatusNotifierItem', 'Id')
+        self._bus.round_trip()
 
     def advance(self, seconds):
         """Moves the program's clock, wakes the program and lets what is due happen.

@@ -141,7 +141,8 @@ class Day:
         if title:
             posted = notifications.wait_for(count)
             assert posted.title == title, f'"{title}", but "{posted.title}" was posted'
-        assert len(notifications.posted) == count, f'{count} notifications, not {notifications.titles}'
+        titles = notifications.titles()
+        assert len(titles) == count, f'{count} notifications, not {titles}'
 
     def _photograph(self, name):
         self._pause()  # the panel's clock ticks once a second
