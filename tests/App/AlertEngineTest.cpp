@@ -124,21 +124,33 @@ TEST_F(AlertEngineTest, TakesOddLevelsAsTheyAre)
     EXPECT_THAT(given(onBattery(100)), ElementsAre(low));
 }
 
+TEST_F(AlertEngineTest, WritesEveryNumberThatIsAnInteger)
+{
+    const auto due = alerts(worn(least, 100));
+
+    ASSERT_EQ(due.size(), 1U);
+    EXPECT_EQ(due[0].body,
+              "Battery health has fallen to -9223372036854775808% of its original capacity.");
+}
+
 using AlertEngineDeathTest = AlertEngineFixture;
+
+constexpr const char* outOfRange = "^An alert's number is out of range\n$";
 
 TEST_F(AlertEngineDeathTest, StopsAtHoursThatAreNoInteger)
 {
     prefs.limitEnabled = false;
-    since = Date{-std::numeric_limits<double>::infinity()};
-    EXPECT_DEATH((void)given(onPower(80)), "out of range");
-
-    since = Date{-1e300};
-    EXPECT_DEATH((void)given(onPower(80)), "out of range");
+    constexpr double firstThatDoesNotFit = 9223372036854775808.0;
+    for (const double hours :
+         {firstThatDoesNotFit, 1e300, std::numeric_limits<double>::infinity()}) {
+        since = Date{-3600.0 * hours};
+        EXPECT_DEATH((void)given(onPower(80), Date{0}), outOfRange);
+    }
 }
 
 TEST_F(AlertEngineDeathTest, StopsAtAHealthThatIsNoInteger)
 {
-    EXPECT_DEATH((void)given(worn(least, 1)), "out of range");
+    EXPECT_DEATH((void)given(worn(least, 1)), outOfRange);
 }
 
 }  // namespace

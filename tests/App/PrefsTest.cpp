@@ -233,6 +233,14 @@ TEST_F(PrefsTest, ReadsADeadlineWrittenAsAWholeNumber)
     EXPECT_EQ(Prefs::snoozeUntil(store, mondayMorning), mondayMorning + 1s);
 }
 
+TEST_F(PrefsTest, TakesAnEndlessSnoozeAsItIs)
+{
+    store.set("snoozeUntil", std::numeric_limits<double>::infinity());
+
+    EXPECT_EQ(Prefs::snoozeUntil(store, mondayMorning),
+              Date{std::numeric_limits<double>::infinity()});
+}
+
 TEST_F(PrefsTest, HasNoSnoozeWhenTheStoredDeadlineIsNoInstant)
 {
     for (const auto& odd : {text("tomorrow"), DefaultsValue(true), whole(-1),
