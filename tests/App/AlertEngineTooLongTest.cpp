@@ -33,7 +33,7 @@ TEST_F(AlertEngineTooLongTest, TruncatesTheHoursInTheText)
     since = start;
     prefs.limitEnabled = false;
 
-    const auto due = alerts(onPower(80), start + 3h + 59min);
+    const auto due = alerts(onPower(80), start + 3h + 59min + 59s);
 
     ASSERT_THAT(kinds(due), ElementsAre(tooLong));
     EXPECT_EQ(due[0].body, "Plugged in for over 3 h at 80%. Unplug it to let the battery rest.");

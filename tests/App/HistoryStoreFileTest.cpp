@@ -273,7 +273,7 @@ TEST_F(HistoryStoreDeathTest, StopsWithoutAnApplicationSupportFolder)
 {
     files.supportFolders.clear();
 
-    EXPECT_DEATH((void)open(), "No application-support folder");
+    EXPECT_DEATH((void)open(), "^No application-support folder\n$");
 }
 
 }  // namespace
