@@ -29,8 +29,20 @@ def still_picture(screen):
     def still():
         last.append(screen.picture())
         return last[-2].difference(last[-1]) is None
-    wait_until(still, 'the screen to be still', look_every=0.2)
+    wait_until(still, 'the screen to be still', look_every=0.4)
     return last[-1]
+
+
+def picture_with_panel(screen, start):
+    """A still picture of the screen once the host that `start` starts has painted all of its panel."""
+    empty = screen.picture()
+    start()
+
+    def painted():
+        box = screen.picture().difference(empty)
+        return box and box[2] - box[0] == empty.width
+    wait_until(painted, 'the panel from edge to edge', look_every=0.2)
+    return still_picture(screen)
 
 
 def picture_that_differs(screen, from_picture):
@@ -48,8 +60,7 @@ def inside_panel(box):
 
 
 def test_the_panel_shows_icon_and_tooltip(laptop, vorlane, screen, panel, item, pictures):
-    panel.start(('stretch', 'systray'))
-    without = pictures(still_picture(screen), 'panel-without')
+    without = pictures(picture_with_panel(screen, panel.start), 'panel-without')
 
     vorlane.start()
     item.wait_until_registered()
@@ -66,8 +77,7 @@ def test_the_panel_shows_icon_and_tooltip(laptop, vorlane, screen, panel, item, 
 
 
 def test_the_panel_draws_another_icon_when_the_symbol_changes(laptop, vorlane, screen, panel, item, pictures):
-    panel.start(('stretch', 'systray'))
-    without = still_picture(screen)
+    without = picture_with_panel(screen, panel.start)
     vorlane.start()
     before, _ = picture_that_differs(screen, without)
 
@@ -80,8 +90,7 @@ def test_the_panel_draws_another_icon_when_the_symbol_changes(laptop, vorlane, s
 
 
 def test_a_host_with_labels_shows_the_percentage(laptop, vorlane, screen, panel, item, pictures):
-    panel.start(('stretch', 'indicator'))
-    without = still_picture(screen)
+    without = picture_with_panel(screen, lambda: panel.start(('stretch', 'indicator')))
 
     vorlane.start()
     assert item.label == '60%'
@@ -97,8 +106,7 @@ def test_a_host_with_labels_shows_the_percentage(laptop, vorlane, screen, panel,
 
 
 def test_waybar_shows_the_item(laptop, vorlane, wayland, waybar, item, pictures):
-    waybar.start()
-    without = still_picture(wayland)
+    without = picture_with_panel(wayland, waybar.start)
 
     vorlane.start()
     item.wait_until_registered()
@@ -109,8 +117,7 @@ def test_waybar_shows_the_item(laptop, vorlane, wayland, waybar, item, pictures)
 
 
 def test_the_item_comes_back_with_the_panel(laptop, vorlane, screen, panel, item):
-    panel.start()
-    without = still_picture(screen)
+    without = picture_with_panel(screen, panel.start)
     vorlane.start()
     item.wait_until_registered()
     _, first_box = picture_that_differs(screen, without)
@@ -141,8 +148,7 @@ def test_the_menu_offers_what_there_is_to_do(laptop, vorlane, item):
 
 
 def test_a_click_on_the_item_takes_a_fresh_reading(laptop, vorlane, screen, panel, item):
-    panel.start()
-    without = still_picture(screen)
+    without = picture_with_panel(screen, panel.start)
     vorlane.start()
     item.wait_until_registered()
     _, box = picture_that_differs(screen, without)
