@@ -6,7 +6,7 @@ from .screenshot import Screenshot
 from .waiting import wait_until
 
 CONFIGURATION = '''xwayland disable
-output HEADLESS-1 mode 1280x800 bg #205060 solid_color
+output HEADLESS-1 mode 1280x800
 default_border none
 '''
 NOBODY = 65534
