@@ -225,6 +225,16 @@ TEST(MachineBatteryTest, TellsTheTimeByTheGaugeWhenTheEnergyIsAbsurd)
     EXPECT_EQ(machine.minutesToEmpty, 150);
 }
 
+TEST(MachineBatteryTest, LosesNoMinuteToTheFractionsOfASecond)
+{
+    const auto machine = readOne({{"STATUS", "Discharging"},
+                                  {"CAPACITY", "58"},
+                                  {"ENERGY_FULL", "11500000"},
+                                  {"POWER_NOW", "6900000"}});
+
+    EXPECT_EQ(machine.minutesToEmpty, 58);
+}
+
 TEST(MachineBatteryTest, TellsNoTimeWithoutARate)
 {
     EXPECT_EQ(read({healthy({{"POWER_NOW", "0"}})}).minutesToEmpty, std::nullopt);

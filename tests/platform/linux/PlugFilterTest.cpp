@@ -40,6 +40,13 @@ TEST_F(PlugFilterTest, ShowsTheFirstChangeAtOnceAlsoJustAfterTheStart)
     EXPECT_EQ(shown(100.1, charging), charging);
 }
 
+TEST_F(PlugFilterTest, DoesNotTakeAStartOnPowerForAChange)
+{
+    (void)shown(100, charging);
+
+    EXPECT_EQ(shown(100.1, onBattery), onBattery);
+}
+
 TEST_F(PlugFilterTest, HoldsBackAChangeThatComesSoonAfterAnother)
 {
     (void)shown(100, onBattery);

@@ -72,6 +72,13 @@ TEST(TwoBatteriesTest, LastAsLongAsTheSumOfTheirEnergies)
     EXPECT_EQ(read({first(), second()}).minutesToEmpty, 218);  // 40 Wh at 11 W
 }
 
+TEST(TwoBatteriesTest, TellNoTimeWhenOneRateOfTwoIsUnknown)
+{
+    const auto silent = first({{"STATUS", "Discharging"}, {"POWER_NOW", "?"}});
+
+    EXPECT_EQ(read({silent, second()}).minutesToEmpty, std::nullopt);
+}
+
 TEST(TwoBatteriesTest, FillWithTheSumOfTheirRates)
 {
     const auto machine = read({first({{"STATUS", "Charging"},
@@ -122,6 +129,13 @@ TEST(TwoBatteriesTest, GiveTheCurrentOfBothAndTheVoltageOfTheOneThatWorks)
 
     EXPECT_EQ(machine.current, -1000);
     EXPECT_EQ(machine.voltage, 11000);
+}
+
+TEST(TwoBatteriesTest, GiveTheVoltageOfTheFirstWhenNeitherWorks)
+{
+    const auto machine = read({first(), second({{"STATUS", "Unknown"}, {"POWER_NOW", "0"}})});
+
+    EXPECT_EQ(machine.voltage, 12600);
 }
 
 TEST(TwoBatteriesTest, GiveTheTemperatureOfTheHotter)

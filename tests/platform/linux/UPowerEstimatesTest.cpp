@@ -261,6 +261,18 @@ TEST_F(UPowerEstimatesTest, NeverWaitsForAUPowerThatHangs)
     waitForMinutesToEmpty(120);
 }
 
+TEST_F(UPowerEstimatesTest, AsksAgainWhenAUPowerThatDidNotAnswerSpeaksUp)
+{
+    startDischarging(7200);
+    upower->isGarbled = true;
+    EXPECT_TRUE(runUntil(loop, [&] { return upower->questions == 1; }));
+    upower->isGarbled = false;
+
+    upower->say({{"UpdateTime", 't', 1}});
+
+    waitForMinutesToEmpty(120);
+}
+
 TEST_F(UPowerEstimatesTest, ForgetsWhatAUPowerSaidThatHasBeenSilentForFiveMinutes)
 {
     startDischarging(7200);
@@ -297,6 +309,7 @@ TEST_F(UPowerEstimatesTest, TakesAnyWordOfUPowerForASignOfLife)
     now += Seconds{200};
 
     EXPECT_EQ(toEmpty(), 120);
+    hearUPowerOut();
     EXPECT_EQ(upower->questions, 1);
 }
 
