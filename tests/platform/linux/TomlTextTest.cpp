@@ -153,10 +153,15 @@ TEST(TomlTextTest, KeepsTheContentWhenATableStandsInTheWay)
 TEST(TomlTextTest, KeepsNumbersOfOthersThatHaveNoLogarithm)
 {
     const std::string odd =
-        "a = [nan, -inf, 1e400, 0.001, -9223372036854775808]\nb = { c = nan, d = [0.5] }\n";
+        "a = [nan, -inf, 0.001, -9223372036854775808]\nb = { c = nan, d = [0.5] }\n";
 
     EXPECT_EQ(withLimit(odd), odd + "limit = 85\n");
     EXPECT_EQ(withLimit(odd + "limit.a = 1\n"), "refused");
+}
+
+TEST(TomlTextTest, RefusesATextWithANumberBeyondAllReals)
+{
+    EXPECT_EQ(withLimit("a = 1e400\n"), "refused");
 }
 
 TEST(TomlTextTest, WritesRealNumbersThatReadBackExactlyAndStayReal)
