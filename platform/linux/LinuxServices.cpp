@@ -32,7 +32,7 @@ LinuxServices::LinuxServices(Base base)
                             return watchPowerSupplies(event, std::move(changed));
                         },
                     .uptime = uptime}),
-      notifications(base.session, "vorlane-battery-100-symbolic"),
+      notifications(base.session, "vorlane-battery-50-symbolic"),
       statusBar(base.session, base.loop),
       wake(workspace.observeDidWake([this] { statusBar.registerAgain(); }))
 {}
