@@ -42,7 +42,10 @@ void HistoryStore::load(Date now)
     loadFailed = !decoded;
     if (!decoded) return;
 
-    std::ranges::stable_sort(*decoded, {}, &Sample::t);
+    // As it usually is; sorting a month that is sorted costs as much as reading it.
+    if (!std::ranges::is_sorted(*decoded, {}, &Sample::t)) {
+        std::ranges::stable_sort(*decoded, {}, &Sample::t);
+    }
     samples = std::move(*decoded);
     prune(now);
 }

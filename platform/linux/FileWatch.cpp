@@ -2,7 +2,9 @@
 
 #include <unistd.h>
 
+#include <filesystem>
 #include <string_view>
+#include <system_error>
 #include <utility>
 
 #include "platform/linux/Files.h"
@@ -15,6 +17,11 @@ constexpr std::uint32_t goneMask = IN_DELETE_SELF | IN_MOVE_SELF;
 constexpr std::uint32_t watchMask = IN_CLOSE_WRITE | IN_CREATE | IN_MOVED_TO | IN_MOVED_FROM |
                                     IN_DELETE | IN_ATTRIB | goneMask | IN_ONLYDIR;
 constexpr std::uint32_t lostMask = goneMask | IN_IGNORED | IN_UNMOUNT | IN_Q_OVERFLOW;
+
+std::string_view nameOf(std::string_view path)
+{
+    return path.substr(path.rfind('/') + 1);
+}
 
 }  // namespace
 
@@ -34,26 +41,42 @@ void FileWatch::arm()
     watchNearestFolder();
     // The folder may have come between the look and the watch.
     if (awaited != path && access(awaited.c_str(), F_OK) == 0) watchNearestFolder();
+    watchTarget();
 }
 
 void FileWatch::watchNearestFolder()
 {
     watch_.reset();
     for (awaited = path; awaited != "/" && awaited != "."; awaited = folderOf(awaited)) {
-        watch_ = owned<EventSourcePointer>([this](sd_event_source** source) {
-            return sd_event_add_inotify(event_, source, folderOf(awaited).c_str(), watchMask,
-                                        onChange, this);
-        });
+        watch_ = watchFolderOf(awaited);
         if (watch_) return;
     }
+}
+
+void FileWatch::watchTarget()
+{
+    target.clear();
+    targetWatch_.reset();
+    std::error_code trouble;
+    if (!std::filesystem::is_symlink(path, trouble)) return;
+    target = std::filesystem::canonical(path, trouble);
+    if (!target.empty()) targetWatch_ = watchFolderOf(target);
+}
+
+EventSourcePointer FileWatch::watchFolderOf(const std::string& entry)
+{
+    return owned<EventSourcePointer>([&](sd_event_source** source) {
+        return sd_event_add_inotify(event_, source, folderOf(entry).c_str(), watchMask, onChange,
+                                    this);
+    });
 }
 
 int FileWatch::onChange(sd_event_source* /*source*/, const inotify_event* change, void* self)
 {
     const auto* const watch = static_cast<FileWatch*>(self);
     const std::string_view name = change->len > 0 ? change->name : "";
-    const auto& awaited = watch->awaited;
-    const bool isAwaited = name == std::string_view(awaited).substr(awaited.rfind('/') + 1);
+    const bool isAwaited =
+        name == nameOf(watch->awaited) || (!watch->target.empty() && name == nameOf(watch->target));
     if (!isAwaited && (change->mask & lostMask) == 0) return 0;
 
     // Not from here: a watch cannot be renewed while it reports.

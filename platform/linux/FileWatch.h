@@ -1,5 +1,5 @@
 // Tells when a file may have changed: written, replaced, removed or come back, and also when its
-// folder goes or comes. It does not look into the file.
+// folder goes or comes. A link to a file is watched at both ends. It does not look into the file.
 #pragma once
 
 #include <sys/inotify.h>
@@ -19,6 +19,8 @@ public:
 private:
     void arm();
     void watchNearestFolder();
+    void watchTarget();
+    EventSourcePointer watchFolderOf(const std::string& entry);
     static int onChange(sd_event_source* source, const inotify_event* change, void* self);
     static int onTurn(sd_event_source* source, void* self);
 
@@ -26,7 +28,9 @@ private:
     std::string path;
     std::function<void()> changed;
     std::string awaited;  // what must change in the watched folder: the file, or a folder above it
+    std::string target;   // what the file is a link to; empty while it is none
     EventSourcePointer watch_;
+    EventSourcePointer targetWatch_;
     EventSourcePointer turn_;
 };
 

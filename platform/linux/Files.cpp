@@ -87,6 +87,9 @@ int keepAs(const std::string& name, const std::string& path)
 
 }  // namespace
 
+// Parsers look a little beyond the end of a text; where there is no room they copy it.
+constexpr std::size_t roomForParsers = 64;
+
 std::optional<std::string> readFile(const std::string& path, std::size_t limit)
 {
     const auto file = openFile(path, O_RDONLY | O_NONBLOCK | O_NOCTTY);
@@ -95,7 +98,7 @@ std::optional<std::string> readFile(const std::string& path, std::size_t limit)
     if (status.st_size < 0 || static_cast<std::size_t>(status.st_size) > limit) return std::nullopt;
 
     std::string content;
-    content.reserve(static_cast<std::size_t>(status.st_size));
+    content.reserve(static_cast<std::size_t>(status.st_size) + roomForParsers);
     std::array<char, pieceSize> piece;
     for (;;) {
         const auto count =

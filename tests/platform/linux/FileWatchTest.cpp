@@ -70,6 +70,22 @@ TEST_F(FileWatchTest, TellsWhenTheFileIsRemovedOrMovedAway)
     EXPECT_EQ(callsNow(), 1);
 }
 
+TEST_F(FileWatchTest, TellsOfAWriteToWhatTheFileIsALinkTo)
+{
+    const auto elsewhere = parent / "elsewhere";
+    fs::create_directory(elsewhere);
+    write(elsewhere / "target", "old");
+    fs::create_symlink(elsewhere / "target", file);
+    const FileWatch watch(loop.event(), file, [this] { ++calls; });
+
+    write(elsewhere / "target", "new");
+    EXPECT_EQ(callsNow(), 1);
+    fs::remove(file);
+    EXPECT_EQ(callsNow(), 1);
+    write(elsewhere / "target", "no longer meant");
+    EXPECT_EQ(callsNow(), 0);
+}
+
 TEST_F(FileWatchTest, TellsWhenTheFileBecomesReadable)
 {
     write(file, "old");
