@@ -1,4 +1,5 @@
 """Everything of interest that passes over a bus, in order, seen from outside like dbus-monitor."""
+import itertools
 from dataclasses import dataclass
 
 import dbus
@@ -8,6 +9,7 @@ from .bus import BUS
 from .waiting import wait_until
 
 MARK = 'org.vorlane.test.Mark'
+marks = itertools.count(1)  # one row of numbers for all monitors, which see each other's
 
 
 @dataclass(frozen=True)
@@ -15,12 +17,14 @@ class Seen:
     """One message. `reply_to` is the serial of the call that it answers."""
     kind: str  # "call", "return", "error" or "signal"
     sender: str
+    destination: str
     serial: int
     reply_to: int
     path: str
     interface: str
     member: str
     arguments: tuple
+    wants_answer: bool
 
 
 KINDS = {dbus.lowlevel.MESSAGE_TYPE_METHOD_CALL: 'call', dbus.lowlevel.MESSAGE_TYPE_METHOD_RETURN: 'return',
@@ -32,7 +36,7 @@ class BusMonitor:
         """`rules` are D-Bus match rules; every message that matches one is kept and told."""
         self.messages = []
         self._bus = bus
-        self._marks = 0
+        self._last_mark = 0
         self._tell = []
         self._connection = bus.connect()
         self._connection.add_message_filter(self._note)
@@ -45,19 +49,26 @@ class BusMonitor:
 
     def catch_up(self):
         """Returns when everything that the bus has passed on before is among the messages."""
-        mark = self._marks + 1
+        mark = next(marks)
         self._bus.emit('/', MARK, 'Mark', 'u', mark)
-        wait_until(lambda: self._marks >= mark, 'the monitor to catch up')
+        wait_until(lambda: self._last_mark >= mark, 'the monitor to catch up')
 
     def _note(self, _connection, message):
         if message.get_interface() == MARK:
-            self._marks, = message.get_args_list()
+            self._last_mark, = message.get_args_list()
         elif message.get_type() in KINDS:
-            seen = Seen(KINDS[message.get_type()], message.get_sender(), message.get_serial(),
+            seen = Seen(KINDS[message.get_type()], message.get_sender(),
+                        message.get_destination(), message.get_serial(),
                         message.get_reply_serial(), message.get_path(), message.get_interface(),
-                        message.get_member(), tuple(message.get_args_list()))
+                        message.get_member(), _without_files(message.get_args_list()),
+                        not message.get_no_reply())
             self.messages.append(seen)
             for callback in self._tell:
                 callback(seen)
         # A monitor may not answer; unhandled calls would be answered with an error.
         return dbus.lowlevel.HANDLER_RESULT_HANDLED
+
+
+def _without_files(arguments):
+    """Our copy of an open file would keep it open: what delays sleep, for one."""
+    return tuple(None if isinstance(one, dbus.types.UnixFd) else one for one in arguments)

@@ -38,7 +38,8 @@ class VirtualLaptop:
         self.session_bus = Bus(self.machine, 'session')
         self.notifications = Notifications(self.session_bus)
         self.item = StatusItem(self.session_bus)
-        self.vorlane = Vorlane(program, self.machine, self.session_bus, self.testbed)
+        self.vorlane = Vorlane(program, self.machine, self.session_bus, self.system_bus,
+                               self.testbed)
 
     def x_screen(self):
         return XScreen(self.machine)

@@ -6,6 +6,7 @@ import signal
 import dbus
 
 from . import preload
+from .open_calls import OpenCalls
 from .status_item import OWNER
 from .waiting import wait_until
 
@@ -18,9 +19,10 @@ SANITIZERS = {
 
 
 class Vorlane:
-    def __init__(self, program, machine, session_bus, testbed):
+    def __init__(self, program, machine, session_bus, system_bus, testbed):
         self._program, self._machine = program, machine
         self._bus, self._testbed = session_bus, testbed
+        self._open_calls = [OpenCalls(session_bus), OpenCalls(system_bus)]
         self._clock = None
         self.process = None
 
@@ -70,11 +72,20 @@ class Vorlane:
     def advance(self, seconds):
         """Moves the program's clock, wakes the program and lets what is due happen.
 
+        Not while it waits for an answer, which would seem hours late to it.
+
         Work that is put off for a moment (a burst of events is one change) gets that moment.
         """
         for step in (seconds, 0.5):
+            self._settle()
             self._clock.move(step)
             self.round_trip()
+            self.round_trip()
+
+    def _settle(self):
+        """Returns when the program waits for nobody's answer."""
+        self.round_trip()
+        while any([calls.wait_until_answered(self.process.pid) for calls in self._open_calls]):
             self.round_trip()
 
     def activate(self):
