@@ -154,7 +154,7 @@ TEST_F(AppModelAlertsTest, CountsAnAlertAsSentThatNobodyCouldShow)
 
 TEST_F(AppModelAlertsTest, HoldsAlertsBackInQuietHours)
 {
-    beQuiet(0, 10 * 60);
+    beQuiet(0, 600);
     const auto model = launch();
     machine.charge(20);
     EXPECT_THAT(posted(), IsEmpty());

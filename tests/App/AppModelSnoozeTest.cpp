@@ -67,7 +67,7 @@ TEST_F(AppModelSnoozeTest, DeliversAtTheVeryMomentOfTheDeadline)
 
 TEST_F(AppModelSnoozeTest, MindsQuietHoursOnceTheSnoozeHasRunOut)
 {
-    beQuiet(0, 11 * 60);
+    beQuiet(0, 660);
     const auto model = launch();
     model->snooze();
     machine.charge(20);

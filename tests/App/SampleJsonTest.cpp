@@ -29,6 +29,13 @@ std::string repeated(std::string_view text, std::size_t times)
     return result;
 }
 
+std::string arrayOf(const std::vector<std::string>& elements)
+{
+    std::string text;
+    for (const auto& element : elements) text.append(text.empty() ? "[" : ",").append(element);
+    return text + "]";
+}
+
 constexpr Sample oneSample{.t = 1.5, .p = 50, .c = true, .a = false};
 const std::string oneObject = R"({"t":1.5,"p":50,"c":true,"a":false})";
 
@@ -69,14 +76,14 @@ TEST(SampleJsonTest, WritesALongHistoryInPieces)
     }
 
     EXPECT_GT(pieces, 1);
-    EXPECT_EQ(text, "[" + repeated(oneObject + ",", 4999) + oneObject + "]");
+    EXPECT_EQ(text, arrayOf(std::vector(5000, oneObject)));
 }
 
 TEST(SampleJsonTest, NeverWritesAnEmptyPieceBeforeTheEnd)
 {
     for (std::size_t count = 1760; count < 1780; ++count) {
         const std::vector<Sample> samples(count, oneSample);
-        EXPECT_EQ(encode(samples), "[" + repeated(oneObject + ",", count - 1) + oneObject + "]");
+        EXPECT_EQ(encode(samples), arrayOf(std::vector(count, oneObject)));
     }
 }
 
@@ -147,8 +154,8 @@ TEST(SampleJsonTest, RefusesAnElementThatIsNoSample)
         R"({"t":1.5,"p":50,"c":true,"a":null})",
         R"({"t":1e999,"p":50,"c":true,"a":false})"};
     for (const auto& element : elements) {
-        EXPECT_EQ(decodeSamples("[" + element + "]"), std::nullopt) << element;
-        EXPECT_EQ(decodeSamples("[" + oneObject + "," + element + "]"), std::nullopt) << element;
+        EXPECT_EQ(decodeSamples(arrayOf({element})), std::nullopt) << element;
+        EXPECT_EQ(decodeSamples(arrayOf({oneObject, element})), std::nullopt) << element;
     }
 }
 
@@ -189,7 +196,7 @@ TEST(SampleJsonTest, RefusesTextThatIsNotJson)
         std::string("[\0]", 3),
         std::string("\0", 1),
         good + std::string("\0", 1),
-        "\xff\xfe[\0]\0",
+        std::string("\xff\xfe[\0]\0", 6),
         "[{\"t\":1.5,\"p\":50,\"c\":true,\"a\":false,\"\xff\":0}]"};
     for (const auto& text : texts) EXPECT_EQ(decodeSamples(text), std::nullopt) << text;
 }
@@ -205,7 +212,7 @@ TEST(SampleJsonTest, RefusesATextThatWasCutOffAnywhere)
 
 TEST(SampleJsonTest, RefusesDeepNesting)
 {
-    for (const std::size_t depth : {2, 100, 1023, 1025, 100'000}) {
+    for (const std::size_t depth : {2U, 100U, 1023U, 1025U, 100'000U}) {
         EXPECT_EQ(decodeSamples(repeated("[", depth) + repeated("]", depth)), std::nullopt);
         EXPECT_EQ(decodeSamples(repeated("[", depth)), std::nullopt);
         EXPECT_EQ(decodeSamples(repeated(R"([{"t":)", depth)), std::nullopt);

@@ -81,10 +81,12 @@ TEST(SubscriptionTest, EndsOnceInAGrowingList)
     int ended = 0;
     {
         std::vector<Subscription> bag;
-        for (int i = 0; i < 10; ++i) bag.emplace_back([&] { ++ended; });
+        bag.emplace_back([&] { ended += 1; });
+        bag.emplace_back([&] { ended += 10; });
+        bag.emplace_back([&] { ended += 100; });
         EXPECT_EQ(ended, 0);
     }
-    EXPECT_EQ(ended, 10);
+    EXPECT_EQ(ended, 111);
 }
 
 }  // namespace
