@@ -58,7 +58,7 @@ void Notifier::explainAndRequest()
              "Vorlane uses notifications to remind you to unplug at your chosen charge level, "
              "when the battery is low, and when you have been plugged in too long. macOS will "
              "ask for permission next.",
-         .buttons = {"Continue", "Not Now"}},
+         .buttons = {{.title = "Continue"}, {.title = "Not Now", .role = ButtonRole::cancel}}},
         [weak = weak_from_this()](std::size_t button) {
             const auto notifier = weak.lock();
             if (!notifier || button != 0) return;

@@ -8,10 +8,13 @@
 #include "App/services/Clock.h"
 #include "App/services/DefaultsStore.h"
 #include "App/services/FileManager.h"
+#include "App/services/LoginItem.h"
 #include "App/services/NotificationCenter.h"
 #include "App/services/PowerSources.h"
 #include "App/services/RunLoop.h"
+#include "App/services/SoundPlayer.h"
 #include "App/services/StatusBar.h"
+#include "App/services/Windows.h"
 #include "App/services/Workspace.h"
 
 namespace vorlane {
@@ -24,7 +27,10 @@ struct Services {
     NotificationCenter& notifications;
     AlertPanel& alertPanel;
     StatusBar& statusBar;
+    Windows& windows;
     Application& application;
+    LoginItem& loginItem;
+    SoundPlayer& soundPlayer;
     Workspace& workspace;
     RunLoop& runLoop;
     Clock& clock;

@@ -10,6 +10,9 @@
 #include "platform/linux/KernelPowerSources.h"
 #include "platform/linux/LogindWorkspace.h"
 #include "platform/linux/NoAlertPanel.h"
+#include "platform/linux/NoLoginItem.h"
+#include "platform/linux/NoSoundPlayer.h"
+#include "platform/linux/NoWindows.h"
 #include "platform/linux/SdEventRunLoop.h"
 #include "platform/linux/StatusNotifierBar.h"
 #include "platform/linux/SystemCalendar.h"
@@ -43,6 +46,9 @@ private:
     KernelBatteryRegistry batteryRegistry;
     FreedesktopNotificationCenter notifications;
     NoAlertPanel alertPanel;
+    NoWindows windows;
+    NoLoginItem loginItem;
+    NoSoundPlayer soundPlayer;
     StatusNotifierBar statusBar;
     Subscription wake;
 };

@@ -1,21 +1,119 @@
 #include "platform/linux/SystemCalendar.h"
 
+#include <langinfo.h>
+#include <clocale>
+
+#include <algorithm>
+#include <array>
 #include <cmath>
 #include <ctime>
+#include <memory>
+#include <string_view>
+#include <type_traits>
 
 namespace vorlane::platform {
 
-TimeOfDay SystemCalendar::timeOfDay(Date date) const
+namespace {
+
+using Locale = std::unique_ptr<std::remove_pointer_t<locale_t>, decltype(&freelocale)>;
+
+std::optional<std::tm> localTime(Date date)
 {
     constexpr double limit = 9e15;  // far beyond the years that fit a struct tm
     const double seconds = std::floor(date.secondsSince1970);
-    if (!(std::abs(seconds) < limit)) return {};
+    if (!(std::abs(seconds) < limit)) return std::nullopt;
 
     tzset();  // the user may have travelled since
     const auto instant = static_cast<std::time_t>(seconds);
     std::tm local{};
-    if (!localtime_r(&instant, &local)) return {};
+    if (!localtime_r(&instant, &local)) return std::nullopt;
+    return local;
+}
+
+TimeOfDay timeIn(const std::tm& local)
+{
     return {.hour = local.tm_hour, .minute = local.tm_min};
+}
+
+std::int64_t minutes(TimeOfDay time)
+{
+    return time.hour * 60 + time.minute;
+}
+
+// One reading of a local time, taken as summer time or not.
+std::time_t instant(std::tm day, TimeOfDay time, int summerTime)
+{
+    day.tm_hour = static_cast<int>(time.hour);
+    day.tm_min = static_cast<int>(time.minute);
+    day.tm_sec = 0;
+    day.tm_isdst = summerTime;
+    return std::mktime(&day);
+}
+
+std::string withoutSeconds(std::string format)
+{
+    const auto seconds = format.find("%S");
+    if (seconds == std::string::npos) return format;
+
+    const bool separated =
+        seconds > 0 && std::string_view(":.-").find(format[seconds - 1]) != std::string_view::npos;
+    const auto begin = separated ? seconds - 1 : seconds;
+    const auto end = separated ? seconds + 2 : format.find_first_of(" %", seconds + 2);
+    return format.erase(begin, end == std::string::npos ? end : end - begin);
+}
+
+// A locale that counts to twelve writes its usual time as "%r".
+std::string shortFormat(locale_t locale)
+{
+    std::string format = nl_langinfo_l(T_FMT, locale);
+    if (format == "%r") format = nl_langinfo_l(T_FMT_AMPM, locale);
+    if (format == "%T" || format.empty()) format = "%H:%M:%S";
+    format = withoutSeconds(format);
+
+    // Nobody writes "02:05 PM".
+    if (const auto hour = format.find("%I"); hour != std::string::npos) {
+        format.replace(hour, 2, "%-I");
+    }
+    return format;
+}
+
+}  // namespace
+
+TimeOfDay SystemCalendar::timeOfDay(Date date) const
+{
+    const auto local = localTime(date);
+    return local ? timeIn(*local) : TimeOfDay{};
+}
+
+std::optional<Date> SystemCalendar::today(Date now, TimeOfDay time) const
+{
+    if (time.hour < 0 || time.hour > 23 || time.minute < 0 || time.minute > 59) return std::nullopt;
+    const auto day = localTime(now);
+    if (!day) return std::nullopt;
+
+    // A time that comes twice, or is skipped, reads as two instants, by summer time and without:
+    // from the earlier one on, the first minute that is late enough.
+    constexpr int longestGap = 24 * 60;
+    auto seconds = std::min(instant(*day, time, 0), instant(*day, time, 1));
+    for (int minute = 0; minute <= longestGap; ++minute, seconds += 60) {
+        const Date date{static_cast<double>(seconds)};
+        const auto local = localTime(date);
+        if (!local) return std::nullopt;
+        if (local->tm_mday == day->tm_mday && minutes(timeIn(*local)) >= minutes(time)) return date;
+    }
+    return std::nullopt;
+}
+
+std::string SystemCalendar::shortTime(Date date) const
+{
+    const auto local = localTime(date);
+    const Locale locale(newlocale(LC_TIME_MASK | LC_CTYPE_MASK, "", nullptr), &freelocale);
+    if (!local || !locale) return {};
+
+    std::array<char, 64> text{};
+    const auto length = strftime_l(text.data(), text.size(), shortFormat(locale.get()).c_str(),
+                                   &*local, locale.get());
+    return {text.data(), length};
 }
 
 }  // namespace vorlane::platform

@@ -1,4 +1,4 @@
-// Local time as the C library knows it.
+// Local time as the C library knows it, in the user's locale.
 #pragma once
 
 #include "App/services/Calendar.h"
@@ -8,6 +8,8 @@ namespace vorlane::platform {
 class SystemCalendar : public Calendar {
 public:
     TimeOfDay timeOfDay(Date date) const override;
+    std::optional<Date> today(Date now, TimeOfDay time) const override;
+    std::string shortTime(Date date) const override;
 };
 
 }  // namespace vorlane::platform

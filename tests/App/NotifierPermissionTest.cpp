@@ -26,7 +26,9 @@ TEST_F(NotifierPermissionTest, ExplainsBeforeItAsksForPermission)
               "Vorlane uses notifications to remind you to unplug at your chosen charge level, "
               "when the battery is low, and when you have been plugged in too long. macOS will "
               "ask for permission next.");
-    EXPECT_THAT(alertPanel.open->buttons, ElementsAre("Continue", "Not Now"));
+    EXPECT_THAT(alertPanel.open->buttons,
+                ElementsAre(AlertButton{.title = "Continue"},
+                            AlertButton{.title = "Not Now", .role = ButtonRole::cancel}));
     EXPECT_EQ(application.activations, 1);
     EXPECT_THAT(center.prompts, IsEmpty());
 }

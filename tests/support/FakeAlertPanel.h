@@ -24,7 +24,7 @@ public:
     bool press(const std::string& title)
     {
         if (!open) return false;
-        const auto button = std::ranges::find(open->buttons, title);
+        const auto button = std::ranges::find(open->buttons, title, &AlertButton::title);
         if (button == open->buttons.end()) return false;
 
         const auto index = std::distance(open->buttons.begin(), button);

@@ -7,10 +7,13 @@
 #include "FakeBatteryRegistry.h"
 #include "FakeCalendar.h"
 #include "FakeClock.h"
+#include "FakeLoginItem.h"
 #include "FakeNotificationCenter.h"
 #include "FakePowerSources.h"
 #include "FakeRunLoop.h"
+#include "FakeSoundPlayer.h"
 #include "FakeStatusBar.h"
+#include "FakeWindows.h"
 #include "FakeWorkspace.h"
 #include "MemoryDefaults.h"
 #include "MemoryFiles.h"
@@ -32,7 +35,10 @@ public:
     FakeNotificationCenter notifications;
     FakeAlertPanel alertPanel;
     FakeStatusBar statusBar;
+    FakeWindows windows;
     FakeApplication application;
+    FakeLoginItem loginItem;
+    FakeSoundPlayer soundPlayer;
     FakeWorkspace workspace;
 
     FakeMachine();

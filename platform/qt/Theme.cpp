@@ -1,0 +1,81 @@
+#include "platform/qt/Theme.h"
+
+namespace vorlane::platform {
+
+namespace {
+
+// Strong enough for small text on the window's colour, light or dark.
+struct Signals {
+    QRgb green;
+    QRgb orange;
+    QRgb red;
+};
+constexpr Signals onLight{0xff1b7a33, 0xffb35300, 0xffcf1b2b};
+constexpr Signals onDark{0xff3ccf62, 0xffffa42e, 0xffff6e64};
+
+QColor mixed(const QColor& below, const QColor& above, float share)
+{
+    const auto mix = [share](float a, float b) { return a + (b - a) * share; };
+    return QColor::fromRgbF(mix(below.redF(), above.redF()), mix(below.greenF(), above.greenF()),
+                            mix(below.blueF(), above.blueF()));
+}
+
+QFont sized(QFont font, double factor, QFont::Weight weight = QFont::Normal)
+{
+    if (font.pointSizeF() > 0) {
+        font.setPointSizeF(font.pointSizeF() * factor);
+    } else {
+        font.setPixelSize(qRound(font.pixelSize() * factor));
+    }
+    font.setWeight(weight);
+    return font;
+}
+
+}  // namespace
+
+Theme Theme::of(const QPalette& palette, const QFont& base, std::optional<QColor> accent)
+{
+    const auto window = palette.color(QPalette::Window);
+    const auto text = palette.color(QPalette::WindowText);
+    const bool dark = window.lightnessF() < text.lightnessF();
+    const auto& strong = dark ? onDark : onLight;
+    return {.dark = dark,
+            .window = window,
+            .card = dark ? mixed(window, text, 0.06F) : palette.color(QPalette::Base),
+            .text = text,
+            .secondary = mixed(window, text, 0.66F),
+            .separator = mixed(window, text, 0.14F),
+            .track = mixed(window, text, 0.16F),
+            .accent = accent.value_or(palette.color(QPalette::Highlight)),
+            .green = QColor::fromRgb(strong.green),
+            .orange = QColor::fromRgb(strong.orange),
+            .red = QColor::fromRgb(strong.red),
+            .body = base,
+            .headline = sized(base, 1.1, QFont::DemiBold),
+            .callout = sized(base, 0.96),
+            .caption = sized(base, 0.88),
+            .caption2 = sized(base, 0.84),
+            .gauge = sized(base, 2.0, QFont::DemiBold)};
+}
+
+QColor Theme::shade(Color color) const
+{
+    switch (color) {
+        case Color::accent:
+            return accent;
+        case Color::green:
+            return green;
+        case Color::orange:
+            return orange;
+        case Color::red:
+            return red;
+    }
+    return accent;
+}
+
+QColor Theme::shade(std::optional<Color> color) const
+{
+    return color ? shade(*color) : secondary;
+}
+
+}  // namespace vorlane::platform

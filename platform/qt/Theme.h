@@ -1,0 +1,42 @@
+// The shades and letter sizes of our windows, all derived from the desktop's own.
+#pragma once
+
+#include <QColor>
+#include <QFont>
+#include <QPalette>
+#include <optional>
+
+#include "App/content/Color.h"
+
+namespace vorlane::platform {
+
+struct Theme {
+    bool dark = false;
+    QColor window;  // behind everything
+    QColor card;    // behind a group of rows
+    QColor text;
+    QColor secondary;  // dimmed text, still easy to read
+    QColor separator;  // hairlines
+    QColor track;      // the part of a gauge that is not filled
+    QColor accent;
+    QColor green;
+    QColor orange;
+    QColor red;
+
+    QFont body;
+    QFont headline;  // the state, a section's header
+    QFont callout;   // details
+    QFont caption;   // lines of small text
+    QFont caption2;  // the footnote
+    QFont gauge;     // the number in the ring
+
+    // `accent`: the user's choice, else the palette's highlight.
+    static Theme of(const QPalette& palette, const QFont& base, std::optional<QColor> accent);
+
+    QColor shade(Color color) const;
+
+    // Secondary where a record names no colour.
+    QColor shade(std::optional<Color> color) const;
+};
+
+}  // namespace vorlane::platform

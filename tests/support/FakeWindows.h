@@ -1,0 +1,111 @@
+// A screen without pixels: it shows what it is given, and the user in the test asks for things.
+#pragma once
+
+#include <optional>
+#include <utility>
+
+#include "App/services/Windows.h"
+
+namespace vorlane {
+
+class FakeWindows : public Windows {
+public:
+    struct PopoverState {
+        PopoverIntents intents;
+        std::optional<PopoverContent> shown;  // while it is open
+        int openings = 0;
+        int updates = 0;
+    };
+
+    struct SettingsState {
+        SettingsWindowFrame frame{};
+        SettingsIntents intents;
+        std::optional<SettingsContent> shown;  // while it is open
+        int openings = 0;
+        int updates = 0;
+    };
+
+    PopoverState popover;
+    SettingsState settings;
+    int popoversMade = 0;
+    int settingsWindowsMade = 0;
+
+    // Oldest first: "popover shown", "popover closed", "settings shown".
+    std::vector<std::string> events;
+
+    std::unique_ptr<Popover> makePopover(PopoverIntents intents) override
+    {
+        ++popoversMade;
+        popover.intents = std::move(intents);
+        return std::make_unique<FakePopover>(*this);
+    }
+
+    std::unique_ptr<SettingsWindow> makeSettingsWindow(SettingsWindowFrame frame,
+                                                       SettingsIntents intents) override
+    {
+        ++settingsWindowsMade;
+        settings.frame = frame;
+        settings.intents = std::move(intents);
+        return std::make_unique<FakeSettingsWindow>(*this);
+    }
+
+    // The user closes a window.
+    void closePopover() { popover.shown.reset(); }
+    void closeSettings() { settings.shown.reset(); }
+
+private:
+    class FakePopover : public Popover {
+    public:
+        explicit FakePopover(FakeWindows& screen) : screen_(screen) {}
+
+        bool isShown() const override { return screen_.popover.shown.has_value(); }
+
+        void show(const PopoverContent& content) override
+        {
+            screen_.popover.shown = content;
+            ++screen_.popover.openings;
+            screen_.events.emplace_back("popover shown");
+        }
+
+        void update(const PopoverContent& content) override
+        {
+            screen_.popover.shown = content;
+            ++screen_.popover.updates;
+        }
+
+        void performClose() override
+        {
+            if (!isShown()) return;
+            screen_.popover.shown.reset();
+            screen_.events.emplace_back("popover closed");
+        }
+
+    private:
+        FakeWindows& screen_;
+    };
+
+    class FakeSettingsWindow : public SettingsWindow {
+    public:
+        explicit FakeSettingsWindow(FakeWindows& screen) : screen_(screen) {}
+
+        bool isShown() const override { return screen_.settings.shown.has_value(); }
+
+        void makeKeyAndOrderFront(const SettingsContent& content) override
+        {
+            screen_.settings.shown = content;
+            ++screen_.settings.openings;
+            screen_.events.emplace_back("settings shown");
+        }
+
+        void update(const SettingsContent& content) override
+        {
+            screen_.settings.shown = content;
+            ++screen_.settings.updates;
+        }
+
+    private:
+        FakeWindows& screen_;
+    };
+};
+
+}  // namespace vorlane
