@@ -38,7 +38,7 @@ FreedesktopNotificationCenter::FreedesktopNotificationCenter(sd_bus* session, st
           return sd_bus_match_signal_async(session_, slot, service, path, service, "ActionInvoked",
                                            onMessage<FreedesktopNotificationCenter,
                                                      &FreedesktopNotificationCenter::actionInvoked>,
-                                           nullptr, this);
+                                           matchInstalled, this);
       }))
 {}
 

@@ -21,7 +21,7 @@ LogindWorkspace::LogindWorkspace(sd_bus* system) : system_(system)
     sleepSignal = owned<SlotPointer>([this](sd_bus_slot** slot) {
         return sd_bus_match_signal_async(
             system_, slot, service, path, manager, "PrepareForSleep",
-            onMessage<LogindWorkspace, &LogindWorkspace::prepareForSleep>, nullptr, this);
+            onMessage<LogindWorkspace, &LogindWorkspace::prepareForSleep>, matchInstalled, this);
     });
     // By its first argument, or every name that comes and goes on the bus would wake the program.
     ownerSignal = owned<SlotPointer>([this](sd_bus_slot** slot) {
@@ -29,7 +29,7 @@ LogindWorkspace::LogindWorkspace(sd_bus* system) : system_(system)
             system_, slot,
             "type='signal',sender='org.freedesktop.DBus',interface='org.freedesktop.DBus',"
             "member='NameOwnerChanged',arg0='org.freedesktop.login1'",
-            onMessage<LogindWorkspace, &LogindWorkspace::ownerChanged>, nullptr, this);
+            onMessage<LogindWorkspace, &LogindWorkspace::ownerChanged>, matchInstalled, this);
     });
     takeLock();
 }

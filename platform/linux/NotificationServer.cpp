@@ -58,12 +58,13 @@ NotificationServer::NotificationServer(sd_bus* session, Events callbacks)
             session_, slot,
             "type='signal',sender='org.freedesktop.DBus',interface='org.freedesktop.DBus',"
             "member='NameOwnerChanged',arg0='org.freedesktop.Notifications'",
-            onMessage<NotificationServer, &NotificationServer::ownerChanged>, nullptr, this);
+            onMessage<NotificationServer, &NotificationServer::ownerChanged>, matchInstalled, this);
     });
     servicesSignal = owned<SlotPointer>([this](sd_bus_slot** slot) {
         return sd_bus_match_signal_async(
             session_, slot, bus, busPath, bus, "ActivatableServicesChanged",
-            onMessage<NotificationServer, &NotificationServer::servicesChanged>, nullptr, this);
+            onMessage<NotificationServer, &NotificationServer::servicesChanged>, matchInstalled,
+            this);
     });
     askOwner();
     askActivatable();

@@ -51,6 +51,13 @@ int onCall(sd_bus_message* call, void* self, sd_bus_error* /*error*/)
     return (static_cast<Self*>(self)->*answer)(call);
 }
 
+// Takes note that the bus answered the asking for a match. Where nobody does, sd-bus ends the
+// whole connection when the answer is an error or does not come in time.
+inline int matchInstalled(sd_bus_message* /*answer*/, void* /*self*/, sd_bus_error* /*error*/)
+{
+    return 0;
+}
+
 // Owns what `call` gives through a pointer to a handle; empty when it failed.
 template <typename Pointer, typename Call>
 Pointer owned(Call&& call)

@@ -43,12 +43,12 @@ void TrayRegistration::watch()
             session_, slot,
             "type='signal',sender='org.freedesktop.DBus',interface='org.freedesktop.DBus',"
             "member='NameOwnerChanged',arg0='org.kde.StatusNotifierWatcher'",
-            onMessage<TrayRegistration, &TrayRegistration::watcherChanged>, nullptr, this);
+            onMessage<TrayRegistration, &TrayRegistration::watcherChanged>, matchInstalled, this);
     });
     hostSignal = owned<SlotPointer>([this](sd_bus_slot** slot) {
         return sd_bus_match_signal_async(
             session_, slot, watcher, watcherPath, watcher, "StatusNotifierHostRegistered",
-            onMessage<TrayRegistration, &TrayRegistration::hostRegistered>, nullptr, this);
+            onMessage<TrayRegistration, &TrayRegistration::hostRegistered>, matchInstalled, this);
     });
 }
 

@@ -35,12 +35,12 @@ UPowerEstimates::UPowerEstimates(sd_bus* system, std::function<Seconds()> uptime
             system_, slot,
             "type='signal',sender='org.freedesktop.DBus',interface='org.freedesktop.DBus',"
             "member='NameOwnerChanged',arg0='org.freedesktop.UPower'",
-            onMessage<UPowerEstimates, &UPowerEstimates::ownerChanged>, nullptr, this);
+            onMessage<UPowerEstimates, &UPowerEstimates::ownerChanged>, matchInstalled, this);
     });
     propertiesSignal = owned<SlotPointer>([this](sd_bus_slot** slot) {
         return sd_bus_match_signal_async(
             system_, slot, service, path, properties, "PropertiesChanged",
-            onMessage<UPowerEstimates, &UPowerEstimates::propertiesChanged>, nullptr, this);
+            onMessage<UPowerEstimates, &UPowerEstimates::propertiesChanged>, matchInstalled, this);
     });
     ownerRequest = owned<SlotPointer>([this](sd_bus_slot** slot) {
         return sd_bus_call_method_async(

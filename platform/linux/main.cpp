@@ -1,5 +1,7 @@
 // Starts the resident program: one instance, the platform's services, the rules, the loop.
+#include <fcntl.h>
 #include <malloc.h>
+#include <unistd.h>
 
 #include <cstdio>
 #include <cstdlib>
@@ -16,7 +18,7 @@ int refuse(const char* reason)
     return EXIT_FAILURE;
 }
 
-BusPointer open(int (*opening)(sd_bus**), sd_event* event)
+BusPointer openBus(int (*opening)(sd_bus**), sd_event* event)
 {
     auto bus = owned<BusPointer>(opening);
     if (bus && sd_bus_attach_event(bus.get(), event, SD_EVENT_PRIORITY_NORMAL) < 0) return nullptr;
@@ -30,11 +32,21 @@ void returnFreedMemory()
     (void)mallopt(M_MMAP_THRESHOLD, 128 * 1024);
 }
 
+// Started with a standard stream closed, the first socket would take its number, and whatever a
+// library prints would go to a bus.
+void openStandardStreams()
+{
+    int lowest = open("/dev/null", O_RDWR);
+    while (lowest >= 0 && lowest <= STDERR_FILENO) lowest = dup(lowest);
+    if (lowest > STDERR_FILENO) (void)close(lowest);
+}
+
 int run()
 {
+    openStandardStreams();
     returnFreedMemory();
     SdEventRunLoop loop;
-    const auto session = open(sd_bus_open_user, loop.event());
+    const auto session = openBus(sd_bus_open_user, loop.event());
     if (!session) return refuse("no session bus; start it from a desktop session");
 
     DesktopApplication application(loop, session.get());
@@ -47,7 +59,7 @@ int run()
             return refuse("the session bus, or the Vorlane that runs already, does not answer");
     }
 
-    const auto system = open(sd_bus_open_system, loop.event());
+    const auto system = openBus(sd_bus_open_system, loop.event());
     LinuxServices platform({.loop = loop,
                             .session = session.get(),
                             .system = system.get(),

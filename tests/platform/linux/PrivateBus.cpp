@@ -84,6 +84,16 @@ void PrivateBus::end()
     daemon = 0;
 }
 
+void PrivateBus::stop() const
+{
+    if (daemon > 0) (void)kill(daemon, SIGSTOP);
+}
+
+void PrivateBus::resume() const
+{
+    if (daemon > 0) (void)kill(daemon, SIGCONT);
+}
+
 void PrivateBus::add(const Service& service) const
 {
     folder.write("services/" + service.name + ".service",

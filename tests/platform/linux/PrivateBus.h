@@ -36,6 +36,10 @@ public:
     // Ends the daemon, as when the user's session goes away.
     void end();
 
+    // Hangs the daemon, until `resume`.
+    void stop() const;
+    void resume() const;
+
     // As when a package is installed: the daemon sees it by itself once it has served somebody.
     void add(const Service& service) const;
 
