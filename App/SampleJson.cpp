@@ -32,6 +32,56 @@ std::optional<Sample> sampleOf(const simdjson::dom::element& element)
     return sample;
 }
 
+// Appends what the array in `json` holds; false when it is no array of samples.
+bool decodeArray(simdjson::dom::parser& parser, std::string& json, std::vector<Sample>& samples)
+{
+    // The parser reads a little beyond the text; room there saves it a copy.
+    json.reserve(json.size() + simdjson::SIMDJSON_PADDING);
+    simdjson::dom::array elements;
+    if (parser.parse(json).get(elements) != simdjson::SUCCESS) return false;
+
+    for (const auto element : elements) {
+        const auto sample = sampleOf(element);
+        if (!sample) return false;
+        samples.push_back(*sample);
+    }
+    return true;
+}
+
+// Between the brackets of the outermost array, if that is what the text looks like.
+std::string_view inside(std::string_view json)
+{
+    constexpr std::string_view blanks = " \t\r\n";
+    const auto first = json.find_first_not_of(blanks);
+    const auto last = json.find_last_not_of(blanks);
+    if (first == last || json[first] != '[' || json[last] != ']') return {};
+    return json.substr(first + 1, last - first - 1);
+}
+
+// Parsed whole, a month takes a parser of 20 MB, and touching that costs more than the parsing.
+// Cut where one object seems to end and the next to begin, it takes a fraction; a cut that was
+// wrong, as inside a string, leaves no array on its left, and none is taken then.
+std::optional<std::vector<Sample>> decodePieces(simdjson::dom::parser& parser,
+                                                std::string_view json)
+{
+    constexpr std::string_view seam = "},{";
+    constexpr std::size_t shortSample = 40;  // bytes
+    auto rest = inside(json);
+    if (rest.empty()) return std::nullopt;
+
+    std::vector<Sample> samples;
+    samples.reserve(json.size() / shortSample);
+    std::string piece;
+    while (!rest.empty()) {
+        const auto cut = rest.size() > pieceSize ? rest.find(seam, pieceSize) : rest.npos;
+        const auto end = cut == rest.npos ? rest.size() : cut + 1;
+        piece.assign("[").append(rest.substr(0, end)).append("]");
+        if (!decodeArray(parser, piece, samples)) return std::nullopt;
+        rest.remove_prefix(std::min(end + 1, rest.size()));
+    }
+    return samples;
+}
+
 template <typename... Arguments>
 void appendNumber(std::string& text, Arguments... arguments)
 {
@@ -68,19 +118,11 @@ std::optional<std::vector<Sample>> decodeSamples(std::string json)
     constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
     if (json.starts_with(byteOrderMark)) json.erase(0, byteOrderMark.size());
 
-    // The parser reads a little beyond the text; room there saves it a copy.
-    json.reserve(json.size() + simdjson::SIMDJSON_PADDING);
     simdjson::dom::parser parser;
-    simdjson::dom::array elements;
-    if (parser.parse(json).get(elements) != simdjson::SUCCESS) return std::nullopt;
+    if (auto samples = decodePieces(parser, json)) return samples;
 
     std::vector<Sample> samples;
-    samples.reserve(elements.size());
-    for (const auto element : elements) {
-        const auto sample = sampleOf(element);
-        if (!sample) return std::nullopt;
-        samples.push_back(*sample);
-    }
+    if (!decodeArray(parser, json, samples)) return std::nullopt;
     return samples;
 }
 

@@ -237,6 +237,45 @@ TEST(SampleJsonTest, PassesOverKeysThatItDoesNotKnow)
                 Optional(ElementsAre(oneSample)));
 }
 
+// Long enough that where it may be cut falls among these elements.
+std::string longArrayOf(const std::string& element)
+{
+    return arrayOf(std::vector<std::string>(200'000 / element.size(), element));
+}
+
+TEST(SampleJsonTest, ReadsALongTextThatSeemsToEndAnObjectInsideAnother)
+{
+    const std::vector<std::string> elements{
+        R"({"x":"},{},{","t":1.5,"p":50,"c":true,"a":false})",
+        R"({"x":"\"},{\"","t":1.5,"p":50,"c":true,"a":false})",
+        R"({"x":[{"t":1},{"t":2},{}],"t":1.5,"p":50,"c":true,"a":false})",
+        R"({"t":1.5,"p":50,"c":true,"a":false,"x":[{"p":50},{"t":1.5,"p":50,"c":true,"a":false}]})",
+        R"({ "t": 1.5, "p": 50, "c": true, "a": false })"};
+    for (const auto& element : elements) {
+        const auto samples = decodeSamples(longArrayOf(element));
+
+        ASSERT_TRUE(samples) << element;
+        EXPECT_EQ(*samples, std::vector<Sample>(200'000 / element.size(), oneSample)) << element;
+    }
+}
+
+TEST(SampleJsonTest, RefusesALongTextWithOneFault)
+{
+    const auto good = longArrayOf(oneObject);
+    ASSERT_TRUE(decodeSamples(good));
+
+    for (const auto* const fault :
+         {"],[", "},,{", "", "}{", "},{}", ",", "[", "]", "{", "\"", "\\"}) {
+        for (const std::size_t share : {0U, 10U, 33U, 50U, 90U, 100U}) {
+            const auto object = good.size() * share / 100 / (oneObject.size() + 1);
+            auto text = good;
+            text.replace(std::min(object * (oneObject.size() + 1), good.size() - 1), 1, fault);
+            if (text == good) continue;
+            EXPECT_EQ(decodeSamples(text), std::nullopt) << fault << " at " << share << "%";
+        }
+    }
+}
+
 TEST(SampleJsonTest, KnowsWhatJsonCannotHold)
 {
     const auto canHold = [](double t) {
