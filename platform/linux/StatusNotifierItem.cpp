@@ -89,17 +89,15 @@ StatusNotifierItem::StatusNotifierItem(sd_bus* session, RunLoop& loop)
       action(std::make_shared<Action>([] {})),
       object(owned<SlotPointer>([this](sd_bus_slot** slot) {
           return sd_bus_add_object_vtable(session_, slot, path, interfaceName, vtable, this);
-      }))
+      })),
+      registration(session, loop)
 {}
 
 void StatusNotifierItem::show(const StatusItemContent& fresh)
 {
     const auto before = std::exchange(content, fresh);
     menu.show(content.menu);
-    if (!registration) {
-        registration.emplace(session_, loop_);
-        return;
-    }
+    if (!std::exchange(shown, true)) return;  // the tray reads the first content unasked
     const auto emit = [this](const char* signal) {
         (void)sd_bus_emit_signal(session_, path, interfaceName, signal, "");
     };
@@ -126,7 +124,7 @@ void StatusNotifierItem::onMenu(std::function<void(MenuAction)> callback)
 
 void StatusNotifierItem::registerAgain()
 {
-    if (registration) registration->registerAgain();
+    registration.registerAgain();
 }
 
 // On a turn of its own: what a click starts may take long or use the bus.

@@ -3,7 +3,6 @@
 
 #include <functional>
 #include <memory>
-#include <optional>
 #include <string>
 #include <string_view>
 
@@ -19,7 +18,8 @@ namespace vorlane::platform {
 // Trays hear of it at the first `show`, and after that of what differs alone.
 class StatusNotifierItem : public StatusItem {
 public:
-    // The session bus outlives this object.
+    // Registers with the tray at once. The tray asks for the content on a later turn of the loop:
+    // the first `show` must come before that. The session bus outlives this object.
     StatusNotifierItem(sd_bus* session, RunLoop& loop);
 
     bool hasSymbol(const std::string& name) const override { return icons.hasSymbol(name); }
@@ -53,7 +53,8 @@ private:
     StatusItemContent content;
     std::shared_ptr<Action> action;
     SlotPointer object;
-    std::optional<TrayRegistration> registration;
+    TrayRegistration registration;
+    bool shown = false;
 };
 
 }  // namespace vorlane::platform

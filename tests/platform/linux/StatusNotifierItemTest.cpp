@@ -67,15 +67,20 @@ protected:
     }
 };
 
-TEST_F(StatusNotifierItemTest, RegistersAtTheFirstShow)
+TEST_F(StatusNotifierItemTest, RegistersOnceWhenItIsMade)
 {
-    tray.settle();
-    EXPECT_THAT(watcher.items, IsEmpty());
-
-    item->show(content);
-
     runUntil(busLoop, [this] { return !watcher.items.empty(); });
+
+    show();
+
     EXPECT_THAT(watcher.items, SizeIs(1));
+}
+
+TEST_F(StatusNotifierItemTest, SignalsNothingForItsFirstContent)
+{
+    show();
+
+    EXPECT_THAT(tray.signals, IsEmpty());
 }
 
 TEST_F(StatusNotifierItemTest, RegistersAgainWhenAsked)
