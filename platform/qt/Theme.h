@@ -18,6 +18,11 @@ struct Theme {
     QColor secondary;  // dimmed text, still easy to read
     QColor separator;  // hairlines
     QColor track;      // the part of a gauge that is not filled
+    QColor control;    // behind a button's or a picker's text
+    QColor controlHover;
+    QColor controlPressed;
+    QColor raised;  // the chosen part of a picker
+    QColor shadow;  // below it
     QColor accent;
     QColor green;
     QColor orange;

@@ -1,0 +1,32 @@
+// Where a chart's record lies on the screen.
+#pragma once
+
+#include <QRectF>
+
+#include "App/content/ChartContent.h"
+
+namespace vorlane::platform {
+
+class ChartGeometry {
+public:
+    ChartGeometry(const ChartContent& content, const QRectF& plot);
+
+    const QRectF& plot() const { return area; }
+
+    double x(Date date) const;
+    double y(std::int64_t pct) const;
+    QPointF position(const ChartPoint& point) const { return {x(point.date), y(point.pct)}; }
+    Date date(double x) const;
+
+private:
+    QRectF area;
+    Date from;
+    Seconds span;
+    double lowest;
+    double range;
+};
+
+// The point whose time is the closest; null when there is none.
+const ChartPoint* nearest(const std::vector<ChartPoint>& points, Date date);
+
+}  // namespace vorlane::platform

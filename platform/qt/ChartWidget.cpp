@@ -1,0 +1,332 @@
+#include "platform/qt/ChartWidget.h"
+
+#include <QAccessible>
+#include <QAccessibleWidget>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPainter>
+#include <algorithm>
+
+#include "platform/qt/ChartText.h"
+#include "platform/qt/PixelGrid.h"
+
+namespace vorlane::platform {
+
+namespace {
+
+constexpr double lineWidth = 2;
+constexpr double labelGap = 6;    // between the plot and the labels beside it
+constexpr double besideMark = 4;  // between a time mark and its label
+constexpr double betweenTimes = 14;
+constexpr double dotRadius = 4;
+constexpr double bubbleDistance = 9;
+
+QAccessibleInterface* chartInterface(const QString&, QObject* object)
+{
+    auto* chart = qobject_cast<ChartWidget*>(object);
+    return chart ? new QAccessibleWidget(chart, QAccessible::Chart) : nullptr;
+}
+
+}  // namespace
+
+ChartWidget::ChartWidget(QWidget* parent) : QWidget(parent)
+{
+    static const bool known = [] {
+        QAccessible::installFactory(chartInterface);
+        return true;
+    }();
+    (void)known;
+    setFixedHeight(fixedHeight);
+    setMouseTracking(true);
+}
+
+void ChartWidget::setContent(const ChartContent& next)
+{
+    if (next == content) return;
+    content = next;
+    const bool readable = !content.notice && !content.points.empty();
+    setFocusPolicy(readable ? Qt::TabFocus : Qt::NoFocus);
+    if (!readable || (chosen && (*chosen < content.from || *chosen > content.until)))
+        chosen.reset();
+    redraw();
+    announce();
+}
+
+void ChartWidget::setTheme(const Theme& next)
+{
+    theme = next;
+    setFont(theme.caption2);
+    redraw();
+}
+
+void ChartWidget::setTimes(const LocalTimes& next)
+{
+    times = next;
+    redraw();
+    announce();
+}
+
+void ChartWidget::redraw()
+{
+    cached.reset();
+    update();
+}
+
+void ChartWidget::announce()
+{
+    setAccessibleName(summary(content));
+    setAccessibleDescription(shownReading());
+}
+
+QRectF ChartWidget::plot() const
+{
+    const QFontMetricsF metrics(theme.caption2);
+    double labels = 0;
+    for (const auto& mark : content.marks) {
+        labels = std::max(labels, metrics.horizontalAdvance(QString::fromStdString(mark.label)));
+    }
+    const double above = std::max(dotRadius, metrics.capHeight() / 2 + 1);
+    return QRectF(rect()).adjusted(0, above, -labels - labelGap, -metrics.height() - 1);
+}
+
+const ChartWidget::Drawing& ChartWidget::drawing()
+{
+    if (cached) return *cached;
+
+    const ChartGeometry at(content, plot());
+    const QFontMetricsF metrics(theme.caption2);
+    const TimeMarks axis{
+        .from = content.from,
+        .until = content.until,
+        .width = at.plot().width(),
+        .labelWidth = [&metrics](const QString& label) { return metrics.horizontalAdvance(label); },
+        .gap = betweenTimes};
+    Drawing fresh;
+    fresh.marks = axis.marks(times);
+    for (std::size_t begin = 0; begin < content.points.size();) {
+        auto end = begin + 1;
+        while (end < content.points.size() && content.points[end].seg == content.points[begin].seg)
+            ++end;
+        addSegment(fresh, at, begin, end);
+        begin = end;
+    }
+    return cached.emplace(std::move(fresh));
+}
+
+void ChartWidget::addSegment(Drawing& to, const ChartGeometry& at, std::size_t begin,
+                             std::size_t end) const
+{
+    const auto first = at.position(content.points[begin]);
+    if (end - begin == 1) {
+        to.lonely.push_back(first);
+        return;
+    }
+    QPainterPath line(first);
+    for (auto i = begin + 1; i < end; ++i) line.lineTo(at.position(content.points[i]));
+    to.lines.addPath(line);
+
+    line.lineTo(line.currentPosition().x(), at.plot().bottom());
+    line.lineTo(first.x(), at.plot().bottom());
+    line.closeSubpath();
+    to.areas.addPath(line);
+}
+
+void ChartWidget::resizeEvent(QResizeEvent*)
+{
+    redraw();
+}
+
+bool ChartWidget::event(QEvent* event)
+{
+    if (event->type() == QEvent::LocaleChange) setTimes({.locale = locale(), .zone = times.zone});
+    return QWidget::event(event);
+}
+
+const ChartPoint* ChartWidget::chosenPoint() const
+{
+    return chosen ? nearest(content.points, *chosen) : nullptr;
+}
+
+QString ChartWidget::shownReading() const
+{
+    const auto* point = chosenPoint();
+    return point ? reading(content, *point, times) : QString();
+}
+
+void ChartWidget::choose(std::optional<Date> date)
+{
+    if (content.notice || content.points.empty()) return;
+    const auto before = shownReading();
+    chosen = date;
+    update();
+    if (before == shownReading()) return;
+
+    announce();
+    QAccessibleEvent changed(this, QAccessible::DescriptionChanged);
+    QAccessible::updateAccessibility(&changed);
+}
+
+void ChartWidget::mouseMoveEvent(QMouseEvent* event)
+{
+    const ChartGeometry at(content, plot());
+    const auto* point = nearest(content.points, at.date(event->position().x()));
+    if (point) choose(point->date);
+}
+
+void ChartWidget::leaveEvent(QEvent*)
+{
+    choose(std::nullopt);
+}
+
+void ChartWidget::focusInEvent(QFocusEvent* event)
+{
+    if (!content.points.empty()) choose(content.points.back().date);
+    QWidget::focusInEvent(event);
+}
+
+void ChartWidget::focusOutEvent(QFocusEvent* event)
+{
+    choose(std::nullopt);
+    QWidget::focusOutEvent(event);
+}
+
+void ChartWidget::keyPressEvent(QKeyEvent* event)
+{
+    if (content.points.empty()) return QWidget::keyPressEvent(event);
+
+    const auto& points = content.points;
+    const auto last = std::ssize(points) - 1;
+    const auto* now = chosenPoint();
+    const auto index = now ? now - points.data() : last;
+    const auto go = [&](std::ptrdiff_t to) {
+        choose(points[static_cast<std::size_t>(std::clamp<std::ptrdiff_t>(to, 0, last))].date);
+    };
+    switch (event->key()) {
+        case Qt::Key_Left:
+            return go(index - 1);
+        case Qt::Key_Right:
+            return go(index + 1);
+        case Qt::Key_PageUp:
+            return go(index - last / 24);
+        case Qt::Key_PageDown:
+            return go(index + last / 24);
+        case Qt::Key_Home:
+            return go(0);
+        case Qt::Key_End:
+            return go(last);
+        default:
+            return QWidget::keyPressEvent(event);
+    }
+}
+
+void ChartWidget::paintEvent(QPaintEvent*)
+{
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    if (content.notice) return paintNotice(painter);
+
+    const auto& drawn = drawing();
+    paintGrid(painter, drawn);
+    paintLines(painter, drawn);
+    paintReading(painter);
+    if (hasFocus()) paintFocus(painter);
+}
+
+void ChartWidget::paintNotice(QPainter& painter) const
+{
+    painter.setFont(theme.caption);
+    painter.setPen(theme.secondary);
+    painter.drawText(rect(), Qt::AlignCenter | Qt::TextWordWrap,
+                     QString::fromStdString(*content.notice));
+}
+
+void ChartWidget::paintGrid(QPainter& painter, const Drawing& drawn) const
+{
+    const PixelGrid grid(painter);
+    const ChartGeometry at(content, plot());
+    const QFontMetricsF metrics(theme.caption2);
+    painter.setFont(theme.caption2);
+    painter.setPen(theme.secondary);
+    const auto line = [&](const QRectF& bar) { painter.fillRect(bar, theme.separator); };
+
+    double free = at.plot().bottom() + metrics.height();  // above it, nothing is written yet
+    for (const auto& mark : content.marks) {
+        const double y = at.y(mark.value);
+        line(grid.row(at.plot().left(), at.plot().right(), y));
+        const double baseline = y + metrics.capHeight() / 2;
+        if (baseline > free) continue;
+        const auto label = QString::fromStdString(mark.label);
+        painter.drawText(QPointF(width() - metrics.horizontalAdvance(label), baseline), label);
+        free = baseline - metrics.capHeight() - 2;
+    }
+    for (const auto& mark : drawn.marks) {
+        const double x = at.plot().left() + mark.x;
+        line(grid.column(x, at.plot().top(), height()));
+        const double room = width() - x - besideMark;
+        if (metrics.horizontalAdvance(mark.label) > room) continue;
+        painter.drawText(QPointF(x + besideMark, height() - metrics.descent()), mark.label);
+    }
+}
+
+void ChartWidget::paintLines(QPainter& painter, const Drawing& drawn) const
+{
+    const auto area = plot();
+    QLinearGradient fading(area.topLeft(), area.bottomLeft());
+    auto tint = theme.accent;
+    tint.setAlphaF(0.30F);
+    fading.setColorAt(0, tint);
+    tint.setAlphaF(0.05F);
+    fading.setColorAt(1, tint);
+    painter.fillPath(drawn.areas, fading);
+
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(QPen(theme.accent, lineWidth, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter.drawPath(drawn.lines);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(theme.accent);
+    for (const auto& dot : drawn.lonely) painter.drawEllipse(dot, lineWidth, lineWidth);
+}
+
+void ChartWidget::paintReading(QPainter& painter) const
+{
+    const auto* point = chosenPoint();
+    if (!point) return;
+
+    const ChartGeometry at(content, plot());
+    const auto position = at.position(*point);
+    const PixelGrid grid(painter);
+    painter.fillRect(grid.column(position.x(), at.plot().top(), at.plot().bottom()),
+                     theme.secondary);
+    painter.setPen(QPen(theme.window, lineWidth));
+    painter.setBrush(theme.accent);
+    painter.drawEllipse(position, dotRadius, dotRadius);
+    paintBubble(painter, position);
+}
+
+void ChartWidget::paintBubble(QPainter& painter, const QPointF& point) const
+{
+    const QFontMetricsF metrics(theme.caption2);
+    const auto text = shownReading();
+    QRectF bubble(0, 0, metrics.horizontalAdvance(text) + 14, metrics.height() + 6);
+    bubble.moveCenter(point);
+    bubble.moveLeft(point.x() + bubbleDistance);
+    if (bubble.right() > width()) bubble.moveRight(point.x() - bubbleDistance);
+    bubble.moveLeft(std::clamp(bubble.left(), 0.0, std::max(0.0, width() - bubble.width())));
+    bubble.moveTop(std::clamp(bubble.top(), 0.0, std::max(0.0, plot().bottom() - bubble.height())));
+
+    painter.setPen(QPen(theme.separator, 1));
+    painter.setBrush(theme.raised);
+    painter.drawRoundedRect(bubble.adjusted(0.5, 0.5, -0.5, -0.5), 5, 5);
+    painter.setPen(theme.text);
+    painter.setFont(theme.caption2);
+    painter.drawText(bubble, Qt::AlignCenter, text);
+}
+
+void ChartWidget::paintFocus(QPainter& painter) const
+{
+    painter.setPen(QPen(theme.accent, 2));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRoundedRect(plot().adjusted(1, -2, 1, 0), 4, 4);
+}
+
+}  // namespace vorlane::platform
