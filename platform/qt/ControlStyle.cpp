@@ -1,0 +1,44 @@
+#include "platform/qt/ControlStyle.h"
+
+#include <QFontMetrics>
+
+namespace vorlane::platform {
+
+ControlMetrics::ControlMetrics(const QFont& body)
+    : line(QFontMetrics(body).height()),
+      row(qRound(2.5 * line)),
+      field(qRound(1.6 * line)),
+      indent(qRound(0.9 * line)),
+      radius(0.4 * line)
+{}
+
+QColor fieldFill(const Theme& theme, FieldState state)
+{
+    auto fill = theme.text;
+    fill.setAlphaF(state.pressed ? 0.19F : state.hovered ? 0.12F : 0.08F);
+    if (!state.enabled) fill.setAlphaF(0.04F);
+    return fill;
+}
+
+QColor ink(const Theme& theme, bool enabled)
+{
+    return enabled ? theme.text : theme.secondary;
+}
+
+void paintRing(QPainter& painter, const QRectF& shape, double radius, const Theme& theme)
+{
+    constexpr double width = 2.0;
+    constexpr double outset = ringRoom - width / 2;
+    painter.setPen(QPen(theme.accent, width));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRoundedRect(shape.adjusted(-outset, -outset, outset, outset), radius + outset,
+                            radius + outset);
+}
+
+void RingVisibility::focused(Qt::FocusReason reason)
+{
+    if (reason == Qt::PopupFocusReason) return;  // back from its own list
+    visible = reason != Qt::MouseFocusReason && reason != Qt::ActiveWindowFocusReason;
+}
+
+}  // namespace vorlane::platform

@@ -1,0 +1,68 @@
+#include "platform/qt/RowButton.h"
+
+#include <QKeyEvent>
+
+namespace vorlane::platform {
+
+RowButton::RowButton(QWidget* parent) : QAbstractButton(parent)
+{
+    setFocusPolicy(Qt::StrongFocus);
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    setAttribute(Qt::WA_Hover);
+}
+
+void RowButton::setTheme(const Theme& shades)
+{
+    theme = shades;
+    setFont(theme.body);
+    updateGeometry();
+    update();
+}
+
+QSize RowButton::sizeHint() const
+{
+    const ControlMetrics metrics(theme.body);
+    return {fontMetrics().horizontalAdvance(text()) + 2 * metrics.indent, metrics.row};
+}
+
+void RowButton::paintEvent(QPaintEvent* /*event*/)
+{
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    const ControlMetrics metrics(theme.body);
+    const auto shape = QRectF(rect()).adjusted(ringRoom, ringRoom, -ringRoom, -ringRoom);
+    const double radius = 1.4 * metrics.radius;
+    if (isDown() || underMouse()) {
+        auto fill = theme.text;
+        fill.setAlphaF(isDown() ? 0.10F : 0.04F);
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(fill);
+        painter.drawRoundedRect(shape, radius, radius);
+    }
+    painter.setPen(theme.red);
+    painter.drawText(rect().adjusted(metrics.indent, 0, -metrics.indent, 0),
+                     static_cast<int>(Qt::AlignVCenter | Qt::AlignLeading), text());
+    if (ring.isVisible()) paintRing(painter, shape, radius, theme);
+}
+
+void RowButton::keyPressEvent(QKeyEvent* event)
+{
+    ring.keyPressed();
+    update();
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) return click();
+    QAbstractButton::keyPressEvent(event);
+}
+
+void RowButton::focusInEvent(QFocusEvent* event)
+{
+    ring.focused(event->reason());
+    QAbstractButton::focusInEvent(event);
+}
+
+void RowButton::focusOutEvent(QFocusEvent* event)
+{
+    ring.focusLost();
+    QAbstractButton::focusOutEvent(event);
+}
+
+}  // namespace vorlane::platform

@@ -1,0 +1,31 @@
+// A button as wide as its row, for what cannot be undone.
+#pragma once
+
+#include <QAbstractButton>
+
+#include "platform/qt/ControlStyle.h"
+
+namespace vorlane::platform {
+
+class RowButton : public QAbstractButton {
+    Q_OBJECT
+
+public:
+    explicit RowButton(QWidget* parent = nullptr);
+
+    void setTheme(const Theme& shades);
+
+    QSize sizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+
+private:
+    Theme theme;
+    RingVisibility ring;
+};
+
+}  // namespace vorlane::platform

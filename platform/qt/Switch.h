@@ -1,0 +1,31 @@
+// A switch that is on or off, without a title.
+#pragma once
+
+#include <QAbstractButton>
+
+#include "platform/qt/ControlStyle.h"
+
+namespace vorlane::platform {
+
+class Switch : public QAbstractButton {
+    Q_OBJECT
+
+public:
+    explicit Switch(QWidget* parent = nullptr);
+
+    void setTheme(const Theme& shades);
+
+    QSize sizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+
+private:
+    Theme theme;
+    RingVisibility ring;
+};
+
+}  // namespace vorlane::platform

@@ -1,0 +1,121 @@
+// What the settings window shows when nothing was changed yet.
+#pragma once
+
+#include "App/content/SettingsContent.h"
+
+namespace vorlane::platform {
+
+inline std::vector<SoundEntry> sampleSounds()
+{
+    std::vector<SoundEntry> entries{{"Default", "default"}, {"None", "none"}, {"", ""}};
+    for (const auto* name : {"Glass", "Ping", "Hero", "Submarine", "Funk", "Basso", "Blow",
+                             "Bottle", "Frog", "Morse", "Pop", "Purr", "Sosumi", "Tink"}) {
+        entries.push_back({name, name});
+    }
+    return entries;
+}
+
+inline SoundRow sampleSound(const char* key, bool enabled)
+{
+    return {.key = key,
+            .title = "Sound",
+            .value = "default",
+            .entries = sampleSounds(),
+            .enabled = enabled};
+}
+
+inline SettingsSection sampleAlerts(bool enabled)
+{
+    return {.header = "Alerts",
+            .rows = {ToggleRow{.key = "limitEnabled", .title = "Charge limit", .value = enabled},
+                     StepperRow{.key = "limit",
+                                .title = "Alert when charging reaches 80%",
+                                .value = 80,
+                                .minimum = 50,
+                                .maximum = 100,
+                                .enabled = enabled},
+                     ToggleRow{.key = "repeatReminder",
+                               .title = "Repeat every 5 minutes, up to 3 times",
+                               .value = true,
+                               .enabled = enabled},
+                     sampleSound("limitSound", enabled)}};
+}
+
+inline SettingsSection sampleQuietHours(bool enabled)
+{
+    return {.header = "Quiet hours",
+            .rows = {ToggleRow{.key = "quietEnabled",
+                               .title = "Hold alerts during quiet hours",
+                               .value = enabled},
+                     TimeRow{.key = "quietStart",
+                             .title = "From",
+                             .time = {.hour = 22, .minute = 0},
+                             .enabled = enabled},
+                     TimeRow{.key = "quietEnd",
+                             .title = "Until",
+                             .time = {.hour = 7, .minute = 0},
+                             .enabled = enabled}}};
+}
+
+inline SettingsContent sampleSettings()
+{
+    return {
+        .sections = {
+            sampleAlerts(true),
+            {.header = "",
+             .rows = {ToggleRow{.key = "lowEnabled", .title = "Low battery", .value = true},
+                      StepperRow{.key = "low",
+                                 .title = "Alert on battery at 20% or less",
+                                 .value = 20,
+                                 .minimum = 5,
+                                 .maximum = 50},
+                      sampleSound("lowSound", true)}},
+            {.header = "",
+             .rows = {ToggleRow{
+                          .key = "longEnabled", .title = "Plugged in too long", .value = true},
+                      StepperRow{.key = "longHours",
+                                 .title = "Alert after 8 h plugged in above the charge limit",
+                                 .value = 8,
+                                 .minimum = 1,
+                                 .maximum = 48},
+                      sampleSound("longSound", true)}},
+            {.header = "",
+             .rows = {ToggleRow{.key = "healthEnabled",
+                                .title = "Battery health below 80% (once)",
+                                .value = true},
+                      sampleSound("healthSound", true)}},
+            sampleQuietHours(false),
+            {.header = "Menu bar",
+             .rows = {ToggleRow{.key = "showPercent",
+                                .title = "Show percentage in the menu bar",
+                                .value = true},
+                      ToggleRow{.key = "showTime", .title = "Show time remaining"}}},
+            {.header = "General",
+             .rows = {LoginItemRow{.title = "Launch at Login"},
+                      ResetRow{.title = "Reset History…"}}},
+            {.header = "",
+             .rows = {NoteRow{
+                 .text = "macOS may also hold charging at 80% itself (Optimized Battery Charging, "
+                         "System Settings, Battery). Vorlane can only remind you; it cannot "
+                         "control charging.",
+                 .color = std::nullopt}}}}};
+}
+
+// The same with all that can go wrong and all that can be off.
+inline SettingsContent sampleTroubledSettings()
+{
+    auto content = sampleSettings();
+    content.sections[0] = sampleAlerts(false);
+    content.sections[4] = sampleQuietHours(true);
+    auto& general = content.sections[6].rows;
+    general.insert(general.begin() + 1,
+                   NoteRow{.text = "Could not change Launch at Login: Permission denied",
+                           .color = Color::red});
+    general.push_back(NoteRow{.text = "Notifications need Vorlane to run as an app bundle (see "
+                                      "make_app.sh). Run from the command line, alerts cannot be "
+                                      "delivered.",
+                              .color = Color::orange});
+    return content;
+}
+
+}  // namespace vorlane::platform
