@@ -1,0 +1,48 @@
+// What the popover shows of the model and of the range that its user chose, and what its controls
+// do.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "App/AppModel.h"
+#include "App/Published.h"
+#include "App/content/PopoverContent.h"
+#include "App/services/Application.h"
+#include "App/services/Calendar.h"
+
+namespace vorlane {
+
+class PopoverView : public std::enable_shared_from_this<PopoverView> {
+public:
+    struct Tools {
+        Application& application;
+        const Calendar& calendar;
+    };
+
+    std::shared_ptr<AppModel> model;
+    std::function<void()> openSettings;
+    Published<std::int64_t> range;  // 0: 24 hours; any other: 7 days
+
+    PopoverView(std::shared_ptr<AppModel> model, std::function<void()> openSettings, Tools tools);
+
+    PopoverContent content(Date now) const;
+
+    // They do nothing when the view is gone.
+    PopoverIntents intents();
+
+private:
+    BatteryBlocks battery(Date now) const;
+    GaugeBlock gauge(Date now) const;
+    std::optional<CycleBlock> cycles() const;
+    std::vector<DetailRow> details() const;
+    static DetailRow row(std::string label, std::string value, std::optional<Color> color);
+
+    Tools tools_;
+};
+
+}  // namespace vorlane

@@ -1,0 +1,17 @@
+// The circular gauge of the battery's charge.
+#pragma once
+
+#include <cstdint>
+
+#include "App/content/PopoverContent.h"
+
+namespace vorlane {
+
+struct RingView {
+    std::int64_t percent = 0;
+    Color color = Color::accent;
+
+    RingContent content() const;
+};
+
+}  // namespace vorlane

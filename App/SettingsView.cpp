@@ -1,0 +1,245 @@
+#include "App/SettingsView.h"
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+#include <utility>
+
+#include "App/SoundPicker.h"
+
+namespace vorlane {
+
+namespace {
+
+constexpr const char* unavailable =
+    "Notifications need Vorlane to run as an app bundle (see make_app.sh). Run from the command "
+    "line, alerts cannot be delivered.";
+constexpr const char* unavailableHere =
+    "On this system that means: no notification service answers on the session bus. Desktops "
+    "bring one along; elsewhere a notification daemon has to run.";
+constexpr const char* closingNote =
+    "macOS may also hold charging at 80% itself (Optimized Battery Charging, System Settings, "
+    "Battery). Vorlane can only remind you; it cannot control charging.";
+
+constexpr std::array<std::string_view, 4> alertToggles{"limitEnabled", "lowEnabled", "longEnabled",
+                                                       "healthEnabled"};
+
+struct Range {
+    std::string_view key;
+    std::int64_t minimum;
+    std::int64_t maximum;
+};
+
+constexpr Range limitRange{"limit", 50, 100};
+constexpr Range lowRange{"low", 5, 50};
+constexpr Range longRange{"longHours", 1, 48};
+
+StepperRow stepper(const Range& range, std::int64_t value, std::string title)
+{
+    return {.key = std::string(range.key),
+            .title = std::move(title),
+            .value = value,
+            .minimum = range.minimum,
+            .maximum = range.maximum};
+}
+
+template <typename Row>
+Row enabledWhen(bool on, Row row)
+{
+    row.enabled = on;
+    return row;
+}
+
+SettingsSection chargeLimit(const Prefs& prefs, const DefaultsStore& defaults)
+{
+    const bool on = prefs.limitEnabled;
+    const auto text = "Alert when charging reaches " + std::to_string(prefs.limit) + "%";
+    return {.header = "Alerts",
+            .rows = {ToggleRow{.key = "limitEnabled", .title = "Charge limit", .value = on},
+                     enabledWhen(on, stepper(limitRange, prefs.limit, text)),
+                     ToggleRow{.key = "repeatReminder",
+                               .title = "Repeat every 5 minutes, up to 3 times",
+                               .value = prefs.repeatReminder,
+                               .enabled = on},
+                     enabledWhen(on, SoundPicker{"limitSound"}.content(defaults))}};
+}
+
+SettingsSection lowBattery(const Prefs& prefs, const DefaultsStore& defaults)
+{
+    const bool on = prefs.lowEnabled;
+    const auto text = "Alert on battery at " + std::to_string(prefs.low) + "% or less";
+    return {.header = "",
+            .rows = {ToggleRow{.key = "lowEnabled", .title = "Low battery", .value = on},
+                     enabledWhen(on, stepper(lowRange, prefs.low, text)),
+                     enabledWhen(on, SoundPicker{"lowSound"}.content(defaults))}};
+}
+
+SettingsSection tooLong(const Prefs& prefs, const DefaultsStore& defaults)
+{
+    const bool on = prefs.longEnabled;
+    const auto text =
+        "Alert after " + std::to_string(prefs.longHours) + " h plugged in above the charge limit";
+    return {.header = "",
+            .rows = {ToggleRow{.key = "longEnabled", .title = "Plugged in too long", .value = on},
+                     enabledWhen(on, stepper(longRange, prefs.longHours, text)),
+                     enabledWhen(on, SoundPicker{"longSound"}.content(defaults))}};
+}
+
+SettingsSection health(const Prefs& prefs, const DefaultsStore& defaults)
+{
+    const bool on = prefs.healthEnabled;
+    return {.header = "",
+            .rows = {ToggleRow{.key = "healthEnabled",
+                               .title = "Battery health below 80% (once)",
+                               .value = on},
+                     enabledWhen(on, SoundPicker{"healthSound"}.content(defaults))}};
+}
+
+SettingsSection menuBar(const Prefs& prefs)
+{
+    return {
+        .header = "Menu bar",
+        .rows = {
+            ToggleRow{.key = "showPercent",
+                      .title = "Show percentage in the menu bar",
+                      .value = prefs.showPercent},
+            ToggleRow{.key = "showTime", .title = "Show time remaining", .value = prefs.showTime}}};
+}
+
+}  // namespace
+
+SettingsView::SettingsView(std::shared_ptr<AppModel> shared, Tools tools)
+    : model(std::move(shared)), launchAtLogin(tools.loginItem.enabled()), tools_(tools)
+{}
+
+SettingsContent SettingsView::content() const
+{
+    const auto& defaults = tools_.defaults;
+    const auto prefs = Prefs::current(tools_.defaults);
+    return {.sections = {
+                chargeLimit(prefs, defaults),
+                lowBattery(prefs, defaults),
+                tooLong(prefs, defaults),
+                health(prefs, defaults),
+                quietHours(prefs),
+                menuBar(prefs),
+                general(),
+                {.header = "", .rows = {NoteRow{.text = closingNote, .color = std::nullopt}}}}};
+}
+
+SettingsIntents SettingsView::intents()
+{
+    const auto weakly = [weak = weak_from_this()](auto action) {
+        return [weak, action](const auto&... values) {
+            if (const auto view = weak.lock()) (*view.*action)(values...);
+        };
+    };
+    return {
+        .setToggle = weakly(&SettingsView::setToggle),
+        .setNumber = weakly(&SettingsView::setNumber),
+        .setTime = weakly(&SettingsView::setTime),
+        .chooseSound = weakly(&SettingsView::chooseSound),
+        .setLaunchAtLogin = weakly(&SettingsView::setLaunchAtLogin),
+        .resetHistory = weakly(&SettingsView::resetHistory),
+    };
+}
+
+SettingsSection SettingsView::quietHours(const Prefs& prefs) const
+{
+    const bool on = prefs.quietEnabled;
+    return {
+        .header = "Quiet hours",
+        .rows = {ToggleRow{
+                     .key = "quietEnabled", .title = "Hold alerts during quiet hours", .value = on},
+                 TimeRow{.key = "quietStart",
+                         .title = "From",
+                         .time = minutesBinding(prefs.quietStart),
+                         .enabled = on},
+                 TimeRow{.key = "quietEnd",
+                         .title = "Until",
+                         .time = minutesBinding(prefs.quietEnd),
+                         .enabled = on}}};
+}
+
+SettingsSection SettingsView::general() const
+{
+    SettingsSection section{
+        .header = "General",
+        .rows = {LoginItemRow{.title = "Launch at Login", .value = launchAtLogin.get()}}};
+    if (const auto& error = loginError.get()) {
+        section.rows.push_back(NoteRow{.text = *error, .color = Color::red});
+    }
+    section.rows.push_back(ResetRow{.title = "Reset History…"});
+    if (!model->notifier->available()) {
+        section.rows.push_back(NoteRow{.text = unavailable, .color = Color::orange});
+        section.rows.push_back(NoteRow{.text = unavailableHere, .color = Color::orange});
+    }
+    return section;
+}
+
+// A time that today skips is shown as the next one that today has; one that no day has, as now.
+TimeOfDay SettingsView::minutesBinding(std::int64_t minutes) const
+{
+    const auto now = tools_.clock.now();
+    const auto hour = minutes / 60;
+    const auto today = tools_.calendar.today(now, {.hour = hour, .minute = minutes - hour * 60});
+    return tools_.calendar.timeOfDay(today.value_or(now));
+}
+
+void SettingsView::setToggle(const std::string& key, bool value)
+{
+    const bool changed = value != tools_.defaults.boolForKey(key);
+    tools_.defaults.set(key, value);
+    const bool ofAlert = std::ranges::find(alertToggles, key) != alertToggles.end();
+    if (ofAlert && changed && value) model->notifier->requestIfNeeded();
+}
+
+// A number that was written by hand may lie outside: its next step leads to the nearest end.
+void SettingsView::setNumber(const std::string& key, std::int64_t value)
+{
+    for (const auto& range : {limitRange, lowRange, longRange}) {
+        if (range.key != key) continue;
+        tools_.defaults.set(key, std::clamp(value, range.minimum, range.maximum));
+    }
+}
+
+void SettingsView::setTime(const std::string& key, TimeOfDay time)
+{
+    tools_.defaults.set(key, time.hour * 60 + time.minute);
+}
+
+void SettingsView::chooseSound(const std::string& key, const std::string& sound)
+{
+    SoundPicker{key}.choose(sound, {.defaults = tools_.defaults, .player = tools_.soundPlayer});
+}
+
+// A change that failed leaves the toggle at the real state, and its reason on show until one
+// succeeds.
+void SettingsView::setLaunchAtLogin(bool on)
+{
+    std::optional<std::string> error;
+    if (const auto failure = tools_.loginItem.setEnabled(on)) {
+        error = "Could not change Launch at Login: " + *failure;
+    }
+    loginError.set(error);
+    launchAtLogin.set(tools_.loginItem.enabled());
+}
+
+void SettingsView::resetHistory()
+{
+    if (confirmReset) return;
+    confirmReset = true;
+    tools_.alertPanel.runModal(
+        {.message = "Reset history?",
+         .informativeText = "This deletes all saved battery samples used for the chart.",
+         .buttons = {{.title = "Reset", .role = ButtonRole::destructive},
+                     {.title = "Cancel", .role = ButtonRole::cancel}}},
+        [weak = weak_from_this()](std::size_t button) {
+            const auto view = weak.lock();
+            if (!view) return;
+            view->confirmReset = false;
+            if (button == 0) view->model->resetHistory();
+        });
+}
+
+}  // namespace vorlane

@@ -1,0 +1,61 @@
+// What the settings window shows, and how its controls write the settings.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "App/AppModel.h"
+#include "App/Prefs.h"
+#include "App/Published.h"
+#include "App/content/SettingsContent.h"
+#include "App/services/AlertPanel.h"
+#include "App/services/Calendar.h"
+#include "App/services/Clock.h"
+#include "App/services/DefaultsStore.h"
+#include "App/services/LoginItem.h"
+#include "App/services/SoundPlayer.h"
+
+namespace vorlane {
+
+// Nothing here takes effect by itself: the rest of the program reads the stored settings.
+class SettingsView : public std::enable_shared_from_this<SettingsView> {
+public:
+    struct Tools {
+        DefaultsStore& defaults;
+        LoginItem& loginItem;
+        SoundPlayer& soundPlayer;
+        AlertPanel& alertPanel;
+        const Clock& clock;
+        const Calendar& calendar;
+    };
+
+    std::shared_ptr<AppModel> model;
+    Published<bool> launchAtLogin;  // as the system said when it was last asked
+    Published<std::optional<std::string>> loginError;
+    bool confirmReset = false;  // while the question is open
+
+    SettingsView(std::shared_ptr<AppModel> model, Tools tools);
+
+    SettingsContent content() const;
+
+    // They do nothing when the view is gone.
+    SettingsIntents intents();
+
+private:
+    SettingsSection quietHours(const Prefs& prefs) const;
+    SettingsSection general() const;
+    TimeOfDay minutesBinding(std::int64_t minutes) const;
+
+    void setToggle(const std::string& key, bool value);
+    void setNumber(const std::string& key, std::int64_t value);
+    void setTime(const std::string& key, TimeOfDay time);
+    void chooseSound(const std::string& key, const std::string& sound);
+    void setLaunchAtLogin(bool on);
+    void resetHistory();
+
+    Tools tools_;
+};
+
+}  // namespace vorlane
