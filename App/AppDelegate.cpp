@@ -1,37 +1,17 @@
 #include "App/AppDelegate.h"
 
-#include <string>
 #include <utility>
 
 #include "App/FatalError.h"
 #include "App/Prefs.h"
+#include "App/StatusItemView.h"
 
 namespace vorlane {
 
 namespace {
 
-std::string titleText(const BatteryState& state, const Prefs& prefs)
-{
-    std::string text;
-    if (!state.hasBattery) return text;
-    if (prefs.showPercent) text = std::to_string(state.percent) + "%";
-
-    const auto time = prefs.showTime ? state.shortTime() : std::nullopt;
-    if (!time) return text;
-    return text.empty() ? *time : text + " · " + *time;
-}
-
-std::vector<MenuItem> menu(const std::string& stateLine, bool snoozed)
-{
-    const MenuItem separator;
-    const auto snooze = snoozed
-                            ? MenuItem{.action = MenuAction::cancelSnooze, .title = "Cancel Snooze"}
-                            : MenuItem{.action = MenuAction::snooze, .title = "Snooze 1 hour"};
-    return {{.action = MenuAction::none, .title = stateLine},      separator,
-            {.action = MenuAction::open, .title = "Open Vorlane"}, snooze,
-            {.action = MenuAction::settings, .title = "Settings"}, separator,
-            {.action = MenuAction::quit, .title = "Quit"}};
-}
+constexpr SettingsWindowFrame settingsFrame{
+    .title = "Vorlane Settings", .width = 480, .height = 640};
 
 }  // namespace
 
@@ -44,9 +24,8 @@ void AppDelegate::applicationDidFinishLaunching()
     services_.application.setAccessory();
     services_.defaults.registerDefaults(Prefs::defaults());
     makeStatusItem();
-    bag.push_back(model->state.subscribe(redrawSoon()));
-    bag.push_back(model->snoozeUntil.subscribe(redrawSoon()));
-    bag.push_back(services_.defaults.observe(redrawSoon()));
+    makePopover();
+    subscribe();
     model->start();
     updateStatusItem();
 }
@@ -56,10 +35,30 @@ void AppDelegate::applicationWillTerminate()
     model->history.save(services_.clock.now());
 }
 
+void AppDelegate::togglePopover()
+{
+    if (!statusItem) fatalError("The status item is missing");
+    if (popover->isShown()) {
+        popover->performClose();
+        return;
+    }
+    model->refresh(AppModel::Reason::change);
+    popover->show(popoverView->content(services_.clock.now()));
+    services_.application.activate();
+}
+
+void AppDelegate::openSettings()
+{
+    popover->performClose();
+    if (!settingsWindow) makeSettingsWindow();
+    settingsWindow->makeKeyAndOrderFront(settingsView->content());
+    services_.application.activate();
+}
+
 void AppDelegate::updateStatusItem()
 {
     if (!statusItem) fatalError("The status item is missing");
-    statusItem->show(content());
+    statusItem->show(StatusItemView{model}.content(services_.defaults, *statusItem));
 }
 
 void AppDelegate::makeStatusItem()
@@ -67,31 +66,67 @@ void AppDelegate::makeStatusItem()
     statusItem = services_.statusBar.statusItem();
     if (!statusItem) fatalError("The status bar gave no status item");
 
-    const auto look = [weak = weak_from_this()] {
-        if (const auto delegate = weak.lock()) delegate->perform(MenuAction::open);
-    };
-    statusItem->onAction(look);
-    services_.application.onReopen(look);
+    statusItem->onAction(weakly(&AppDelegate::togglePopover));
+    services_.application.onReopen(weakly(&AppDelegate::reopen));
     statusItem->onMenu([weak = weak_from_this()](MenuAction action) {
         if (const auto delegate = weak.lock()) delegate->perform(action);
     });
 }
 
-// A change is announced before it is stored: the next turn reads the new value.
-std::function<void()> AppDelegate::redrawSoon()
+void AppDelegate::makePopover()
 {
-    return [weak = weak_from_this(), &loop = services_.runLoop] {
-        loop.async([weak] {
-            if (const auto delegate = weak.lock()) delegate->updateStatusItem();
-        });
+    popoverView = std::make_shared<PopoverView>(
+        model, weakly(&AppDelegate::openSettings),
+        PopoverView::Tools{.application = services_.application, .calendar = services_.calendar});
+    popover = services_.windows.makePopover(popoverView->intents());
+    bag.push_back(popoverView->range.subscribe(weakly(&AppDelegate::updateWindowsSoon)));
+}
+
+void AppDelegate::makeSettingsWindow()
+{
+    settingsView = std::make_shared<SettingsView>(
+        model, SettingsView::Tools{.defaults = services_.defaults,
+                                   .loginItem = services_.loginItem,
+                                   .soundPlayer = services_.soundPlayer,
+                                   .alertPanel = services_.alertPanel,
+                                   .clock = services_.clock,
+                                   .calendar = services_.calendar});
+    settingsWindow = services_.windows.makeSettingsWindow(settingsFrame, settingsView->intents());
+    const auto updateSoon = weakly(&AppDelegate::updateWindowsSoon);
+    bag.push_back(settingsView->launchAtLogin.subscribe(updateSoon));
+    bag.push_back(settingsView->loginError.subscribe(updateSoon));
+}
+
+// A change is announced before it is stored: the next turn reads the new value.
+void AppDelegate::subscribe()
+{
+    const auto redrawSoon = [&loop = services_.runLoop,
+                             redraw = weakly(&AppDelegate::updateStatusItem)] {
+        loop.async(redraw);
     };
+    bag.push_back(model->state.subscribe(redrawSoon));
+    bag.push_back(model->snoozeUntil.subscribe(redrawSoon));
+    bag.push_back(services_.defaults.observe(redrawSoon));
+
+    const auto updateSoon = weakly(&AppDelegate::updateWindowsSoon);
+    bag.push_back(model->state.subscribe(updateSoon));
+    bag.push_back(model->pluggedSince.subscribe(updateSoon));
+    bag.push_back(model->historyVersion.subscribe(updateSoon));
+    bag.push_back(model->snoozeUntil.subscribe(updateSoon));
+    bag.push_back(services_.defaults.observe(updateSoon));
+}
+
+void AppDelegate::reopen()
+{
+    if (!popover->isShown()) return togglePopover();
+    services_.application.activate();
 }
 
 void AppDelegate::perform(MenuAction action)
 {
     switch (action) {
         case MenuAction::open:
-            model->refresh(AppModel::Reason::change);
+            togglePopover();
             return;
         case MenuAction::snooze:
             model->snooze();
@@ -99,34 +134,42 @@ void AppDelegate::perform(MenuAction action)
         case MenuAction::cancelSnooze:
             model->cancelSnooze();
             return;
+        case MenuAction::settings:
+            openSettings();
+            return;
         case MenuAction::quit:
             services_.application.terminate();
             return;
-        case MenuAction::settings:
         case MenuAction::none:
             return;
     }
 }
 
-StatusItemContent AppDelegate::content() const
+// Many fields change in one refresh: the windows are updated once for all of them.
+void AppDelegate::updateWindowsSoon()
 {
-    const auto& state = model->state.get();
-    const auto text = titleText(state, Prefs::current(services_.defaults));
+    if (windowsAreStale || !(popover->isShown() || settingsAreShown())) return;
+    windowsAreStale = true;
+    services_.runLoop.async(weakly(&AppDelegate::updateWindows));
+}
 
-    StatusItemContent content{
-        .symbol = std::nullopt,
-        .accessibilityDescription = "Battery",
-        .imagePosition = text.empty() ? ImagePosition::imageOnly : ImagePosition::imageLeading,
-        .title = text.empty() ? "" : " " + text,
-        .toolTip = state.stateText(),
-        .menu = menu(state.stateText(), model->snoozeUntil.get().has_value()),
+void AppDelegate::updateWindows()
+{
+    windowsAreStale = false;
+    if (popover->isShown()) popover->update(popoverView->content(services_.clock.now()));
+    if (settingsAreShown()) settingsWindow->update(settingsView->content());
+}
+
+bool AppDelegate::settingsAreShown() const
+{
+    return settingsWindow && settingsWindow->isShown();
+}
+
+std::function<void()> AppDelegate::weakly(void (AppDelegate::*operation)())
+{
+    return [weak = weak_from_this(), operation] {
+        if (const auto delegate = weak.lock()) (*delegate.*operation)();
     };
-    for (auto& name : state.symbolNames()) {
-        if (!statusItem->hasSymbol(name)) continue;
-        content.symbol = std::move(name);
-        break;
-    }
-    return content;
 }
 
 }  // namespace vorlane

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
@@ -41,6 +42,8 @@ protected:
         machine.defaults.set(key, value);
         machine.runLoop.settle();
     }
+
+    std::int64_t refreshes() const { return delegate->model->historyVersion.get(); }
 
     const FakeStatusItem& item() const { return machine.statusBar.item; }
     const StatusItemContent& shown() const { return item().content; }

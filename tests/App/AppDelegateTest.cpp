@@ -11,13 +11,10 @@ using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::Not;
-using testing::SizeIs;
 using namespace std::chrono_literals;
 
 class AppDelegateTest : public AppDelegateFixture {
 protected:
-    std::int64_t refreshes() const { return delegate->model->historyVersion.get(); }
-
     std::vector<std::string> menu() const
     {
         std::vector<std::string> titles;
@@ -32,6 +29,8 @@ TEST_F(AppDelegateTest, MakesItsModelAndNothingElse)
 
     EXPECT_NE(delegate->model, nullptr);
     EXPECT_EQ(delegate->statusItem, nullptr);
+    EXPECT_EQ(delegate->popover, nullptr);
+    EXPECT_EQ(delegate->settingsWindow, nullptr);
     EXPECT_THAT(delegate->bag, IsEmpty());
     EXPECT_FALSE(machine.application.accessory);
     EXPECT_THAT(machine.defaults.registered, IsEmpty());
@@ -89,31 +88,6 @@ TEST_F(AppDelegateTest, RedrawsAtAChangeOfTheSettingsWithoutARefresh)
     EXPECT_EQ(refreshes(), 1);
 }
 
-TEST_F(AppDelegateTest, RefreshesWhenItIsOpened)
-{
-    launch();
-    machine.powerSources.sources[0].set("Current Capacity", std::int64_t{49});
-
-    item().click();
-    machine.runLoop.settle();
-
-    EXPECT_EQ(refreshes(), 2);
-    EXPECT_THAT(delegate->model->history.samples, SizeIs(2));
-    EXPECT_EQ(shown().title, " 49%");
-}
-
-TEST_F(AppDelegateTest, OpensByItsMenuAndByASecondStartToo)
-{
-    launch();
-
-    ASSERT_TRUE(item().choose("Open Vorlane"));
-    EXPECT_EQ(refreshes(), 2);
-
-    machine.application.reopen();
-    EXPECT_EQ(refreshes(), 3);
-    EXPECT_THAT(delegate->model->history.samples, SizeIs(1));
-}
-
 TEST_F(AppDelegateTest, HasAMenuForTrays)
 {
     launch();
@@ -166,11 +140,11 @@ TEST_F(AppDelegateTest, DoesNothingForALineThatOnlyInforms)
     const auto before = shown();
 
     ASSERT_TRUE(item().choose("On battery, estimating time left\u2026"));
-    ASSERT_TRUE(item().choose("Settings"));
     machine.runLoop.settle();
 
     EXPECT_EQ(shown(), before);
     EXPECT_EQ(refreshes(), 1);
+    EXPECT_THAT(machine.windows.events, IsEmpty());
     EXPECT_FALSE(machine.application.terminating);
 }
 
@@ -229,6 +203,13 @@ TEST_F(AppDelegateDeathTest, StopsWhenItDrawsBeforeItWasLaunched)
     delegate = std::make_shared<AppDelegate>(machine.services());
 
     EXPECT_DEATH(delegate->updateStatusItem(), "status item");
+}
+
+TEST_F(AppDelegateDeathTest, StopsWhenItIsOpenedBeforeItWasLaunched)
+{
+    delegate = std::make_shared<AppDelegate>(machine.services());
+
+    EXPECT_DEATH(delegate->togglePopover(), "status item");
 }
 
 }  // namespace

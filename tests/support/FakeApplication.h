@@ -12,9 +12,15 @@ public:
     bool accessory = false;
     bool terminating = false;
     int activations = 0;
+    std::function<void()> activated;  // told of each activation when set
 
     void setAccessory() override { accessory = true; }
-    void activate() override { ++activations; }
+    void activate() override
+    {
+        ++activations;
+        if (activated) activated();
+    }
+
     void terminate() override { terminating = true; }
     void onReopen(std::function<void()> callback) override { reopened = std::move(callback); }
 

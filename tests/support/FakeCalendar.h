@@ -10,9 +10,11 @@ namespace vorlane {
 class FakeCalendar : public Calendar {
 public:
     Seconds eastOfGreenwich{0};
+    mutable int questions = 0;  // times that were asked for
 
     TimeOfDay timeOfDay(Date date) const override
     {
+        ++questions;
         const double local = (date + eastOfGreenwich).secondsSince1970;
         if (!std::isfinite(local)) return {};
         const double day = std::floor(local / 86400.0);

@@ -13,6 +13,7 @@ public:
     struct PopoverState {
         PopoverIntents intents;
         std::optional<PopoverContent> shown;  // while it is open
+        bool pressedOutside = false;          // closed by a press that is still going on
         int openings = 0;
         int updates = 0;
     };
@@ -53,12 +54,24 @@ public:
     void closePopover() { popover.shown.reset(); }
     void closeSettings() { settings.shown.reset(); }
 
+    // The user presses the mouse beside the popover, perhaps on the status item.
+    void pressOutsidePopover()
+    {
+        popover.shown.reset();
+        popover.pressedOutside = true;
+    }
+
+    void release() { popover.pressedOutside = false; }
+
 private:
     class FakePopover : public Popover {
     public:
         explicit FakePopover(FakeWindows& screen) : screen_(screen) {}
 
-        bool isShown() const override { return screen_.popover.shown.has_value(); }
+        bool isShown() const override
+        {
+            return screen_.popover.shown.has_value() || screen_.popover.pressedOutside;
+        }
 
         void show(const PopoverContent& content) override
         {
@@ -69,13 +82,14 @@ private:
 
         void update(const PopoverContent& content) override
         {
+            if (!screen_.popover.shown) return;
             screen_.popover.shown = content;
             ++screen_.popover.updates;
         }
 
         void performClose() override
         {
-            if (!isShown()) return;
+            if (!screen_.popover.shown) return;
             screen_.popover.shown.reset();
             screen_.events.emplace_back("popover closed");
         }

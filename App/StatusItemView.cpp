@@ -1,0 +1,58 @@
+#include "App/StatusItemView.h"
+
+#include <string>
+#include <utility>
+
+#include "App/Prefs.h"
+
+namespace vorlane {
+
+namespace {
+
+std::string titleText(const BatteryState& state, const Prefs& prefs)
+{
+    std::string text;
+    if (!state.hasBattery) return text;
+    if (prefs.showPercent) text = std::to_string(state.percent) + "%";
+
+    const auto time = prefs.showTime ? state.shortTime() : std::nullopt;
+    if (!time) return text;
+    return text.empty() ? *time : text + " · " + *time;
+}
+
+std::vector<MenuItem> menu(const std::string& stateLine, bool snoozed)
+{
+    const MenuItem separator;
+    const auto snooze = snoozed
+                            ? MenuItem{.action = MenuAction::cancelSnooze, .title = "Cancel Snooze"}
+                            : MenuItem{.action = MenuAction::snooze, .title = "Snooze 1 hour"};
+    return {{.action = MenuAction::none, .title = stateLine},      separator,
+            {.action = MenuAction::open, .title = "Open Vorlane"}, snooze,
+            {.action = MenuAction::settings, .title = "Settings"}, separator,
+            {.action = MenuAction::quit, .title = "Quit"}};
+}
+
+}  // namespace
+
+StatusItemContent StatusItemView::content(DefaultsStore& defaults, const StatusItem& item) const
+{
+    const auto& state = model->state.get();
+    const auto text = titleText(state, Prefs::current(defaults));
+
+    StatusItemContent content{
+        .symbol = std::nullopt,
+        .accessibilityDescription = "Battery",
+        .imagePosition = text.empty() ? ImagePosition::imageOnly : ImagePosition::imageLeading,
+        .title = text.empty() ? "" : " " + text,
+        .toolTip = state.stateText(),
+        .menu = menu(state.stateText(), model->snoozeUntil.get().has_value()),
+    };
+    for (auto& name : state.symbolNames()) {
+        if (!item.hasSymbol(name)) continue;
+        content.symbol = std::move(name);
+        break;
+    }
+    return content;
+}
+
+}  // namespace vorlane

@@ -1,0 +1,20 @@
+// What the status item shows of the model and the settings.
+#pragma once
+
+#include <memory>
+
+#include "App/AppModel.h"
+#include "App/content/StatusItemContent.h"
+#include "App/services/DefaultsStore.h"
+#include "App/services/StatusBar.h"
+
+namespace vorlane {
+
+struct StatusItemView {
+    std::shared_ptr<const AppModel> model;
+
+    // The symbol is the first that `item` has.
+    StatusItemContent content(DefaultsStore& defaults, const StatusItem& item) const;
+};
+
+}  // namespace vorlane
