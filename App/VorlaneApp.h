@@ -23,6 +23,9 @@ public:
         _delegate->applicationWillTerminate();
     }
 
+    // For a process that ends inside its main loop.
+    void terminate() { _delegate->applicationWillTerminate(); }
+
 private:
     std::shared_ptr<AppDelegate> _delegate;
 };

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <string_view>
 
 #include "App/services/AlertPanel.h"
 #include "App/services/Windows.h"
@@ -34,19 +35,25 @@ class DrivenLoop {
 public:
     virtual ~DrivenLoop() = default;
 
+    enum class Step {
+        dispatched,
+        idle,    // nothing is due; whatever was asked for until now is being watched
+        nested,  // the call comes from inside something that is being dispatched
+    };
+
     // Readable when there may be something to dispatch.
     virtual int descriptor() const = 0;
 
-    // Dispatches one thing that is due, without waiting. False when nothing was, and when the
-    // call comes from inside something that is being dispatched.
-    virtual bool step() = 0;
+    // Dispatches one thing that is due, without waiting. What the loop's own users ask for
+    // between two steps becomes visible to `descriptor` only by the next step.
+    virtual Step step() = 0;
 };
 
 // Every operation may be called while the resident loop dispatches: what opens, changes or closes
 // a window does so on a later turn of the plugin's own loop.
 class UiPlugin : public Windows, public AlertPanel {
 public:
-    // Drives both loops until `leave`.
+    // Drives both loops until `leave`, or until the display's session ends.
     virtual void exec() = 0;
     virtual void leave() = 0;
 
@@ -54,13 +61,14 @@ public:
 };
 
 struct UiHost {
-    const char* build;  // must be the plugin's own
+    std::string_view build;  // must be the plugin's own
     DrivenLoop& loop;
     Appearance appearance;
 };
 
 // What the plugin exports by the name "vorlaneUi". Null when the plugin is of another build, or
-// no display can be reached. The plugin keeps what it returns.
+// no display can be reached now; a later call may find one. The plugin keeps what it returns.
 using UiEntry = UiPlugin*(const UiHost& host);
+constexpr const char* uiEntryName = "vorlaneUi";
 
 }  // namespace vorlane::platform

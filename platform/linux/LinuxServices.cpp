@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "platform/linux/PowerSupplyEvents.h"
+#include "platform/linux/UiPluginFile.h"
 
 namespace vorlane::platform {
 
@@ -33,6 +34,7 @@ LinuxServices::LinuxServices(Base base)
                         },
                     .uptime = uptime}),
       notifications(base.session, "vorlane-battery-50-symbolic"),
+      windows(base.loop, usualUiPluginPath()),
       statusBar(base.session, base.loop),
       wake(workspace.observeDidWake([this] { statusBar.registerAgain(); }))
 {}
@@ -45,7 +47,7 @@ Services LinuxServices::services()
         .defaults = defaults,
         .files = files,
         .notifications = notifications,
-        .alertPanel = alertPanel,
+        .alertPanel = windows,
         .statusBar = statusBar,
         .windows = windows,
         .application = base_.application,

@@ -9,15 +9,14 @@
 #include "platform/linux/KernelBatteryRegistry.h"
 #include "platform/linux/KernelPowerSources.h"
 #include "platform/linux/LogindWorkspace.h"
-#include "platform/linux/NoAlertPanel.h"
 #include "platform/linux/NoLoginItem.h"
 #include "platform/linux/NoSoundPlayer.h"
-#include "platform/linux/NoWindows.h"
 #include "platform/linux/SdEventRunLoop.h"
 #include "platform/linux/StatusNotifierBar.h"
 #include "platform/linux/SystemCalendar.h"
 #include "platform/linux/SystemClock.h"
 #include "platform/linux/UPowerEstimates.h"
+#include "platform/linux/UiLoader.h"
 #include "platform/linux/XdgFileManager.h"
 
 namespace vorlane::platform {
@@ -45,8 +44,7 @@ private:
     KernelPowerSources powerSources;
     KernelBatteryRegistry batteryRegistry;
     FreedesktopNotificationCenter notifications;
-    NoAlertPanel alertPanel;
-    NoWindows windows;
+    UiLoader windows;
     NoLoginItem loginItem;
     NoSoundPlayer soundPlayer;
     StatusNotifierBar statusBar;

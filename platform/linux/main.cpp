@@ -7,6 +7,7 @@
 #include <cstdlib>
 
 #include "App/VorlaneApp.h"
+#include "platform/linux/ExitHook.h"
 #include "platform/linux/LinuxServices.h"
 
 namespace vorlane::platform {
@@ -64,7 +65,9 @@ int run()
                             .session = session.get(),
                             .system = system.get(),
                             .application = application});
-    VorlaneApp(platform.services()).run([&] { loop.run(); });
+    VorlaneApp app(platform.services());
+    const ExitHook saving([&app] { app.terminate(); });
+    app.run([&loop] { loop.run(); });
     return EXIT_SUCCESS;
 }
 

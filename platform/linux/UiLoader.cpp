@@ -1,0 +1,120 @@
+#include "platform/linux/UiLoader.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <utility>
+
+#include "platform/UiBuild.h"
+#include "platform/linux/UiPluginFile.h"
+
+namespace vorlane::platform {
+
+namespace {
+
+class LatePopover : public Popover {
+public:
+    LatePopover(UiLoader& loader, PopoverIntents intents)
+        : loader_(loader), intents_(std::move(intents))
+    {}
+
+    bool isShown() const override { return window && window->isShown(); }
+
+    void show(const PopoverContent& content) override
+    {
+        if (auto* const ui = window ? nullptr : loader_.plugin()) {
+            window = ui->makePopover(std::move(intents_));
+        }
+        if (window) window->show(content);
+    }
+
+    void update(const PopoverContent& content) override
+    {
+        if (window) window->update(content);
+    }
+
+    void performClose() override
+    {
+        if (window) window->performClose();
+    }
+
+private:
+    UiLoader& loader_;
+    PopoverIntents intents_;
+    std::unique_ptr<Popover> window;
+};
+
+class LateSettingsWindow : public SettingsWindow {
+public:
+    LateSettingsWindow(UiLoader& loader, SettingsWindowFrame frame, SettingsIntents intents)
+        : loader_(loader), frame_(frame), intents_(std::move(intents))
+    {}
+
+    bool isShown() const override { return window && window->isShown(); }
+
+    void makeKeyAndOrderFront(const SettingsContent& content) override
+    {
+        if (auto* const ui = window ? nullptr : loader_.plugin()) {
+            window = ui->makeSettingsWindow(frame_, std::move(intents_));
+        }
+        if (window) window->makeKeyAndOrderFront(content);
+    }
+
+    void update(const SettingsContent& content) override
+    {
+        if (window) window->update(content);
+    }
+
+private:
+    UiLoader& loader_;
+    SettingsWindowFrame frame_;
+    SettingsIntents intents_;
+    std::unique_ptr<SettingsWindow> window;
+};
+
+std::size_t cancelButton(const AlertPanelContent& content)
+{
+    const auto cancel = std::ranges::find(content.buttons, ButtonRole::cancel, &AlertButton::role);
+    const auto index = static_cast<std::size_t>(cancel - content.buttons.begin());
+    return index < content.buttons.size() ? index : content.buttons.size() - 1;
+}
+
+}  // namespace
+
+UiLoader::UiLoader(SdEventRunLoop& loop, std::string plugin)
+    : loop_(loop), driven(loop.event()), path(std::move(plugin))
+{}
+
+std::unique_ptr<Popover> UiLoader::makePopover(PopoverIntents intents)
+{
+    return std::make_unique<LatePopover>(*this, std::move(intents));
+}
+
+std::unique_ptr<SettingsWindow> UiLoader::makeSettingsWindow(SettingsWindowFrame frame,
+                                                             SettingsIntents intents)
+{
+    return std::make_unique<LateSettingsWindow>(*this, frame, std::move(intents));
+}
+
+void UiLoader::runModal(const AlertPanelContent& content,
+                        std::function<void(std::size_t button)> answered)
+{
+    if (auto* const ui = plugin()) return ui->runModal(content, std::move(answered));
+    if (content.buttons.empty()) return;
+    loop_.async(
+        [button = cancelButton(content), answered = std::move(answered)] { answered(button); });
+}
+
+UiPlugin* UiLoader::plugin()
+{
+    if (loaded) return loaded;
+    if (!entry) entry = openUiPlugin(path);
+    if (!entry) return nullptr;
+
+    loaded = entry({.build = uiBuild, .loop = driven, .appearance = {}});
+    if (!loaded) return nullptr;
+    loop_.handOver(
+        {.drive = [ui = loaded] { ui->exec(); }, .leave = [ui = loaded] { ui->leave(); }});
+    return loaded;
+}
+
+}  // namespace vorlane::platform

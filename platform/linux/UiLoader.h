@@ -1,0 +1,41 @@
+// The program's windows and dialogs, which are a plugin's: it is loaded when the first one is
+// shown, and from then on its loop drives ours.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "App/services/AlertPanel.h"
+#include "App/services/Windows.h"
+#include "platform/UiPlugin.h"
+#include "platform/linux/SdEventDrivenLoop.h"
+#include "platform/linux/SdEventRunLoop.h"
+
+namespace vorlane::platform {
+
+// Where no plugin can be loaded, windows do not show and dialogs are answered by their cancel
+// button. Each asking tries again: the display or the plugin may have come meanwhile.
+class UiLoader : public Windows, public AlertPanel {
+public:
+    // The loop outlives this object, and so does what it makes not.
+    UiLoader(SdEventRunLoop& loop, std::string plugin);
+
+    std::unique_ptr<Popover> makePopover(PopoverIntents intents) override;
+    std::unique_ptr<SettingsWindow> makeSettingsWindow(SettingsWindowFrame frame,
+                                                       SettingsIntents intents) override;
+    void runModal(const AlertPanelContent& content,
+                  std::function<void(std::size_t button)> answered) override;
+
+    // Loads the plugin unless it is loaded; null when it cannot be.
+    UiPlugin* plugin();
+
+private:
+    SdEventRunLoop& loop_;
+    SdEventDrivenLoop driven;
+    std::string path;
+    UiEntry* entry = nullptr;
+    UiPlugin* loaded = nullptr;
+};
+
+}  // namespace vorlane::platform

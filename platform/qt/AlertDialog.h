@@ -1,0 +1,27 @@
+// A question with its buttons, as a dialog that answers later.
+#pragma once
+
+#include <QMessageBox>
+#include <cstddef>
+#include <functional>
+
+#include "App/content/AlertPanelContent.h"
+
+namespace vorlane::platform {
+
+// Escape and closing it are the cancel button. A destructive button is never the default.
+class AlertDialog : public QMessageBox {
+    Q_OBJECT
+
+public:
+    AlertDialog(const AlertPanelContent& content, QWidget* parent,
+                std::function<void(std::size_t button)> answered);
+
+private:
+    void finish(const QAbstractButton* chosen);
+
+    std::function<void(std::size_t button)> answered_;
+    std::vector<QPushButton*> choices;
+};
+
+}  // namespace vorlane::platform

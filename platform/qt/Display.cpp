@@ -1,0 +1,81 @@
+#include "platform/qt/Display.h"
+
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+#include <xcb/xcb.h>
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QPluginLoader>
+#include <QStringList>
+#include <cstring>
+
+namespace vorlane::platform {
+
+namespace {
+
+// Loading it shows that its libraries are there as well.
+bool hasPlugin(const QString& pattern)
+{
+    const auto folders = QCoreApplication::libraryPaths();
+    for (const auto& folder : folders) {
+        const QDir platforms(folder + "/platforms");
+        const auto files = platforms.entryList({pattern}, QDir::Files);
+        for (const auto& file : files) {
+            if (QPluginLoader(platforms.filePath(file)).load()) return true;
+        }
+    }
+    return false;
+}
+
+bool xAnswers()
+{
+    xcb_connection_t* const connection = xcb_connect(nullptr, nullptr);
+    const bool answers = xcb_connection_has_error(connection) == 0;
+    xcb_disconnect(connection);
+    return answers;
+}
+
+bool waylandAnswers()
+{
+    if (qEnvironmentVariableIsSet("WAYLAND_SOCKET")) return true;  // connected by who started us
+    const auto name = qgetenv("WAYLAND_DISPLAY");
+    const auto path = name.startsWith('/') ? name : qgetenv("XDG_RUNTIME_DIR") + '/' + name;
+    sockaddr_un address{};
+    if (name.isEmpty() || path.size() >= static_cast<qsizetype>(sizeof address.sun_path)) {
+        return false;
+    }
+    address.sun_family = AF_UNIX;
+    std::memcpy(address.sun_path, path.constData(), static_cast<std::size_t>(path.size()));
+
+    const int probe = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
+    if (probe < 0) return false;
+    const bool answers =
+        connect(probe, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0;
+    (void)close(probe);
+    return answers;
+}
+
+// `choice` may carry parameters after a colon.
+bool isReachable(const QByteArray& choice)
+{
+    const auto name = choice.split(':').first();
+    if (name == "xcb") return xAnswers() && hasPlugin("libqxcb.so");
+    if (name.startsWith("wayland")) return waylandAnswers() && hasPlugin("libqwayland*.so");
+    return hasPlugin("libq" + QString::fromLocal8Bit(name) + ".so");
+}
+
+}  // namespace
+
+std::optional<QByteArray> reachablePlatform()
+{
+    const auto chosen = qgetenv("QT_QPA_PLATFORM");
+    const auto candidates = (chosen.isEmpty() ? QByteArray("wayland;xcb") : chosen).split(';');
+    for (const auto& candidate : candidates) {
+        if (isReachable(candidate)) return candidate;
+    }
+    return std::nullopt;
+}
+
+}  // namespace vorlane::platform

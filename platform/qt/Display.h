@@ -1,0 +1,14 @@
+// Finds the display that windows can be shown on before Qt is asked, which ends the process when
+// there is none.
+#pragma once
+
+#include <QByteArray>
+#include <optional>
+
+namespace vorlane::platform {
+
+// The name of the Qt platform to use: the user's choice in QT_QPA_PLATFORM, else Wayland, else X.
+// Absent when no display answers that Qt has a working plugin for.
+std::optional<QByteArray> reachablePlatform();
+
+}  // namespace vorlane::platform

@@ -1,0 +1,100 @@
+#include "platform/qt/PopoverWindow.h"
+
+#include <QCloseEvent>
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QScreen>
+#include <QVBoxLayout>
+#include <chrono>
+#include <utility>
+
+#include "platform/qt/PopoverPlacement.h"
+
+namespace vorlane::platform {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+bool canGrabPointer()
+{
+    return !QGuiApplication::platformName().startsWith("wayland");
+}
+
+Qt::WindowFlags flags()
+{
+    return (canGrabPointer() ? Qt::Popup : Qt::Window) | Qt::FramelessWindowHint;
+}
+
+}  // namespace
+
+PopoverWindow::PopoverWindow(QWidget* content, std::function<void()> closedByUser)
+    : QWidget(nullptr, flags()), closedByUser_(std::move(closedByUser))
+{
+    setWindowTitle("Vorlane");
+    closing.setSingleShot(true);
+    closing.setInterval(150ms);
+
+    auto* const box = new QVBoxLayout(this);
+    box->setContentsMargins(1, 1, 1, 1);  // the border
+    box->setSizeConstraint(QLayout::SetFixedSize);
+    box->addWidget(content);
+}
+
+void PopoverWindow::openAt(QPoint pointer)
+{
+    pointer_ = pointer;
+    layout()->activate();
+    place();
+    show();
+    raise();
+    activateWindow();
+}
+
+void PopoverWindow::changeEvent(QEvent* event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() != QEvent::ActivationChange || canGrabPointer()) return;
+    if (isVisible() && !isActiveWindow()) close();
+}
+
+void PopoverWindow::closeEvent(QCloseEvent* event)
+{
+    QWidget::closeEvent(event);
+    closing.start();
+    closedByUser_();
+}
+
+void PopoverWindow::keyPressEvent(QKeyEvent* event)
+{
+    if (!event->matches(QKeySequence::Cancel)) return QWidget::keyPressEvent(event);
+    close();
+}
+
+void PopoverWindow::paintEvent(QPaintEvent* /*event*/)
+{
+    QPainter painter(this);
+    auto line = palette().color(QPalette::WindowText);
+    line.setAlphaF(0.25F);
+    painter.setPen(line);
+    painter.drawRect(rect().adjusted(0, 0, -1, -1));
+}
+
+void PopoverWindow::resizeEvent(QResizeEvent* event)
+{
+    QWidget::resizeEvent(event);
+    if (isVisible()) place();
+}
+
+void PopoverWindow::place()
+{
+    const auto* screen = QGuiApplication::screenAt(pointer_);
+    if (!screen) screen = QGuiApplication::primaryScreen();
+    if (!screen) return;
+    const PopoverPlacement placement{
+        .pointer = pointer_, .screen = screen->geometry(), .workArea = screen->availableGeometry()};
+    move(placement.position(size()));
+}
+
+}  // namespace vorlane::platform

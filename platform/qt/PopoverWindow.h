@@ -1,0 +1,42 @@
+// The frameless window around the popover's content: where it stands, and how its user closes it.
+#pragma once
+
+#include <QPoint>
+#include <QTimer>
+#include <QWidget>
+#include <functional>
+
+namespace vorlane::platform {
+
+// Where the platform lets a window grab the pointer (X) it is a popup, which an outside press
+// closes; elsewhere it closes when another window becomes active.
+class PopoverWindow : public QWidget {
+    Q_OBJECT
+
+public:
+    // Takes the content, and calls `closedByUser` when it was not `hide` that closed the window.
+    PopoverWindow(QWidget* content, std::function<void()> closedByUser);
+
+    // Opens beside the panel at the pointer's position.
+    void openAt(QPoint pointer);
+
+    // Its user closed it a moment ago. If that was by a press on the status item, the press is
+    // about to be reported as a click on it too.
+    bool justClosed() const { return closing.isActive(); }
+
+protected:
+    void changeEvent(QEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    void place();
+
+    std::function<void()> closedByUser_;
+    QTimer closing;
+    QPoint pointer_;
+};
+
+}  // namespace vorlane::platform

@@ -1,0 +1,47 @@
+#include "platform/qt/QtPopover.h"
+
+#include <QCursor>
+#include <utility>
+
+namespace vorlane::platform {
+
+QtPopover::QtPopover(PopoverIntents intents, const ThemeSource& themes)
+    : panel(new PopoverPanel(std::move(intents))), window(panel, [this] { wanted = false; })
+{
+    const auto follow = [this, &themes] { panel->setTheme(themes.current()); };
+    connect(&themes, &ThemeSource::changed, this, follow);
+    follow();
+}
+
+void QtPopover::show(const PopoverContent& content)
+{
+    pointer = QCursor::pos();  // now, before the hand moves on
+    wanted = true;
+    update(content);
+}
+
+void QtPopover::update(const PopoverContent& content)
+{
+    latest = content;
+    settleSoon();
+}
+
+void QtPopover::performClose()
+{
+    wanted = false;
+    settleSoon();
+}
+
+void QtPopover::settleSoon()
+{
+    QMetaObject::invokeMethod(this, &QtPopover::settle, Qt::QueuedConnection);
+}
+
+void QtPopover::settle()
+{
+    if (!wanted) return window.hide();
+    panel->setContent(latest);
+    if (!window.isVisible()) window.openAt(pointer);
+}
+
+}  // namespace vorlane::platform

@@ -1,0 +1,65 @@
+#include "platform/qt/QtUi.h"
+
+#include <utility>
+
+#include "platform/qt/AlertDialog.h"
+#include "platform/qt/LoopBridge.h"
+#include "platform/qt/QtPopover.h"
+#include "platform/qt/QtSettingsWindow.h"
+
+namespace vorlane::platform {
+
+QtUi::QtUi(const UiHost& host, QByteArray platformName)
+    : loop_(host.loop),
+      arguments{.platformName = std::move(platformName)},
+      application(arguments.count, arguments.values.data())
+{
+    QApplication::setQuitOnLastWindowClosed(false);
+    QApplication::setApplicationName("Vorlane");
+    QGuiApplication::setDesktopFileName("org.vorlane.Vorlane");
+    themes.setAppearance(host.appearance);
+}
+
+std::unique_ptr<Popover> QtUi::makePopover(PopoverIntents intents)
+{
+    return std::make_unique<QtPopover>(std::move(intents), themes);
+}
+
+std::unique_ptr<SettingsWindow> QtUi::makeSettingsWindow(SettingsWindowFrame frame,
+                                                         SettingsIntents intents)
+{
+    auto window = std::make_unique<QtSettingsWindow>(frame, std::move(intents), themes);
+    settings = window->widget();
+    return window;
+}
+
+void QtUi::runModal(const AlertPanelContent& content,
+                    std::function<void(std::size_t button)> answered)
+{
+    const auto open = [this, content, answered = std::move(answered)] {
+        auto* const parent = settings && settings->isVisible() ? settings.data() : nullptr;
+        auto* const dialog = new AlertDialog(content, parent, answered);  // deletes itself
+        dialog->open();
+    };
+    QMetaObject::invokeMethod(&application, open, Qt::QueuedConnection);
+}
+
+void QtUi::exec()
+{
+    const LoopBridge bridge(loop_);
+    (void)QApplication::exec();
+}
+
+void QtUi::leave()
+{
+    QMetaObject::invokeMethod(
+        &application, [] { QCoreApplication::exit(); }, Qt::QueuedConnection);
+}
+
+void QtUi::setAppearance(const Appearance& appearance)
+{
+    const auto apply = [this, appearance] { themes.setAppearance(appearance); };
+    QMetaObject::invokeMethod(&application, apply, Qt::QueuedConnection);
+}
+
+}  // namespace vorlane::platform

@@ -1,0 +1,52 @@
+#include "platform/qt/SettingsFrame.h"
+
+#include <QCloseEvent>
+#include <QCursor>
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QScreen>
+#include <QVBoxLayout>
+#include <utility>
+
+namespace vorlane::platform {
+
+SettingsFrame::SettingsFrame(SettingsWindowFrame frame, QWidget* content,
+                             std::function<void()> closedByUser)
+    : QWidget(nullptr, Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                           Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint),
+      closedByUser_(std::move(closedByUser))
+{
+    setWindowTitle(QString::fromUtf8(frame.title));
+    setFixedSize(frame.width, frame.height);
+    auto* const box = new QVBoxLayout(this);
+    box->setContentsMargins(0, 0, 0, 0);
+    box->addWidget(content);
+}
+
+void SettingsFrame::bringToFront()
+{
+    const auto* const screen = QGuiApplication::screenAt(QCursor::pos());
+    if (screen && !centred) {
+        auto place = rect();
+        place.moveCenter(screen->availableGeometry().center());
+        move(place.topLeft());
+        centred = true;
+    }
+    show();
+    raise();
+    activateWindow();
+}
+
+void SettingsFrame::closeEvent(QCloseEvent* event)
+{
+    QWidget::closeEvent(event);
+    closedByUser_();
+}
+
+void SettingsFrame::keyPressEvent(QKeyEvent* event)
+{
+    if (!event->matches(QKeySequence::Close)) return QWidget::keyPressEvent(event);
+    close();
+}
+
+}  // namespace vorlane::platform

@@ -1,0 +1,25 @@
+// The one thing that the plugin exports.
+#include <QtGlobal>
+
+#include "platform/UiBuild.h"
+#include "platform/UiPlugin.h"
+#include "platform/qt/Display.h"
+#include "platform/qt/QtUi.h"
+
+extern "C" Q_DECL_EXPORT vorlane::platform::UiPlugin* vorlaneUi(
+    const vorlane::platform::UiHost& host)
+{
+    using namespace vorlane::platform;
+    if (host.build != uiBuild) return nullptr;
+    const auto platformName = reachablePlatform();
+    if (!platformName) return nullptr;
+
+    // Nothing here is drawn by OpenGL, whose drivers would take more memory than all the rest.
+    if (!qEnvironmentVariableIsSet("QT_XCB_GL_INTEGRATION")) {
+        qputenv("QT_XCB_GL_INTEGRATION", "none");
+    }
+    static auto* const ui = new QtUi(host, *platformName);
+    return ui;
+}
+
+static_assert(std::is_same_v<decltype(vorlaneUi), vorlane::platform::UiEntry>);
