@@ -1,6 +1,8 @@
 """The program under test: started, spoken to, and ended with nothing to complain about."""
 import json
 import os
+import pathlib
+import shutil
 import signal
 
 import dbus
@@ -10,11 +12,16 @@ from .open_calls import OpenCalls
 from .status_item import OWNER
 from .waiting import wait_until
 
+PLUGIN = 'lib/vorlane/vorlane_ui.so'
 APPLICATION = 'org.freedesktop.Application'
+SUPPRESSED = pathlib.Path(__file__).resolve().parents[2] / 'sanitizers'
 SANITIZERS = {
     'ASAN_OPTIONS': 'abort_on_error=1:detect_leaks=1:strict_string_checks=1:'
-                    'detect_stack_use_after_return=1:check_initialization_order=1',
+                    'detect_stack_use_after_return=1:check_initialization_order=1:'
+                    f'suppressions={SUPPRESSED}/address.supp',
+    'LSAN_OPTIONS': f'suppressions={SUPPRESSED}/leaks.supp:print_suppressions=0',
     'UBSAN_OPTIONS': 'print_stacktrace=1:halt_on_error=1',
+    'QT_FORCE_STDERR_LOGGING': '1',  # Qt complains to the journal otherwise
 }
 
 
@@ -48,6 +55,15 @@ class Vorlane:
     def settings(self):
         with open(self.settings_path) as file:
             return file.read()
+
+    def install_to(self, prefix):
+        """Has a copy of its own from now on; gives the path of the plugin in it."""
+        source = pathlib.Path(self._program).resolve().parents[1]
+        for name in ('bin/vorlane', PLUGIN):
+            os.makedirs((prefix / name).parent)
+            shutil.copy(source / name, prefix / name)
+        self._program = str(prefix / 'bin/vorlane')
+        return prefix / PLUGIN
 
     def spawn(self, clock=None, environment=None):
         """Starts the program and does not wait."""

@@ -12,9 +12,9 @@ class XScreen:
     def __init__(self, machine, depth=24):
         self._machine = machine
         ready, telling = os.pipe()
-        machine.start('xvfb', ['/usr/bin/Xvfb', '-displayfd', str(telling), '-screen', '0',
-                               f'{SIZE[0]}x{SIZE[1]}x{depth}', '-nolisten', 'tcp', '-noreset', '-nocursor'],
-                      pass_fds=(telling,))
+        self._server = machine.start('xvfb', ['/usr/bin/Xvfb', '-displayfd', str(telling), '-screen', '0',
+                                                f'{SIZE[0]}x{SIZE[1]}x{depth}', '-nolisten', 'tcp',
+                                                '-noreset', '-nocursor'], pass_fds=(telling,))
         os.close(telling)
         with os.fdopen(ready) as pipe:
             number = pipe.readline().strip()
@@ -34,6 +34,13 @@ class XScreen:
         # A pause between moving and pressing, so that the window under the pointer knows of it.
         self._run('xdotool', 'mousemove', str(x), str(y), 'sleep', '0.1', 'click', str(button))
 
+    def press_key(self, key):
+        self._run('xdotool', 'key', key)
+
+    def kill(self):
+        """As when the server crashes: every program on it loses its display."""
+        self._server.kill()
+
     def click_on_window(self, window_class):
         """In the middle of it, as soon as it is there."""
         left, top, right, bottom = self.wait_for_window(window_class)
@@ -44,7 +51,13 @@ class XScreen:
 
     def window(self, window_class):
         """The box (left, top, right, bottom) of the first visible window of a class, or None."""
-        found = self._run('xdotool', 'search', '--onlyvisible', '--class', window_class, check=False).split()
+        return self._first_window('--class', window_class)
+
+    def window_titled(self, pattern):
+        return self._first_window('--name', pattern)
+
+    def _first_window(self, kind, pattern):
+        found = self._run('xdotool', 'search', '--onlyvisible', kind, pattern, check=False).split()
         for window in found:
             text = self._run('xdotool', 'getwindowgeometry', '--shell', window, check=False).decode()
             at = dict(line.split('=') for line in text.split())

@@ -1,0 +1,166 @@
+"""The windows: opened, closed and placed on a real panel, and a program that lives without them."""
+import os
+
+import pytest
+
+from laptop.waiting import wait_until
+from laptop.x_screen import SIZE
+
+WIDTH, HEIGHT = SIZE
+PANEL_HEIGHT = 30
+POPOVER = '^Vorlane$'
+POPOVER_WIDTH = 340
+SETTINGS_SIZE = (480, 640)
+
+
+class Desk:
+    """A panel with our item in it, and a hand on the pointer."""
+
+    def __init__(self, screen, panel, vorlane, item):
+        self.screen, self.item = screen, item
+        panel.start()
+        vorlane.start()
+        item.wait_until_registered()
+
+    def click_on_item(self):
+        # The tray is the last thing on the panel, and ours is its only item.
+        self.screen.click(WIDTH - 16, PANEL_HEIGHT // 2)
+
+    def popover(self):
+        return self.screen.window_titled(POPOVER)
+
+    def open_popover(self):
+        """Clicks until the panel shows the item; gives the box of the popover."""
+        def opened():
+            if not self.popover():
+                self.click_on_item()
+            return wait_until(self.popover, 'the popover', patience=2, look_every=0.05)
+        return opened()
+
+    def popover_after_a_while(self):
+        """Whether one is there when the screen has become still."""
+        pictures = [self.screen.picture()]
+
+        def still():
+            pictures.append(self.screen.picture())
+            return pictures[-2].difference(pictures[-1]) is None
+        wait_until(still, 'the screen to be still', look_every=0.4)
+        return self.popover()
+
+    def wait_until_closed(self):
+        wait_until(lambda: not self.popover(), 'the popover to close', look_every=0.05)
+
+
+@pytest.fixture
+def desk(screen, panel, vorlane, item):
+    return Desk(screen, panel, vorlane, item)
+
+
+def test_a_click_on_the_item_opens_the_popover_under_the_panel(desk):
+    left, top, right, bottom = desk.open_popover()
+
+    assert PANEL_HEIGHT < top <= PANEL_HEIGHT + 8
+    assert right == WIDTH - 6  # pushed back by the end of the screen
+    assert POPOVER_WIDTH <= right - left <= POPOVER_WIDTH + 2
+    assert bottom < HEIGHT
+
+
+def test_escape_closes_the_popover(desk):
+    desk.open_popover()
+
+    desk.screen.press_key('Escape')
+
+    desk.wait_until_closed()
+
+
+def test_a_second_click_on_the_item_closes_the_popover(desk):
+    desk.open_popover()
+
+    desk.click_on_item()
+
+    desk.wait_until_closed()
+    assert not desk.popover_after_a_while()
+    desk.open_popover()
+
+
+def test_a_press_outside_closes_the_popover(desk):
+    desk.open_popover()
+
+    desk.screen.click(200, 500)
+
+    desk.wait_until_closed()
+
+
+def test_the_settings_open_in_the_middle_and_take_the_popovers_place(laptop, desk):
+    desk.open_popover()
+
+    laptop.item.choose('Settings')
+
+    left, top, right, bottom = wait_until(lambda: desk.screen.window_titled('Vorlane Settings'),
+                                          'the settings window', look_every=0.05)
+    assert (right - left, bottom - top) == SETTINGS_SIZE
+    assert abs((left + right) - WIDTH) <= 4
+    desk.wait_until_closed()
+
+
+def test_ending_with_an_open_window_saves_the_history(laptop, desk, vorlane):
+    desk.open_popover()
+    laptop.charge_to(59)
+    desk.item.wait_for_label('59%')
+
+    vorlane.quit()
+
+    assert vorlane.history()[-1]['p'] == 59
+
+
+def test_a_display_that_dies_under_the_windows_costs_no_history(laptop, desk, vorlane):
+    desk.open_popover()
+    laptop.charge_to(59)
+    desk.item.wait_for_label('59%')
+    process, vorlane.process = vorlane.process, None
+
+    desk.screen.kill()
+
+    assert process.wait_for_end() == 1
+    assert vorlane.history()[-1]['p'] == 59
+
+
+def test_reminders_go_on_while_a_window_is_open(laptop, dunst, desk, notifications):
+    desk.open_popover()
+
+    laptop.charge_to(20)
+
+    assert notifications.wait_for(1).title == 'Low battery'
+    assert desk.popover()
+
+
+def expect_reminders_without_windows(laptop, item, notifications):
+    for _ in range(3):
+        item.activate()
+    item.choose('Settings')
+
+    laptop.charge_to(20)
+
+    assert notifications.wait_for(1).title == 'Low battery'
+
+
+def test_a_program_without_its_plugin_still_reminds(laptop, vorlane, dunst, notifications, item, tmp_path):
+    vorlane.install_to(tmp_path).unlink()
+    vorlane.start()
+
+    expect_reminders_without_windows(laptop, item, notifications)
+
+
+def test_a_program_with_half_a_plugin_still_reminds(laptop, vorlane, dunst, notifications, item, tmp_path):
+    plugin = vorlane.install_to(tmp_path)
+    os.truncate(plugin, plugin.stat().st_size // 2)
+    vorlane.start()
+
+    expect_reminders_without_windows(laptop, item, notifications)
+
+
+@pytest.mark.parametrize('display', [None, ':4095'])
+def test_a_program_without_a_display_still_reminds(laptop, vorlane, dunst, notifications, item, display):
+    vorlane.start(environment={'DISPLAY': display})
+
+    expect_reminders_without_windows(laptop, item, notifications)
