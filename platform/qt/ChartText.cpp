@@ -28,16 +28,15 @@ QString spanInWords(const ChartContent& content)
 
 QString summary(const ChartContent& content)
 {
-    const auto label = QString::fromStdString(content.valueLabel);
     if (content.notice) return QString::fromStdString(*content.notice);
-    if (content.points.empty()) return label;
+    if (content.points.empty()) return QString::fromStdString(content.valueLabel);
 
     const auto byPct = [](const ChartPoint& a, const ChartPoint& b) { return a.pct < b.pct; };
     const auto [low, high] =
         std::minmax_element(content.points.begin(), content.points.end(), byPct);
     return QStringLiteral("%1 over the last %2: %3 to %4, now %5")
-        .arg(label, spanInWords(content), percent(low->pct), percent(high->pct),
-             percent(content.points.back().pct));
+        .arg(QString::fromStdString(content.valueLabel), spanInWords(content), percent(low->pct),
+             percent(high->pct), percent(content.points.back().pct));
 }
 
 QString reading(const ChartContent& content, const ChartPoint& point, const LocalTimes& times)

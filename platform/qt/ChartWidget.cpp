@@ -8,6 +8,7 @@
 #include <algorithm>
 
 #include "platform/qt/ChartText.h"
+#include "platform/qt/LineBreaks.h"
 #include "platform/qt/PixelGrid.h"
 
 namespace vorlane::platform {
@@ -236,8 +237,9 @@ void ChartWidget::paintNotice(QPainter& painter) const
 {
     painter.setFont(theme.caption);
     painter.setPen(theme.secondary);
+    const auto text = QString::fromStdString(*content.notice);
     painter.drawText(rect(), Qt::AlignCenter | Qt::TextWordWrap,
-                     QString::fromStdString(*content.notice));
+                     brokenAtPauses(text, painter.fontMetrics(), width()));
 }
 
 void ChartWidget::paintGrid(QPainter& painter, const Drawing& drawn) const
@@ -249,21 +251,23 @@ void ChartWidget::paintGrid(QPainter& painter, const Drawing& drawn) const
     painter.setPen(theme.secondary);
     const auto line = [&](const QRectF& bar) { painter.fillRect(bar, theme.separator); };
 
-    double free = at.plot().bottom() + metrics.height();  // above it, nothing is written yet
+    double freeAbove = height();  // where nothing is written yet
+    double freeLeft = width();
     for (const auto& mark : content.marks) {
         const double y = at.y(mark.value);
         line(grid.row(at.plot().left(), at.plot().right(), y));
         const double baseline = y + metrics.capHeight() / 2;
-        if (baseline > free) continue;
+        if (baseline > freeAbove) continue;
         const auto label = QString::fromStdString(mark.label);
-        painter.drawText(QPointF(width() - metrics.horizontalAdvance(label), baseline), label);
-        free = baseline - metrics.capHeight() - 2;
+        const double x = width() - metrics.horizontalAdvance(label);
+        painter.drawText(QPointF(x, baseline), label);
+        if (mark.value == content.lowest) freeLeft = x - besideMark;
+        freeAbove = baseline - metrics.capHeight() - 2;
     }
     for (const auto& mark : drawn.marks) {
         const double x = at.plot().left() + mark.x;
         line(grid.column(x, at.plot().top(), height()));
-        const double room = width() - x - besideMark;
-        if (metrics.horizontalAdvance(mark.label) > room) continue;
+        if (x + besideMark + metrics.horizontalAdvance(mark.label) > freeLeft) continue;
         painter.drawText(QPointF(x + besideMark, height() - metrics.descent()), mark.label);
     }
 }
@@ -300,26 +304,35 @@ void ChartWidget::paintReading(QPainter& painter) const
     painter.setPen(QPen(theme.window, lineWidth));
     painter.setBrush(theme.accent);
     painter.drawEllipse(position, dotRadius, dotRadius);
-    paintBubble(painter, position);
+    paintBubble(painter);
 }
 
-void ChartWidget::paintBubble(QPainter& painter, const QPointF& point) const
+QRectF ChartWidget::bubble() const
 {
-    const QFontMetricsF metrics(theme.caption2);
-    const auto text = shownReading();
-    QRectF bubble(0, 0, metrics.horizontalAdvance(text) + 14, metrics.height() + 6);
-    bubble.moveCenter(point);
-    bubble.moveLeft(point.x() + bubbleDistance);
-    if (bubble.right() > width()) bubble.moveRight(point.x() - bubbleDistance);
-    bubble.moveLeft(std::clamp(bubble.left(), 0.0, std::max(0.0, width() - bubble.width())));
-    bubble.moveTop(std::clamp(bubble.top(), 0.0, std::max(0.0, plot().bottom() - bubble.height())));
+    const auto* point = chosenPoint();
+    if (!point) return {};
 
+    const auto area = plot();
+    const auto position = ChartGeometry(content, area).position(*point);
+    const QFontMetricsF metrics(theme.caption2);
+    QRectF place(0, 0, metrics.horizontalAdvance(shownReading()) + 14, metrics.height() + 6);
+    place.moveCenter(position);
+    place.moveLeft(position.x() + bubbleDistance);
+    if (place.right() > width()) place.moveRight(position.x() - bubbleDistance);
+    place.moveLeft(std::max(0.0, place.left()));
+    place.moveTop(std::clamp(place.top(), 0.0, std::max(0.0, area.bottom() - place.height())));
+    return place;
+}
+
+void ChartWidget::paintBubble(QPainter& painter) const
+{
+    const auto place = bubble();
     painter.setPen(QPen(theme.separator, 1));
     painter.setBrush(theme.raised);
-    painter.drawRoundedRect(bubble.adjusted(0.5, 0.5, -0.5, -0.5), 5, 5);
+    painter.drawRoundedRect(place.adjusted(0.5, 0.5, -0.5, -0.5), 5, 5);
     painter.setPen(theme.text);
     painter.setFont(theme.caption2);
-    painter.drawText(bubble, Qt::AlignCenter, text);
+    painter.drawText(place, Qt::AlignCenter, shownReading());
 }
 
 void ChartWidget::paintFocus(QPainter& painter) const

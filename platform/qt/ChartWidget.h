@@ -29,8 +29,9 @@ public:
     // What is shown beside the chosen sample; empty when there is none.
     QString shownReading() const;
 
-    // Where the lines are drawn.
+    // Where the lines are drawn, and where the reading is written.
     QRectF plot() const;
+    QRectF bubble() const;
 
 protected:
     bool event(QEvent* event) override;
@@ -62,7 +63,7 @@ private:
     void paintGrid(QPainter& painter, const Drawing& drawn) const;
     void paintLines(QPainter& painter, const Drawing& drawn) const;
     void paintReading(QPainter& painter) const;
-    void paintBubble(QPainter& painter, const QPointF& point) const;
+    void paintBubble(QPainter& painter) const;
     void paintFocus(QPainter& painter) const;
 
     ChartContent content;

@@ -55,7 +55,7 @@ void CycleBar::paintEvent(QPaintEvent*)
     // Never narrower than round: a few cycles are a dot, not a splinter.
     auto filled = whole;
     filled.setWidth(std::max(whole.height(), whole.width() * value() / maximum()));
-    painter.setBrush(theme.shade(tint));
+    painter.setBrush(theme.fill(tint));
     painter.drawRoundedRect(filled, radius, radius);
 }
 

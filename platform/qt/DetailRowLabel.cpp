@@ -75,7 +75,8 @@ void DetailRowLabel::paintEvent(QPaintEvent*)
     painter.setPen(theme.text);
     painter.drawText(rect(), wrapping | Qt::AlignLeft | Qt::AlignTop, label);
     painter.setPen(theme.shade(color));
-    painter.drawText(rect(), wrapping | Qt::AlignRight | Qt::AlignBottom, value);
+    const auto beside = fitsOneLine(width()) ? Qt::AlignTop : Qt::AlignBottom;
+    painter.drawText(rect(), wrapping | Qt::AlignRight | beside, value);
 }
 
 }  // namespace vorlane::platform

@@ -86,7 +86,7 @@ void RingWidget::paintRing(QPainter& painter) const
 
     const auto filled = static_cast<double>(std::clamp<std::int64_t>(content.percent, 0, 100));
     if (filled <= 0) return;
-    painter.setPen(QPen(theme.shade(content.color), ringWidth, Qt::SolidLine, Qt::RoundCap));
+    painter.setPen(QPen(theme.fill(content.color), ringWidth, Qt::SolidLine, Qt::RoundCap));
     QPainterPath arc;
     arc.arcMoveTo(circle, 90);
     arc.arcTo(circle, 90, -360 * filled / 100);

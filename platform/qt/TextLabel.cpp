@@ -1,7 +1,8 @@
 #include "platform/qt/TextLabel.h"
 
 #include <QPainter>
-#include <QRegularExpression>
+
+#include "platform/qt/LineBreaks.h"
 
 namespace vorlane::platform {
 
@@ -27,27 +28,12 @@ void TextLabel::setLook(const QFont& font, const QColor& color)
     setFont(font);
 }
 
-int TextLabel::wrappedHeight(const QString& words) const
-{
-    return fontMetrics()
-        .boundingRect(QRect(0, 0, width(), QWIDGETSIZE_MAX), Qt::TextWordWrap, words)
-        .height();
-}
-
-QString TextLabel::lines() const
-{
-    static const QRegularExpression pause(QStringLiteral("([.,]) "));
-    const auto oneLine = fontMetrics().height();
-    if (wrappedHeight(text()) <= oneLine) return text();
-    const auto broken = text().replace(pause, QStringLiteral("\\1\n"));
-    return wrappedHeight(broken) <= wrappedHeight(text()) ? broken : text();
-}
-
 void TextLabel::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
     painter.setPen(palette().color(QPalette::WindowText));
-    painter.drawText(rect(), static_cast<int>(alignment()) | Qt::TextWordWrap, lines());
+    painter.drawText(rect(), static_cast<int>(alignment()) | Qt::TextWordWrap,
+                     brokenAtPauses(text(), fontMetrics(), width()));
 }
 
 }  // namespace vorlane::platform

@@ -1,4 +1,4 @@
-// Text that wraps in the width it is given: where the sense pauses, if that takes no more lines.
+// Text that wraps in the width it is given.
 #pragma once
 
 #include <QLabel>
@@ -16,10 +16,6 @@ public:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
-
-private:
-    int wrappedHeight(const QString& words) const;
-    QString lines() const;
 };
 
 }  // namespace vorlane::platform

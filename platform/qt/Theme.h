@@ -27,6 +27,9 @@ struct Theme {
     QColor green;
     QColor orange;
     QColor red;
+    QColor greenFill;
+    QColor orangeFill;
+    QColor redFill;
 
     QFont body;
     QFont headline;  // the state, a section's header
@@ -38,10 +41,14 @@ struct Theme {
     // `accent`: the user's choice, else the palette's highlight.
     static Theme of(const QPalette& palette, const QFont& base, std::optional<QColor> accent);
 
+    // For letters.
     QColor shade(Color color) const;
 
     // Secondary where a record names no colour.
     QColor shade(std::optional<Color> color) const;
+
+    // For areas and thick lines.
+    QColor fill(Color color) const;
 };
 
 }  // namespace vorlane::platform

@@ -7,7 +7,6 @@ namespace vorlane::platform {
 
 namespace {
 
-constexpr std::int64_t chargeNow = 78;
 constexpr std::int64_t pointsAtMost = 600;
 
 // One day's habits, in hours after midnight in Berlin.
@@ -47,12 +46,12 @@ struct Laptop {
     }
 };
 
-std::vector<ChartPoint> lived(double days)
+std::vector<ChartPoint> lived(const Recorded& recorded)
 {
-    const double begin = sampleNow.secondsSince1970 - 9 * 86400;
-    const double from = sampleNow.secondsSince1970 - days * 86400;
-    const auto stride =
-        std::max<std::int64_t>(1, static_cast<std::int64_t>(days * 1000) / (pointsAtMost / 2));
+    const double begin = recorded.until.secondsSince1970 - 9 * 86400;
+    const double from = recorded.until.secondsSince1970 - recorded.days * 86400;
+    const auto stride = std::max<std::int64_t>(
+        1, static_cast<std::int64_t>(recorded.days * 1000) / (pointsAtMost / 2));
     const double gap = 900 + 60 * static_cast<double>(stride);
     std::vector<ChartPoint> points;
     Laptop laptop;
@@ -72,29 +71,31 @@ std::vector<ChartPoint> lived(double days)
     return points;
 }
 
-// Bends the last stretch so that it ends at what the ring shows.
-void endAt(std::int64_t percent, std::vector<ChartPoint>& points)
+// Bent in its last stretch, so that it ends at `percent`.
+ChartContent endingAt(std::int64_t percent, ChartContent chart)
 {
+    auto& points = chart.points;
     const auto seg = points.back().seg;
-    const auto begin =
-        std::find_if(points.begin(), points.end(), [seg](const auto& p) { return p.seg == seg; });
+    const auto begin = std::find_if(points.begin(), points.end(),
+                                    [seg](const auto& point) { return point.seg == seg; });
     const auto count = static_cast<double>(points.end() - begin);
     const auto off = static_cast<double>(percent - points.back().pct);
     for (auto at = begin; at != points.end(); ++at) {
         const double share = static_cast<double>(at - begin + 1) / count;
         at->pct = std::clamp<std::int64_t>(at->pct + std::lround(off * share), 0, 100);
     }
+    return chart;
 }
 
-BatteryBlocks battery(std::int64_t percent, Color color)
+// Of a laptop whose charge is what the chart ends with.
+BatteryBlocks battery(const ChartContent& chart, Color color)
 {
-    auto day = usedLaptop(1);
-    endAt(percent, day.points);
+    const auto percent = chart.points.back().pct;
     return {.gauge = {.ring = {.percent = percent,
                                .color = color,
                                .text = std::to_string(percent) + "%"},
                       .stateText = "Charging, 42 min to full",
-                      .pluggedFor = "Plugged in for 1 h 12 min",
+                      .pluggedFor = "Plugged in for 36 min",
                       .snooze = std::nullopt},
             .cycles =
                 CycleBlock{
@@ -107,7 +108,12 @@ BatteryBlocks battery(std::int64_t percent, Color color)
                         {.label = "Power in", .value = "38.2 W", .color = std::nullopt},
                         {.label = "Adapter", .value = "65 W", .color = std::nullopt}},
             .range = {.choices = {"24 hours", "7 days"}, .selected = 0},
-            .chart = day};
+            .chart = chart};
+}
+
+ChartContent today(Date now)
+{
+    return usedLaptop({.days = 1, .until = now});
 }
 
 PopoverContent around(std::variant<NoBatteryBlock, BatteryBlocks> blocks)
@@ -120,11 +126,11 @@ PopoverContent around(std::variant<NoBatteryBlock, BatteryBlocks> blocks)
 
 }  // namespace
 
-ChartContent usedLaptop(int days)
+ChartContent usedLaptop(const Recorded& recorded)
 {
     return {.notice = std::nullopt,
-            .from = sampleNow - Seconds{86400.0 * days},
-            .until = sampleNow,
+            .from = recorded.until - Seconds{86400.0 * recorded.days},
+            .until = recorded.until,
             .lowest = 0,
             .highest = 100,
             .timeLabel = "Time",
@@ -132,7 +138,7 @@ ChartContent usedLaptop(int days)
             .marks = {{.value = 0, .label = "0%"},
                       {.value = 50, .label = "50%"},
                       {.value = 100, .label = "100%"}},
-            .points = lived(days)};
+            .points = lived(recorded)};
 }
 
 const BatteryBlocks& blocks(const PopoverContent& content)
@@ -142,12 +148,12 @@ const BatteryBlocks& blocks(const PopoverContent& content)
 
 PopoverContent charging()
 {
-    return around(battery(chargeNow, Color::green));
+    return around(battery(today(sampleEvening), Color::green));
 }
 
 PopoverContent onBattery()
 {
-    auto shown = battery(46, Color::accent);
+    auto shown = battery(today(sampleNoon), Color::accent);
     shown.gauge.stateText = "On battery, 3 h 20 min left";
     shown.gauge.pluggedFor.reset();
     shown.details[2] = {.label = "Power out", .value = "11.8 W", .color = std::nullopt};
@@ -157,15 +163,15 @@ PopoverContent onBattery()
 
 PopoverContent snoozed()
 {
-    auto shown = battery(100, Color::green);
+    auto shown = battery(endingAt(100, today(sampleEvening)), Color::green);
     shown.gauge.stateText = "Fully charged";
-    shown.gauge.snooze = SnoozeLine{.text = "Alerts snoozed until 15:05", .cancel = "Cancel"};
+    shown.gauge.snooze = SnoozeLine{.text = "Alerts snoozed until 19:36", .cancel = "Cancel"};
     return around(shown);
 }
 
 PopoverContent wornBattery()
 {
-    auto shown = battery(14, Color::red);
+    auto shown = battery(endingAt(14, today(sampleNoon)), Color::red);
     shown.gauge.stateText = "On battery, 31 min left";
     shown.gauge.pluggedFor.reset();
     shown.cycles->row.value = "934 of 1000";
@@ -179,16 +185,15 @@ PopoverContent wornBattery()
 
 PopoverContent sevenDays()
 {
-    auto shown = battery(chargeNow, Color::green);
+    auto shown = battery(today(sampleEvening), Color::green);
     shown.range.selected = 1;
-    shown.chart = usedLaptop(7);
-    endAt(chargeNow, shown.chart.points);
+    shown.chart = usedLaptop({.days = 7, .until = sampleEvening});
     return around(shown);
 }
 
 PopoverContent collecting()
 {
-    auto shown = battery(chargeNow, Color::green);
+    auto shown = battery(today(sampleEvening), Color::green);
     shown.chart.points.clear();
     shown.chart.notice = "Collecting history… a graph appears after a few minutes.";
     return around(shown);

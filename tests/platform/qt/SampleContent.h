@@ -5,8 +5,9 @@
 
 namespace vorlane::platform {
 
-// A Wednesday, 14:05 in Berlin.
-inline constexpr Date sampleNow{1772629500};
+// A Wednesday in Berlin: 14:05, on battery, and 18:36, on power again.
+inline constexpr Date sampleNoon{1772629500};
+inline constexpr Date sampleEvening{1772645760};
 
 PopoverContent charging();
 PopoverContent onBattery();
@@ -19,7 +20,12 @@ PopoverContent noBattery();
 // The battery of all but the last.
 const BatteryBlocks& blocks(const PopoverContent& content);
 
-// Charge over the days before `sampleNow`: used by day, asleep by night.
-ChartContent usedLaptop(int days);
+struct Recorded {
+    int days = 1;
+    Date until;
+};
+
+// Charge of a laptop that is used by day and asleep by night.
+ChartContent usedLaptop(const Recorded& recorded);
 
 }  // namespace vorlane::platform

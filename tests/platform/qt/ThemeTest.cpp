@@ -58,6 +58,16 @@ TEST_F(ThemeTest, KeepsEverySmallTextReadable)
     }
 }
 
+TEST_F(ThemeTest, KeepsEveryAreaInSight)
+{
+    for (const auto& theme : {light, dark}) {
+        for (const auto color : {Color::accent, Color::green, Color::orange, Color::red}) {
+            const auto fill = theme.fill(color);
+            EXPECT_GE(contrast(fill, theme.window), 2.5) << theme.dark << fill.name().toStdString();
+        }
+    }
+}
+
 TEST_F(ThemeTest, TakesTheUsersAccentBeforeThePalettes)
 {
     const QColor chosen(0xc0, 0x20, 0x90);
