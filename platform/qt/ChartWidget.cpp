@@ -123,13 +123,18 @@ void ChartWidget::addSegment(Drawing& to, const ChartGeometry& at, std::size_t b
         return;
     }
     QPainterPath line(first);
-    for (auto i = begin + 1; i < end; ++i) line.lineTo(at.position(content.points[i]));
-    to.lines.addPath(line);
+    for (auto i = begin + 1; i < end; ++i) {
+        const auto& points = content.points;
+        const bool level =
+            i + 1 < end && points[i - 1].pct == points[i].pct && points[i].pct == points[i + 1].pct;
+        if (!level) line.lineTo(at.position(points[i]));
+    }
+    to.lines.push_back(line);
 
     line.lineTo(line.currentPosition().x(), at.plot().bottom());
     line.lineTo(first.x(), at.plot().bottom());
     line.closeSubpath();
-    to.areas.addPath(line);
+    to.areas.push_back(line);
 }
 
 void ChartWidget::resizeEvent(QResizeEvent*)
@@ -281,11 +286,11 @@ void ChartWidget::paintLines(QPainter& painter, const Drawing& drawn) const
     fading.setColorAt(0, tint);
     tint.setAlphaF(0.05F);
     fading.setColorAt(1, tint);
-    painter.fillPath(drawn.areas, fading);
+    for (const auto& below : drawn.areas) painter.fillPath(below, fading);
 
     painter.setBrush(Qt::NoBrush);
-    painter.setPen(QPen(theme.accent, lineWidth, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-    painter.drawPath(drawn.lines);
+    painter.setPen(QPen(theme.accent, lineWidth, Qt::SolidLine, Qt::RoundCap, Qt::BevelJoin));
+    for (const auto& line : drawn.lines) painter.drawPath(line);
     painter.setPen(Qt::NoPen);
     painter.setBrush(theme.accent);
     for (const auto& dot : drawn.lonely) painter.drawEllipse(dot, lineWidth, lineWidth);

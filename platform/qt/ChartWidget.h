@@ -47,9 +47,9 @@ private:
     // What changes only with the record, the size and the letters.
     struct Drawing {
         std::vector<TimeMark> marks;
-        QPainterPath lines;
-        QPainterPath areas;           // between the lines and the bottom
-        std::vector<QPointF> lonely;  // samples without neighbours
+        std::vector<QPainterPath> lines;  // apart: a path costs more than its parts
+        std::vector<QPainterPath> areas;  // between a line and the bottom
+        std::vector<QPointF> lonely;      // samples without neighbours
     };
 
     const Drawing& drawing();
