@@ -50,16 +50,43 @@ std::time_t instant(std::tm day, TimeOfDay time, int summerTime)
     return std::mktime(&day);
 }
 
-std::string withoutSeconds(std::string format)
+// Cuts a field out, together with the character that set it apart.
+void cut(std::string& format, std::string_view field, std::string_view separators)
 {
-    const auto seconds = format.find("%S");
-    if (seconds == std::string::npos) return format;
+    const auto found = format.find(field);
+    if (found == std::string::npos) return;
 
-    const bool separated =
-        seconds > 0 && std::string_view(":.-").find(format[seconds - 1]) != std::string_view::npos;
-    const auto begin = separated ? seconds - 1 : seconds;
-    const auto end = separated ? seconds + 2 : format.find_first_of(" %", seconds + 2);
-    return format.erase(begin, end == std::string::npos ? end : end - begin);
+    const auto end = found + field.size();
+    const auto isSeparator = [&](std::size_t at) {
+        return separators.find(format[at]) != std::string_view::npos;
+    };
+    if (found > 0 && isSeparator(found - 1)) {
+        format.erase(found - 1, end - found + 1);
+    } else if (end < format.size() && isSeparator(end)) {
+        format.erase(found, end - found + 1);
+    } else {
+        format.erase(found, end - found);
+    }
+}
+
+// Where a word follows each number, the word of the seconds goes with them.
+void cutSeconds(std::string& format)
+{
+    for (const std::string_view field : {"%OS", "%S"}) {
+        const auto found = format.find(field);
+        if (found == std::string::npos) continue;
+        const bool separated =
+            found > 0 && std::string_view(":.-").find(format[found - 1]) != std::string_view::npos;
+        const auto end = found + field.size();
+        if (!separated) format.erase(end, format.find_first_of(" %", end) - end);
+        cut(format, field, separated ? ":.-" : " ");
+    }
+}
+
+void replace(std::string& format, std::string_view field, std::string_view by)
+{
+    const auto found = format.find(field);
+    if (found != std::string::npos) format.replace(found, field.size(), by);
 }
 
 // A locale that counts to twelve writes its usual time as "%r".
@@ -68,13 +95,24 @@ std::string shortFormat(locale_t locale)
     std::string format = nl_langinfo_l(T_FMT, locale);
     if (format == "%r") format = nl_langinfo_l(T_FMT_AMPM, locale);
     if (format == "%T" || format.empty()) format = "%H:%M:%S";
-    format = withoutSeconds(format);
+    cutSeconds(format);
+    cut(format, "%Z", " ");
+    cut(format, "%z", " ");
 
-    // Nobody writes "02:05 PM".
-    if (const auto hour = format.find("%I"); hour != std::string::npos) {
-        format.replace(hour, 2, "%-I");
-    }
+    // Nobody writes "02:05 PM"; "%l" and "%k" would pad with a blank.
+    replace(format, "%I", "%-I");
+    replace(format, "%l", "%-I");
+    replace(format, "%k", "%-H");
     return format;
+}
+
+// The user's; the plain one where that is not installed.
+Locale userLocale()
+{
+    constexpr int categories = LC_TIME_MASK | LC_CTYPE_MASK;
+    Locale locale(newlocale(categories, "", nullptr), &freelocale);
+    if (!locale) locale.reset(newlocale(categories, "C", nullptr));
+    return locale;
 }
 
 }  // namespace
@@ -107,7 +145,7 @@ std::optional<Date> SystemCalendar::today(Date now, TimeOfDay time) const
 std::string SystemCalendar::shortTime(Date date) const
 {
     const auto local = localTime(date);
-    const Locale locale(newlocale(LC_TIME_MASK | LC_CTYPE_MASK, "", nullptr), &freelocale);
+    const auto locale = userLocale();
     if (!local || !locale) return {};
 
     std::array<char, 64> text{};
