@@ -63,7 +63,6 @@ public:
 struct UiHost {
     std::string_view build;  // must be the plugin's own
     DrivenLoop& loop;
-    Appearance appearance;
 };
 
 // What the plugin exports by the name "vorlaneUi". Null when the plugin is of another build, or

@@ -34,7 +34,7 @@ LinuxServices::LinuxServices(Base base)
                         },
                     .uptime = uptime}),
       notifications(base.session, "vorlane-battery-50-symbolic"),
-      windows(base.loop, usualUiPluginPath()),
+      windows(base.loop, {.plugin = usualUiPluginPath(), .session = base.session}),
       statusBar(base.session, base.loop),
       wake(workspace.observeDidWake([this] { statusBar.registerAgain(); }))
 {}

@@ -80,8 +80,8 @@ std::size_t cancelButton(const AlertPanelContent& content)
 
 }  // namespace
 
-UiLoader::UiLoader(SdEventRunLoop& loop, std::string plugin)
-    : loop_(loop), driven(loop.event()), path(std::move(plugin))
+UiLoader::UiLoader(SdEventRunLoop& loop, Origin origin)
+    : loop_(loop), driven(loop.event()), origin_(std::move(origin))
 {}
 
 std::unique_ptr<Popover> UiLoader::makePopover(PopoverIntents intents)
@@ -107,13 +107,17 @@ void UiLoader::runModal(const AlertPanelContent& content,
 UiPlugin* UiLoader::plugin()
 {
     if (loaded) return loaded;
-    if (!entry) entry = openUiPlugin(path);
+    if (!entry) entry = openUiPlugin(origin_.plugin);
     if (!entry) return nullptr;
 
-    loaded = entry({.build = uiBuild, .loop = driven, .appearance = {}});
+    loaded = entry({.build = uiBuild, .loop = driven});
     if (!loaded) return nullptr;
     loop_.handOver(
         {.drive = [ui = loaded] { ui->exec(); }, .leave = [ui = loaded] { ui->leave(); }});
+    if (origin_.session) {
+        appearance.emplace(origin_.session,
+                           [ui = loaded](const Appearance& next) { ui->setAppearance(next); });
+    }
     return loaded;
 }
 

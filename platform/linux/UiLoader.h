@@ -4,11 +4,13 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "App/services/AlertPanel.h"
 #include "App/services/Windows.h"
 #include "platform/UiPlugin.h"
+#include "platform/linux/PortalAppearance.h"
 #include "platform/linux/SdEventDrivenLoop.h"
 #include "platform/linux/SdEventRunLoop.h"
 
@@ -18,8 +20,13 @@ namespace vorlane::platform {
 // button. Each asking tries again: the display or the plugin may have come meanwhile.
 class UiLoader : public Windows, public AlertPanel {
 public:
-    // The loop outlives this object, and so does what it makes not.
-    UiLoader(SdEventRunLoop& loop, std::string plugin);
+    struct Origin {
+        std::string plugin;  // the path of its file
+        sd_bus* session;     // tells how windows are to look, once there are some; may be null
+    };
+
+    // The loop and the session's bus outlive this object, which outlives what it makes.
+    UiLoader(SdEventRunLoop& loop, Origin origin);
 
     std::unique_ptr<Popover> makePopover(PopoverIntents intents) override;
     std::unique_ptr<SettingsWindow> makeSettingsWindow(SettingsWindowFrame frame,
@@ -33,9 +40,10 @@ public:
 private:
     SdEventRunLoop& loop_;
     SdEventDrivenLoop driven;
-    std::string path;
+    Origin origin_;
     UiEntry* entry = nullptr;
     UiPlugin* loaded = nullptr;
+    std::optional<PortalAppearance> appearance;
 };
 
 }  // namespace vorlane::platform

@@ -51,7 +51,8 @@ AlertDialog::AlertDialog(const AlertPanelContent& content, QWidget* parent,
 
 void AlertDialog::finish(const QAbstractButton* chosen)
 {
-    const auto found = std::ranges::find(choices, chosen);
+    // Closing the window tells which button that stands for only after this.
+    const auto found = std::ranges::find(choices, chosen ? chosen : escapeButton());
     if (found == choices.end()) return;
     if (const auto answered = std::exchange(answered_, nullptr)) {
         answered(static_cast<std::size_t>(found - choices.begin()));

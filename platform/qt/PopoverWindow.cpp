@@ -45,11 +45,15 @@ PopoverWindow::PopoverWindow(QWidget* content, std::function<void()> closedByUse
 void PopoverWindow::openAt(QPoint pointer)
 {
     pointer_ = pointer;
-    layout()->activate();
     place();
     show();
     raise();
     activateWindow();
+}
+
+void PopoverWindow::fit()
+{
+    layout()->activate();
 }
 
 void PopoverWindow::changeEvent(QEvent* event)

@@ -20,6 +20,9 @@ public:
     // Opens beside the panel at the pointer's position.
     void openAt(QPoint pointer);
 
+    // Takes the size that the content now has, and stays beside the panel.
+    void fit();
+
     // Its user closed it a moment ago. If that was by a press on the status item, the press is
     // about to be reported as a click on it too.
     bool justClosed() const { return closing.isActive(); }

@@ -41,6 +41,7 @@ void QtPopover::settle()
 {
     if (!wanted) return window.hide();
     panel->setContent(latest);
+    window.fit();
     if (!window.isVisible()) window.openAt(pointer);
 }
 

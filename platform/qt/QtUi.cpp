@@ -17,7 +17,6 @@ QtUi::QtUi(const UiHost& host, QByteArray platformName)
     QApplication::setQuitOnLastWindowClosed(false);
     QApplication::setApplicationName("Vorlane");
     QGuiApplication::setDesktopFileName("org.vorlane.Vorlane");
-    themes.setAppearance(host.appearance);
 }
 
 std::unique_ptr<Popover> QtUi::makePopover(PopoverIntents intents)

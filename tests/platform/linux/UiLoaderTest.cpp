@@ -52,7 +52,7 @@ protected:
     TemporaryFolder folder;
     std::string plugin = (folder.path() / "ui.so").string();
     SdEventRunLoop loop;
-    UiLoader loader{loop, plugin};
+    UiLoader loader{loop, {.plugin = plugin, .session = nullptr}};
 
     void install() const { std::filesystem::copy_file(VORLANE_FAKE_UI, plugin); }
 

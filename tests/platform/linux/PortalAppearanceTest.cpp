@@ -1,0 +1,227 @@
+#include "platform/linux/PortalAppearance.h"
+
+#include <gmock/gmock.h>
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "PrivateBus.h"
+
+namespace vorlane::platform {
+namespace {
+
+using Scheme = Appearance::Scheme;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+constexpr const char* path = "/org/freedesktop/portal/desktop";
+constexpr const char* interfaceName = "org.freedesktop.portal.Settings";
+constexpr const char* appearanceNamespace = "org.freedesktop.appearance";
+
+// The settings portal, with the two keys that matter and one that does not.
+class FakePortal {
+public:
+    std::optional<std::uint32_t> scheme;
+    std::optional<std::array<double, 3>> accent;
+    int readings = 0;
+
+    explicit FakePortal(sd_bus* bus)
+        : bus_(bus), object(owned<SlotPointer>([this](sd_bus_slot** slot) {
+              return sd_bus_add_object_vtable(bus_, slot, path, interfaceName, vtable, this);
+          }))
+    {
+        EXPECT_GT(sd_bus_request_name(bus_, "org.freedesktop.portal.Desktop", 0), 0);
+    }
+
+    void tellScheme(std::uint32_t value, const char* space = appearanceNamespace)
+    {
+        EXPECT_GE(sd_bus_emit_signal(bus_, path, interfaceName, "SettingChanged", "ssv", space,
+                                     "color-scheme", "u", value),
+                  0);
+    }
+
+    void tellAccent(std::array<double, 3> rgb)
+    {
+        EXPECT_GE(sd_bus_emit_signal(bus_, path, interfaceName, "SettingChanged", "ssv",
+                                     appearanceNamespace, "accent-color", "(ddd)", rgb[0], rgb[1],
+                                     rgb[2]),
+                  0);
+    }
+
+    void tellText(const char* key)
+    {
+        EXPECT_GE(sd_bus_emit_signal(bus_, path, interfaceName, "SettingChanged", "ssv",
+                                     appearanceNamespace, key, "s", "dark"),
+                  0);
+    }
+
+private:
+    int readAll(sd_bus_message* call)
+    {
+        ++readings;
+        MessagePointer reply;
+        sd_bus_message* message = nullptr;
+        (void)sd_bus_message_new_method_return(call, &message);
+        reply.reset(message);
+        (void)sd_bus_message_open_container(message, 'a', "{sa{sv}}");
+        (void)sd_bus_message_append(message, "{sa{sv}}", "org.example.other", 1, "color-scheme",
+                                    "u", 2);
+        (void)sd_bus_message_open_container(message, 'e', "sa{sv}");
+        (void)sd_bus_message_append(message, "s", appearanceNamespace);
+        (void)sd_bus_message_open_container(message, 'a', "{sv}");
+        (void)sd_bus_message_append(message, "{sv}", "contrast", "u", 1);
+        if (scheme) (void)sd_bus_message_append(message, "{sv}", "color-scheme", "u", *scheme);
+        if (accent) {
+            (void)sd_bus_message_append(message, "{sv}", "accent-color", "(ddd)", (*accent)[0],
+                                        (*accent)[1], (*accent)[2]);
+        }
+        (void)sd_bus_message_close_container(message);
+        (void)sd_bus_message_close_container(message);
+        (void)sd_bus_message_close_container(message);
+        return sd_bus_send(bus_, message, nullptr);
+    }
+
+    static inline const sd_bus_vtable vtable[] = {
+        SD_BUS_VTABLE_START(0),
+        SD_BUS_METHOD("ReadAll", "as", "a{sa{sv}}", (onCall<FakePortal, &FakePortal::readAll>),
+                      SD_BUS_VTABLE_UNPRIVILEGED),
+        SD_BUS_SIGNAL("SettingChanged", "ssv", 0),
+        SD_BUS_VTABLE_END,
+    };
+
+    sd_bus* bus_;
+    SlotPointer object;
+};
+
+class PortalAppearanceTest : public testing::Test {
+protected:
+    SdEventRunLoop loop;
+    PrivateBus bus;
+    BusPointer session = bus.connect(loop);
+    BusPointer desktop = bus.connect(loop);
+    BusPointer stranger = bus.connect(loop);
+    std::optional<FakePortal> portal;
+    std::vector<Appearance> told;
+    std::optional<PortalAppearance> appearance;
+
+    FakePortal& offerPortal() { return portal.emplace(desktop.get()); }
+
+    void ask()
+    {
+        appearance.emplace(session.get(), [this](const Appearance& next) { told.push_back(next); });
+    }
+
+    // Everything sent before has arrived.
+    void settle()
+    {
+        for (auto* const end : {session.get(), desktop.get(), stranger.get(), session.get()}) {
+            const auto call = owned<MessagePointer>([&](sd_bus_message** message) {
+                return sd_bus_message_new_method_call(end, message, "org.freedesktop.DBus", "/",
+                                                      "org.freedesktop.DBus", "GetId");
+            });
+            (void)answer(loop, call.get());
+        }
+    }
+};
+
+TEST_F(PortalAppearanceTest, TellsWhatThePortalSays)
+{
+    auto& there = offerPortal();
+    there.scheme = 1;
+    there.accent = {1.0, 0.5, 0.0};
+
+    ask();
+    runUntil(loop, [&] { return !told.empty(); });
+
+    EXPECT_THAT(told, ElementsAre(Appearance{.scheme = Scheme::dark,
+                                             .accent = Rgb{.red = 255, .green = 128, .blue = 0}}));
+}
+
+TEST_F(PortalAppearanceTest, TellsNothingWhenThereIsNoPreference)
+{
+    auto& there = offerPortal();
+    there.scheme = 0;
+
+    ask();
+    runUntil(loop, [&] { return there.readings == 1; });
+    settle();
+
+    EXPECT_THAT(told, IsEmpty());
+}
+
+TEST_F(PortalAppearanceTest, FollowsTheUsersChanges)
+{
+    auto& there = offerPortal();
+    ask();
+    runUntil(loop, [&] { return there.readings == 1; });
+    settle();
+
+    there.tellScheme(2);
+    there.tellScheme(2);
+    there.tellAccent({0.0, 0.0, 1.0});
+    there.tellScheme(1);
+    runUntil(loop, [&] { return told.size() == 3; });
+
+    const Rgb blue{.red = 0, .green = 0, .blue = 255};
+    EXPECT_THAT(told, ElementsAre(Appearance{.scheme = Scheme::light, .accent = std::nullopt},
+                                  Appearance{.scheme = Scheme::light, .accent = blue},
+                                  Appearance{.scheme = Scheme::dark, .accent = blue}));
+}
+
+TEST_F(PortalAppearanceTest, TakesAnImpossibleAccentForNone)
+{
+    auto& there = offerPortal();
+    there.accent = {0.2, 0.4, 0.6};
+    ask();
+    runUntil(loop, [&] { return told.size() == 1; });
+
+    there.tellAccent({-1.0, -1.0, -1.0});
+    runUntil(loop, [&] { return told.size() == 2; });
+
+    EXPECT_EQ(told.back(), Appearance{});
+}
+
+TEST_F(PortalAppearanceTest, PassesOverWhatItDoesNotKnow)
+{
+    auto& there = offerPortal();
+    ask();
+    runUntil(loop, [&] { return there.readings == 1; });
+
+    there.tellText("color-scheme");
+    there.tellText("accent-color");
+    there.tellScheme(1, "org.example.other");
+    there.tellScheme(2);
+    runUntil(loop, [&] { return !told.empty(); });
+
+    EXPECT_THAT(told, ElementsAre(Appearance{.scheme = Scheme::light, .accent = std::nullopt}));
+}
+
+TEST_F(PortalAppearanceTest, BelievesThePortalAlone)
+{
+    auto& there = offerPortal();
+    ask();
+    runUntil(loop, [&] { return there.readings == 1; });
+    settle();
+
+    EXPECT_GE(sd_bus_emit_signal(stranger.get(), path, interfaceName, "SettingChanged", "ssv",
+                                 appearanceNamespace, "color-scheme", "u", 1),
+              0);
+    settle();
+    there.tellScheme(2);
+    runUntil(loop, [&] { return !told.empty(); });
+
+    EXPECT_EQ(told.front().scheme, Scheme::light);
+}
+
+TEST_F(PortalAppearanceTest, HasNoPreferenceWithoutAPortal)
+{
+    ask();
+    settle();
+
+    EXPECT_THAT(told, IsEmpty());
+}
+
+}  // namespace
+}  // namespace vorlane::platform
