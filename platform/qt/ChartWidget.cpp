@@ -7,6 +7,7 @@
 #include <QPainter>
 #include <algorithm>
 
+#include "platform/qt/ChartGeometry.h"
 #include "platform/qt/ChartText.h"
 #include "platform/qt/LineBreaks.h"
 #include "platform/qt/PixelGrid.h"
@@ -18,7 +19,6 @@ namespace {
 constexpr double lineWidth = 2;
 constexpr double labelGap = 6;    // between the plot and the labels beside it
 constexpr double besideMark = 4;  // between a time mark and its label
-constexpr double betweenTimes = 14;
 constexpr double dotRadius = 4;
 constexpr double bubbleDistance = 9;
 
@@ -90,51 +90,12 @@ QRectF ChartWidget::plot() const
     return QRectF(rect()).adjusted(0, above, -labels - labelGap, -metrics.height() - 1);
 }
 
-const ChartWidget::Drawing& ChartWidget::drawing()
+const ChartDrawing& ChartWidget::drawing()
 {
-    if (cached) return *cached;
-
-    const ChartGeometry at(content, plot());
-    const QFontMetricsF metrics(theme.caption2);
-    const TimeMarks axis{
-        .from = content.from,
-        .until = content.until,
-        .width = at.plot().width(),
-        .labelWidth = [&metrics](const QString& label) { return metrics.horizontalAdvance(label); },
-        .gap = betweenTimes};
-    Drawing fresh;
-    fresh.marks = axis.marks(times);
-    for (std::size_t begin = 0; begin < content.points.size();) {
-        auto end = begin + 1;
-        while (end < content.points.size() && content.points[end].seg == content.points[begin].seg)
-            ++end;
-        addSegment(fresh, at, begin, end);
-        begin = end;
-    }
-    return cached.emplace(std::move(fresh));
-}
-
-void ChartWidget::addSegment(Drawing& to, const ChartGeometry& at, std::size_t begin,
-                             std::size_t end) const
-{
-    const auto first = at.position(content.points[begin]);
-    if (end - begin == 1) {
-        to.lonely.push_back(first);
-        return;
-    }
-    QPainterPath line(first);
-    for (auto i = begin + 1; i < end; ++i) {
-        const auto& points = content.points;
-        const bool level =
-            i + 1 < end && points[i - 1].pct == points[i].pct && points[i].pct == points[i + 1].pct;
-        if (!level) line.lineTo(at.position(points[i]));
-    }
-    to.lines.push_back(line);
-
-    line.lineTo(line.currentPosition().x(), at.plot().bottom());
-    line.lineTo(first.x(), at.plot().bottom());
-    line.closeSubpath();
-    to.areas.push_back(line);
+    if (!cached)
+        cached =
+            ChartDrawing::of(content, {.plot = plot(), .font = theme.caption2, .times = times});
+    return *cached;
 }
 
 void ChartWidget::resizeEvent(QResizeEvent*)
@@ -247,7 +208,7 @@ void ChartWidget::paintNotice(QPainter& painter) const
                      brokenAtPauses(text, painter.fontMetrics(), width()));
 }
 
-void ChartWidget::paintGrid(QPainter& painter, const Drawing& drawn) const
+void ChartWidget::paintGrid(QPainter& painter, const ChartDrawing& drawn) const
 {
     const PixelGrid grid(painter);
     const ChartGeometry at(content, plot());
@@ -277,7 +238,7 @@ void ChartWidget::paintGrid(QPainter& painter, const Drawing& drawn) const
     }
 }
 
-void ChartWidget::paintLines(QPainter& painter, const Drawing& drawn) const
+void ChartWidget::paintLines(QPainter& painter, const ChartDrawing& drawn) const
 {
     const auto area = plot();
     QLinearGradient fading(area.topLeft(), area.bottomLeft());

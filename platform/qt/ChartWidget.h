@@ -2,15 +2,13 @@
 // under the pointer or chosen by the arrow keys.
 #pragma once
 
-#include <QPainterPath>
 #include <QWidget>
 #include <optional>
 
 #include "App/content/ChartContent.h"
-#include "platform/qt/ChartGeometry.h"
+#include "platform/qt/ChartDrawing.h"
 #include "platform/qt/LocalTimes.h"
 #include "platform/qt/Theme.h"
-#include "platform/qt/TimeMarks.h"
 
 namespace vorlane::platform {
 
@@ -44,24 +42,15 @@ protected:
     void focusOutEvent(QFocusEvent* event) override;
 
 private:
-    // What changes only with the record, the size and the letters.
-    struct Drawing {
-        std::vector<TimeMark> marks;
-        std::vector<QPainterPath> lines;  // apart: a path costs more than its parts
-        std::vector<QPainterPath> areas;  // between a line and the bottom
-        std::vector<QPointF> lonely;      // samples without neighbours
-    };
-
-    const Drawing& drawing();
-    void addSegment(Drawing& to, const ChartGeometry& at, std::size_t begin, std::size_t end) const;
+    const ChartDrawing& drawing();
     const ChartPoint* chosenPoint() const;
     void choose(std::optional<Date> date);
     void redraw();
     void announce();
 
     void paintNotice(QPainter& painter) const;
-    void paintGrid(QPainter& painter, const Drawing& drawn) const;
-    void paintLines(QPainter& painter, const Drawing& drawn) const;
+    void paintGrid(QPainter& painter, const ChartDrawing& drawn) const;
+    void paintLines(QPainter& painter, const ChartDrawing& drawn) const;
     void paintReading(QPainter& painter) const;
     void paintBubble(QPainter& painter) const;
     void paintFocus(QPainter& painter) const;
@@ -69,7 +58,7 @@ private:
     ChartContent content;
     Theme theme;
     LocalTimes times;
-    std::optional<Drawing> cached;
+    std::optional<ChartDrawing> cached;
     std::optional<Date> chosen;  // the sample that is read, by its time
 };
 
