@@ -2,6 +2,7 @@
 
 #include <QHBoxLayout>
 #include <QPainter>
+#include <QSignalBlocker>
 
 namespace vorlane::platform {
 
@@ -85,7 +86,10 @@ void SegmentedPicker::addSegment()
     auto* segment = new Segment(this);
     layout()->addWidget(segment);
     const auto index = static_cast<std::int64_t>(segments.size());
-    connect(segment, &Segment::clicked, this, [this, index] { pick_(index); });
+    // Toggled, not clicked: assistive programs toggle.
+    connect(segment, &Segment::toggled, this, [this, index](bool on) {
+        if (on) pick_(index);
+    });
     segments.push_back(segment);
 }
 
@@ -96,6 +100,7 @@ void SegmentedPicker::setContent(const RangePicker& content)
         segments[i]->setVisible(used);
         if (!used) continue;
         segments[i]->setText(QString::fromStdString(content.choices[i]));
+        const QSignalBlocker silent(segments[i]);  // to show a choice is no wish of the user's
         if (static_cast<std::int64_t>(i) == content.selected) segments[i]->setChecked(true);
     }
     updateGeometry();

@@ -1,6 +1,7 @@
 #include "platform/qt/SwitchRowView.h"
 
 #include <QMouseEvent>
+#include <QSignalBlocker>
 #include <utility>
 
 namespace vorlane::platform {
@@ -9,13 +10,14 @@ SwitchRowView::SwitchRowView(std::function<void(const std::string& key, bool on)
     : control(new Switch)
 {
     hold(control);
-    // Clicked, not toggled: to show a value is no wish of the user's.
-    connect(control, &Switch::clicked, this,
+    // Toggled, not clicked: assistive programs toggle.
+    connect(control, &Switch::toggled, this,
             [this, call = std::move(switched)](bool on) { call(key, on); });
 }
 
 void SwitchRowView::showRow(const SettingsRow& row)
 {
+    const QSignalBlocker silent(control);  // to show a value is no wish of the user's
     if (const auto* const login = std::get_if<LoginItemRow>(&row)) {
         setTitle(login->title);
         return control->setChecked(login->value);
