@@ -108,13 +108,14 @@ void SettingsSectionView::showNotes(const std::vector<Note>& fresh)
 }
 
 // A note with controls below it lies on the card, under the row that it tells of; the others lie
-// below the card. Backwards, so that those with the same place keep their order.
+// below the card. Backwards, so that those with the same place keep their order. They are made
+// forwards, which is the order in which they are read out.
 void SettingsSectionView::placeNotes()
 {
     for (auto* const label : noteLabels) delete label;
-    noteLabels.assign(notes.size(), nullptr);
+    noteLabels.clear();
+    while (noteLabels.size() < notes.size()) noteLabels.push_back(makeLabel(this));
     for (std::size_t i = notes.size(); i-- > 0;) {
-        noteLabels[i] = makeLabel(this);
         if (isFootnote(notes[i])) {
             stack->insertWidget(stack->indexOf(card) + 1, noteLabels[i]);
         } else {
