@@ -1,4 +1,5 @@
 """The fixtures: a virtual laptop for each test, and the program in it, which must end cleanly."""
+import contextlib
 import os
 import pathlib
 
@@ -25,9 +26,9 @@ def program(pytestconfig):
     return path
 
 
-@pytest.fixture
-def laptop(program):
-    """Buses, login manager, UPower and a battery; no screen."""
+@contextlib.contextmanager
+def running(program):
+    """A laptop for the length of a block, at the end of which the program must quit cleanly."""
     laptop = VirtualLaptop(program)
     try:
         laptop.upower.start()
@@ -40,6 +41,20 @@ def laptop(program):
             if process.name == 'vorlane':
                 print(process.stderr, end='')
         laptop.close()
+
+
+@pytest.fixture
+def laptop(program):
+    """Buses, login manager, UPower and a battery; no screen."""
+    with running(program) as laptop:
+        yield laptop
+
+
+@pytest.fixture(scope='module')
+def shared_laptop(program):
+    """One for all tests of a file, each of which leaves it as it was."""
+    with running(program) as laptop:
+        yield laptop
 
 
 @pytest.fixture

@@ -63,6 +63,19 @@ class VirtualLaptop:
         """The same, but the kernel sends no event: somebody has to look."""
         self.testbed.change('BAT0', announce=False, **self._levels(percent))
 
+    def pull_battery(self):
+        self.testbed.remove('BAT0')
+
+    def put_battery_back(self, **attributes):
+        """The same one, or with some attributes changed (None leaves one out)."""
+        merged = {**BATTERY, **attributes}
+        self.testbed.add('BAT0', {key: value for key, value in merged.items() if value is not None})
+
+    def restore_battery(self):
+        """As at first."""
+        self.testbed.change('BAT0', announce=False, **BATTERY)
+        self.testbed.change('AC', **ADAPTER)
+
     def wear_to(self, percent_of_design):
         """The capacity that the battery has left."""
         full = int(BATTERY['energy_full_design']) * percent_of_design // 100

@@ -2,6 +2,7 @@
 import json
 import os
 import pathlib
+import re
 import shutil
 import signal
 
@@ -48,6 +49,14 @@ class Vorlane:
                 return json.load(file)
         except FileNotFoundError:
             return None
+
+    def write_history(self, samples):
+        self._machine.write(json.dumps(samples), 'data', 'Vorlane', 'history.json')
+
+    def snooze_deadline(self):
+        """In seconds since 1970, as it is stored; None when there is none."""
+        found = re.search(r'^snoozeUntil *= *(\S+)', self.settings(), re.MULTILINE)
+        return float(found.group(1)) if found and float(found.group(1)) > 0 else None
 
     def write_settings(self, text):
         self._machine.write(text, 'config', 'vorlane', 'settings.toml')

@@ -37,6 +37,12 @@ class XScreen:
     def press_key(self, key):
         self._run('xdotool', 'key', key)
 
+    def press_keys(self, *keys):
+        self._run('xdotool', 'key', *keys)
+
+    def type(self, text):
+        self._run('xdotool', 'type', text)
+
     def kill(self):
         """As when the server crashes: every program on it loses its display."""
         self._server.kill()

@@ -1,0 +1,202 @@
+"""The windows as an assistive program sees them: a tree of controls with roles, names and actions.
+
+Spoken over plain D-Bus on the laptop's own accessibility bus, because libatspi keeps one bus for
+the life of a process.
+"""
+import dbus
+import dbus.bus
+import dbus.lowlevel
+from dbus.mainloop.glib import DBusGMainLoop
+
+from .bus import PROPERTIES, REPLY_TIMEOUT
+from .waiting import wait_until
+
+BUS = 'org.a11y.Bus'
+REGISTRY = 'org.a11y.atspi.Registry'
+EVENTS = 'org.a11y.atspi.Event.Object'
+ROOT = '/org/a11y/atspi/accessible/root'  # of the registry's tree and of each program's
+ACCESSIBLE = 'org.a11y.atspi.Accessible'
+ACTION = 'org.a11y.atspi.Action'
+COMPONENT = 'org.a11y.atspi.Component'
+TEXT = 'org.a11y.atspi.Text'
+VALUE = 'org.a11y.atspi.Value'
+STATES = {'checked': 4, 'enabled': 8, 'focused': 12, 'showing': 25}  # AtspiStateType
+ON_SCREEN = 0  # AtspiCoordType
+
+
+class Accessibility:
+    def __init__(self, machine, bus):
+        """Programs started from now on show their windows here."""
+        launcher = machine.start('at-spi', ['/usr/libexec/at-spi-bus-launcher', '--launch-immediately'])
+        bus.wait_for(BUS, launcher)
+        machine.environment['QT_LINUX_ACCESSIBILITY_ALWAYS_ON'] = '1'
+        address = bus.call(BUS, '/org/a11y/bus', BUS, 'GetAddress')
+        self._connection = dbus.bus.BusConnection(str(address), mainloop=DBusGMainLoop())
+        self._root = Control(self._connection, REGISTRY, ROOT)
+        self._shown = []  # of which nothing is known yet but that they were shown
+        self._popups = []
+        self._listen()
+
+    @property
+    def connected(self):
+        """Whether the program is there; its first window leads it here."""
+        return any(program.name == 'Vorlane' for program in self._root.children)
+
+    def windows(self, title):
+        """The program's windows on the screen with that title."""
+        listed = [window for program in self._root.children if program.name == 'Vorlane'
+                  for window in program.children]
+        return [window for window in listed + self._known_popups()
+                if window.name == title and window.showing]
+
+    def window(self, title):
+        return next(iter(self.windows(title)), None)
+
+    def wait_for_window(self, title):
+        return wait_until(lambda: self.window(title), f'a window {title!r}', look_every=0.02)
+
+    def wait_until_gone(self, title):
+        wait_until(lambda: not self.window(title), f'no window {title!r}', look_every=0.02)
+
+    def _listen(self):
+        """Qt lists no popup window among the program's. It only says that something is shown."""
+        self._connection.add_message_filter(self._note)
+        self._connection.add_match_string(f"type='signal',interface='{EVENTS}'")
+        self._connection.call_blocking(REGISTRY, '/org/a11y/atspi/registry', REGISTRY, 'RegisterEvent', 's',
+                                       ('object:state-changed',), timeout=REPLY_TIMEOUT)
+
+    def _note(self, _connection, message):
+        if message.get_interface() == EVENTS and message.get_args_list()[:2] == ['showing', 1]:
+            self._shown.append(Control(self._connection, message.get_sender(), message.get_path()))
+        return dbus.lowlevel.HANDLER_RESULT_NOT_YET_HANDLED
+
+    def _known_popups(self):
+        while self._shown:
+            shown = self._shown.pop()
+            if shown.is_window and shown not in self._popups:
+                self._popups.append(shown)
+        return self._popups
+
+
+class Control:
+    """One node of the tree. Asked each time: it never remembers what it was told."""
+
+    def __init__(self, connection, owner, path):
+        self._connection, self._owner, self._path = connection, owner, path
+
+    def __repr__(self):
+        return f'<{self.role} {self.name!r}>'
+
+    def __eq__(self, other):
+        return (self._owner, self._path) == (other._owner, other._path)
+
+    @property
+    def is_window(self):
+        """Whether it is a child of the program, not of another control."""
+        _, parent = self._get(ACCESSIBLE, 'Parent') or ('', '')
+        return parent == ROOT and self._path != ROOT
+
+    @property
+    def name(self):
+        return str(self._get(ACCESSIBLE, 'Name') or '')
+
+    @property
+    def description(self):
+        return str(self._get(ACCESSIBLE, 'Description') or '')
+
+    @property
+    def role(self):
+        return str(self._call(ACCESSIBLE, 'GetRoleName') or '')
+
+    @property
+    def children(self):
+        return [Control(self._connection, str(owner), str(path))
+                for owner, path in self._call(ACCESSIBLE, 'GetChildren') or []]
+
+    @property
+    def checked(self):
+        return self._has('checked')
+
+    @property
+    def enabled(self):
+        return self._has('enabled')
+
+    @property
+    def focused(self):
+        return self._has('focused')
+
+    @property
+    def showing(self):
+        return self._has('showing')
+
+    @property
+    def value(self):
+        return self._get(VALUE, 'CurrentValue')
+
+    @value.setter
+    def value(self, number):
+        self._connection.call_blocking(self._owner, self._path, PROPERTIES, 'Set', 'ssv',
+                                       (VALUE, 'CurrentValue', dbus.Double(number, variant_level=1)),
+                                       timeout=REPLY_TIMEOUT)
+
+    @property
+    def text(self):
+        """What is in an entry."""
+        return str(self._call(TEXT, 'GetText', 'ii', 0, -1) or '')
+
+    @property
+    def box(self):
+        """Left, top, right, bottom on the screen (under Wayland, in the window)."""
+        x, y, width, height = map(int, self._call(COMPONENT, 'GetExtents', 'u', ON_SCREEN))
+        return x, y, x + width, y + height
+
+    @property
+    def actions(self):
+        return [str(name) for name, _, _ in self._call(ACTION, 'GetActions') or []]
+
+    def do(self, action):
+        self._call(ACTION, 'DoAction', 'i', self.actions.index(action))
+
+    def press(self):
+        self.do('Press')
+
+    def focus(self):
+        self._call(COMPONENT, 'GrabFocus')
+
+    def walk(self):
+        """Itself and everything shown under it, in the order of the tree."""
+        yield self
+        for child in self.children:
+            if child.showing:
+                yield from child.walk()
+
+    def find(self, name, role=None):
+        """The first one shown with that name (and role), or None."""
+        return next((one for one in self.walk()
+                     if one.name == name and (role is None or one.role == role)), None)
+
+    def wait_for(self, name, role=None):
+        return wait_until(lambda: self.find(name, role), lambda: f'{name!r} among {list(self.walk())}',
+                          look_every=0.02)
+
+    def texts(self):
+        """The names of everything shown that has one, from top to bottom."""
+        return [one.name for one in self.walk() if one.name]
+
+    def wait_until_gone(self, name):
+        wait_until(lambda: not self.find(name), f'{name!r} to disappear', look_every=0.02)
+
+    def _has(self, state):
+        low, _ = self._call(ACCESSIBLE, 'GetState') or (0, 0)
+        return bool(low >> STATES[state] & 1)
+
+    def _get(self, interface, name):
+        return self._call(PROPERTIES, 'Get', 'ss', interface, name)
+
+    def _call(self, interface, method, signature='', *arguments):
+        """None when the control is gone, or not of that kind."""
+        try:
+            return self._connection.call_blocking(self._owner, self._path, interface, method, signature,
+                                                  arguments, timeout=REPLY_TIMEOUT)
+        except dbus.DBusException:
+            return None

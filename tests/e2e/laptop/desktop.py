@@ -1,0 +1,88 @@
+"""A laptop whose windows are worked with: a screen, its pointer and keys, and the accessible tree."""
+import time
+
+from .accessibility import Accessibility
+from .notification_daemons import Dunst
+from .waiting import wait_until
+from .x_screen import XScreen
+
+POPOVER, SETTINGS, ALERT = 'Vorlane', 'Vorlane Settings', 'Vorlane'
+CLICK_PAUSE = 0.2  # seconds from a click on the item to the next, which would close what it opened
+
+
+class Desktop:
+    def __init__(self, laptop, screen=None):
+        """On an X screen of its own, unless there is another one already."""
+        self.laptop = laptop
+        self.screen = screen or XScreen(laptop.machine)
+        self.accessibility = Accessibility(laptop.machine, laptop.session_bus)
+        self.item, self.vorlane = laptop.item, laptop.vorlane
+        self.notifications = laptop.notifications
+
+    def start(self, notifications=True, **options):
+        """Starts the program, and shows and closes its popover: it is on the accessibility bus then."""
+        if notifications:
+            self.dunst = Dunst(self.laptop.machine, self.laptop.session_bus).start()
+        self.vorlane.start(**options)
+        self._activate_until(lambda: self.accessibility.connected and self.popover_box())
+        self.screen.press_key('Escape')
+        wait_until(lambda: not self.popover_box(), 'the popover to close', look_every=0.02)
+        return self
+
+    def popover_box(self):
+        return self.screen.window_titled(f'^{POPOVER}$')
+
+    def popover(self):
+        """What is in it; None while it is closed."""
+        return self.accessibility.window(POPOVER)
+
+    def open_popover(self):
+        self._activate_until(self.popover)
+        return self.popover()
+
+    def close_popover(self):
+        if self.popover():
+            self.screen.press_key('Escape')
+        self.wait_until_popover_closed()
+
+    def wait_until_popover_closed(self):
+        wait_until(lambda: not self.popover_box(), 'the popover to close', look_every=0.02)
+
+    def click(self, control):
+        left, top, right, bottom = control.box
+        self.screen.click((left + right) // 2, (top + bottom) // 2)
+
+    def settings(self):
+        return self.accessibility.window(SETTINGS)
+
+    def open_settings(self):
+        self.item.choose('Settings')
+        return self.accessibility.wait_for_window(SETTINGS)
+
+    def close_settings(self):
+        if self.settings():
+            self.screen.press_key('ctrl+w')
+        self.accessibility.wait_until_gone(SETTINGS)
+
+    def tidy(self):
+        """As after the start: no window, no setting of the user's, on battery at 60%."""
+        self.close_popover()
+        self.close_settings()
+        self.vorlane.write_settings('')
+        self.laptop.restore_battery()
+        self.item.wait_for_label('60%')
+        self.item.wait_for_menu_line('Snooze 1 hour')
+
+    def _activate_until(self, opened):
+        """A click right after the popover has closed means the same as that closing."""
+        clicked = 0.0
+
+        def click_and_look():
+            nonlocal clicked
+            if opened():
+                return True
+            if time.monotonic() - clicked > CLICK_PAUSE and not self.popover_box():
+                self.item.activate()
+                clicked = time.monotonic()
+            return False
+        wait_until(click_and_look, 'the popover', look_every=0.02)
