@@ -11,8 +11,6 @@
 namespace vorlane::platform {
 namespace {
 
-using testing::ElementsAre;
-
 class PopoverAccessibilityTest : public testing::Test {
 protected:
     PopoverAccessibilityTest()

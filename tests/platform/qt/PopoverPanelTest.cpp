@@ -59,6 +59,7 @@ protected:
             return std::pair(a.first.y(), a.first.x()) < std::pair(b.first.y(), b.first.x());
         });
         std::vector<std::string> result;
+        result.reserve(found.size());
         for (const auto& [place, text] : found) result.push_back(text);
         return result;
     }

@@ -50,8 +50,8 @@ std::vector<ChartPoint> lived(const Recorded& recorded)
 {
     const double begin = recorded.until.secondsSince1970 - 9 * 86400;
     const double from = recorded.until.secondsSince1970 - recorded.days * 86400;
-    const auto stride = std::max<std::int64_t>(
-        1, static_cast<std::int64_t>(recorded.days * 1000) / (pointsAtMost / 2));
+    const auto stride =
+        std::max<std::int64_t>(1, std::int64_t{recorded.days} * 1000 / (pointsAtMost / 2));
     const double gap = 900 + 60 * static_cast<double>(stride);
     std::vector<ChartPoint> points;
     Laptop laptop;

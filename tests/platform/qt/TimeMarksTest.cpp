@@ -55,6 +55,7 @@ TEST_F(TimeMarksTest, StandWhereTheirTimeIs)
     const auto marks = axis(until - day, until, 240).marks(times);
 
     std::vector<double> places;
+    places.reserve(marks.size());
     for (const auto& mark : marks) places.push_back(mark.x);
     EXPECT_THAT(places, ElementsAre(0, 60, 120, 180, 240));
 }
