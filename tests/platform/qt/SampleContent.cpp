@@ -55,7 +55,7 @@ std::vector<ChartPoint> lived(const Recorded& recorded)
     const double gap = 900 + 60 * static_cast<double>(stride);
     std::vector<ChartPoint> points;
     Laptop laptop;
-    for (std::int64_t minute = 0; minute <= 9 * 1440; ++minute) {
+    for (std::int64_t minute = 0; minute <= std::int64_t{9} * 1440; ++minute) {
         const double t = begin + 60 * static_cast<double>(minute);
         const double local = t + 3600;  // Berlin's winter time
         const auto& day = week[static_cast<std::size_t>(local / 86400) % week.size()];
