@@ -119,7 +119,9 @@ bool replaceFile(const std::string& path, const FilePieces& next)
     if (!file) return false;
 
     if (!writeAll(file.get(), next) || rename(temporary.c_str(), path.c_str()) != 0) {
+        const int reason = errno;
         (void)unlink(temporary.c_str());
+        errno = reason;
         return false;
     }
     syncFolder(folder);

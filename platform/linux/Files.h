@@ -19,7 +19,8 @@ using FilePieces = std::function<std::string_view()>;
 
 // Writes a private file (mode 0600) beside `path`, syncs it to the disk and moves it over, so that
 // the whole old or the whole new file stands at `path` at every moment, also after a power cut.
-// False when it failed; what stands at `path` is then untouched and nothing is left beside it.
+// False when it failed, and errno says why; what stands at `path` is then untouched and nothing is
+// left beside it.
 // A symbolic link at `path` is replaced itself, its target is not.
 bool replaceFile(const std::string& path, const FilePieces& next);
 

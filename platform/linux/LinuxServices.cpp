@@ -33,6 +33,7 @@ LinuxServices::LinuxServices(Base base)
                             return watchPowerSupplies(event, std::move(changed));
                         },
                     .uptime = uptime}),
+      loginItem(AutostartLoginItem::Places::usual()),
       notifications(base.session, "vorlane-battery-50-symbolic"),
       windows(base.loop, {.plugin = usualUiPluginPath(), .session = base.session}),
       statusBar(base.session, base.loop),

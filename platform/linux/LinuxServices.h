@@ -3,13 +3,13 @@
 
 #include "App/Subscription.h"
 #include "App/services/Services.h"
+#include "platform/linux/AutostartLoginItem.h"
 #include "platform/linux/DesktopApplication.h"
 #include "platform/linux/FileDefaultsStore.h"
 #include "platform/linux/FreedesktopNotificationCenter.h"
 #include "platform/linux/KernelBatteryRegistry.h"
 #include "platform/linux/KernelPowerSources.h"
 #include "platform/linux/LogindWorkspace.h"
-#include "platform/linux/NoLoginItem.h"
 #include "platform/linux/NoSoundPlayer.h"
 #include "platform/linux/SdEventRunLoop.h"
 #include "platform/linux/StatusNotifierBar.h"
@@ -43,9 +43,9 @@ private:
     UPowerEstimates estimates;
     KernelPowerSources powerSources;
     KernelBatteryRegistry batteryRegistry;
+    AutostartLoginItem loginItem;
     FreedesktopNotificationCenter notifications;
     UiLoader windows;
-    NoLoginItem loginItem;
     NoSoundPlayer soundPlayer;
     StatusNotifierBar statusBar;
     Subscription wake;

@@ -3,8 +3,10 @@
 #include <pwd.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cstdlib>
+#include <string_view>
 
 namespace vorlane::platform {
 
@@ -44,6 +46,19 @@ std::optional<std::string> xdgConfigHome()
 std::optional<std::string> xdgDataHome()
 {
     return baseFolder("XDG_DATA_HOME", ".local/share");
+}
+
+std::vector<std::string> xdgConfigDirs()
+{
+    const char* const listed = std::getenv("XDG_CONFIG_DIRS");
+    std::string_view rest = listed && *listed ? listed : "/etc/xdg";
+    std::vector<std::string> folders;
+    while (!rest.empty()) {
+        const auto end = std::min(rest.find(':'), rest.size());
+        if (rest.starts_with('/')) folders.emplace_back(rest.substr(0, end));
+        rest.remove_prefix(std::min(end + 1, rest.size()));
+    }
+    return folders;
 }
 
 }  // namespace vorlane::platform
