@@ -30,10 +30,13 @@ bool diedFirst(sd_bus_message* reply)
 
 }  // namespace
 
-FreedesktopNotificationCenter::FreedesktopNotificationCenter(sd_bus* session, std::string iconName)
-    : session_(session),
-      icon(std::move(iconName)),
-      server(session, {.changed = [this] { serverChanged(); }, .ready = [this] { postWaiting(); }}),
+FreedesktopNotificationCenter::FreedesktopNotificationCenter(Means means)
+    : session_(means.session),
+      icon(std::move(means.icon)),
+      sounds(std::move(means.sounds)),
+      player_(means.player),
+      server(session_,
+             {.changed = [this] { serverChanged(); }, .ready = [this] { postWaiting(); }}),
       actionSignal(owned<SlotPointer>([this](sd_bus_slot** slot) {
           return sd_bus_match_signal_async(session_, slot, service, path, service, "ActionInvoked",
                                            onMessage<FreedesktopNotificationCenter,
@@ -84,11 +87,13 @@ void FreedesktopNotificationCenter::post(const NotificationRequest& request)
 {
     if (const auto old = shown.take(request.identifier)) close(*old);
 
-    const auto message = notificationMessage(request, categories, *server.capabilities());
+    const auto& capabilities = *server.capabilities();
+    const auto message = notificationMessage(request, categories, capabilities, sounds);
     const auto call = notifyCall(session_, server.owner(), message, icon);
     auto& post = posts[request.identifier];
     post.center = this;
     post.identifier = request.identifier;
+    post.sound = capabilities.sound ? std::nullopt : request.sound;
     // No time limit: to be slow is not to be dead, and what is shown late must not be shown twice.
     post.reply = owned<SlotPointer>([&](sd_bus_slot** slot) {
         return call ? sd_bus_call_async(session_, slot, call.get(), onReply, &post, forever) : -1;
@@ -108,24 +113,23 @@ void FreedesktopNotificationCenter::close(std::uint32_t id)
 int FreedesktopNotificationCenter::onReply(sd_bus_message* reply, void* userdata,
                                            sd_bus_error* /*error*/)
 {
-    auto* const post = static_cast<Post*>(userdata);
-    auto* const center = post->center;
-    const auto identifier = post->identifier;
-    center->posts.erase(identifier);
-    center->answered(identifier, reply);
+    auto* const center = static_cast<Post*>(userdata)->center;
+    const auto post = center->posts.extract(static_cast<Post*>(userdata)->identifier);
+    center->answered(post.mapped(), reply);
     return 0;
 }
 
-void FreedesktopNotificationCenter::answered(const std::string& identifier, sd_bus_message* reply)
+void FreedesktopNotificationCenter::answered(const Post& post, sd_bus_message* reply)
 {
     // It goes to the next server, when the bus tells of one.
-    if (diedFirst(reply)) return queue.lost(identifier);
+    if (diedFirst(reply)) return queue.lost(post.identifier);
 
-    queue.answered(identifier);
+    queue.answered(post.identifier);
     std::uint32_t id = 0;
     if (!sd_bus_message_is_method_error(reply, nullptr) &&
         sd_bus_message_read(reply, "u", &id) > 0 && id != 0) {
-        shown.add(identifier, id);
+        shown.add(post.identifier, id);
+        if (post.sound) player_.play(*post.sound);
     }
     postWaiting();
 }

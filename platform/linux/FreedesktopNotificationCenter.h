@@ -4,6 +4,7 @@
 #include <map>
 
 #include "App/services/NotificationCenter.h"
+#include "App/services/SoundPlayer.h"
 #include "platform/linux/NotificationQueue.h"
 #include "platform/linux/NotificationServer.h"
 #include "platform/linux/SdBus.h"
@@ -15,9 +16,14 @@ namespace vorlane::platform {
 // a server that hangs holds up only itself, and gets nothing twice.
 class FreedesktopNotificationCenter : public NotificationCenter {
 public:
-    // `session` is attached to the main loop and outlives this object; `icon` is a name in the
-    // icon theme.
-    FreedesktopNotificationCenter(sd_bus* session, std::string icon);
+    struct Means {
+        sd_bus* session;   // attached to the main loop
+        std::string icon;  // a name in the icon theme
+        SoundFiles sounds;
+        SoundPlayer& player;  // where the server plays no sounds
+    };
+    // The session and the player outlive this object.
+    explicit FreedesktopNotificationCenter(Means means);
 
     bool available() override;
     void setDelegate(std::weak_ptr<NotificationDelegate> receiver) override;
@@ -33,19 +39,22 @@ private:
     struct Post {
         FreedesktopNotificationCenter* center;
         std::string identifier;
+        std::optional<std::string> sound;  // to play once it is shown
         SlotPointer reply;
     };
 
     void postWaiting();
     void post(const NotificationRequest& request);
     void close(std::uint32_t id);
-    void answered(const std::string& identifier, sd_bus_message* reply);
+    void answered(const Post& post, sd_bus_message* reply);
     void serverChanged();
     void actionInvoked(sd_bus_message* signal);
     static int onReply(sd_bus_message* reply, void* post, sd_bus_error* error);
 
     sd_bus* session_;
     std::string icon;
+    SoundFiles sounds;
+    SoundPlayer& player_;
     NotificationServer server;
     NotificationQueue queue;
     ShownNotifications shown;

@@ -34,7 +34,11 @@ LinuxServices::LinuxServices(Base base)
                         },
                     .uptime = uptime}),
       loginItem(AutostartLoginItem::Places::usual()),
-      notifications(base.session, "vorlane-battery-50-symbolic"),
+      soundPlayer(base.loop.event(), ThemeSoundPlayer::usualProgram(), SoundFiles()),
+      notifications({.session = base.session,
+                     .icon = "vorlane-battery-50-symbolic",
+                     .sounds = SoundFiles(),
+                     .player = soundPlayer}),
       windows(base.loop, {.plugin = usualUiPluginPath(), .session = base.session}),
       statusBar(base.session, base.loop),
       wake(workspace.observeDidWake([this] { statusBar.registerAgain(); }))

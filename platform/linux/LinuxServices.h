@@ -10,11 +10,11 @@
 #include "platform/linux/KernelBatteryRegistry.h"
 #include "platform/linux/KernelPowerSources.h"
 #include "platform/linux/LogindWorkspace.h"
-#include "platform/linux/NoSoundPlayer.h"
 #include "platform/linux/SdEventRunLoop.h"
 #include "platform/linux/StatusNotifierBar.h"
 #include "platform/linux/SystemCalendar.h"
 #include "platform/linux/SystemClock.h"
+#include "platform/linux/ThemeSoundPlayer.h"
 #include "platform/linux/UPowerEstimates.h"
 #include "platform/linux/UiLoader.h"
 #include "platform/linux/XdgFileManager.h"
@@ -44,9 +44,9 @@ private:
     KernelPowerSources powerSources;
     KernelBatteryRegistry batteryRegistry;
     AutostartLoginItem loginItem;
+    ThemeSoundPlayer soundPlayer;
     FreedesktopNotificationCenter notifications;
     UiLoader windows;
-    NoSoundPlayer soundPlayer;
     StatusNotifierBar statusBar;
     Subscription wake;
 };

@@ -11,8 +11,6 @@ constexpr const char* path = "/org/freedesktop/Notifications";
 constexpr const char* interfaceName = "org.freedesktop.Notifications";
 
 constexpr const char* desktopEntry = "org.vorlane.Vorlane";
-constexpr const char* usualSound = "message-new-instant";  // of the freedesktop sound theme
-constexpr const char* ownSoundPrefix = "vorlane-";
 
 std::string escaped(const std::string& text)
 {
@@ -31,17 +29,6 @@ std::string escaped(const std::string& text)
     return markup;
 }
 
-std::string themeName(const std::string& sound)
-{
-    if (sound == "default") return usualSound;
-
-    std::string name = ownSoundPrefix;
-    for (const char c : sound) {
-        name += c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-    }
-    return name;
-}
-
 // Each step of the layout is a call; the first that fails ends it.
 bool appendActions(sd_bus_message* call, const std::vector<NotificationAction>& actions)
 {
@@ -53,10 +40,15 @@ bool appendActions(sd_bus_message* call, const std::vector<NotificationAction>& 
     return sd_bus_message_close_container(call) >= 0;
 }
 
+bool appendHint(sd_bus_message* call, const char* name, const std::optional<std::string>& value)
+{
+    return !value || sd_bus_message_append(call, "{sv}", name, "s", value->c_str()) >= 0;
+}
+
 bool appendHints(sd_bus_message* call, const NotificationMessage& message)
 {
     const std::uint8_t urgency = message.urgent ? 2 : 1;
-    const int silent = message.soundName ? 0 : 1;
+    const int silent = message.soundFile || message.soundName ? 0 : 1;
     if (sd_bus_message_open_container(call, SD_BUS_TYPE_ARRAY, "{sv}") < 0 ||
         sd_bus_message_append(call, "{sv}", "urgency", "y", urgency) < 0 ||
         sd_bus_message_append(call, "{sv}", "desktop-entry", "s", desktopEntry) < 0 ||
@@ -64,30 +56,32 @@ bool appendHints(sd_bus_message* call, const NotificationMessage& message)
         sd_bus_message_append(call, "{sv}", "suppress-sound", "b", silent) < 0) {
         return false;
     }
-    if (message.soundName &&
-        sd_bus_message_append(call, "{sv}", "sound-name", "s", message.soundName->c_str()) < 0) {
-        return false;
-    }
-    return sd_bus_message_close_container(call) >= 0;
+    return appendHint(call, "sound-file", message.soundFile) &&
+           appendHint(call, "sound-name", message.soundName) &&
+           sd_bus_message_close_container(call) >= 0;
 }
 
 }  // namespace
 
 NotificationMessage notificationMessage(const NotificationRequest& request,
                                         const std::vector<NotificationCategory>& categories,
-                                        const NotificationCapabilities& capabilities)
+                                        const NotificationCapabilities& capabilities,
+                                        const SoundFiles& sounds)
 {
     NotificationMessage message{
         .title = request.title,
         .body = capabilities.bodyMarkup ? escaped(request.body) : request.body,
         .actions = {},
+        .soundFile = std::nullopt,
         .soundName = std::nullopt,
         .urgent = request.urgent};
 
     const auto category = std::ranges::find(categories, request.categoryIdentifier,
                                             &NotificationCategory::identifier);
     if (capabilities.actions && category != categories.end()) message.actions = category->actions;
-    if (capabilities.sound && request.sound) message.soundName = themeName(*request.sound);
+    if (!capabilities.sound || !request.sound) return message;
+    message.soundFile = sounds.path(*request.sound);
+    if (!message.soundFile) message.soundName = soundThemeName(*request.sound);
     return message;
 }
 

@@ -8,6 +8,7 @@
 
 #include "App/services/NotificationCenter.h"
 #include "platform/linux/SdBus.h"
+#include "platform/linux/SoundFiles.h"
 
 namespace vorlane::platform {
 
@@ -25,13 +26,15 @@ struct NotificationMessage {
     std::string title;
     std::string body;  // markup when the server takes it for that
     std::vector<NotificationAction> actions;
-    std::optional<std::string> soundName;  // absent: the server is to be silent
+    std::optional<std::string> soundFile;  // absolute; with neither, the server is to be silent
+    std::optional<std::string> soundName;  // of the desktop's sound theme
     bool urgent = false;
 };
 
 NotificationMessage notificationMessage(const NotificationRequest& request,
                                         const std::vector<NotificationCategory>& categories,
-                                        const NotificationCapabilities& capabilities);
+                                        const NotificationCapabilities& capabilities,
+                                        const SoundFiles& sounds);
 
 // The call of Notify that posts the message as a new notification; empty when it cannot be made.
 MessagePointer notifyCall(sd_bus* bus, const std::string& destination,

@@ -40,6 +40,10 @@ class Process:
         return self.code is None
 
     @property
+    def output_path(self):
+        return self._out
+
+    @property
     def stdout(self):
         return _text(self._out)
 

@@ -6,6 +6,7 @@
 
 #include "tests/platform/linux/FakeNotificationServer.h"
 #include "tests/platform/linux/PrivateBus.h"
+#include "tests/support/FakeSoundPlayer.h"
 
 namespace vorlane::platform {
 namespace {
@@ -48,12 +49,17 @@ protected:
     PrivateBus bus;
     BusPointer session = bus.connect(loop);
     FakeNotificationServer server{bus, loop};
+    FakeSoundPlayer player;
     std::shared_ptr<Receiver> receiver = std::make_shared<Receiver>();
     std::unique_ptr<FreedesktopNotificationCenter> center;
 
     void open()
     {
-        center = std::make_unique<FreedesktopNotificationCenter>(session.get(), "battery");
+        center = std::make_unique<FreedesktopNotificationCenter>(
+            FreedesktopNotificationCenter::Means{.session = session.get(),
+                                                 .icon = "battery",
+                                                 .sounds = SoundFiles("/nowhere"),
+                                                 .player = player});
         center->setDelegate(receiver);
         center->setCategories({{.identifier = "VL_ALERT",
                                 .actions = {{.identifier = "SNOOZE", .title = "Snooze 1 hour"}}}});
@@ -142,6 +148,50 @@ TEST_F(FreedesktopNotificationCenterTest, AsksAModestServerForNoMoreThanItHas)
                 UnorderedElementsAre(Pair("urgency", "y 2"), Pair("category", "s device"),
                                      Pair("desktop-entry", "s org.vorlane.Vorlane"),
                                      Pair("suppress-sound", "b 1")));
+}
+
+TEST_F(FreedesktopNotificationCenterTest, PlaysTheSoundItselfOnceASilentServerShowsIt)
+{
+    server.capabilities = {"actions"};
+    openWithServer();
+    auto glass = request("low");
+    glass.sound = "Glass";
+    auto silent = request("health");
+    silent.sound = std::nullopt;
+
+    center->add(glass);
+    EXPECT_THAT(player.played, IsEmpty());
+    ASSERT_TRUE(untilReceived(1));
+    center->add(silent);
+    settle();
+
+    EXPECT_THAT(server.received, SizeIs(2));
+    EXPECT_THAT(player.played, ElementsAre("Glass"));
+}
+
+TEST_F(FreedesktopNotificationCenterTest, LeavesTheSoundToAServerThatPlaysSounds)
+{
+    server.capabilities = {"sound"};
+    openWithServer();
+
+    center->add(request("low"));
+    ASSERT_TRUE(untilReceived(1));
+    settle();
+
+    EXPECT_THAT(player.played, IsEmpty());
+}
+
+TEST_F(FreedesktopNotificationCenterTest, PlaysNothingForWhatTheServerRefuses)
+{
+    server.capabilities = {};
+    server.aboutNotifications = Answer::error;
+    openWithServer();
+
+    center->add(request("low"));
+    ASSERT_TRUE(untilReceived(1));
+    settle();
+
+    EXPECT_THAT(player.played, IsEmpty());
 }
 
 TEST_F(FreedesktopNotificationCenterTest, AsksForTheCapabilitiesOncePerServer)

@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 
+#include "tests/platform/linux/TemporaryFolder.h"
+
 namespace vorlane::platform {
 namespace {
 
@@ -13,6 +15,20 @@ const std::vector<NotificationCategory> categories{
     {.identifier = "OTHER", .actions = {{.identifier = "X", .title = "Y"}}},
     {.identifier = "VL_ALERT", .actions = {snooze}}};
 
+class NotificationMessageTest : public testing::Test {
+protected:
+    NotificationMessageTest() { folder.write("vorlane-submarine.wav", "RIFF"); }
+
+    NotificationMessage made(const NotificationRequest& request,
+                             const NotificationCapabilities& capabilities) const
+    {
+        return notificationMessage(request, categories, capabilities,
+                                   SoundFiles(folder.path().string()));
+    }
+
+    TemporaryFolder folder;
+};
+
 NotificationRequest request()
 {
     return {.identifier = "low",
@@ -22,13 +38,7 @@ NotificationRequest request()
             .sound = "default"};
 }
 
-NotificationMessage made(const NotificationRequest& request,
-                         const NotificationCapabilities& capabilities)
-{
-    return notificationMessage(request, categories, capabilities);
-}
-
-TEST(NotificationMessageTest, EscapesTheBodyForServersThatTakeItForMarkup)
+TEST_F(NotificationMessageTest, EscapesTheBodyForServersThatTakeItForMarkup)
 {
     const auto message = made(request(), {.bodyMarkup = true});
 
@@ -36,18 +46,18 @@ TEST(NotificationMessageTest, EscapesTheBodyForServersThatTakeItForMarkup)
     EXPECT_EQ(message.body, "20% &lt;left&gt; &amp; \"falling\"");
 }
 
-TEST(NotificationMessageTest, LeavesTheBodyAsItIsForOtherServers)
+TEST_F(NotificationMessageTest, LeavesTheBodyAsItIsForOtherServers)
 {
     EXPECT_EQ(made(request(), {}).body, request().body);
 }
 
-TEST(NotificationMessageTest, OffersTheActionsOfItsCategoryWhereTheServerHasActions)
+TEST_F(NotificationMessageTest, OffersTheActionsOfItsCategoryWhereTheServerHasActions)
 {
     EXPECT_THAT(made(request(), {.actions = true}).actions, ElementsAre(snooze));
     EXPECT_THAT(made(request(), {.actions = false}).actions, IsEmpty());
 }
 
-TEST(NotificationMessageTest, HasNoActionsWithoutAKnownCategory)
+TEST_F(NotificationMessageTest, HasNoActionsWithoutAKnownCategory)
 {
     auto stranger = request();
     stranger.categoryIdentifier = "UNKNOWN";
@@ -55,25 +65,39 @@ TEST(NotificationMessageTest, HasNoActionsWithoutAKnownCategory)
     EXPECT_THAT(made(stranger, {.actions = true}).actions, IsEmpty());
 }
 
-TEST(NotificationMessageTest, NamesTheSoundForServersThatPlaySounds)
+TEST_F(NotificationMessageTest, GivesServersThatPlaySoundsTheFileOfOurs)
 {
     auto named = request();
     named.sound = "Submarine";
 
-    EXPECT_EQ(made(request(), {.sound = true}).soundName, "message-new-instant");
-    EXPECT_EQ(made(named, {.sound = true}).soundName, "vorlane-submarine");
+    const auto message = made(named, {.sound = true});
+
+    EXPECT_EQ(message.soundFile, folder.path() / "vorlane-submarine.wav");
+    EXPECT_EQ(message.soundName, std::nullopt);
 }
 
-TEST(NotificationMessageTest, IsSilentForTheServerOtherwise)
+TEST_F(NotificationMessageTest, NamesTheDesktopsSoundsForServersThatPlaySounds)
+{
+    auto handWritten = request();
+    handWritten.sound = "complete";
+
+    EXPECT_EQ(made(request(), {.sound = true}).soundName, "message-new-instant");
+    EXPECT_EQ(made(handWritten, {.sound = true}).soundName, "complete");
+    EXPECT_EQ(made(handWritten, {.sound = true}).soundFile, std::nullopt);
+}
+
+TEST_F(NotificationMessageTest, IsSilentForTheServerOtherwise)
 {
     auto silent = request();
     silent.sound = std::nullopt;
 
-    EXPECT_EQ(made(silent, {.sound = true}).soundName, std::nullopt);
-    EXPECT_EQ(made(request(), {.sound = false}).soundName, std::nullopt);
+    for (const auto& message : {made(silent, {.sound = true}), made(request(), {.sound = false})}) {
+        EXPECT_EQ(message.soundName, std::nullopt);
+        EXPECT_EQ(message.soundFile, std::nullopt);
+    }
 }
 
-TEST(NotificationMessageTest, CannotBeMadeOfTextThatABusCannotCarry)
+TEST_F(NotificationMessageTest, CannotBeMadeOfTextThatABusCannotCarry)
 {
     const auto bus = owned<BusPointer>(sd_bus_new);
     auto broken = request();

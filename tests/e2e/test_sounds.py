@@ -1,0 +1,49 @@
+"""What can be heard of a reminder on a desktop whose notification daemon plays no sounds."""
+import pathlib
+
+import pytest
+
+from laptop.speaker import Speaker
+
+
+@pytest.fixture
+def speaker(laptop, program):
+    return Speaker(laptop.machine, pathlib.Path(program).parents[1] / 'share/sounds/vorlane/stereo').start()
+
+
+def test_a_reminder_is_heard_with_the_sound_chosen_for_it(laptop, speaker, vorlane, dunst, notifications):
+    vorlane.write_settings('limitSound = "Hero"\n')
+    laptop.plug_in(79)
+    vorlane.start()
+
+    laptop.charge_to(80)
+
+    assert speaker.wait_for_sound() == 'hero'
+    assert notifications.wait_for(1).hints['suppress-sound'] == 1
+
+
+def test_none_is_silent(laptop, speaker, vorlane, dunst, notifications, item):
+    vorlane.write_settings('limitSound = "none"\nlowSound = "Frog"\n')
+    laptop.plug_in(79)
+    vorlane.start()
+    laptop.charge_to(80)
+    notifications.wait_for(1)
+
+    laptop.unplug()
+    item.wait_for_icon('battery.75')
+    laptop.charge_to(20)
+    notifications.wait_for(2)
+
+    assert speaker.wait_for_sound() == 'frog'
+
+
+def test_a_reminder_comes_without_a_sound_server_too(laptop, vorlane, dunst, notifications):
+    laptop.machine.environment['PULSE_SERVER'] = 'unix:' + laptop.machine.folder('nothing')
+    vorlane.write_settings('limitSound = "Hero"\n')
+    laptop.plug_in(79)
+    vorlane.start()
+
+    laptop.charge_to(80)
+
+    notifications.wait_for(1)
+    vorlane.quit()  # which sees to it that nothing was printed
