@@ -63,6 +63,9 @@ public:
 struct UiHost {
     std::string_view build;  // must be the plugin's own
     DrivenLoop& loop;
+
+    // The display has gone, and the process ends at once without running its exit handlers.
+    void (*displayLost)();
 };
 
 // What the plugin exports by the name "vorlaneUi". Null when the plugin is of another build, or

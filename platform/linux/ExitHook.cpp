@@ -14,16 +14,11 @@ std::function<void()>& pending()
     return *work;
 }
 
-void runPending()
-{
-    if (const auto work = std::exchange(pending(), nullptr)) work();
-}
-
 }  // namespace
 
 ExitHook::ExitHook(std::function<void()> work)
 {
-    static const bool registered = std::atexit(runPending) == 0;
+    static const bool registered = std::atexit(runNow) == 0;
     (void)registered;
     pending() = std::move(work);
 }
@@ -31,6 +26,11 @@ ExitHook::ExitHook(std::function<void()> work)
 ExitHook::~ExitHook()
 {
     pending() = nullptr;
+}
+
+void ExitHook::runNow()
+{
+    if (const auto work = std::exchange(pending(), nullptr)) work();
 }
 
 }  // namespace vorlane::platform

@@ -13,6 +13,9 @@ public:
     ExitHook(const ExitHook&) = delete;
     ExitHook& operator=(const ExitHook&) = delete;
     ~ExitHook();
+
+    // For who knows of an end that calls no exit handlers. Does the work unless it is done.
+    static void runNow();
 };
 
 }  // namespace vorlane::platform

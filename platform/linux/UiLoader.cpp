@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "platform/UiBuild.h"
+#include "platform/linux/ExitHook.h"
 #include "platform/linux/UiPluginFile.h"
 
 namespace vorlane::platform {
@@ -110,7 +111,7 @@ UiPlugin* UiLoader::plugin()
     if (!entry) entry = openUiPlugin(origin_.plugin);
     if (!entry) return nullptr;
 
-    loaded = entry({.build = uiBuild, .loop = driven});
+    loaded = entry({.build = uiBuild, .loop = driven, .displayLost = ExitHook::runNow});
     if (!loaded) return nullptr;
     loop_.handOver(
         {.drive = [ui = loaded] { ui->exec(); }, .leave = [ui = loaded] { ui->leave(); }});

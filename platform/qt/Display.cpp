@@ -9,6 +9,9 @@
 #include <QDir>
 #include <QPluginLoader>
 #include <QStringList>
+#include <QThread>
+#include <QtGlobal>
+#include <cstdlib>
 #include <cstring>
 
 namespace vorlane::platform {
@@ -66,6 +69,27 @@ bool isReachable(const QByteArray& choice)
     return hasPlugin("libq" + QString::fromLocal8Bit(name) + ".so");
 }
 
+QtMessageHandler usualHandler = nullptr;
+void (*displayLost)() = nullptr;
+
+// The one thing that Qt does between the loss and the end.
+void handleMessage(QtMsgType type, const QMessageLogContext& context, const QString& message)
+{
+    usualHandler(type, context, message);
+    if (!message.startsWith("The Wayland connection")) return;
+    if (QThread::currentThread() == qApp->thread()) return displayLost();
+
+    // Qt's reading thread, which would end the process in the midst of what the main thread does.
+    QMetaObject::invokeMethod(
+        qApp,
+        [] {
+            displayLost();
+            _exit(EXIT_FAILURE);
+        },
+        Qt::QueuedConnection);
+    while (true) (void)pause();
+}
+
 }  // namespace
 
 std::optional<QByteArray> reachablePlatform()
@@ -76,6 +100,12 @@ std::optional<QByteArray> reachablePlatform()
         if (isReachable(candidate)) return candidate;
     }
     return std::nullopt;
+}
+
+void tellOfLostDisplay(void (*lost)())
+{
+    displayLost = lost;
+    usualHandler = qInstallMessageHandler(handleMessage);
 }
 
 }  // namespace vorlane::platform

@@ -11,4 +11,8 @@ namespace vorlane::platform {
 // Absent when no display answers that Qt has a working plugin for.
 std::optional<QByteArray> reachablePlatform();
 
+// Calls `lost` when the Wayland compositor has gone, just before Qt ends the process by _exit().
+// (When it is the X server, Qt calls exit().)
+void tellOfLostDisplay(void (*lost)());
+
 }  // namespace vorlane::platform

@@ -17,6 +17,8 @@ namespace {
 
 using namespace std::chrono_literals;
 
+constexpr const char* title = "Vorlane";
+
 bool canGrabPointer()
 {
     return !QGuiApplication::platformName().startsWith("wayland");
@@ -30,11 +32,15 @@ Qt::WindowFlags flags()
 }  // namespace
 
 PopoverWindow::PopoverWindow(QWidget* content, std::function<void()> closedByUser)
-    : QWidget(nullptr, flags()), closedByUser_(std::move(closedByUser))
+    : QWidget(nullptr, flags()), closedByUser_(std::move(closedByUser)), sway(title)
 {
-    setWindowTitle("Vorlane");
+    setWindowTitle(title);
     closing.setSingleShot(true);
     closing.setInterval(150ms);
+    // Where the focus follows the pointer, it goes astray on the way from the bar to here.
+    leaving.setSingleShot(true);
+    leaving.setInterval(400ms);
+    connect(&leaving, &QTimer::timeout, this, &QWidget::close);
 
     auto* const box = new QVBoxLayout(this);
     box->setContentsMargins(1, 1, 1, 1);  // the border
@@ -46,7 +52,9 @@ void PopoverWindow::openAt(QPoint pointer)
 {
     pointer_ = pointer;
     place();
+    sway.prepare();
     show();
+    sway.placeAtPointer();
     raise();
     activateWindow();
 }
@@ -60,12 +68,17 @@ void PopoverWindow::changeEvent(QEvent* event)
 {
     QWidget::changeEvent(event);
     if (event->type() != QEvent::ActivationChange || canGrabPointer()) return;
-    if (isVisible() && !isActiveWindow()) close();
+    if (isActiveWindow()) {
+        leaving.stop();
+    } else if (isVisible()) {
+        leaving.start();
+    }
 }
 
 void PopoverWindow::closeEvent(QCloseEvent* event)
 {
     QWidget::closeEvent(event);
+    leaving.stop();
     closing.start();
     closedByUser_();
 }
@@ -88,7 +101,9 @@ void PopoverWindow::paintEvent(QPaintEvent* /*event*/)
 void PopoverWindow::resizeEvent(QResizeEvent* event)
 {
     QWidget::resizeEvent(event);
-    if (isVisible()) place();
+    if (!isVisible()) return;
+    place();
+    sway.placeAgain();
 }
 
 void PopoverWindow::place()

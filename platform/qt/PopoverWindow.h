@@ -6,6 +6,8 @@
 #include <QWidget>
 #include <functional>
 
+#include "platform/qt/SwayPlacer.h"
+
 namespace vorlane::platform {
 
 // Where the platform lets a window grab the pointer (X) it is a popup, which an outside press
@@ -39,6 +41,8 @@ private:
 
     std::function<void()> closedByUser_;
     QTimer closing;
+    QTimer leaving;  // runs while another window is active
+    SwayPlacer sway;
     QPoint pointer_;
 };
 

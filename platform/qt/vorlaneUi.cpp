@@ -18,6 +18,7 @@ extern "C" Q_DECL_EXPORT vorlane::platform::UiPlugin* vorlaneUi(
     if (!qEnvironmentVariableIsSet("QT_XCB_GL_INTEGRATION")) {
         qputenv("QT_XCB_GL_INTEGRATION", "none");
     }
+    tellOfLostDisplay(host.displayLost);
     static auto* const ui = new QtUi(host, *platformName);
     return ui;
 }

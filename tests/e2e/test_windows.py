@@ -134,6 +134,43 @@ def test_reminders_go_on_while_a_window_is_open(laptop, dunst, desk, notificatio
     assert desk.popover()
 
 
+@pytest.fixture
+def sway_desk(wayland, waybar, vorlane, item):
+    """sway with a bar along its top, the program in it, and the pointer on the bar."""
+    waybar.start()
+    vorlane.start()
+    item.wait_until_registered()
+    wayland.move_pointer(1000, PANEL_HEIGHT // 2)
+    return wayland
+
+
+def test_sway_shows_the_popover_under_its_bar_at_the_pointer(sway_desk, item):
+    item.activate()
+
+    def box_in_place():
+        box = sway_desk.window_titled('Vorlane')
+        return box and box[1] == PANEL_HEIGHT + 6 and box
+    left, _, right, bottom = wait_until(box_in_place, 'the popover under the bar', look_every=0.05)
+    assert abs((left + right) // 2 - 1000) <= 2
+    assert bottom < HEIGHT
+
+    item.activate()
+    wait_until(lambda: not sway_desk.window_titled('Vorlane'), 'the popover to close', look_every=0.05)
+
+
+def test_a_compositor_that_dies_under_the_windows_costs_no_history(laptop, sway_desk, vorlane, item):
+    item.activate()
+    wait_until(lambda: sway_desk.window_titled('Vorlane'), 'the popover', look_every=0.05)
+    laptop.charge_to(59)
+    item.wait_for_label('59%')
+    process, vorlane.process = vorlane.process, None
+
+    sway_desk.kill()
+
+    assert process.wait_for_end() == 1
+    assert vorlane.history()[-1]['p'] == 59
+
+
 def expect_reminders_without_windows(laptop, item, notifications):
     for _ in range(3):
         item.activate()

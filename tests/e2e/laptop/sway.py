@@ -1,4 +1,5 @@
 """A Wayland desktop that nobody sees: sway without any screen or input device."""
+import json
 import os
 import subprocess
 
@@ -31,6 +32,28 @@ class Sway:
         shot = subprocess.run(['/usr/bin/grim', '-t', 'ppm', '-'], env=self._machine.environment,
                               stdout=subprocess.PIPE, check=True, timeout=60).stdout
         return Screenshot.from_ppm(shot)
+
+    def move_pointer(self, x, y):
+        self._message('seat', '-', 'cursor', 'set', str(x), str(y))
+
+    def window_titled(self, title):
+        """The box (left, top, right, bottom) of the window that is to be seen, or None."""
+        nodes = [json.loads(self._message('-t', 'get_tree'))]
+        while nodes:
+            node = nodes.pop()
+            nodes += node['nodes'] + node['floating_nodes']
+            if node['name'] == title and node.get('pid'):
+                rect = node['rect']
+                return rect['x'], rect['y'], rect['x'] + rect['width'], rect['y'] + rect['height']
+        return None
+
+    def kill(self):
+        """As when the compositor crashes."""
+        self._process.kill()
+
+    def _message(self, *arguments):
+        return subprocess.run(['/usr/bin/swaymsg', *arguments], env=self._machine.environment,
+                              stdout=subprocess.PIPE, check=True, timeout=60).stdout
 
     def _as_user(self):
         """sway refuses to run for root; its socket serves root all the same."""

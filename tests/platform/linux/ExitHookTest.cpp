@@ -32,5 +32,16 @@ TEST(ExitHookDeathTest, DoesNothingOnceItIsCalledOff)
         testing::ExitedWithCode(1), "^$");
 }
 
+TEST(ExitHookTest, DoesItsWorkOnceWhenAskedTo)
+{
+    int times = 0;
+    const ExitHook hook([&] { ++times; });
+
+    ExitHook::runNow();
+    ExitHook::runNow();
+
+    EXPECT_EQ(times, 1);
+}
+
 }  // namespace
 }  // namespace vorlane::platform
