@@ -14,9 +14,10 @@ ControlMetrics::ControlMetrics(const QFont& body)
 
 QColor fieldFill(const Theme& theme, FieldState state)
 {
-    auto fill = theme.text;
-    fill.setAlphaF(state.pressed ? 0.19F : state.hovered ? 0.12F : 0.08F);
-    if (!state.enabled) fill.setAlphaF(0.04F);
+    auto fill = theme.control;
+    if (!state.enabled) fill.setAlphaF(0.5F);
+    if (state.enabled && state.hovered) fill = theme.controlHover;
+    if (state.enabled && state.pressed) fill = theme.controlPressed;
     return fill;
 }
 

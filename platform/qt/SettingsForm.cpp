@@ -56,6 +56,8 @@ SettingsForm::SettingsForm(SettingsIntents intents)
     scrollArea->setWidget(page);
     page->setAutoFillBackground(true);
 
+    connect(scrollArea->verticalScrollBar(), &QScrollBar::rangeChanged, this,
+            &SettingsForm::setMargins);
     connect(qApp, &QApplication::focusChanged, this,
             [this](QWidget* /*before*/, QWidget* now) { reveal(now); });
     setTheme(Theme::of(palette(), font(), std::nullopt));
@@ -80,12 +82,19 @@ void SettingsForm::setTheme(const Theme& theme)
     colors.setColor(QPalette::Window, theme.window);
     page->setPalette(colors);
 
-    const int line = ControlMetrics(theme.body).line;
-    const int side = std::min(qRound(1.25 * line), 24);  // large letters need the width more
-    stack->setContentsMargins(side, side / 2, side - barWidth, side);
     scrollArea->verticalScrollBar()->setStyleSheet(barStyle(theme));
-    stack->setSpacing(line);
+    stack->setSpacing(ControlMetrics(theme.body).line);
+    setMargins();
     for (auto* const section : sections) section->setTheme(theme);
+}
+
+// The same at both sides, with the bar and without.
+void SettingsForm::setMargins()
+{
+    // Large letters need the width more.
+    const int side = std::min(qRound(1.25 * ControlMetrics(theme_.body).line), 24);
+    const bool hasBar = scrollArea->verticalScrollBar()->maximum() > 0;
+    stack->setContentsMargins(side, side / 2, side - (hasBar ? barWidth : 0), side);
 }
 
 bool SettingsForm::fits(const SettingsContent& content) const

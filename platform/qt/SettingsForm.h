@@ -25,6 +25,7 @@ private:
     bool fits(const SettingsContent& content) const;
     void build(const SettingsContent& content);
     void reveal(QWidget* focused);
+    void setMargins();
 
     SettingsIntents intents_;
     Theme theme_;

@@ -1,16 +1,19 @@
-// Draws the popover in every situation: gallery FOLDER [FONT]. The pictures are for people.
+// Draws the windows in every situation: gallery FOLDER [FONT]. The pictures are for people.
 #include <QApplication>
 #include <QDir>
 #include <QImage>
 #include <QMouseEvent>
 #include <QPainter>
+#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <functional>
 
 #include "platform/qt/ChartWidget.h"
 #include "platform/qt/PopoverPanel.h"
+#include "platform/qt/SettingsForm.h"
 #include "tests/platform/qt/SampleContent.h"
+#include "tests/platform/qt/SettingsSample.h"
 
 namespace {
 
@@ -53,17 +56,17 @@ void focusChart(PopoverPanel& panel)
 
 std::vector<Scene> scenes()
 {
-    return {{"charging", charging()},
-            {"on-battery", onBattery()},
-            {"snoozed", snoozed()},
-            {"worn", wornBattery()},
-            {"seven-days", sevenDays()},
-            {"collecting", collecting()},
-            {"no-battery", noBattery()},
-            {"hover", onBattery(), hover},
-            {"hover-seven-days", sevenDays(), hover},
-            {"keyboard-picker", onBattery(), focusPicker},
-            {"keyboard-chart", charging(), focusChart}};
+    return {{"popover-charging", charging()},
+            {"popover-on-battery", onBattery()},
+            {"popover-snoozed", snoozed()},
+            {"popover-worn", wornBattery()},
+            {"popover-seven-days", sevenDays()},
+            {"popover-collecting", collecting()},
+            {"popover-no-battery", noBattery()},
+            {"popover-hover", onBattery(), hover},
+            {"popover-hover-seven-days", sevenDays(), hover},
+            {"popover-keyboard-picker", onBattery(), focusPicker},
+            {"popover-keyboard-chart", charging(), focusChart}};
 }
 
 QPalette palette(bool dark)
@@ -86,6 +89,16 @@ QImage picture(QWidget& widget, const QColor& behind, double scale)
     return image;
 }
 
+bool savePictures(QWidget& widget, const char* scene, const Theme& theme, const QDir& folder)
+{
+    const auto shade = QLatin1String(theme.dark ? "dark" : "light");
+    return std::ranges::all_of(std::array{1.0, 1.5, 2.0}, [&](double scale) {
+        const auto name =
+            QStringLiteral("%1-%2-%3.png").arg(QLatin1String(scene), shade).arg(scale);
+        return picture(widget, theme.window, scale).save(folder.filePath(name));
+    });
+}
+
 bool draw(const Scene& scene, const Theme& theme, const QDir& folder)
 {
     PopoverPanel panel({.openSettings = [] {},
@@ -98,14 +111,55 @@ bool draw(const Scene& scene, const Theme& theme, const QDir& folder)
     panel.activateWindow();
     QApplication::processEvents();
     scene.act(panel);
-    for (const double scale : {1.0, 1.5, 2.0}) {
-        const auto name =
-            QStringLiteral("popover-%1-%2-%3.png")
-                .arg(QLatin1String(scene.name), QLatin1String(theme.dark ? "dark" : "light"))
-                .arg(scale);
-        if (!picture(panel, theme.window, scale).save(folder.filePath(name))) return false;
+    return savePictures(panel, scene.name, theme, folder);
+}
+
+// As wide as its window, and as high as all that it scrolls.
+struct FormScene {
+    const char* name;
+    SettingsContent content;
+    int focused = -1;  // the child of the Tab key
+};
+
+bool draw(const FormScene& scene, const Theme& theme, const QDir& folder)
+{
+    SettingsForm form({.setToggle = [](const std::string&, bool) {},
+                       .setNumber = [](const std::string&, std::int64_t) {},
+                       .setTime = [](const std::string&, TimeOfDay) {},
+                       .chooseSound = [](const std::string&, const std::string&) {},
+                       .setLaunchAtLogin = [](bool) {},
+                       .resetHistory = [] {}});
+    form.setTheme(theme);
+    form.setContent(scene.content);
+    form.resize(480, 640);
+    form.show();
+    form.activateWindow();
+    QApplication::processEvents();
+    const auto* page = form.findChild<QScrollArea*>()->widget();
+    form.resize(480, page->sizeHint().height());
+    QApplication::processEvents();
+    auto* focused = static_cast<QWidget*>(&form);
+    for (int count = scene.focused; count >= 0; focused = focused->nextInFocusChain()) {
+        if (focused->focusPolicy() != Qt::StrongFocus || focused->focusProxy()) continue;
+        if (count-- == 0) focused->setFocus(Qt::TabFocusReason);
     }
-    return true;
+    return savePictures(form, scene.name, theme, folder);
+}
+
+std::vector<FormScene> formScenes()
+{
+    return {{.name = "settings", .content = sampleSettings(), .focused = -1},
+            {.name = "settings-troubled", .content = sampleTroubledSettings(), .focused = -1},
+            {.name = "settings-keyboard-switch", .content = sampleSettings(), .focused = 0},
+            {.name = "settings-keyboard-stepper", .content = sampleSettings(), .focused = 1},
+            {.name = "settings-keyboard-sound", .content = sampleSettings(), .focused = 3}};
+}
+
+template <typename Scenes>
+bool drawAll(const Scenes& scenes, const Theme& theme, const QDir& folder)
+{
+    return std::ranges::all_of(scenes,
+                               [&](const auto& scene) { return draw(scene, theme, folder); });
 }
 
 }  // namespace
@@ -123,11 +177,9 @@ int main(int argc, char** argv)
     const QDir folder(arguments[1]);
     for (const bool dark : {false, true}) {
         const auto theme = Theme::of(palette(dark), font, std::nullopt);
-        for (const auto& scene : scenes()) {
-            if (draw(scene, theme, folder)) continue;
-            std::fprintf(stderr, "gallery: cannot write into %s\n", qPrintable(folder.path()));
-            return 1;
-        }
+        if (drawAll(scenes(), theme, folder) && drawAll(formScenes(), theme, folder)) continue;
+        std::fprintf(stderr, "gallery: cannot write into %s\n", qPrintable(folder.path()));
+        return 1;
     }
     return 0;
 }
