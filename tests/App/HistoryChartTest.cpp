@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <numeric>
+
 #include "tests/App/AppModelFixture.h"
 
 namespace vorlane {
@@ -10,7 +12,6 @@ namespace {
 
 using testing::Each;
 using testing::ElementsAre;
-using testing::Field;
 using testing::IsEmpty;
 using testing::SizeIs;
 using namespace std::chrono_literals;
@@ -167,8 +168,8 @@ TEST_F(HistoryChartTest, BreaksTheLineOnlyAboveTheLongestGap)
 
 TEST_F(HistoryChartTest, AllowsThinnedSamplesALongerGap)
 {
-    std::vector<double> seconds;
-    for (int i = 0; i < 599; ++i) seconds.push_back(i);
+    std::vector<double> seconds(599);
+    std::iota(seconds.begin(), seconds.end(), 0.0);
     seconds.push_back(598 + 1020);
     record(seconds);
     EXPECT_EQ(segments().back(), 0);
@@ -180,8 +181,8 @@ TEST_F(HistoryChartTest, AllowsThinnedSamplesALongerGap)
 TEST_F(HistoryChartTest, MeasuresTheGapBetweenTheSamplesThatItTakes)
 {
     // Every second one is plotted: 598 and 600, with 599 at 1000 s between them.
-    std::vector<double> seconds;
-    for (int i = 0; i < 599; ++i) seconds.push_back(i);
+    std::vector<double> seconds(599);
+    std::iota(seconds.begin(), seconds.end(), 0.0);
     seconds.push_back(598 + 1000);
     seconds.push_back(598 + 1021);
     record(seconds);
