@@ -4,6 +4,8 @@
 #include <cstddef>
 #include <utility>
 
+#include "platform/linux/ActivationToken.h"
+
 namespace vorlane::platform {
 
 namespace {
@@ -83,6 +85,7 @@ void DesktopApplication::onReopen(std::function<void()> callback)
 int DesktopApplication::reopened(sd_bus_message* message, void* self, sd_bus_error* /*error*/)
 {
     auto* const application = static_cast<DesktopApplication*>(self);
+    keepActivationTokenOf(message);
     application->loop_.async(application->reopen);
     return sd_bus_reply_method_return(message, "");
 }

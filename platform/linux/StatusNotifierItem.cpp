@@ -1,7 +1,9 @@
 #include "platform/linux/StatusNotifierItem.h"
 
+#include <cerrno>
 #include <utility>
 
+#include "platform/linux/ActivationToken.h"
 #include "platform/linux/SymbolPixmaps.h"
 
 namespace vorlane::platform {
@@ -29,9 +31,17 @@ std::string labelGuide(const std::string& label)
     return time ? "00:00" : "";
 }
 
-// Scrolling, the other buttons and the leave to raise a window: none of them means anything here.
+// Scrolling, the other buttons: neither means anything here.
 int ignore(sd_bus_message* call, void* /*self*/, sd_bus_error* /*error*/)
 {
+    return sd_bus_reply_method_return(call, "");
+}
+
+int keepToken(sd_bus_message* call, void* /*self*/, sd_bus_error* /*error*/)
+{
+    const char* token = nullptr;
+    if (sd_bus_message_read(call, "s", &token) < 0) return -EINVAL;
+    keepActivationToken(token);
     return sd_bus_reply_method_return(call, "");
 }
 
@@ -72,7 +82,7 @@ const sd_bus_vtable StatusNotifierItem::vtable[] = {
     SD_BUS_METHOD("ContextMenu", "ii", "", ignore, SD_BUS_VTABLE_UNPRIVILEGED),
     SD_BUS_METHOD("Scroll", "is", "", ignore, SD_BUS_VTABLE_UNPRIVILEGED),
     SD_BUS_METHOD("XAyatanaSecondaryActivate", "u", "", ignore, SD_BUS_VTABLE_UNPRIVILEGED),
-    SD_BUS_METHOD("ProvideXdgActivationToken", "s", "", ignore, SD_BUS_VTABLE_UNPRIVILEGED),
+    SD_BUS_METHOD("ProvideXdgActivationToken", "s", "", keepToken, SD_BUS_VTABLE_UNPRIVILEGED),
     SD_BUS_SIGNAL("NewTitle", "", 0),
     SD_BUS_SIGNAL("NewIcon", "", 0),
     SD_BUS_SIGNAL("NewToolTip", "", 0),

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "platform/qt/AlertDialog.h"
+#include "platform/qt/ApplicationIcon.h"
 #include "platform/qt/LoopBridge.h"
 #include "platform/qt/QtPopover.h"
 #include "platform/qt/QtSettingsWindow.h"
@@ -17,6 +18,7 @@ QtUi::QtUi(const UiHost& host, QByteArray platformName)
     QApplication::setQuitOnLastWindowClosed(false);
     QApplication::setApplicationName("Vorlane");
     QGuiApplication::setDesktopFileName("org.vorlane.Vorlane");
+    QApplication::setWindowIcon(applicationIcon());
 }
 
 std::unique_ptr<Popover> QtUi::makePopover(PopoverIntents intents)

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <csignal>
+#include <cstdlib>
 #include <memory>
 
 #include "tests/platform/linux/PrivateBus.h"
@@ -61,6 +62,38 @@ TEST_F(DesktopApplicationTest, IsReopenedByItsActionsToo)
 
     EXPECT_FALSE(sd_bus_message_is_method_error(reply.get(), nullptr));
     EXPECT_TRUE(runUntil(loop, [&] { return reopened == 1; }));
+}
+
+TEST_F(DesktopApplicationTest, KeepsTheLeaveToRaiseAWindowFromEachOfItsMethods)
+{
+    ASSERT_EQ(application.claim(), DesktopApplication::Claim::first);
+    const auto activate = call("Activate");
+    ASSERT_GE(sd_bus_message_append(activate.get(), "a{sv}", 2, "desktop-startup-id", "s", "old",
+                                    "activation-token", "s", "first token"),
+              0);
+    const auto open = call("Open");
+    ASSERT_GE(sd_bus_message_append(open.get(), "asa{sv}", 1, "file:///", 1, "activation-token",
+                                    "s", "second token"),
+              0);
+
+    (void)answer(loop, activate.get());
+    EXPECT_STREQ(std::getenv("XDG_ACTIVATION_TOKEN"), "first token");
+    (void)answer(loop, open.get());
+    EXPECT_STREQ(std::getenv("XDG_ACTIVATION_TOKEN"), "second token");
+
+    (void)unsetenv("XDG_ACTIVATION_TOKEN");
+}
+
+TEST_F(DesktopApplicationTest, KeepsNoLeaveThatIsNoText)
+{
+    ASSERT_EQ(application.claim(), DesktopApplication::Claim::first);
+    const auto activate = call("Activate");
+    ASSERT_GE(sd_bus_message_append(activate.get(), "a{sv}", 1, "activation-token", "u", 7), 0);
+
+    const auto reply = answer(loop, activate.get());
+
+    EXPECT_FALSE(sd_bus_message_is_method_error(reply.get(), nullptr));
+    EXPECT_EQ(std::getenv("XDG_ACTIVATION_TOKEN"), nullptr);
 }
 
 TEST_F(DesktopApplicationTest, RefusesACallOfTheWrongShape)

@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include <cstdlib>
 #include <map>
 #include <memory>
 #include <string>
@@ -287,11 +288,18 @@ TEST_F(StatusNotifierItemTest, TakesEveryOtherGestureAndDoesNothing)
     EXPECT_EQ(tray.call("ContextMenu", "ii", 0, 0), "()");
     EXPECT_EQ(tray.call("Scroll", "is", -120, "vertical"), "()");
     EXPECT_EQ(tray.call("XAyatanaSecondaryActivate", "u", 0U), "()");
-    EXPECT_EQ(tray.call("ProvideXdgActivationToken", "s", "token"), "()");
     runLoop.settle();
 
     EXPECT_EQ(clicks, 0);
     EXPECT_THAT(tray.newSignals(), IsEmpty());
+}
+
+TEST_F(StatusNotifierItemTest, KeepsTheLeaveToRaiseAWindow)
+{
+    EXPECT_EQ(tray.call("ProvideXdgActivationToken", "s", "token"), "()");
+
+    EXPECT_STREQ(std::getenv("XDG_ACTIVATION_TOKEN"), "token");
+    (void)unsetenv("XDG_ACTIVATION_TOKEN");
 }
 
 TEST_F(StatusNotifierItemTest, RefusesCallsOfAnotherShape)
