@@ -125,6 +125,8 @@ void SoundBox::keyPressEvent(QKeyEvent* event)
 {
     ring.keyPressed();
     update();
+    // The window's, not a letter to look an entry up by.
+    if (event->matches(QKeySequence::Close)) return event->ignore();
     QComboBox::keyPressEvent(event);
 }
 
