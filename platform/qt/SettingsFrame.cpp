@@ -32,6 +32,8 @@ void SettingsFrame::bringToFront()
         move(place.topLeft());
         centred = true;
     }
+    // Window managers minimize a window without that button all the same.
+    setWindowState(windowState() & ~Qt::WindowMinimized);
     show();
     raise();
     activateWindow();
