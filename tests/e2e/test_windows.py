@@ -68,7 +68,7 @@ def test_a_click_on_the_item_opens_the_popover_under_the_panel(desk):
 def test_escape_closes_the_popover(desk):
     desk.open_popover()
 
-    desk.screen.press_key('Escape')
+    desk.screen.press_keys('Escape')
 
     desk.wait_until_closed()
 

@@ -25,7 +25,7 @@ class Desktop:
             self.dunst = Dunst(self.laptop.machine, self.laptop.session_bus).start()
         self.vorlane.start(**options)
         self._activate_until(lambda: self.accessibility.connected and self.popover_box())
-        self.screen.press_key('Escape')
+        self.screen.press_keys('Escape')
         wait_until(lambda: not self.popover_box(), 'the popover to close', look_every=0.02)
         return self
 
@@ -42,7 +42,7 @@ class Desktop:
 
     def close_popover(self):
         if self.popover():
-            self.screen.press_key('Escape')
+            self.screen.press_keys('Escape')
         self.wait_until_popover_closed()
 
     def wait_until_popover_closed(self):
@@ -61,7 +61,7 @@ class Desktop:
 
     def close_settings(self):
         if self.settings():
-            self.screen.press_key('ctrl+w')
+            self.screen.press_keys('ctrl+w')
         self.accessibility.wait_until_gone(SETTINGS)
 
     def tidy(self):

@@ -2,9 +2,9 @@
 import json
 import os
 import pathlib
-import re
 import shutil
 import signal
+import tomllib
 
 import dbus
 
@@ -55,8 +55,7 @@ class Vorlane:
 
     def snooze_deadline(self):
         """In seconds since 1970, as it is stored; None when there is none."""
-        found = re.search(r'^snoozeUntil *= *(\S+)', self.settings(), re.MULTILINE)
-        return float(found.group(1)) if found and float(found.group(1)) > 0 else None
+        return self.setting('snoozeUntil') or None
 
     def write_settings(self, text):
         self._machine.write(text, 'config', 'vorlane', 'settings.toml')
@@ -73,6 +72,14 @@ class Vorlane:
             shutil.copy(source / name, prefix / name)
         self._program = str(prefix / 'bin/vorlane')
         return prefix / PLUGIN
+
+    def setting(self, key):
+        """What is stored; None when nothing is."""
+        return tomllib.loads(self.settings()).get(key)
+
+    def wait_for_setting(self, key, value):
+        wait_until(lambda: self.setting(key) == value, lambda: f'{key} = {value!r} in {self.settings()!r}',
+                   look_every=0.02)
 
     def spawn(self, clock=None, environment=None):
         """Starts the program and does not wait."""

@@ -34,14 +34,9 @@ class XScreen:
         # A pause between moving and pressing, so that the window under the pointer knows of it.
         self._run('xdotool', 'mousemove', str(x), str(y), 'sleep', '0.1', 'click', str(button))
 
-    def press_key(self, key):
-        self._run('xdotool', 'key', key)
-
     def press_keys(self, *keys):
+        """One after another, by their X names."""
         self._run('xdotool', 'key', *keys)
-
-    def type(self, text):
-        self._run('xdotool', 'type', text)
 
     def kill(self):
         """As when the server crashes: every program on it loses its display."""
@@ -61,6 +56,13 @@ class XScreen:
 
     def window_titled(self, pattern):
         return self._first_window('--name', pattern)
+
+    def window_ids(self, pattern):
+        """Of the windows with such a title, shown or not."""
+        return self._run('xdotool', 'search', '--name', pattern, check=False).split()
+
+    def minimize(self, window_id):
+        self._run('xdotool', 'windowminimize', window_id)
 
     def _first_window(self, kind, pattern):
         found = self._run('xdotool', 'search', '--onlyvisible', kind, pattern, check=False).split()
