@@ -1,5 +1,6 @@
 #include "platform/qt/QtUi.h"
 
+#include <QTimer>
 #include <utility>
 
 #include "platform/qt/AlertDialog.h"
@@ -42,7 +43,7 @@ void QtUi::runModal(const AlertPanelContent& content,
         auto* const dialog = new AlertDialog(content, parent, answered);  // deletes itself
         dialog->open();
     };
-    QMetaObject::invokeMethod(&application, open, Qt::QueuedConnection);
+    QTimer::singleShot(0, &application, open);
 }
 
 void QtUi::exec()
@@ -59,8 +60,7 @@ void QtUi::leave()
 
 void QtUi::setAppearance(const Appearance& appearance)
 {
-    const auto apply = [this, appearance] { themes.setAppearance(appearance); };
-    QMetaObject::invokeMethod(&application, apply, Qt::QueuedConnection);
+    themes.setAppearance(appearance);  // at once: it paints nothing and runs no loop
 }
 
 }  // namespace vorlane::platform
