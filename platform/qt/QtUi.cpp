@@ -54,8 +54,7 @@ void QtUi::exec()
 
 void QtUi::leave()
 {
-    QMetaObject::invokeMethod(
-        &application, [] { QCoreApplication::exit(); }, Qt::QueuedConnection);
+    QTimer::singleShot(0, &application, [] { QCoreApplication::exit(); });
 }
 
 void QtUi::setAppearance(const Appearance& appearance)
