@@ -63,9 +63,9 @@ def wait_for_span(popover, span):
 
 
 def test_the_range_is_chosen_by_pointer_and_by_key(desktop, popover):
-    desktop.click(popover.find('7 days'))
+    desktop.click(popover, popover.find('7 days'))
     wait_for_span(popover, '7 days')
-    desktop.click(popover.find('24 hours'))
+    desktop.click(popover, popover.find('24 hours'))
     wait_for_span(popover, '24 hours')
 
     desktop.screen.press_keys('Tab', 'Right')

@@ -1,10 +1,9 @@
 """The settings window: every control writes its setting, and shows what is stored."""
-import json
-import time
-
 import pytest
 
-from laptop.desktop import ALERT, Desktop
+from laptop.desktop import Desktop
+from laptop.settings_controls import (SOUNDS, STEPPERS, focus, focus_picker, operable, pickers, press,
+                                      type_time)
 from laptop.waiting import wait_until
 
 TOGGLES = {
@@ -17,27 +16,12 @@ TOGGLES = {
     'Show percentage in the menu bar': ('showPercent', True),
     'Show time remaining': ('showTime', False),
 }
-STEPPERS = {
-    'limit': ('Alert when charging reaches {}%', 80, 50, 100),
-    'low': ('Alert on battery at {}% or less', 20, 5, 50),
-    'longHours': ('Alert after {} h plugged in above the charge limit', 8, 1, 48),
-}
-SOUNDS = ['limitSound', 'lowSound', 'longSound', 'healthSound']  # from top to bottom
 NAMES = ['Default', 'None', 'Glass', 'Ping', 'Hero', 'Submarine', 'Funk', 'Basso', 'Blow', 'Bottle', 'Frog',
          'Morse', 'Pop', 'Purr', 'Sosumi', 'Tink']
-UNAVAILABLE = [
-    'Notifications need Vorlane to run as an app bundle (see make_app.sh). Run from the command line, '
-    'alerts cannot be delivered.',
-    'On this system that means: no notification service answers on the session bus. Desktops bring one '
-    'along; elsewhere a notification daemon has to run.']
-OPERABLE = ('check box', 'spin box', 'combo box', 'push button')
 
 
 @pytest.fixture(scope='module')
 def shared_desktop(shared_laptop):
-    now = time.time()
-    shared_laptop.vorlane.write_history(
-        [{'t': now - ago, 'p': 70, 'c': False, 'a': False} for ago in (7200, 3600)])
     return Desktop(shared_laptop).start()
 
 
@@ -50,39 +34,6 @@ def desktop(shared_desktop):
 @pytest.fixture
 def window(desktop):
     return desktop.open_settings()
-
-
-def operable(window):
-    return [control for control in window.walk() if control.role in OPERABLE]
-
-
-def pickers(window):
-    return [control for control in window.walk() if control.role == 'combo box']
-
-
-def stepper(window, key):
-    title, *_ = STEPPERS[key]
-    return next(control for control in window.walk() if control.role == 'spin box'
-                and control.name == title.format(int(control.value)))
-
-
-def focus(control):
-    control.focus()
-    wait_until(lambda: control.focused, lambda: f'the focus on {control}', look_every=0.02)
-
-
-def press(desktop, control, *keys):
-    focus(control)
-    desktop.screen.press_keys(*keys)
-
-
-def focus_picker(desktop, window, key):
-    """By Tab from the control before: Qt lets nobody put the focus on a list of choices."""
-    picker = pickers(window)[SOUNDS.index(key)]
-    controls = operable(window)
-    press(desktop, controls[controls.index(picker) - 1], 'Tab')
-    wait_until(lambda: picker.focused, f'the focus on {key}', look_every=0.02)
-    return picker
 
 
 def test_it_opens_from_the_popover_and_takes_its_place(desktop):
@@ -189,10 +140,6 @@ def test_times_are_typed(desktop, window):
     assert (start.text, end.text) == ('23:15', '06:30')
 
 
-def type_time(desktop, control, digits):
-    press(desktop, control, *digits, 'Return')
-
-
 def test_what_is_switched_off_is_disabled_and_keeps_its_values(desktop, window):
     desktop.vorlane.write_settings('limit = 77\nlimitSound = "Frog"\nrepeatReminder = false\n')
     limit = window.wait_for('Alert when charging reaches 77%', 'spin box')
@@ -204,7 +151,7 @@ def test_what_is_switched_off_is_disabled_and_keeps_its_values(desktop, window):
     limit.do('Increase')
     limit.value = 60
     focus(window.find('Charge limit', 'check box'))  # scrolls there
-    desktop.click(dependent[1])
+    desktop.click(window, dependent[1])
     window.find('Charge limit', 'check box').do('Toggle')
     wait_until(lambda: all(control.enabled for control in dependent), 'the limit to be operable',
                look_every=0.02)
@@ -247,103 +194,3 @@ def test_a_change_from_outside_shows_at_once(desktop, window):
     assert not window.find('Battery health below 80% (once)', 'check box').checked
     assert pickers(window)[1].name == 'Purr'
     assert window.find('Until', 'spin box').text == '01:01'
-
-
-def test_the_menu_bar_follows_at_once(desktop, window):
-    window.find('Show time remaining', 'check box').do('Toggle')
-    desktop.item.wait_for_label('60% · 3:00')
-
-    window.find('Show percentage in the menu bar', 'check box').do('Toggle')
-    desktop.item.wait_for_label('3:00')
-
-    window.find('Show time remaining', 'check box').do('Toggle')
-    desktop.item.wait_for_label('')
-
-
-def test_a_raised_low_level_reminds_at_the_next_reading_with_the_chosen_sound(desktop, window):
-    count = len(desktop.notifications.titles())
-    focus_picker(desktop, window, 'lowSound')
-    desktop.screen.press_keys('Down')
-    desktop.vorlane.wait_for_setting('lowSound', 'none')
-
-    stepper(window, 'low').value = 45
-    desktop.vorlane.wait_for_setting('low', 45)
-    assert len(desktop.notifications.titles()) == count
-    desktop.laptop.charge_to(44)
-
-    reminder = desktop.notifications.wait_for(count + 1)
-    assert (reminder.title, reminder.body) == ('Low battery', 'Battery is at 44%. Plug in soon.')
-    assert reminder.hints.get('suppress-sound') is True
-
-
-def test_quiet_hours_hold_a_reminder_until_they_are_switched_off(desktop, window):
-    count = len(desktop.notifications.titles())
-    window.find('Hold alerts during quiet hours', 'check box').do('Toggle')
-    end = window.find('Until', 'spin box')
-    wait_until(lambda: end.enabled, 'the times to be operable', look_every=0.02)
-    type_time(desktop, window.find('From', 'spin box'), time.strftime('%H%M', time.gmtime(time.time() - 3600)))
-    type_time(desktop, end, time.strftime('%H%M', time.gmtime(time.time() + 3600)))
-    wait_until(lambda: desktop.vorlane.setting('quietEnd') is not None, 'the time', look_every=0.02)
-
-    desktop.laptop.charge_to(20)
-    desktop.item.wait_for_label('20%')
-    assert len(desktop.notifications.titles()) == count
-
-    window.find('Hold alerts during quiet hours', 'check box').do('Toggle')
-    desktop.vorlane.wait_for_setting('quietEnabled', False)
-    desktop.laptop.charge_to(19)
-    assert desktop.notifications.wait_for(count + 1).title == 'Low battery'
-
-
-def ask_for_reset(desktop, window):
-    window.find('Reset History…', 'push button').press()
-    dialog = desktop.accessibility.wait_for_window(ALERT)
-    texts = dialog.texts()
-    for text in ('Reset history?', 'This deletes all saved battery samples used for the chart.', 'Reset',
-                 'Cancel'):
-        assert text in texts
-    return dialog
-
-
-def saved_samples(desktop):
-    with open(desktop.vorlane.history_path) as file:
-        return json.load(file)
-
-
-def chart_text(popover):
-    return next(one.name for one in popover.walk() if one.role == 'chart')
-
-
-def test_a_cancelled_reset_changes_nothing(desktop, window):
-    before = saved_samples(desktop)
-
-    ask_for_reset(desktop, window).find('Cancel', 'push button').press()
-    desktop.accessibility.wait_until_gone(ALERT)
-    ask_for_reset(desktop, window)
-    desktop.screen.press_keys('Escape')
-    desktop.accessibility.wait_until_gone(ALERT)
-
-    assert saved_samples(desktop) == before
-    assert chart_text(desktop.open_popover()).startswith('Charge over the last 24 hours: ')
-
-
-def test_a_reset_empties_the_history_and_the_chart(desktop, window):
-    ask_for_reset(desktop, window).find('Reset', 'push button').press()
-
-    wait_until(lambda: saved_samples(desktop) == [], 'an empty history', look_every=0.02)
-    desktop.accessibility.wait_until_gone(ALERT)
-    desktop.open_popover().wait_for('Collecting history… a graph appears after a few minutes.')
-
-
-def test_it_says_at_the_next_reading_that_nobody_shows_notifications(desktop, window):
-    assert not window.find(UNAVAILABLE[0])
-
-    desktop.dunst.kill()
-    desktop.laptop.charge_to(61)
-    window.wait_for(UNAVAILABLE[0])
-    texts = window.texts()
-    assert texts.index(UNAVAILABLE[1]) == texts.index(UNAVAILABLE[0]) + 1
-
-    desktop.dunst.start()
-    desktop.laptop.charge_to(62)
-    window.wait_until_gone(UNAVAILABLE[0])

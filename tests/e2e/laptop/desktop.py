@@ -41,16 +41,18 @@ class Desktop:
         return self.popover()
 
     def close_popover(self):
-        if self.popover():
+        if self.popover_box():
             self.screen.press_keys('Escape')
         self.wait_until_popover_closed()
 
     def wait_until_popover_closed(self):
         wait_until(lambda: not self.popover_box(), 'the popover to close', look_every=0.02)
 
-    def click(self, control):
+    def click(self, window, control):
+        """In the middle of it. Only X knows where the window is once it has a frame."""
         left, top, right, bottom = control.box
-        self.screen.click((left + right) // 2, (top + bottom) // 2)
+        told, real = window.box, self.screen.window_titled(f'^{window.name}$')
+        self.screen.click((left + right) // 2 - told[0] + real[0], (top + bottom) // 2 - told[1] + real[1])
 
     def settings(self):
         return self.accessibility.window(SETTINGS)

@@ -29,6 +29,15 @@ class Screenshot:
         columns = [x for y in rows for x in self._differing_columns(other, y)]
         return min(columns), rows[0], max(columns) + 1, rows[-1] + 1
 
+    def pixel(self, x, y):
+        """Its red, green and blue."""
+        return tuple(self._row(y)[3 * x:3 * x + 3])
+
+    def holds(self, box, color):
+        """Whether a pixel in the box has exactly that colour."""
+        left, top, right, bottom = box
+        return any(self.pixel(x, y) == color for y in range(top, bottom) for x in range(left, right))
+
     def _row(self, y):
         return self._pixels[y * self.width * 3:(y + 1) * self.width * 3]
 

@@ -36,16 +36,41 @@ class Sway:
     def move_pointer(self, x, y):
         self._message('seat', '-', 'cursor', 'set', str(x), str(y))
 
+    def press_keys(self, *keys):
+        """One after another, by their X names."""
+        # A pause, so that the window has noticed the keyboard, which comes and goes with wtype.
+        strokes = [word for key in keys for word in ('-k', key)]
+        subprocess.run(['/usr/bin/wtype', '-s', '200', *strokes, '-s', '100'], env=self._machine.environment,
+                       check=True, timeout=60)
+
+    def focus(self, title):
+        self._message(f'[title="^{title}$"]', 'focus')
+
+    def focused(self):
+        """The title of the window with the focus, or None."""
+        return next((node['name'] for node in self._windows() if node['focused']), None)
+
+    def is_floating(self, title):
+        return self._window(title)['type'] == 'floating_con'
+
     def window_titled(self, title):
         """The box (left, top, right, bottom) of the window that is to be seen, or None."""
+        window = self._window(title)
+        if not window:
+            return None
+        rect = window['rect']
+        return rect['x'], rect['y'], rect['x'] + rect['width'], rect['y'] + rect['height']
+
+    def _window(self, title):
+        return next((node for node in self._windows() if node['name'] == title), None)
+
+    def _windows(self):
         nodes = [json.loads(self._message('-t', 'get_tree'))]
         while nodes:
             node = nodes.pop()
             nodes += node['nodes'] + node['floating_nodes']
-            if node['name'] == title and node.get('pid'):
-                rect = node['rect']
-                return rect['x'], rect['y'], rect['x'] + rect['width'], rect['y'] + rect['height']
-        return None
+            if node.get('pid'):
+                yield node
 
     def kill(self):
         """As when the compositor crashes."""

@@ -42,6 +42,10 @@ class Vorlane:
     def history_path(self):
         return self._machine.folder('data', 'Vorlane', 'history.json')
 
+    @property
+    def autostart_path(self):
+        return pathlib.Path(self._machine.folder('config', 'autostart', 'org.vorlane.Vorlane.desktop'))
+
     def history(self):
         """The samples of the history file; None when there is no file."""
         try:

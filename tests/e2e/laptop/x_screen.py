@@ -9,11 +9,12 @@ SIZE = (1280, 800)
 
 
 class XScreen:
-    def __init__(self, machine, depth=24):
+    def __init__(self, machine, depth=24, size=SIZE):
         self._machine = machine
+        self.box = (0, 0, *size)
         ready, telling = os.pipe()
         self._server = machine.start('xvfb', ['/usr/bin/Xvfb', '-displayfd', str(telling), '-screen', '0',
-                                                f'{SIZE[0]}x{SIZE[1]}x{depth}', '-nolisten', 'tcp',
+                                                f'{size[0]}x{size[1]}x{depth}', '-nolisten', 'tcp',
                                                 '-noreset', '-nocursor'], pass_fds=(telling,))
         os.close(telling)
         with os.fdopen(ready) as pipe:
@@ -22,6 +23,13 @@ class XScreen:
             raise RuntimeError('Xvfb gave no display')
         machine.environment['DISPLAY'] = ':' + number
         machine.start('openbox', ['/usr/bin/openbox', '--sm-disable'])
+
+    def split(self):
+        """Makes two screens of it, side by side."""
+        width, height = self.box[2] // 2, self.box[3]
+        for number in (0, 1):
+            self._run('xrandr', '--setmonitor', f'half-{number}',
+                      f'{width}/300x{height}/400+{number * width}+0', 'screen' if number == 0 else 'none')
 
     def picture(self):
         shot = self._run('import', '-silent', '-window', 'root', '-depth', '8', 'ppm:-')

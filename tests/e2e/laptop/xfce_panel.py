@@ -1,4 +1,4 @@
-"""The XFCE panel along the top of the screen, in its two ways of showing status items."""
+"""The XFCE panel along an edge of the screen, in its two ways of showing status items."""
 from .preload import library
 from .status_item import WATCHER
 from .waiting import wait_until
@@ -10,7 +10,8 @@ CHANNEL = '''<?xml version="1.0" encoding="UTF-8"?>
     <value type="int" value="1"/>
     <property name="dark-mode" type="bool" value="true"/>
     <property name="panel-1" type="empty">
-      <property name="position" type="string" value="p=6;x=0;y=0"/>
+      <property name="position" type="string" value="p={corner};x=0;y=0"/>
+      <property name="mode" type="uint" value="{mode}"/>
       <property name="position-locked" type="bool" value="true"/>
       <property name="length" type="double" value="100"/>
       <property name="size" type="uint" value="30"/>
@@ -35,6 +36,8 @@ CLOCK = '''    <property name="{name}" type="string" value="clock">
     </property>'''
 PLUGIN = '    <property name="{name}" type="string" value="{kind}"/>'
 TEMPLATES = {'stretch': STRETCH, 'clock': CLOCK}
+# Each by a corner at its beginning, and whether the panel stands upright.
+EDGES = {'top': (6, 0), 'bottom': (8, 0), 'left': (6, 1), 'right': (2, 1)}
 INDICATORS = '/usr/libexec/ayatana-indicator-application/ayatana-indicator-application-service'
 
 
@@ -45,9 +48,9 @@ class XfcePanel:
         self._environment = {**clock.environment(), 'LD_PRELOAD': clock.library} if clock else {}
         self._started = []
 
-    def start(self, plugins=('stretch', 'systray')):
+    def start(self, plugins=('stretch', 'systray'), edge='top'):
         """`systray` shows icons with tooltips, `indicator` icons with labels and menus."""
-        self._configure(plugins)
+        self._configure(plugins, edge)
         self._start('xfconfd', [library('xfce4/xfconf/xfconfd')], 'org.xfce.Xfconf')
         if 'indicator' in plugins:
             self._start('indicators', [INDICATORS], WATCHER)
@@ -61,9 +64,11 @@ class XfcePanel:
             self._started.pop().kill()
         self._bus.wait_until_free(WATCHER)
 
-    def _configure(self, plugins):
+    def _configure(self, plugins, edge):
         numbered = [(f'plugin-{number}', kind) for number, kind in enumerate(plugins, 1)]
+        corner, mode = EDGES[edge]
         text = CHANNEL.format(
+            corner=corner, mode=mode,
             ids='\n'.join(f'        <value type="int" value="{number}"/>'
                           for number in range(1, len(numbered) + 1)),
             plugins='\n'.join(TEMPLATES.get(kind, PLUGIN).format(name=name, kind=kind)
