@@ -5,12 +5,12 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdlib>
-#include <filesystem>
 #include <string_view>
 #include <system_error>
 #include <utility>
 
 #include "platform/linux/Files.h"
+#include "platform/linux/Installation.h"
 #include "platform/linux/XdgFolders.h"
 
 namespace vorlane::platform {
@@ -77,11 +77,10 @@ bool isExecutable(const std::string& program)
 
 AutostartLoginItem::Places AutostartLoginItem::Places::usual()
 {
-    std::error_code error;
     Places places;
     if (const auto config = xdgConfigHome()) places.own = *config + fileName;
     for (const auto& folder : xdgConfigDirs()) places.systems.push_back(folder + fileName);
-    places.program = std::filesystem::read_symlink("/proc/self/exe", error);
+    places.program = programPath();
     places.desktops = split(environment("XDG_CURRENT_DESKTOP"));
     return places;
 }

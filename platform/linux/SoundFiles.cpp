@@ -2,17 +2,11 @@
 
 #include <unistd.h>
 
-#include <filesystem>
-#include <system_error>
+#include "platform/linux/Installation.h"
 
 namespace vorlane::platform {
 
-SoundFiles::SoundFiles()
-{
-    std::error_code error;
-    const auto program = std::filesystem::read_symlink("/proc/self/exe", error);
-    folder_ = program.parent_path().parent_path() / "share" / "sounds" / "vorlane" / "stereo";
-}
+SoundFiles::SoundFiles() : folder_(installedPath("share/sounds/vorlane/stereo")) {}
 
 std::optional<std::string> SoundFiles::path(const std::string& name) const
 {

@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <system_error>
 
+#include "platform/linux/Installation.h"
 #include "platform/linux/SymbolPixmaps.h"
 
 namespace vorlane::platform {
@@ -19,8 +20,7 @@ constexpr std::uint8_t grey = 0x88;
 std::string folderOfThemes()
 {
     std::error_code error;
-    const auto program = std::filesystem::read_symlink("/proc/self/exe", error);
-    const auto icons = program.parent_path().parent_path() / "share" / "icons";
+    const auto icons = installedPath("share/icons");
     return std::filesystem::is_directory(icons, error) ? icons.string() : std::string();
 }
 

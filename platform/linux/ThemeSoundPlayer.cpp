@@ -8,13 +8,13 @@
 
 #include <array>
 #include <csignal>
-#include <filesystem>
-#include <system_error>
 #include <utility>
 
 extern "C" {  // which the C library's header leaves out up to 2.36
 #include <sys/pidfd.h>
 }
+
+#include "platform/linux/Installation.h"
 
 namespace vorlane::platform {
 
@@ -83,9 +83,7 @@ ThemeSoundPlayer::~ThemeSoundPlayer()
 
 std::string ThemeSoundPlayer::usualProgram()
 {
-    std::error_code error;
-    const auto program = std::filesystem::read_symlink("/proc/self/exe", error);
-    return program.parent_path().parent_path() / "lib" / "vorlane" / "vorlane-play";
+    return installedPath("lib/vorlane/vorlane-play");
 }
 
 void ThemeSoundPlayer::play(const std::string& name)

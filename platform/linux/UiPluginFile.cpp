@@ -6,12 +6,11 @@
 
 #include <cstdint>
 #include <cstring>
-#include <filesystem>
 #include <optional>
-#include <system_error>
 
 #include "platform/UiBuild.h"
 #include "platform/linux/Files.h"
+#include "platform/linux/Installation.h"
 
 namespace vorlane::platform {
 
@@ -51,9 +50,7 @@ UiEntry* openUiPlugin(const std::string& path)
 
 std::string usualUiPluginPath()
 {
-    std::error_code error;
-    const auto program = std::filesystem::read_symlink("/proc/self/exe", error);
-    return program.parent_path().parent_path() / "lib" / "vorlane" / "vorlane_ui.so";
+    return installedPath("lib/vorlane/vorlane_ui.so");
 }
 
 }  // namespace vorlane::platform

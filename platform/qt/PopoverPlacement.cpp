@@ -59,4 +59,9 @@ QPoint PopoverPlacement::position(QSize popover) const
             within(corner.y(), workArea.top() + gap, workArea.bottom() + 1 - gap - height)};
 }
 
+int PopoverPlacement::mostHeight() const
+{
+    return workArea.height() - 2 * gap;
+}
+
 }  // namespace vorlane::platform

@@ -16,6 +16,9 @@ struct PopoverPlacement {
     // pointer; beside the pointer itself where no panel is known. Inside the work area, at its
     // top left when it does not fit.
     QPoint position(QSize popover) const;
+
+    // Of a popover that fits.
+    int mostHeight() const;
 };
 
 }  // namespace vorlane::platform

@@ -18,6 +18,7 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr const char* title = "Vorlane";
+constexpr int border = 1;
 
 bool canGrabPointer()
 {
@@ -32,7 +33,10 @@ Qt::WindowFlags flags()
 }  // namespace
 
 PopoverWindow::PopoverWindow(QWidget* content, std::function<void()> closedByUser)
-    : QWidget(nullptr, flags()), closedByUser_(std::move(closedByUser)), sway(title)
+    : QWidget(nullptr, flags()),
+      closedByUser_(std::move(closedByUser)),
+      pane(new ScrollPane(content)),
+      sway(title)
 {
     setWindowTitle(title);
     closing.setSingleShot(true);
@@ -43,9 +47,9 @@ PopoverWindow::PopoverWindow(QWidget* content, std::function<void()> closedByUse
     connect(&leaving, &QTimer::timeout, this, &QWidget::close);
 
     auto* const box = new QVBoxLayout(this);
-    box->setContentsMargins(1, 1, 1, 1);  // the border
+    box->setContentsMargins(border, border, border, border);
     box->setSizeConstraint(QLayout::SetFixedSize);
-    box->addWidget(content);
+    box->addWidget(pane);
 }
 
 void PopoverWindow::openAt(QPoint pointer)
@@ -113,6 +117,8 @@ void PopoverWindow::place()
     if (!screen) return;
     const PopoverPlacement placement{
         .pointer = pointer_, .screen = screen->geometry(), .workArea = screen->availableGeometry()};
+    pane->setMostHeight(placement.mostHeight() - 2 * border);
+    layout()->activate();
     move(placement.position(size()));
 }
 

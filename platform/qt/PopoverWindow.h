@@ -6,6 +6,7 @@
 #include <QWidget>
 #include <functional>
 
+#include "platform/qt/ScrollPane.h"
 #include "platform/qt/SwayPlacer.h"
 
 namespace vorlane::platform {
@@ -22,7 +23,8 @@ public:
     // Opens beside the panel at the pointer's position.
     void openAt(QPoint pointer);
 
-    // Takes the size that the content now has, and stays beside the panel.
+    // Takes the size that the content now has, as far as the screen has room for it, and stays
+    // beside the panel.
     void fit();
 
     // Its user closed it a moment ago. If that was by a press on the status item, the press is
@@ -40,6 +42,7 @@ private:
     void place();
 
     std::function<void()> closedByUser_;
+    ScrollPane* pane;
     QTimer closing;
     QTimer leaving;  // runs while another window is active
     SwayPlacer sway;

@@ -3,6 +3,7 @@
 #include <QTimer>
 #include <utility>
 
+#include "platform/qt/AccessibleApplication.h"
 #include "platform/qt/AlertDialog.h"
 #include "platform/qt/ApplicationIcon.h"
 #include "platform/qt/LoopBridge.h"
@@ -19,6 +20,7 @@ QtUi::QtUi(const UiHost& host, QByteArray platformName)
     QApplication::setQuitOnLastWindowClosed(false);
     QApplication::setApplicationName("Vorlane");
     QGuiApplication::setDesktopFileName("org.vorlane.Vorlane");
+    AccessibleApplication::install();
     QApplication::setWindowIcon(applicationIcon());
 }
 

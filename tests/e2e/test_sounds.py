@@ -3,6 +3,8 @@ import pathlib
 
 import pytest
 
+from laptop.desktop import Desktop
+from laptop.settings_controls import focus_picker
 from laptop.speaker import Speaker
 
 
@@ -47,3 +49,14 @@ def test_a_reminder_comes_without_a_sound_server_too(laptop, vorlane, dunst, not
 
     notifications.wait_for(1)
     vorlane.quit()  # which sees to it that nothing was printed
+
+
+def test_a_sound_is_heard_when_it_is_chosen(laptop, speaker):
+    desktop = Desktop(laptop).start()
+    focus_picker(desktop, desktop.open_settings(), 'healthSound')
+
+    desktop.screen.press_keys('End')
+
+    assert speaker.wait_for_sound() == 'tink'
+    desktop.vorlane.wait_for_setting('healthSound', 'Tink')
+    desktop.close_settings()

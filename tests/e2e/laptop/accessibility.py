@@ -5,7 +5,6 @@ the life of a process.
 """
 import dbus
 import dbus.bus
-import dbus.lowlevel
 from dbus.mainloop.glib import DBusGMainLoop
 
 from .bus import PROPERTIES, REPLY_TIMEOUT
@@ -13,7 +12,6 @@ from .waiting import wait_until
 
 BUS = 'org.a11y.Bus'
 REGISTRY = 'org.a11y.atspi.Registry'
-EVENTS = 'org.a11y.atspi.Event.Object'
 ROOT = '/org/a11y/atspi/accessible/root'  # of the registry's tree and of each program's
 ACCESSIBLE = 'org.a11y.atspi.Accessible'
 ACTION = 'org.a11y.atspi.Action'
@@ -33,9 +31,6 @@ class Accessibility:
         address = bus.call(BUS, '/org/a11y/bus', BUS, 'GetAddress')
         self._connection = dbus.bus.BusConnection(str(address), mainloop=DBusGMainLoop())
         self._root = Control(self._connection, REGISTRY, ROOT)
-        self._shown = []  # of which nothing is known yet but that they were shown
-        self._popups = []
-        self._listen()
 
     @property
     def connected(self):
@@ -44,10 +39,8 @@ class Accessibility:
 
     def windows(self, title):
         """The program's windows on the screen with that title."""
-        listed = [window for program in self._root.children if program.name == 'Vorlane'
-                  for window in program.children]
-        return [window for window in listed + self._known_popups()
-                if window.name == title and window.showing]
+        return [window for program in self._root.children if program.name == 'Vorlane'
+                for window in program.children if window.name == title and window.showing]
 
     def window(self, title):
         return next(iter(self.windows(title)), None)
@@ -57,25 +50,6 @@ class Accessibility:
 
     def wait_until_gone(self, title):
         wait_until(lambda: not self.window(title), f'no window {title!r}', look_every=0.02)
-
-    def _listen(self):
-        """Qt lists no popup window among the program's. It only says that something is shown."""
-        self._connection.add_message_filter(self._note)
-        self._connection.add_match_string(f"type='signal',interface='{EVENTS}'")
-        self._connection.call_blocking(REGISTRY, '/org/a11y/atspi/registry', REGISTRY, 'RegisterEvent', 's',
-                                       ('object:state-changed',), timeout=REPLY_TIMEOUT)
-
-    def _note(self, _connection, message):
-        if message.get_interface() == EVENTS and message.get_args_list()[:2] == ['showing', 1]:
-            self._shown.append(Control(self._connection, message.get_sender(), message.get_path()))
-        return dbus.lowlevel.HANDLER_RESULT_NOT_YET_HANDLED
-
-    def _known_popups(self):
-        while self._shown:
-            shown = self._shown.pop()
-            if shown.is_window and shown not in self._popups:
-                self._popups.append(shown)
-        return self._popups
 
 
 class Control:
@@ -89,12 +63,6 @@ class Control:
 
     def __eq__(self, other):
         return (self._owner, self._path) == (other._owner, other._path)
-
-    @property
-    def is_window(self):
-        """Whether it is a child of the program, not of another control."""
-        _, parent = self._get(ACCESSIBLE, 'Parent') or ('', '')
-        return parent == ROOT and self._path != ROOT
 
     @property
     def name(self):

@@ -40,6 +40,7 @@ class Day:
         self._plug_in_and_charge()
         self._snooze()
         self._unplug()
+        self._look()
         self._finish()
 
     def _start(self):
@@ -96,6 +97,14 @@ class Day:
             self._step(minutes=13, percent=percent)
         self._expect_posts(3)
         self._photograph('5-unplugged')
+
+    def _look(self):
+        self._tell.user('clicks the item')
+        self._desktop.open_popover()
+        self._photograph('6-popover')
+        self._tell.user('opens the settings')
+        self._desktop.open_settings()
+        self._photograph('7-settings')
 
     def _finish(self):
         self._tell.user('logs out')

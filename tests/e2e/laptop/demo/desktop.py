@@ -34,6 +34,16 @@ class Desktop:
         last[-1].save(path)
         return path
 
+    def open_popover(self):
+        """As from a panel that shows it at a click; this one's plugin opens the menu instead."""
+        self.screen.move_pointer(SIZE[0] - 120, 15)
+        self._laptop.item.activate()
+        wait_until(lambda: self.screen.window_titled('^Vorlane$'), 'the popover', look_every=0.05)
+
+    def open_settings(self):
+        self._laptop.item.choose('Settings')
+        wait_until(lambda: self.screen.window_titled('^Vorlane Settings$'), 'the settings', look_every=0.05)
+
     def dismiss(self):
         """A click on the notification's text."""
         left, top, _, _ = self.screen.wait_for_window(self.daemon.window_class)
