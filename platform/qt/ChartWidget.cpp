@@ -247,6 +247,8 @@ void ChartWidget::paintLines(QPainter& painter, const ChartDrawing& drawn) const
     fading.setColorAt(0, tint);
     tint.setAlphaF(0.05F);
     fading.setColorAt(1, tint);
+    // A history may hold the future, when the clock was set back, or what no battery says.
+    painter.setClipRect(area.adjusted(-lineWidth, -lineWidth, lineWidth, lineWidth));
     for (const auto& below : drawn.areas) painter.fillPath(below, fading);
 
     painter.setBrush(Qt::NoBrush);
@@ -255,6 +257,7 @@ void ChartWidget::paintLines(QPainter& painter, const ChartDrawing& drawn) const
     painter.setPen(Qt::NoPen);
     painter.setBrush(theme.accent);
     for (const auto& dot : drawn.lonely) painter.drawEllipse(dot, lineWidth, lineWidth);
+    painter.setClipping(false);
 }
 
 void ChartWidget::paintReading(QPainter& painter) const

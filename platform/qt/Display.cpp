@@ -72,12 +72,16 @@ bool isReachable(const QByteArray& choice)
 QtMessageHandler usualHandler = nullptr;
 void (*displayLost)() = nullptr;
 
-// The one thing that Qt does between the loss and the end.
+// The one thing that Qt does between the loss and the end; fatal is a display that goes between our
+// asking for it and Qt's.
 void handleMessage(QtMsgType type, const QMessageLogContext& context, const QString& message)
 {
     usualHandler(type, context, message);
-    if (!message.startsWith("The Wayland connection")) return;
-    if (QThread::currentThread() == qApp->thread()) return displayLost();
+    if (type != QtFatalMsg && !message.startsWith("The Wayland connection")) return;
+    if (!qApp || QThread::currentThread() == qApp->thread()) {
+        displayLost();
+        _exit(EXIT_FAILURE);
+    }
 
     // Qt's reading thread, which would end the process in the midst of what the main thread does.
     QMetaObject::invokeMethod(

@@ -12,6 +12,7 @@ LinkButton::LinkButton(QWidget* parent) : QPushButton(parent)
     setCursor(Qt::PointingHandCursor);
     setAttribute(Qt::WA_Hover);
     setFocusPolicy(Qt::TabFocus);  // a click leaves no focus frame
+    setAutoDefault(true);          // Return presses it, as Space does
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 }
 

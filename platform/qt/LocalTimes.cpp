@@ -1,6 +1,7 @@
 #include "platform/qt/LocalTimes.h"
 
 #include <QRegularExpression>
+#include <ctime>
 
 namespace vorlane::platform {
 
@@ -20,6 +21,17 @@ bool has12Hours(const QString& format)
 }
 
 }  // namespace
+
+QTimeZone LocalTimes::systemZone()
+{
+    auto zone = QTimeZone::systemTimeZone();
+    if (zone.isValid()) return zone;
+
+    const auto now = std::time(nullptr);
+    std::tm local{};
+    const bool known = localtime_r(&now, &local) != nullptr;
+    return known ? QTimeZone(static_cast<int>(local.tm_gmtoff)) : QTimeZone::utc();
+}
 
 QDateTime LocalTimes::local(Date date) const
 {

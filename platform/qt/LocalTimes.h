@@ -11,7 +11,11 @@ namespace vorlane::platform {
 
 struct LocalTimes {
     QLocale locale;
-    QTimeZone zone = QTimeZone::systemTimeZone();
+    QTimeZone zone = systemZone();
+
+    // The C library knows zones that Qt does not, as by a file's name: of those, what the clock
+    // is ahead of Greenwich now.
+    static QTimeZone systemZone();
 
     QDateTime local(Date date) const;
     Date date(const QDateTime& local) const;

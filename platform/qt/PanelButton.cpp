@@ -17,6 +17,7 @@ PanelButton::PanelButton(QWidget* parent) : QPushButton(parent)
 {
     setAttribute(Qt::WA_Hover);
     setFocusPolicy(Qt::TabFocus);  // a click leaves no focus frame
+    setAutoDefault(true);          // Return presses it, as Space does
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 }
 

@@ -1,5 +1,6 @@
 #include "platform/qt/SettingsFrame.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QCursor>
 #include <QGuiApplication>
@@ -9,6 +10,12 @@
 #include <utility>
 
 namespace vorlane::platform {
+
+namespace {
+
+constexpr int titleBar = 40;  // which the desktop puts above the window; about
+
+}  // namespace
 
 SettingsFrame::SettingsFrame(SettingsWindowFrame frame, QWidget* content,
                              std::function<void()> closedByUser)
@@ -27,7 +34,10 @@ void SettingsFrame::bringToFront()
 {
     const auto* const screen = QGuiApplication::screenAt(QCursor::pos());
     if (screen && !centred) {
-        auto place = rect();
+        // The form scrolls where the screen is too low for it.
+        const auto room = screen->availableGeometry().size() - QSize(0, titleBar);
+        setFixedSize(size().boundedTo(room));
+        QRect place(QPoint(), size() + QSize(0, titleBar));
         place.moveCenter(screen->availableGeometry().center());
         move(place.topLeft());
         centred = true;
@@ -37,6 +47,10 @@ void SettingsFrame::bringToFront()
     show();
     raise();
     activateWindow();
+    if (auto* const question = QApplication::activeModalWidget()) {
+        question->raise();
+        question->activateWindow();
+    }
 }
 
 void SettingsFrame::closeEvent(QCloseEvent* event)

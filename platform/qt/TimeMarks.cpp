@@ -32,8 +32,10 @@ std::vector<TimeMark> TimeMarks::marks(const LocalTimes& times) const
 std::vector<TimeMark> TimeMarks::everyHours(int step, const LocalTimes& times) const
 {
     std::vector<TimeMark> found;
-    const auto last = times.local(until).date();
-    for (auto day = times.local(from).date(); day <= last; day = day.addDays(1)) {
+    const auto first = times.local(from).date();
+    const auto days = first.daysTo(times.local(until).date());
+    for (qint64 index = 0; index <= days; ++index) {
+        const auto day = first.addDays(index);
         for (int hour = 0; hour < 24; hour += step) {
             const QDateTime local(day, QTime(hour, 0), times.zone);
             // An hour that summer time skips is another one when asked back.
@@ -48,8 +50,10 @@ std::vector<TimeMark> TimeMarks::everyHours(int step, const LocalTimes& times) c
 std::vector<TimeMark> TimeMarks::everyDays(int step, const LocalTimes& times) const
 {
     std::vector<TimeMark> found;
-    const auto last = times.local(until).date();
-    for (auto day = times.local(from).date(); day <= last; day = day.addDays(1)) {
+    const auto first = times.local(from).date();
+    const auto days = first.daysTo(times.local(until).date());
+    for (qint64 index = 0; index <= days; ++index) {
+        const auto day = first.addDays(index);
         // Counted from a fixed day: the marks stay on their days as time goes on.
         if (day.toJulianDay() % step != 0) continue;
         const auto date = times.date(day.startOfDay(times.zone));  // not always 00:00

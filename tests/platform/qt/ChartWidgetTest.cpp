@@ -106,6 +106,15 @@ TEST_F(ChartWidgetTest, LeavesAGapBetweenSegments)
     EXPECT_EQ(drawnAt(4, 40), nameOf(theme.accent));
 }
 
+TEST_F(ChartWidgetTest, DrawsNothingOutsideItsScales)
+{
+    show({{20, 40}, {-3, 40}, {-3, 160}, {10, 160}});
+
+    EXPECT_EQ(drawnAt(1, 40), nameOf(theme.accent));
+    EXPECT_NE(drawnAt(-1, 40), nameOf(theme.accent)) << "the future";
+    EXPECT_NE(drawnAt(0.5, 108), nameOf(theme.accent)) << "more than full";
+}
+
 TEST_F(ChartWidgetTest, ShowsASegmentOfOnePointAsADot)
 {
     show({{20, 40}, {14, 40}, {11, 70, 1}, {8, 40, 2}, {0, 40, 2}});

@@ -212,6 +212,14 @@ TEST_F(PopoverPanelTest, SelectsTheRangeOfTheRecord)
     EXPECT_TRUE(button<QRadioButton>("24 hours")->isChecked());
 }
 
+TEST_F(PopoverPanelTest, PressesItsButtonsByReturnToo)
+{
+    press(button<PanelButton>("Settings"), Qt::Key_Return);
+    press(button<PanelButton>("Quit"), Qt::Key_Enter);
+
+    EXPECT_THAT(asked, ElementsAre("settings", "quit"));
+}
+
 TEST_F(PopoverPanelTest, MovesTheRangeByArrowKeys)
 {
     panel.activateWindow();

@@ -153,6 +153,24 @@ TEST_F(TimeMarksTest, BeginADayWithoutAMidnightAtItsFirstHour)
     EXPECT_EQ(times.local(marks[1].date), QDateTime(QDate(2024, 4, 26), QTime(1, 0), times.zone));
 }
 
+TEST_F(TimeMarksTest, AreAbsentInAZoneThatNobodyKnows)
+{
+    const auto until = at(2026, 3, 12);
+    times.zone = QTimeZone("Nowhere/Bogus");
+
+    EXPECT_THAT(labels(axis(until - day, until)), IsEmpty());
+    EXPECT_THAT(labels(axis(until - 7 * day, until)), IsEmpty());
+}
+
+TEST_F(TimeMarksTest, StandInAZoneThatOnlyTheCLibraryKnows)
+{
+    for (const auto* const zone : {"/usr/share/zoneinfo/Europe/Berlin", "Nowhere/Bogus", "%zz"}) {
+        qputenv("TZ", zone);
+        EXPECT_TRUE(LocalTimes::systemZone().isValid()) << zone;
+    }
+    qunsetenv("TZ");
+}
+
 TEST_F(TimeMarksTest, SpeakTheUsersLanguage)
 {
     const auto now = at(2026, 3, 4, 14, 5);
