@@ -14,9 +14,9 @@ OFFSET = struct.Struct('q')  # nanoseconds, as moved_clock.cpp reads them
 
 class MovedClock:
     def __init__(self, machine):
-        self.library = machine.folder('moved_clock.so')
+        self.preloaded = machine.folder('moved_clock.so')
         source = os.path.join(os.path.dirname(__file__), 'moved_clock.cpp')
-        subprocess.run(['c++', '-std=c++20', '-O2', '-shared', '-fPIC', '-o', self.library, source],
+        subprocess.run(['c++', '-std=c++20', '-O2', '-shared', '-fPIC', '-o', self.preloaded, source],
                        check=True)
         self._path = machine.folder('clock')
         with open(self._path, 'wb') as file:

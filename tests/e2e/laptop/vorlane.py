@@ -91,7 +91,7 @@ class Vorlane:
         """Starts the program and does not wait."""
         self._clock = clock
         libraries = [preload.sanitizer_of(self._program), preload.library('libumockdev-preload.so.0'),
-                     clock.library if clock else None]
+                     clock.preloaded if clock else None]
         return self._machine.start('vorlane', [self._program], {
             **self._testbed.environment(), **SANITIZERS, **(clock.environment() if clock else {}),
             'LD_PRELOAD': ' '.join(filter(None, libraries)), **(environment or {})})

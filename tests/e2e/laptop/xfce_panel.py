@@ -45,7 +45,7 @@ class XfcePanel:
     def __init__(self, machine, bus, clock=None):
         """With a moved clock the panel's own clock follows it."""
         self._machine, self._bus = machine, bus
-        self._environment = {**clock.environment(), 'LD_PRELOAD': clock.library} if clock else {}
+        self._environment = {**clock.environment(), 'LD_PRELOAD': clock.preloaded} if clock else {}
         self._started = []
 
     def start(self, plugins=('stretch', 'systray'), edge='top'):
