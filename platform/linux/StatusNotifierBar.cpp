@@ -2,19 +2,16 @@
 
 namespace vorlane::platform {
 
-StatusNotifierBar::StatusNotifierBar(sd_bus* session, RunLoop& loop)
-    : session_(session), loop_(loop)
-{}
+StatusNotifierBar::StatusNotifierBar(sd_bus* session, RunLoop& loop) : item(session, loop) {}
 
 StatusItem* StatusNotifierBar::statusItem()
 {
-    if (!item) item = std::make_unique<StatusNotifierItem>(session_, loop_);
-    return item.get();
+    return &item;
 }
 
 void StatusNotifierBar::registerAgain()
 {
-    if (item) item->registerAgain();
+    item.registerAgain();
 }
 
 }  // namespace vorlane::platform

@@ -1,8 +1,6 @@
 // The desktop's tray, as one item in it.
 #pragma once
 
-#include <memory>
-
 #include "App/services/RunLoop.h"
 #include "App/services/StatusBar.h"
 #include "platform/linux/SdBus.h"
@@ -12,7 +10,8 @@ namespace vorlane::platform {
 
 class StatusNotifierBar : public StatusBar {
 public:
-    // `session` is attached to the main loop and outlives this object.
+    // `session` is attached to the main loop and outlives this object. The tray is told of the item
+    // at once: it makes room while the program gets ready, and asks what to show in the main loop.
     StatusNotifierBar(sd_bus* session, RunLoop& loop);
 
     StatusItem* statusItem() override;
@@ -21,9 +20,7 @@ public:
     void registerAgain();
 
 private:
-    sd_bus* session_;
-    RunLoop& loop_;
-    std::unique_ptr<StatusNotifierItem> item;
+    StatusNotifierItem item;
 };
 
 }  // namespace vorlane::platform

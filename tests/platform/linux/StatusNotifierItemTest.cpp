@@ -338,5 +338,19 @@ TEST(StatusNotifierBarTest, HasOneItem)
     EXPECT_FALSE(item->hasSymbol("battery.100.volt"));
 }
 
+TEST(StatusNotifierBarTest, TellsTheTrayBeforeAnybodyAsksForTheItem)
+{
+    const PrivateBus bus;
+    SdEventRunLoop loop;
+    const auto trayConnection = bus.connect(loop);
+    FakeWatcher watcher(trayConnection.get());
+    watcher.appear();
+    const auto session = bus.connect(loop);
+
+    const StatusNotifierBar bar(session.get(), loop);
+
+    EXPECT_TRUE(runUntil(loop, [&watcher] { return !watcher.items.empty(); }));
+}
+
 }  // namespace
 }  // namespace vorlane::platform
