@@ -1,10 +1,10 @@
 #include "App/AlertEngine.h"
 
-#include <array>
 #include <cmath>
 #include <string>
 #include <utility>
 
+#include "App/AlertConditions.h"
 #include "App/FatalError.h"
 
 namespace vorlane {
@@ -27,41 +27,6 @@ std::string whole(double value)
     constexpr double limit = 9223372036854775808.0;  // 2^63
     if (!(value >= -limit && value < limit)) fatalError("An alert's number is out of range");
     return std::to_string(static_cast<std::int64_t>(value));
-}
-
-struct Conditions {
-    bool chargeLimit;
-    bool low;
-    bool tooLong;
-
-    bool operator[](AlertKind kind) const
-    {
-        switch (kind) {
-            case AlertKind::chargeLimit:
-                return chargeLimit;
-            case AlertKind::low:
-                return low;
-            case AlertKind::tooLong:
-                return tooLong;
-            case AlertKind::health:
-                break;
-        }
-        return false;
-    }
-};
-
-Conditions conditions(const BatteryState& state, const Prefs& prefs,
-                      const AlertEngine::Moment& moment)
-{
-    // The limit is also the threshold of "too long", even when its own reminder is off.
-    const bool aboveLimit = state.pluggedIn && state.percent >= prefs.limit;
-    const Seconds allowed{static_cast<double>(prefs.longHours) * 3600.0};
-    return {
-        .chargeLimit = prefs.limitEnabled && aboveLimit,
-        .low = prefs.lowEnabled && !state.pluggedIn && state.percent <= prefs.low,
-        .tooLong =
-            prefs.longEnabled && aboveLimit && moment.since && moment.now - *moment.since > allowed,
-    };
 }
 
 std::optional<PendingAlert> healthAlert(const BatteryState& state, const Prefs& prefs,
@@ -91,17 +56,12 @@ std::optional<PendingAlert> healthAlert(const BatteryState& state, const Prefs& 
 std::vector<PendingAlert> AlertEngine::run(const BatteryState& state, const Prefs& prefs,
                                            const Moment& moment, DefaultsStore& defaults)
 {
-    constexpr std::array situational{AlertKind::chargeLimit, AlertKind::low, AlertKind::tooLong};
-    if (!state.hasBattery) {
-        for (const auto kind : situational) rearm(kind);
-        return {};
-    }
-
-    const auto holds = conditions(state, prefs, moment);
-    for (const auto kind : situational) {
+    const auto holds = AlertConditions::of(state, prefs, moment.since, moment.now);
+    for (const auto kind : AlertConditions::situations) {
         if (!holds[kind]) rearm(kind);
         if (holds[kind] && moment.prime) suppressed.insert(kind);
     }
+    if (!state.hasBattery) return {};
 
     std::vector<PendingAlert> due;
     const auto add = [&](std::optional<PendingAlert> alert) {

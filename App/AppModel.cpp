@@ -1,5 +1,8 @@
 #include "App/AppModel.h"
 
+#include <utility>
+
+#include "App/AlertConditions.h"
 #include "App/FatalError.h"
 #include "App/Prefs.h"
 
@@ -8,7 +11,10 @@ namespace vorlane {
 namespace {
 
 constexpr RunLoop::Rhythm refreshRhythm{.interval = Seconds{60}, .tolerance = Seconds{10}};
-constexpr Seconds settlingAfterWake{3};
+constexpr Seconds firstLookAfterWake{3};
+// Embedded controllers take some seconds to know the battery again, and tell of it or do not.
+constexpr RunLoop::Rhythm settlingRhythm{.interval = Seconds{5}, .tolerance = Seconds{1}};
+constexpr Seconds longestSettling{30};
 constexpr Seconds snoozeSpan{3600};
 
 // What holds when the program starts or the machine wakes is no news to the user.
@@ -38,50 +44,92 @@ void AppModel::start()
     };
     refresh(Reason::launch);
 
-    const auto refreshing = [weak = weak_from_this()](Reason reason) {
-        return [weak, reason] {
-            const auto model = weak.lock();
-            if (!model) return;
-            model->requireMainThread();
-            model->refresh(reason);
-        };
-    };
     reader.startObserving(refreshing(Reason::change));
     timer = services_.runLoop.repeat(refreshRhythm, refreshing(Reason::timer));
+    observeSleep();
+}
 
-    services_.workspace
-        .observeWillSleep([weak = weak_from_this()] {
+void AppModel::observeSleep()
+{
+    const auto calling = [weak = weak_from_this()](void (AppModel::*operation)()) {
+        return [weak, operation] {
             const auto model = weak.lock();
             if (!model) return;
             model->requireMainThread();
-            model->history.save(model->services_.clock.now());
-        })
-        .detach();
-    services_.workspace
-        .observeDidWake([&loop = services_.runLoop, refreshing] {
-            loop.after(settlingAfterWake, refreshing(Reason::wake)).detach();
-        })
-        .detach();
+            (model.get()->*operation)();
+        };
+    };
+    services_.workspace.observeWillSleep(calling(&AppModel::goToSleep)).detach();
+    services_.workspace.observeDidWake(calling(&AppModel::woke)).detach();
+}
+
+void AppModel::goToSleep()
+{
+    history.save(services_.clock.now());
+    beginSettling();  // the kernel may tell of the battery before the session tells of the resume
+}
+
+void AppModel::woke()
+{
+    beginSettling();
+    services_.runLoop.after(firstLookAfterWake, refreshing(Reason::wake)).detach();
+    settlingLooks = services_.runLoop.repeat(settlingRhythm, refreshing(Reason::change));
+}
+
+void AppModel::beginSettling()
+{
+    settling.begin();
+    settled = services_.runLoop.after(longestSettling, [weak = weak_from_this()] {
+        const auto model = weak.lock();
+        if (!model) return;
+        model->settling.end();
+        model->settlingLooks = {};
+        model->refresh(Reason::change);
+    });
+}
+
+std::function<void()> AppModel::refreshing(Reason reason)
+{
+    return [weak = weak_from_this(), reason] {
+        const auto model = weak.lock();
+        if (!model) return;
+        model->requireMainThread();
+        model->refresh(reason);
+    };
 }
 
 void AppModel::refresh(Reason reason)
 {
     const auto fresh = reader.read();
     const auto now = services_.clock.now();
+    if (settling.doubts(fresh, state.get())) {
+        wakeIsDue = wakeIsDue || reason == Reason::wake;
+        return;
+    }
+    if (std::exchange(wakeIsDue, false)) reason = Reason::wake;
 
     trackPower(fresh, reason, now);
     if (fresh != state.get()) state.set(fresh);
     history.record(fresh, {.at = now, .force = reason != Reason::change});
     historyVersion.set(historyVersion.get() + 1);
+    remind(fresh, reason, now);
+}
 
+void AppModel::remind(const BatteryState& fresh, Reason reason, Date now)
+{
     const auto prefs = Prefs::current(services_.defaults);
     const bool prime = startsAfresh(reason);
+    const auto since = pluggedSince.get();
     const auto due = engine.run(fresh, prefs,
-                                {.since = pluggedSince.get(),
+                                {.since = since,
                                  .now = now,
                                  .canDeliver = !prime && canDeliver(prefs, now),
                                  .prime = prime},
                                 services_.defaults);
+    const auto holds = AlertConditions::of(fresh, prefs, since, now);
+    for (const auto kind : AlertConditions::situations) {
+        if (!holds[kind]) notifier->withdraw(kind);
+    }
     for (const auto& alert : due) notifier->deliver(alert, prefs.sounds);
 }
 

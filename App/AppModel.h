@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -12,6 +13,7 @@
 #include "App/HistoryStore.h"
 #include "App/Notifier.h"
 #include "App/Published.h"
+#include "App/Settling.h"
 #include "App/Subscription.h"
 #include "App/services/Services.h"
 
@@ -39,7 +41,8 @@ public:
     // Refreshes for the first time and lets the platform's events in. Call it once.
     void start();
 
-    // One pass: reading, history, reminders. The instant is taken once, after the reading.
+    // One pass: reading, history, reminders. The instant is taken once, after the reading. A
+    // reading that cannot be believed yet, soon after a resume, changes nothing.
     void refresh(Reason reason);
 
     // No notifications for an hour.
@@ -50,11 +53,21 @@ public:
     void resetHistory();
 
 private:
+    void observeSleep();
+    void goToSleep();
+    void woke();
+    void beginSettling();
     void trackPower(const BatteryState& fresh, Reason reason, Date now);
+    void remind(const BatteryState& fresh, Reason reason, Date now);
     bool canDeliver(const Prefs& prefs, Date now);
+    std::function<void()> refreshing(Reason reason);
     void requireMainThread() const;
 
     Subscription timer;
+    Settling settling;
+    Subscription settled;
+    Subscription settlingLooks;
+    bool wakeIsDue = false;  // the machine woke, and no reading was believed since
     Services services_;
 };
 

@@ -79,6 +79,11 @@ void Notifier::deliver(const PendingAlert& alert, const std::map<AlertKind, std:
                        .urgent = alert.kind == AlertKind::low});
 }
 
+void Notifier::withdraw(AlertKind kind)
+{
+    tools_.center.removeDelivered(std::string(rawValue(kind)));
+}
+
 PresentationOptions Notifier::willPresent()
 {
     return {.banner = true, .sound = true, .list = false, .badge = false};

@@ -40,6 +40,9 @@ public:
     // Posts one alert at once. A kind without a sound has the default one.
     void deliver(const PendingAlert& alert, const std::map<AlertKind, std::string>& sounds);
 
+    // Takes back what is still shown of this kind: it is no longer true.
+    void withdraw(AlertKind kind);
+
     PresentationOptions willPresent() override;
     void didReceive(const std::string& actionIdentifier,
                     const std::function<void()>& completion) override;

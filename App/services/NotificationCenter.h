@@ -85,6 +85,10 @@ public:
 
     // A failure is silent.
     virtual void add(const NotificationRequest& request) = 0;
+
+    // Takes the notification of this identifier from the screen, and from what is on its way
+    // there. Without one it does nothing.
+    virtual void removeDelivered(const std::string& identifier) = 0;
 };
 
 }  // namespace vorlane

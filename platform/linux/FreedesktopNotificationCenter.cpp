@@ -75,6 +75,14 @@ void FreedesktopNotificationCenter::add(const NotificationRequest& request)
     postWaiting();
 }
 
+void FreedesktopNotificationCenter::removeDelivered(const std::string& identifier)
+{
+    queue.withdraw(identifier);
+    const auto unanswered = posts.find(identifier);
+    if (unanswered != posts.end()) unanswered->second.withdrawn = true;
+    if (const auto old = shown.take(identifier)) close(*old);
+}
+
 void FreedesktopNotificationCenter::postWaiting()
 {
     if (!server.capabilities()) return server.prepare();
@@ -128,10 +136,16 @@ void FreedesktopNotificationCenter::answered(const Post& post, sd_bus_message* r
     std::uint32_t id = 0;
     if (!sd_bus_message_is_method_error(reply, nullptr) &&
         sd_bus_message_read(reply, "u", &id) > 0 && id != 0) {
-        shown.add(post.identifier, id);
-        if (post.sound) player_.play(*post.sound);
+        settle(post, id);
     }
     postWaiting();
+}
+
+void FreedesktopNotificationCenter::settle(const Post& post, std::uint32_t id)
+{
+    if (post.withdrawn) return close(id);
+    shown.add(post.identifier, id);
+    if (post.sound) player_.play(*post.sound);
 }
 
 // A server that is gone is not started again for what it left behind: it may come back by itself.

@@ -34,12 +34,14 @@ public:
     void requestAuthorization(AuthorizationOptions options) override;
 
     void add(const NotificationRequest& request) override;
+    void removeDelivered(const std::string& identifier) override;
 
 private:
     struct Post {
         FreedesktopNotificationCenter* center;
         std::string identifier;
         std::optional<std::string> sound;  // to play once it is shown
+        bool withdrawn = false;            // to be closed as soon as its id is known
         SlotPointer reply;
     };
 
@@ -47,6 +49,7 @@ private:
     void post(const NotificationRequest& request);
     void close(std::uint32_t id);
     void answered(const Post& post, sd_bus_message* reply);
+    void settle(const Post& post, std::uint32_t id);
     void serverChanged();
     void actionInvoked(sd_bus_message* signal);
     static int onReply(sd_bus_message* reply, void* post, sd_bus_error* error);

@@ -14,9 +14,7 @@ constexpr Seconds longestWait = std::chrono::minutes{10};
 
 void NotificationQueue::add(const NotificationRequest& request, Seconds now)
 {
-    std::erase_if(waiting, [&](const Entry& entry) {
-        return entry.request.identifier == request.identifier;
-    });
+    forget(request.identifier);
     waiting.push_back({.request = request, .since = now});
 }
 
@@ -33,6 +31,13 @@ std::optional<NotificationRequest> NotificationQueue::takeNext(Seconds now)
     return request;
 }
 
+void NotificationQueue::withdraw(const std::string& identifier)
+{
+    forget(identifier);
+    const auto found = posted.find(identifier);
+    if (found != posted.end()) found->second.withdrawn = true;
+}
+
 void NotificationQueue::answered(const std::string& identifier)
 {
     posted.erase(identifier);
@@ -43,7 +48,8 @@ void NotificationQueue::lost(const std::string& identifier)
     const auto found = posted.find(identifier);
     if (found == posted.end()) return;
 
-    if (!isWaiting(identifier)) waiting.push_back(std::move(found->second));
+    const bool isWanted = !found->second.withdrawn && !isWaiting(identifier);
+    if (isWanted) waiting.push_back(std::move(found->second));
     posted.erase(found);
     std::ranges::stable_sort(waiting, {}, &Entry::since);
 }
@@ -51,6 +57,12 @@ void NotificationQueue::lost(const std::string& identifier)
 void NotificationQueue::allLost()
 {
     while (!posted.empty()) lost(std::string(posted.begin()->first));
+}
+
+void NotificationQueue::forget(const std::string& identifier)
+{
+    std::erase_if(waiting,
+                  [&](const Entry& entry) { return entry.request.identifier == identifier; });
 }
 
 bool NotificationQueue::isWaiting(const std::string& identifier) const

@@ -22,6 +22,9 @@ public:
     // The oldest request that may be posted, which then counts as posted.
     std::optional<NotificationRequest> takeNext(Seconds now);
 
+    // Its news is no longer true: it waits no more, also not when its server dies first.
+    void withdraw(const std::string& identifier);
+
     void answered(const std::string& identifier);
 
     // Its server died first: it waits once more, unless a newer one does already.
@@ -32,8 +35,10 @@ private:
     struct Entry {
         NotificationRequest request;
         Seconds since;
+        bool withdrawn = false;
     };
 
+    void forget(const std::string& identifier);
     bool isWaiting(const std::string& identifier) const;
 
     std::vector<Entry> waiting;  // oldest first

@@ -54,6 +54,8 @@ public:
         shown.insert_or_assign(request.identifier, request);
     }
 
+    void removeDelivered(const std::string& identifier) override { shown.erase(identifier); }
+
     // The user presses the button with that title on a notification; false when there is none.
     bool press(const std::string& identifier, const std::string& title)
     {

@@ -223,6 +223,88 @@ TEST_F(FreedesktopNotificationCenterTest, ClosesTheOldOneAndPostsAnew)
     EXPECT_EQ(server.received.back().replaces, 0U);
 }
 
+TEST_F(FreedesktopNotificationCenterTest, TakesBackWhatIsShown)
+{
+    openWithServer();
+    center->add(request("low"));
+    center->add(request("health"));
+    ASSERT_TRUE(untilReceived(2));
+    settle();
+
+    center->removeDelivered("low");
+    center->removeDelivered("low");
+    center->removeDelivered("tooLong");
+    settle();
+
+    EXPECT_THAT(server.closed, ElementsAre(1U));
+}
+
+TEST_F(FreedesktopNotificationCenterTest, TakesBackWhatTheServerHasNotAnsweredYet)
+{
+    server.aboutNotifications = Answer::none;
+    openWithServer();
+    center->add(request("low"));
+    ASSERT_TRUE(untilReceived(1));
+
+    center->removeDelivered("low");
+    settle();
+    EXPECT_THAT(server.closed, IsEmpty());
+    server.answerLate();
+    settle();
+
+    EXPECT_THAT(server.closed, ElementsAre(1U));
+    EXPECT_THAT(player.played, IsEmpty());
+}
+
+TEST_F(FreedesktopNotificationCenterTest, NeverPostsWhatWasTakenBackWhileItWaited)
+{
+    server.aboutCapabilities = Answer::none;
+    openWithServer();
+    center->add(request("low"));
+    ASSERT_TRUE(runUntil(loop, [&] { return server.questions > 0; }));
+
+    center->removeDelivered("low");
+    server.answerLate();
+    settle();
+
+    EXPECT_THAT(server.received, IsEmpty());
+}
+
+TEST_F(FreedesktopNotificationCenterTest, PostsAnewAfterTakingBack)
+{
+    server.aboutNotifications = Answer::none;
+    openWithServer();
+    center->add(request("low", "old"));
+    ASSERT_TRUE(untilReceived(1));
+    center->removeDelivered("low");
+    center->add(request("low", "new"));
+
+    server.aboutNotifications = Answer::proper;
+    server.answerLate();
+    ASSERT_TRUE(untilReceived(2));
+    settle();
+
+    EXPECT_THAT(titles(), ElementsAre("old", "new"));
+    EXPECT_THAT(server.closed, ElementsAre(1U));
+}
+
+TEST_F(FreedesktopNotificationCenterTest, DoesNotRepeatToTheNextServerWhatWasTakenBack)
+{
+    server.aboutNotifications = Answer::none;
+    openWithServer();
+    center->add(request("low"));
+    ASSERT_TRUE(untilReceived(1));
+    center->removeDelivered("low");
+
+    server.stop();
+    ASSERT_TRUE(untilAvailable(false));
+    server.start();
+    ASSERT_TRUE(untilAvailable(true));
+    settle();
+
+    EXPECT_THAT(titles(), ElementsAre("Title"));
+}
+
 TEST_F(FreedesktopNotificationCenterTest, HandsOnTheChosenAction)
 {
     openWithServer();

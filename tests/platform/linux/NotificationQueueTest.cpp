@@ -52,6 +52,30 @@ TEST_F(NotificationQueueTest, KeepsOnlyTheNewestOfAnIdentifier)
     EXPECT_THAT(taken(1s), ElementsAre("health other", "low new"));
 }
 
+TEST_F(NotificationQueueTest, ForgetsWhatIsWithdrawnWhileItWaits)
+{
+    queue.add(request("low", "a"), 0s);
+    queue.add(request("health", "b"), 0s);
+
+    queue.withdraw("low");
+    queue.withdraw("tooLong");
+
+    EXPECT_THAT(taken(0s), ElementsAre("health b"));
+}
+
+TEST_F(NotificationQueueTest, DoesNotRepeatWhatWasWithdrawnAfterItWasPosted)
+{
+    queue.add(request("low", "a"), 0s);
+    EXPECT_THAT(taken(0s), ElementsAre("low a"));
+
+    queue.withdraw("low");
+    queue.add(request("low", "b"), 1s);
+    EXPECT_THAT(taken(1s), IsEmpty());
+    queue.lost("low");
+
+    EXPECT_THAT(taken(1s), ElementsAre("low b"));
+}
+
 TEST_F(NotificationQueueTest, HoldsARequestBackUntilTheEarlierOneIsAnswered)
 {
     queue.add(request("low", "old"), 0s);

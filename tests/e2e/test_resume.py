@@ -1,0 +1,60 @@
+"""After a resume the battery may not know itself for some seconds."""
+
+
+def sleep_and_wake(laptop):
+    laptop.logind.say_sleep(True)
+    laptop.logind.say_sleep(False)
+
+
+def test_a_battery_that_reads_empty_after_a_resume_alerts_nobody(
+        laptop, vorlane, dunst, notifications, item, clock):
+    vorlane.start(clock)
+    sleep_and_wake(laptop)
+    laptop.charge_to(0)
+    vorlane.advance(10)
+    assert item.label == '60%'
+
+    laptop.charge_to(58)
+    item.wait_for_label('58%')
+
+    assert notifications.titles() == []
+    assert 0 not in [sample['p'] for sample in vorlane.history()]
+
+
+def test_a_battery_that_is_gone_for_a_while_after_a_resume_erases_nothing(
+        laptop, vorlane, dunst, notifications, item, clock):
+    laptop.plug_in(79)
+    vorlane.start(clock)
+    laptop.charge_to(80)
+    limit = notifications.wait_for(1)
+    sleep_and_wake(laptop)
+    laptop.pull_battery()
+    vorlane.advance(20)
+    assert item.label == '80%'
+
+    laptop.put_battery_back(status='Charging', capacity='81')
+    item.wait_for_label('81%')
+
+    assert notifications.titles() == [limit.title]
+    assert limit.open
+
+
+def test_a_reading_that_settles_without_a_word_is_shown_within_seconds(laptop, vorlane, item, clock):
+    vorlane.start(clock)
+    sleep_and_wake(laptop)
+    vorlane.advance(4)
+    laptop.charge_silently_to(42)
+
+    vorlane.advance(6)
+
+    item.wait_for_label('42%')
+
+
+def test_a_battery_that_stays_empty_is_believed_after_half_a_minute(laptop, vorlane, item, clock):
+    vorlane.start(clock)
+    sleep_and_wake(laptop)
+    laptop.charge_to(0)
+
+    vorlane.advance(31)
+
+    item.wait_for_label('0%')
