@@ -68,9 +68,11 @@ void AppDelegate::makeStatusItem()
 
     statusItem->onAction(weakly(&AppDelegate::togglePopover));
     services_.application.onReopen(weakly(&AppDelegate::reopen));
-    statusItem->onMenu([weak = weak_from_this()](MenuAction action) {
+    const auto perform = [weak = weak_from_this()](MenuAction action) {
         if (const auto delegate = weak.lock()) delegate->perform(action);
-    });
+    };
+    statusItem->onMenu(perform);
+    services_.application.onAction(perform);
 }
 
 void AppDelegate::makePopover()

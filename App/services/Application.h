@@ -2,6 +2,8 @@
 
 #include <functional>
 
+#include "App/content/StatusItemContent.h"
+
 namespace vorlane {
 
 // The process as the desktop sees it.
@@ -20,6 +22,9 @@ public:
 
     // The user started the program again while it runs.
     virtual void onReopen(std::function<void()> callback) = 0;
+
+    // The user chose one of the program's actions in a launcher.
+    virtual void onAction(std::function<void(MenuAction)> callback) = 0;
 };
 
 }  // namespace vorlane

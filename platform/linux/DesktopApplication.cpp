@@ -1,7 +1,10 @@
 #include "platform/linux/DesktopApplication.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstddef>
+#include <iterator>
+#include <string_view>
 #include <utility>
 
 #include "platform/linux/ActivationToken.h"
@@ -15,13 +18,27 @@ constexpr const char* objectPath = "/org/vorlane/Vorlane";
 constexpr const char* interfaceName = "org.freedesktop.Application";
 constexpr std::uint64_t patience = 5'000'000;  // microseconds for the other instance to answer
 
-bool activateOther(sd_bus* session)
+// The actions of the desktop file.
+struct Action {
+    std::string_view name;
+    MenuAction meaning;
+};
+constexpr Action actions[] = {
+    {"settings", MenuAction::settings}, {"snooze", MenuAction::snooze}, {"quit", MenuAction::quit}};
+
+bool activateOther(sd_bus* session, MenuAction action)
 {
+    const auto* const named = std::ranges::find(actions, action, &Action::meaning);
+    const bool isNamed = named != std::end(actions);
     const auto call = owned<MessagePointer>([&](sd_bus_message** message) {
         return sd_bus_message_new_method_call(session, message, applicationId, objectPath,
-                                              interfaceName, "Activate");
+                                              interfaceName,
+                                              isNamed ? "ActivateAction" : "Activate");
     });
-    if (!call || sd_bus_message_append(call.get(), "a{sv}", 0) < 0) return false;
+    if (!call) return false;
+    if (isNamed && sd_bus_message_append(call.get(), "sav", named->name.data(), 0) < 0)
+        return false;
+    if (!passActivationToken(call.get())) return false;
 
     const auto reply = owned<MessagePointer>([&](sd_bus_message** message) {
         return sd_bus_call(session, call.get(), patience, nullptr, message);
@@ -36,7 +53,7 @@ const sd_bus_vtable DesktopApplication::vtable[] = {
     SD_BUS_METHOD("Activate", "a{sv}", "", &DesktopApplication::reopened,
                   SD_BUS_VTABLE_UNPRIVILEGED),
     SD_BUS_METHOD("Open", "asa{sv}", "", &DesktopApplication::reopened, SD_BUS_VTABLE_UNPRIVILEGED),
-    SD_BUS_METHOD("ActivateAction", "sava{sv}", "", &DesktopApplication::reopened,
+    SD_BUS_METHOD("ActivateAction", "sava{sv}", "", &DesktopApplication::acted,
                   SD_BUS_VTABLE_UNPRIVILEGED),
     SD_BUS_VTABLE_END,
 };
@@ -54,7 +71,7 @@ DesktopApplication::DesktopApplication(SdEventRunLoop& loop, sd_bus* session)
               onMessage<DesktopApplication, &DesktopApplication::disconnected>, this);
       }))
 {
-    constexpr std::array signals{SIGTERM, SIGINT, SIGHUP};
+    constexpr std::array signals{SIGTERM, SIGINT, SIGHUP, SIGUSR1};
     for (std::size_t i = 0; i < signals.size(); ++i) {
         quitSignals[i] = owned<EventSourcePointer>([&](sd_event_source** source) {
             return sd_event_add_signal(loop_.event(), source, signals[i] | SD_EVENT_SIGNAL_PROCMASK,
@@ -63,12 +80,27 @@ DesktopApplication::DesktopApplication(SdEventRunLoop& loop, sd_bus* session)
     }
 }
 
-DesktopApplication::Claim DesktopApplication::claim()
+DesktopApplication::Claim DesktopApplication::claim(MenuAction action)
 {
     const int granted = sd_bus_request_name(session_, applicationId, 0);
     if (granted > 0) return Claim::first;
     if (granted != -EEXIST) return Claim::failed;
-    return activateOther(session_) ? Claim::activated : Claim::failed;
+    return activateOther(session_, action) ? Claim::activated : Claim::failed;
+}
+
+void DesktopApplication::perform(MenuAction action)
+{
+    if (action == MenuAction::none) return;
+    loop_.async([this, action] {
+        if (action == MenuAction::open) return reopen();
+        act(action);
+    });
+}
+
+void DesktopApplication::restart(MenuAction action)
+{
+    restart_ = action;
+    terminate();
 }
 
 void DesktopApplication::terminate()
@@ -81,7 +113,12 @@ void DesktopApplication::onReopen(std::function<void()> callback)
     reopen = std::move(callback);
 }
 
-// The program opens no documents and has no actions of its own: each way in shows the program.
+void DesktopApplication::onAction(std::function<void(MenuAction)> callback)
+{
+    act = std::move(callback);
+}
+
+// The program opens no documents: each way in shows the program.
 int DesktopApplication::reopened(sd_bus_message* message, void* self, sd_bus_error* /*error*/)
 {
     auto* const application = static_cast<DesktopApplication*>(self);
@@ -90,10 +127,32 @@ int DesktopApplication::reopened(sd_bus_message* message, void* self, sd_bus_err
     return sd_bus_reply_method_return(message, "");
 }
 
-int DesktopApplication::quitSignal(sd_event_source* /*source*/, const signalfd_siginfo* /*info*/,
+// What this version does not know, as when the launcher's file is of another one, shows the
+// program.
+int DesktopApplication::acted(sd_bus_message* message, void* self, sd_bus_error* error)
+{
+    const char* name = nullptr;
+    (void)sd_bus_message_read(message, "s", &name);
+    const auto* const known =
+        std::ranges::find(actions, std::string_view(name ? name : ""), &Action::name);
+    (void)sd_bus_message_rewind(message, true);
+    if (known == std::end(actions)) return reopened(message, self, error);
+
+    auto* const application = static_cast<DesktopApplication*>(self);
+    keepActivationTokenOf(message);
+    application->loop_.async([call = application->act, action = known->meaning] { call(action); });
+    return sd_bus_reply_method_return(message, "");
+}
+
+int DesktopApplication::quitSignal(sd_event_source* /*source*/, const signalfd_siginfo* info,
                                    void* self)
 {
-    static_cast<DesktopApplication*>(self)->terminate();
+    auto* const application = static_cast<DesktopApplication*>(self);
+    if (info->ssi_signo == SIGUSR1) {
+        application->restart(MenuAction::none);
+    } else {
+        application->terminate();
+    }
     return 0;
 }
 

@@ -4,6 +4,7 @@
 #include <array>
 #include <csignal>
 #include <functional>
+#include <optional>
 
 #include "App/services/Application.h"
 #include "platform/linux/SdBus.h"
@@ -12,7 +13,7 @@
 namespace vorlane::platform {
 
 // Offers org.freedesktop.Application. The main loop ends when the user or the session asks for it
-// by SIGTERM, SIGINT or SIGHUP, and when the session bus is lost.
+// by SIGTERM, SIGINT or SIGHUP, by SIGUSR1 for a restart, and when the session bus is lost.
 class DesktopApplication : public Application {
 public:
     // `session` is attached to the loop's event and outlives this object.
@@ -23,16 +24,28 @@ public:
         activated,  // another one is, and was told that the user wants it
         failed,     // the session bus did not answer, or the other instance did not
     };
-    // Waits for the bus: call it once, before the main loop.
-    Claim claim();
+    // Waits for the bus: call it once, before the main loop. `action` is what the user wants of
+    // the other one; none and open bring it to the front.
+    Claim claim(MenuAction action = MenuAction::none);
+
+    // Does so here, on a turn of the main loop; nothing for none.
+    void perform(MenuAction action);
+
+    // Ends the main loop, after which the program is to be started anew from its file.
+    void restart(MenuAction action);
+
+    // What the new start is to do; absent when none was asked for.
+    std::optional<MenuAction> restarting() const { return restart_; }
 
     void setAccessory() override {}  // a program without windows has no place on any task bar
     void activate() override {}      // nothing to bring to the front yet
     void terminate() override;
     void onReopen(std::function<void()> callback) override;
+    void onAction(std::function<void(MenuAction)> callback) override;
 
 private:
     static int reopened(sd_bus_message* message, void* self, sd_bus_error* error);
+    static int acted(sd_bus_message* message, void* self, sd_bus_error* error);
     static int quitSignal(sd_event_source* source, const signalfd_siginfo* info, void* self);
     void disconnected(sd_bus_message* message);
 
@@ -42,8 +55,10 @@ private:
     sd_bus* session_;
     SlotPointer object;
     SlotPointer disconnection;
-    std::array<EventSourcePointer, 3> quitSignals;
+    std::array<EventSourcePointer, 4> quitSignals;
+    std::optional<MenuAction> restart_;
     std::function<void()> reopen = [] {};
+    std::function<void(MenuAction)> act = [](MenuAction) {};
 };
 
 }  // namespace vorlane::platform

@@ -9,6 +9,9 @@ namespace vorlane::platform {
 // Empty when the kernel does not tell, as without /proc.
 std::filesystem::path programPath();
 
+// Whether another file has taken the place of the one that runs, as in an upgrade.
+bool programWasReplaced();
+
 // Below the folder that holds bin/: "share/icons".
 std::filesystem::path installedPath(std::string_view relative);
 

@@ -4,6 +4,7 @@
 #include <functional>
 #include <utility>
 
+#include "platform/linux/Installation.h"
 #include "platform/linux/PowerSupplyEvents.h"
 #include "platform/linux/UiPluginFile.h"
 
@@ -39,7 +40,13 @@ LinuxServices::LinuxServices(Base base)
                      .icon = "vorlane-battery-50-symbolic",
                      .sounds = SoundFiles(),
                      .player = soundPlayer}),
-      windows(base.loop, {.plugin = usualUiPluginPath(), .session = base.session}),
+      windows(base.loop, {.plugin = usualUiPluginPath(),
+                          .session = base.session,
+                          .refused =
+                              [&application = base.application] {
+                                  // A new version has come, whose windows need its program.
+                                  if (programWasReplaced()) application.restart(MenuAction::open);
+                              }}),
       statusBar(base.session, base.loop),
       wake(workspace.observeDidWake([this] { statusBar.registerAgain(); }))
 {}

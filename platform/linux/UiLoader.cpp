@@ -109,7 +109,10 @@ UiPlugin* UiLoader::plugin()
 {
     if (loaded) return loaded;
     if (!entry) entry = openUiPlugin(origin_.plugin);
-    if (!entry) return nullptr;
+    if (!entry) {
+        origin_.refused();
+        return nullptr;
+    }
 
     loaded = entry({.build = uiBuild, .loop = driven, .displayLost = ExitHook::runNow});
     if (!loaded) return nullptr;

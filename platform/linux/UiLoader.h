@@ -23,6 +23,7 @@ public:
     struct Origin {
         std::string plugin;  // the path of its file
         sd_bus* session;     // tells how windows are to look, once there are some; may be null
+        std::function<void()> refused = [] {};  // told of each plugin that is not ours
     };
 
     // The loop and the session's bus outlive this object, which outlives what it makes.

@@ -5,19 +5,16 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <string>
 
 #include "App/VorlaneApp.h"
+#include "platform/linux/CommandLine.h"
 #include "platform/linux/ExitHook.h"
+#include "platform/linux/Installation.h"
 #include "platform/linux/LinuxServices.h"
 
 namespace vorlane::platform {
 namespace {
-
-int refuse(const char* reason)
-{
-    (void)std::fprintf(stderr, "vorlane: %s\n", reason);
-    return EXIT_FAILURE;
-}
 
 BusPointer openBus(int (*opening)(sd_bus**), sd_event* event)
 {
@@ -42,7 +39,30 @@ void openStandardStreams()
     if (lowest > STDERR_FILENO) (void)close(lowest);
 }
 
-int run()
+enum class End { failed, done, restart, restartAndOpen };
+
+End refuse(const char* reason)
+{
+    (void)std::fprintf(stderr, "vorlane: %s\n", reason);
+    return End::failed;
+}
+
+End endOf(const DesktopApplication& application)
+{
+    const auto action = application.restarting();
+    if (!action) return End::done;
+    return *action == MenuAction::open ? End::restartAndOpen : End::restart;
+}
+
+// Once the loop has ended, the session bus was left and nothing of this run is needed any more.
+int startAnew(const std::string& program, bool open)
+{
+    (void)execl(program.c_str(), program.c_str(), open ? "--open" : nullptr, nullptr);
+    (void)refuse("cannot be started again");
+    return EXIT_FAILURE;
+}
+
+End run(MenuAction action)
 {
     openStandardStreams();
     returnFreedMemory();
@@ -51,14 +71,16 @@ int run()
     if (!session) return refuse("no session bus; start it from a desktop session");
 
     DesktopApplication application(loop, session.get());
-    switch (application.claim()) {
+    switch (application.claim(action)) {
         case DesktopApplication::Claim::first:
             break;
         case DesktopApplication::Claim::activated:
-            return EXIT_SUCCESS;
+            return End::done;
         case DesktopApplication::Claim::failed:
             return refuse("the session bus, or the Vorlane that runs already, does not answer");
     }
+
+    if (action == MenuAction::quit) return End::done;  // there was none to quit
 
     const auto system = openBus(sd_bus_open_system, loop.event());
     LinuxServices platform({.loop = loop,
@@ -67,14 +89,48 @@ int run()
                             .application = application});
     VorlaneApp app(platform.services());
     const ExitHook saving([&app] { app.terminate(); });
+    application.perform(action);
     app.run([&loop] { loop.run(); });
-    return EXIT_SUCCESS;
+    return endOf(application);
+}
+
+int start(const CommandLine& commandLine)
+{
+    const auto program = programPath().string();  // now: it may be replaced
+    switch (run(commandLine.action)) {
+        case End::failed:
+            return EXIT_FAILURE;
+        case End::done:
+            return EXIT_SUCCESS;
+        case End::restart:
+            return startAnew(program, false);
+        case End::restartAndOpen:
+            return startAnew(program, true);
+    }
+    return EXIT_FAILURE;
+}
+
+int follow(const CommandLine& commandLine)
+{
+    switch (commandLine.kind) {
+        case CommandLine::Kind::start:
+            return start(commandLine);
+        case CommandLine::Kind::help:
+            return std::fputs(commandLineHelp, stdout) < 0 ? EXIT_FAILURE : EXIT_SUCCESS;
+        case CommandLine::Kind::version:
+            return std::puts("vorlane " VORLANE_VERSION) < 0 ? EXIT_FAILURE : EXIT_SUCCESS;
+        case CommandLine::Kind::unknown:
+            (void)std::fputs(commandLineHelp, stderr);
+            return 2;
+    }
+    return EXIT_FAILURE;
 }
 
 }  // namespace
 }  // namespace vorlane::platform
 
-int main()
+int main(int count, char** words)
 {
-    return vorlane::platform::run();
+    using namespace vorlane::platform;
+    return follow(readCommandLine({words + (count > 0), words + count}));
 }

@@ -181,6 +181,7 @@ TEST_F(AppDelegateTest, DoesNothingMoreWhenItIsGone)
     machine.plugIn();
     machine.defaults.set("showPercent", true);
     machine.application.reopen();
+    machine.application.choose(MenuAction::quit);
     item().click();
     EXPECT_TRUE(item().choose("Quit"));
     machine.advance(1h);

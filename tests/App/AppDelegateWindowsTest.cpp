@@ -127,6 +127,15 @@ TEST_F(AppDelegateWindowsTest, OpensThePopoverWhenTheProgramIsStartedAgain)
     EXPECT_EQ(machine.application.activations, 1);
 }
 
+TEST_F(AppDelegateWindowsTest, OpensTheSettingsForALauncher)
+{
+    machine.application.choose(MenuAction::settings);
+    machine.runLoop.settle();
+
+    EXPECT_TRUE(settings().shown);
+    EXPECT_EQ(machine.application.activations, 1);
+}
+
 TEST_F(AppDelegateWindowsTest, BringsAnOpenPopoverForwardWhenTheProgramIsStartedAgain)
 {
     click();

@@ -24,14 +24,26 @@ public:
     void terminate() override { terminating = true; }
     void onReopen(std::function<void()> callback) override { reopened = std::move(callback); }
 
+    void onAction(std::function<void(MenuAction)> callback) override
+    {
+        acted = std::move(callback);
+    }
+
     // The user starts the program a second time.
     void reopen() const
     {
         if (reopened) reopened();
     }
 
+    // The user chooses an action in a launcher.
+    void choose(MenuAction action) const
+    {
+        if (acted) acted(action);
+    }
+
 private:
     std::function<void()> reopened;
+    std::function<void(MenuAction)> acted;
 };
 
 }  // namespace vorlane

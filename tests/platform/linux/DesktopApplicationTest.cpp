@@ -5,6 +5,7 @@
 #include <csignal>
 #include <cstdlib>
 #include <memory>
+#include <vector>
 
 #include "tests/platform/linux/PrivateBus.h"
 
@@ -19,10 +20,20 @@ protected:
     DesktopApplication application{loop, session.get()};
     BusPointer user = bus.connect(loop);  // somebody else on the bus
     int reopened = 0;
+    std::vector<MenuAction> actions;
 
     DesktopApplicationTest()
     {
         application.onReopen([this] { ++reopened; });
+        application.onAction([this](MenuAction action) { actions.push_back(action); });
+    }
+
+    // The reply to a launcher that has no leave to give.
+    MessagePointer choose(const char* action)
+    {
+        const auto message = call("ActivateAction");
+        if (sd_bus_message_append(message.get(), "sava{sv}", action, 0, 0) < 0) return nullptr;
+        return answer(loop, message.get());
     }
 
     MessagePointer call(const char* method)
@@ -52,16 +63,45 @@ TEST_F(DesktopApplicationTest, IsReopenedWhenTheUserStartsItAgain)
     EXPECT_TRUE(runUntil(loop, [&] { return reopened == 1; }));
 }
 
-TEST_F(DesktopApplicationTest, IsReopenedByItsActionsToo)
+TEST_F(DesktopApplicationTest, HandsOnTheActionsOfALauncher)
 {
     ASSERT_EQ(application.claim(), DesktopApplication::Claim::first);
-    const auto action = call("ActivateAction");
-    ASSERT_GE(sd_bus_message_append(action.get(), "sava{sv}", "settings", 0, 0), 0);
 
-    const auto reply = answer(loop, action.get());
+    for (const char* const name : {"settings", "snooze", "quit"}) {
+        EXPECT_FALSE(sd_bus_message_is_method_error(choose(name).get(), nullptr)) << name;
+    }
+
+    ASSERT_TRUE(runUntil(loop, [&] { return actions.size() == 3; }));
+    EXPECT_EQ(actions, (std::vector{MenuAction::settings, MenuAction::snooze, MenuAction::quit}));
+    EXPECT_EQ(reopened, 0);
+}
+
+TEST_F(DesktopApplicationTest, IsReopenedByAnActionThatItDoesNotKnow)
+{
+    ASSERT_EQ(application.claim(), DesktopApplication::Claim::first);
+
+    const auto reply = choose("new-window");
 
     EXPECT_FALSE(sd_bus_message_is_method_error(reply.get(), nullptr));
     EXPECT_TRUE(runUntil(loop, [&] { return reopened == 1; }));
+    EXPECT_TRUE(actions.empty());
+}
+
+TEST_F(DesktopApplicationTest, KeepsTheLeaveToRaiseAWindowFromAnAction)
+{
+    ASSERT_EQ(application.claim(), DesktopApplication::Claim::first);
+    const auto action = call("ActivateAction");
+    ASSERT_GE(sd_bus_message_append(action.get(), "sava{sv}", "settings", 1, "u", 7, 2,
+                                    "desktop-startup-id", "s", "startup", "activation-token", "s",
+                                    "token"),
+              0);
+
+    (void)answer(loop, action.get());
+
+    EXPECT_STREQ(std::getenv("XDG_ACTIVATION_TOKEN"), "token");
+    EXPECT_STREQ(std::getenv("DESKTOP_STARTUP_ID"), "startup");
+    (void)unsetenv("XDG_ACTIVATION_TOKEN");
+    (void)unsetenv("DESKTOP_STARTUP_ID");
 }
 
 TEST_F(DesktopApplicationTest, KeepsTheLeaveToRaiseAWindowFromEachOfItsMethods)
@@ -80,8 +120,10 @@ TEST_F(DesktopApplicationTest, KeepsTheLeaveToRaiseAWindowFromEachOfItsMethods)
     EXPECT_STREQ(std::getenv("XDG_ACTIVATION_TOKEN"), "first token");
     (void)answer(loop, open.get());
     EXPECT_STREQ(std::getenv("XDG_ACTIVATION_TOKEN"), "second token");
+    EXPECT_STREQ(std::getenv("DESKTOP_STARTUP_ID"), "old");
 
     (void)unsetenv("XDG_ACTIVATION_TOKEN");
+    (void)unsetenv("DESKTOP_STARTUP_ID");
 }
 
 TEST_F(DesktopApplicationTest, KeepsNoLeaveThatIsNoText)
@@ -131,6 +173,27 @@ TEST_P(DesktopApplicationSignalTest, EndsTheLoop)
     ASSERT_EQ(std::raise(GetParam()), 0);
 
     loop.run();
+}
+
+TEST_F(DesktopApplicationTest, AsksForANewStartWhenTheFileWasUpgraded)
+{
+    ASSERT_EQ(application.restarting(), std::nullopt);
+    ASSERT_EQ(std::raise(SIGUSR1), 0);
+
+    loop.run();
+
+    EXPECT_EQ(application.restarting(), MenuAction::none);
+}
+
+TEST_F(DesktopApplicationTest, PerformsWhatItWasStartedFor)
+{
+    application.perform(MenuAction::open);
+    application.perform(MenuAction::none);
+    application.perform(MenuAction::settings);
+
+    EXPECT_TRUE(runUntil(loop, [&] { return !actions.empty(); }));
+    EXPECT_EQ(reopened, 1);
+    EXPECT_EQ(actions, std::vector{MenuAction::settings});
 }
 
 INSTANTIATE_TEST_SUITE_P(Signals, DesktopApplicationSignalTest,

@@ -1,0 +1,79 @@
+#include "platform/linux/ActivationToken.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+
+#include "tests/platform/linux/PrivateBus.h"
+
+namespace vorlane::platform {
+namespace {
+
+constexpr const char* tokenVariable = "XDG_ACTIVATION_TOKEN";
+constexpr const char* startupVariable = "DESKTOP_STARTUP_ID";
+
+class ActivationTokenTest : public testing::Test {
+protected:
+    SdEventRunLoop loop;
+    PrivateBus bus;
+    BusPointer session = bus.connect(loop);
+    MessagePointer call = owned<MessagePointer>([this](sd_bus_message** message) {
+        return sd_bus_message_new_method_call(session.get(), message, "org.vorlane.Vorlane",
+                                              "/org/vorlane/Vorlane", "org.freedesktop.Application",
+                                              "Activate");
+    });
+
+    ActivationTokenTest() { forget(); }
+    ~ActivationTokenTest() override { forget(); }
+
+    static void forget()
+    {
+        (void)unsetenv(tokenVariable);
+        (void)unsetenv(startupVariable);
+    }
+
+    // What the process that is called makes of it, which has no leave of its own.
+    void arrive() const
+    {
+        forget();
+        ASSERT_GE(sd_bus_message_seal(call.get(), 1, 0), 0);
+        ASSERT_STREQ(sd_bus_message_get_signature(call.get(), 1), "a{sv}");
+        keepActivationTokenOf(call.get());
+    }
+};
+
+TEST_F(ActivationTokenTest, ReachesTheInstanceThatIsCalled)
+{
+    (void)setenv(tokenVariable, "token", 1);
+    (void)setenv(startupVariable, "launcher/vorlane/7-0-host_TIME42", 1);
+
+    ASSERT_TRUE(passActivationToken(call.get()));
+    arrive();
+
+    EXPECT_STREQ(std::getenv(tokenVariable), "token");
+    EXPECT_STREQ(std::getenv(startupVariable), "launcher/vorlane/7-0-host_TIME42");
+}
+
+TEST_F(ActivationTokenTest, IsNotMadeUp)
+{
+    ASSERT_TRUE(passActivationToken(call.get()));
+    arrive();
+
+    EXPECT_EQ(std::getenv(tokenVariable), nullptr);
+    EXPECT_EQ(std::getenv(startupVariable), nullptr);
+}
+
+TEST_F(ActivationTokenTest, IsLeftOutWhenAMessageCannotHoldIt)
+{
+    (void)setenv(tokenVariable, "\xff\xfe", 1);
+    (void)setenv(startupVariable, "", 1);
+
+    ASSERT_TRUE(passActivationToken(call.get()));
+    arrive();
+
+    EXPECT_EQ(std::getenv(tokenVariable), nullptr);
+    EXPECT_EQ(std::getenv(startupVariable), nullptr);
+}
+
+}  // namespace
+}  // namespace vorlane::platform
