@@ -5,8 +5,8 @@
 
 namespace vorlane::platform {
 
-// Drawn here: desktops that look for more find the installed one by our application id, and
-// looking for it ourselves would load the icon theme and its libraries.
+// From the files beside the program, installed or in its build tree; empty without them. Looking
+// for it by its name would load the icon theme and its libraries.
 QIcon applicationIcon();
 
 }  // namespace vorlane::platform

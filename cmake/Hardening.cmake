@@ -1,0 +1,10 @@
+# What distributions want of each program, in each build that is optimised: the address space laid
+# out anew at each start, tables read-only, and overruns of the stack and of known buffers caught.
+if(CMAKE_BUILD_TYPE MATCHES "^(MinSizeRel|Release|RelWithDebInfo)$" AND NOT VORLANE_SANITIZE)
+    include(CheckPIESupported)
+    check_pie_supported(LANGUAGES CXX)
+    set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+    add_compile_options(-fstack-protector-strong -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2
+        -Wformat -Werror=format-security)
+    add_link_options(-Wl,-z,relro,-z,now)
+endif()
