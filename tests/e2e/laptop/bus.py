@@ -54,10 +54,23 @@ class Bus:
 
     def offer(self, name, argv):
         """Lets the bus start a service when somebody calls it."""
+        self.install(name, f'[D-BUS Service]\nName={name}\nExec={" ".join(argv)}\n')
+
+    def install(self, name, text):
+        """The same by the text of its service file."""
         os.makedirs(self.services, exist_ok=True)
         with open(os.path.join(self.services, name + '.service'), 'w') as file:
-            file.write(f'[D-BUS Service]\nName={name}\nExec={" ".join(argv)}\n')
+            file.write(text)
         self.call(BUS, '/org/freedesktop/DBus', BUS, 'ReloadConfig')
+
+    def set_environment(self, environment):
+        """Of the services that it starts from now on, as sessions do at their start."""
+        self.call(BUS, '/org/freedesktop/DBus', BUS, 'UpdateActivationEnvironment', 'a{ss}',
+                  dbus.Dictionary(environment, signature='ss'))
+
+    def complaints(self):
+        """What the services that it started have printed."""
+        return [line for line in self._daemon.stderr.splitlines() if not line.startswith('dbus-daemon[')]
 
     def call(self, name, path, interface, method, signature='', *arguments):
         return self._connection.call_blocking(name, path, interface, method, signature, arguments,

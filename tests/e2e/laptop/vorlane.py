@@ -87,18 +87,22 @@ class Vorlane:
         wait_until(lambda: self.setting(key) == value, lambda: f'{key} = {value!r} in {self.settings()!r}',
                    look_every=0.02)
 
-    def spawn(self, clock=None, environment=None):
-        """Starts the program and does not wait."""
-        self._clock = clock
+    def environment(self, clock=None):
+        """What the program needs besides the machine's own, whoever starts it."""
         libraries = [preload.sanitizer_of(self._program), preload.library('libumockdev-preload.so.0'),
                      clock.preloaded if clock else None]
-        return self._machine.start('vorlane', [self._program], {
-            **self._testbed.environment(), **SANITIZERS, **(clock.environment() if clock else {}),
-            'LD_PRELOAD': ' '.join(filter(None, libraries)), **(environment or {})})
+        return {**self._testbed.environment(), **SANITIZERS, **(clock.environment() if clock else {}),
+                'LD_PRELOAD': ' '.join(filter(None, libraries))}
 
-    def start(self, clock=None, environment=None):
+    def spawn(self, clock=None, environment=None, arguments=()):
+        """Starts the program and does not wait."""
+        self._clock = clock
+        return self._machine.start('vorlane', [self._program, *arguments],
+                                   {**self.environment(clock), **(environment or {})})
+
+    def start(self, clock=None, environment=None, arguments=()):
         """Starts the program and waits until it has launched."""
-        self.process = self.spawn(clock, environment)
+        self.process = self.spawn(clock, environment, arguments)
         self._bus.wait_for(OWNER, self.process)
         self.round_trip()
         return self

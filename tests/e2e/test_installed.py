@@ -1,0 +1,142 @@
+"""Installed like an application: started from its desktop file and by the bus, with no tray at all."""
+import signal
+import subprocess
+
+import pytest
+
+from laptop.bus_monitor import BusMonitor
+from laptop.desktop import Desktop
+from laptop.installation import Installation, installed, upgrade
+from laptop.status_item import OWNER
+from laptop.waiting import wait_until
+
+
+@pytest.fixture(scope='module')
+def program(pytestconfig, tmp_path_factory):
+    return installed(pytestconfig.getoption('--vorlane'), tmp_path_factory.mktemp('installed'))
+
+
+@pytest.fixture
+def desktop(laptop):
+    return Desktop(laptop)
+
+
+@pytest.fixture
+def installation(program, laptop, desktop):
+    return Installation(program, laptop)
+
+
+def test_its_desktop_file_starts_it_and_opens_the_popover(installation, desktop, item):
+    process = installation.launch()
+
+    popover = desktop.accessibility.wait_for_window('Vorlane')
+    assert '60%' in popover.texts()
+    assert item.get('IconThemePath') == str(installation.share / 'icons')
+    desktop.close_popover()
+    # At once after its closing a click means the same as that.
+    wait_until(lambda: installation.launch() == process and desktop.popover(), 'the popover', look_every=0.3)
+    installation.quit()
+    assert [sample['p'] for sample in desktop.vorlane.history()] == [60]
+
+
+def test_the_settings_are_reached_from_the_popover_that_it_opens(installation, desktop):
+    installation.launch()
+    popover = desktop.accessibility.wait_for_window('Vorlane')
+
+    desktop.click(popover, popover.find('Settings'))
+
+    desktop.accessibility.wait_for_window('Vorlane Settings')
+    installation.quit()
+
+
+def test_its_actions_work_whether_it_runs_or_not(installation, desktop, item):
+    process = installation.choose('settings')
+    desktop.accessibility.wait_for_window('Vorlane Settings')
+
+    assert installation.choose('snooze') == process
+    item.wait_for_menu_line('Cancel Snooze')
+
+    installation.choose('quit')
+    installation.wait_for_end()
+
+
+def test_options_are_for_those_who_know_no_activation(laptop, vorlane, desktop, item):
+    vorlane.start(arguments=['--open'])
+    desktop.accessibility.wait_for_window('Vorlane')
+
+    for option in ('--settings', '--snooze'):
+        second = vorlane.spawn(arguments=[option])
+        assert (second.wait_for_end(), second.stdout, second.stderr) == (0, '', '')
+    desktop.accessibility.wait_for_window('Vorlane Settings')
+    item.wait_for_menu_line('Cancel Snooze')
+
+    assert vorlane.spawn(arguments=['--quit']).wait_for_end() == 0
+    vorlane.expect_clean_end()
+
+
+def test_asked_to_quit_what_does_not_run_it_starts_nothing(laptop, vorlane):
+    process = vorlane.spawn(arguments=['--quit'])
+
+    assert (process.wait_for_end(), process.stdout, process.stderr) == (0, '', '')
+    assert vorlane.history() is None
+
+
+def test_it_explains_an_option_that_it_does_not_know(laptop, vorlane):
+    process = vorlane.spawn(arguments=['--opne'])
+
+    assert (process.wait_for_end(), process.stdout) == (2, '')
+    assert process.stderr.startswith('Usage: vorlane ')
+
+
+def test_a_second_start_hands_on_its_leave_to_show_a_window(laptop, vorlane):
+    vorlane.start()
+    monitor = BusMonitor(laptop.session_bus, ["interface='org.freedesktop.Application'"])
+
+    second = vorlane.spawn(environment={'XDG_ACTIVATION_TOKEN': 'leave', 'DESKTOP_STARTUP_ID': 'start_TIME7'})
+    assert second.wait_for_end() == 0
+
+    monitor.catch_up()
+    [call] = [seen for seen in monitor.messages if seen.kind == 'call']
+    assert (call.member, call.arguments) == (
+        'Activate', ({'activation-token': 'leave', 'desktop-startup-id': 'start_TIME7'},))
+
+
+def test_after_an_upgrade_a_signal_starts_the_new_file_in_its_place(laptop, vorlane, item, tmp_path):
+    vorlane.install_to(tmp_path)
+    vorlane.start()
+    laptop.charge_to(59)
+    item.wait_for_label('59%')
+    old = laptop.session_bus.owner(OWNER)
+    upgrade(tmp_path)
+
+    vorlane.process.signal(signal.SIGUSR1)
+
+    wait_until(lambda: laptop.session_bus.owner(OWNER) not in (None, old), 'the new start')
+    assert laptop.session_bus.pid_of(OWNER) == vorlane.process.pid
+    item.wait_for_label('59%')
+    assert [sample['p'] for sample in vorlane.history()][:2] == [60, 59]
+
+
+def test_an_upgrade_that_told_nobody_is_met_by_the_next_click(laptop, vorlane, desktop, tmp_path):
+    vorlane.install_to(tmp_path)
+    vorlane.start()
+    old = laptop.session_bus.owner(OWNER)
+    upgrade(tmp_path)
+
+    vorlane.activate()
+
+    desktop.accessibility.wait_for_window('Vorlane')
+    assert laptop.session_bus.owner(OWNER) != old
+    assert laptop.session_bus.pid_of(OWNER) == vorlane.process.pid
+
+
+def test_what_desktops_read_is_valid(installation):
+    applications = installation.share / 'applications'
+    for command in (['desktop-file-validate', applications / f'{OWNER}.desktop'],
+                    ['appstreamcli', 'validate', '--no-net',
+                     installation.share / 'metainfo' / f'{OWNER}.metainfo.xml']):
+        checked = subprocess.run(command, capture_output=True, text=True)
+        assert checked.returncode == 0, checked.stdout + checked.stderr
+    icons = installation.share / 'icons/hicolor'
+    sizes = {path.parents[1].name for path in icons.glob(f'*/apps/{OWNER}*')}
+    assert {'16x16', '48x48', '256x256', 'scalable', 'symbolic'} <= sizes
