@@ -23,8 +23,8 @@ protected:
                                               "Activate");
     });
 
-    ActivationTokenTest() { forget(); }
-    ~ActivationTokenTest() override { forget(); }
+    void SetUp() override { forget(); }
+    void TearDown() override { forget(); }
 
     static void forget()
     {
