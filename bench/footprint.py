@@ -17,18 +17,27 @@ class Footprint:
         rollup = (process / 'smaps_rollup').read_text()
         self.dirty = _number('Private_Dirty', rollup) * 1024
         self.resident = _number('Rss', rollup) * 1024
-        tasks = list((process / 'task').iterdir())
-        self.threads = len(tasks)
-        self.wakeups = sum(_number('voluntary_ctxt_switches', (task / 'status').read_text()) for task in tasks)
-        self.cpu = sum(int((task / 'schedstat').read_text().split()[0]) for task in tasks) / 1e9
+        self._tasks = {task.name: _task(task) for task in (process / 'task').iterdir()}
+        self.threads = len(self._tasks)
+        self.wakeups, self.cpu = (sum(costs) for costs in zip(*self._tasks.values()))
 
     def __sub__(self, earlier):
-        """What it cost between the two moments; memory and threads are those of the later one."""
+        """What it cost between the two moments; memory and threads are those of the later one.
+
+        A thread that ended meanwhile takes what it cost with it.
+        """
         difference = object.__new__(Footprint)
         difference.__dict__.update(self.__dict__)
-        difference.wakeups -= earlier.wakeups
-        difference.cpu -= earlier.cpu
+        spent = [[late - early for late, early in zip(costs, earlier._tasks.get(name, (0, 0)))]
+                 for name, costs in self._tasks.items()]
+        difference.wakeups, difference.cpu = (sum(costs) for costs in zip(*spent))
         return difference
+
+
+def _task(folder):
+    """The wake-ups and the seconds of one thread."""
+    return (_number('voluntary_ctxt_switches', (folder / 'status').read_text()),
+            int((folder / 'schedstat').read_text().split()[0]) / 1e9)
 
 
 def _number(name, text):
