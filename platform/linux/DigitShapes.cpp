@@ -75,7 +75,7 @@ int widthOf(const std::string& line, const Face& face)
 // Wide enough for a hole in the middle; low digits may be as wide as they are high.
 Face largest(const std::string& line, const Box& box)
 {
-    const int bold = std::max(1, std::min(box.width + 5, box.height * 2 + 8) / 11);
+    const int bold = std::max(1, std::min(box.width + 5, box.height * 2 + 10) / 11);
     Face face{.width = (box.height + 5) / 2, .height = box.height, .post = 0, .bar = 0, .space = 0};
     for (; face.width >= 3; --face.width) {
         face.post = std::min(bold, (face.width - 1) / 2);
@@ -105,18 +105,37 @@ void drawColon(BitPicture& picture, int x, int y, const Face& face)
     picture.fill({x, y + face.height - upper - dot, face.post, dot});
 }
 
-// Where two strokes meet, the outer corner is round.
+// Where two strokes meet, the outer corner is round; so is the end of the middle bar where one of
+// the posts beside it is missing.
 void roundCorners(BitPicture& picture, int x, int y, const Face& face, unsigned strokes)
 {
     const int cut = std::min(face.bar, face.post) / 2;
-    if (cut == 0) return;
-    const int rightEdge = x + face.width - cut;
+    const int farEdge = x + face.width - cut;
     const int lowerEdge = y + face.height - cut;
-    const auto both = [strokes](unsigned two) { return (strokes & two) == two; };
-    if (both(top | leftUpper)) picture.clear({x, y, cut, cut});
-    if (both(top | rightUpper)) picture.clear({rightEdge, y, cut, cut});
-    if (both(bottom | leftLower)) picture.clear({x, lowerEdge, cut, cut});
-    if (both(bottom | rightLower)) picture.clear({rightEdge, lowerEdge, cut, cut});
+    const int upperOfMiddle = y + (face.height - face.bar) / 2;
+    const int lowerOfMiddle = upperOfMiddle + face.bar - cut;
+    const auto round = [&](int column, int row, unsigned with, unsigned without) {
+        if ((strokes & (with | without)) == with) picture.clear({column, row, cut, cut});
+    };
+    round(x, y, top | leftUpper, 0);
+    round(farEdge, y, top | rightUpper, 0);
+    round(x, lowerEdge, bottom | leftLower, 0);
+    round(farEdge, lowerEdge, bottom | rightLower, 0);
+    round(x, upperOfMiddle, middle | leftLower, leftUpper);
+    round(x, lowerOfMiddle, middle | leftUpper, leftLower);
+    round(farEdge, upperOfMiddle, middle | rightLower, rightUpper);
+    round(farEdge, lowerOfMiddle, middle | rightUpper, rightLower);
+}
+
+// 3 and 8 are narrower there: a bold 8 with holes of one pixel would be taken for a 0.
+void cutWaist(BitPicture& picture, int x, int y, const Face& face, unsigned strokes)
+{
+    const int cut = face.post / 2;
+    const int centre = y + (face.height - face.bar) / 2;
+    if ((strokes & (bars | right)) != (bars | right)) return;
+    if (strokes & leftUpper && !(strokes & leftLower)) return;  // 9
+    picture.clear({x + face.width - cut, centre, cut, face.bar});
+    if (strokes & leftUpper) picture.clear({x, centre, cut, face.bar});
 }
 
 void drawCharacter(BitPicture& picture, int x, int y, const Face& face, unsigned strokes)
@@ -133,6 +152,7 @@ void drawCharacter(BitPicture& picture, int x, int y, const Face& face, unsigned
     if (strokes & rightUpper) picture.fill({farPost, y, face.post, upper});
     if (strokes & rightLower) picture.fill({farPost, y + centre, face.post, lower});
     roundCorners(picture, x, y, face, strokes);
+    cutWaist(picture, x, y, face, strokes);
 }
 
 }  // namespace

@@ -20,10 +20,24 @@ void drawLine(BitPicture& picture, const Box& box, std::string_view line)
     (void)drawDigits(picture, box, std::string(line.substr(0, line.find(':'))) + 'h');
 }
 
+BitPicture doubled(const BitPicture& small)
+{
+    BitPicture picture(2 * small.width(), 2 * small.height());
+    for (int y = 0; y < small.height(); ++y) {
+        for (int x = 0; x < small.width(); ++x) {
+            if (small.at(x, y)) picture.fill({2 * x, 2 * y, 2, 2});
+        }
+    }
+    return picture;
+}
+
 }  // namespace
 
 BitPicture NumberDrawing::draw() const
 {
+    if (size >= 40 && size % 2 == 0) {
+        return doubled(NumberDrawing{.symbol = symbol, .text = text, .size = size / 2}.draw());
+    }
     BitPicture picture(size, size);
     const auto split = text.find(separator);
     const int gap = std::max(1, (size + 4) / 16);

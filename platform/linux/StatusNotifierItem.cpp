@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "platform/linux/ActivationToken.h"
-#include "platform/linux/SymbolPixmaps.h"
+#include "platform/linux/StatusLabel.h"
 
 namespace vorlane::platform {
 
@@ -12,24 +12,6 @@ namespace {
 
 constexpr const char* path = "/StatusNotifierItem";
 constexpr const char* interfaceName = "org.kde.StatusNotifierItem";
-
-// The text beside the image.
-std::string label(const StatusItemContent& content)
-{
-    if (content.imagePosition == ImagePosition::imageOnly) return {};
-    const auto start = content.title.find_first_not_of(' ');
-    return start == std::string::npos ? std::string() : content.title.substr(start);
-}
-
-// As wide as the label can become, so that a panel does not move with each percent.
-std::string labelGuide(const std::string& label)
-{
-    const bool percent = label.find('%') != std::string::npos;
-    const bool time = label.find(':') != std::string::npos;
-    if (percent && time) return "100% · 00:00";
-    if (percent) return "100%";
-    return time ? "00:00" : "";
-}
 
 // Scrolling, the other buttons: neither means anything here.
 int ignore(sd_bus_message* call, void* /*self*/, sd_bus_error* /*error*/)
@@ -100,6 +82,7 @@ StatusNotifierItem::StatusNotifierItem(sd_bus* session, RunLoop& loop)
       object(owned<SlotPointer>([this](sd_bus_slot** slot) {
           return sd_bus_add_object_vtable(session_, slot, path, interfaceName, vtable, this);
       })),
+      host(session, [this] { showIcon({.described = false}); }),
       registration(session, loop)
 {}
 
@@ -107,19 +90,28 @@ void StatusNotifierItem::show(const StatusItemContent& fresh)
 {
     const auto before = std::exchange(content, fresh);
     menu.show(content.menu);
-    if (!std::exchange(shown, true)) return;  // the tray reads the first content unasked
-    const auto emit = [this](const char* signal) {
-        (void)sd_bus_emit_signal(session_, path, interfaceName, signal, "");
-    };
-    if (content.symbol != before.symbol ||
-        content.accessibilityDescription != before.accessibilityDescription) {
-        emit("NewIcon");
+    if (!std::exchange(shown, true)) {  // the tray reads the first content unasked
+        icon = StatusIcon::of(content, host.kind());
+        return;
     }
+    showIcon({.described = content.accessibilityDescription != before.accessibilityDescription});
     if (content.toolTip != before.toolTip) emit("NewToolTip");
-    const auto text = label(content);
-    if (text == label(before)) return;
+    const auto text = statusLabel(content);
+    if (text == statusLabel(before)) return;
     (void)sd_bus_emit_signal(session_, path, interfaceName, "XAyatanaNewLabel", "ss", text.c_str(),
-                             labelGuide(text).c_str());
+                             statusLabelGuide(text).c_str());
+}
+
+// Trays read and draw a new icon from its beginning: they hear of one that differs alone.
+void StatusNotifierItem::showIcon(IconChange change)
+{
+    const auto before = std::exchange(icon, StatusIcon::of(content, host.kind()));
+    if (shown && (change.described || icon != before)) emit("NewIcon");
+}
+
+void StatusNotifierItem::emit(const char* signal)
+{
+    (void)sd_bus_emit_signal(session_, path, interfaceName, signal, "");
 }
 
 void StatusNotifierItem::onAction(std::function<void()> callback)
@@ -153,10 +145,10 @@ std::string StatusNotifierItem::text(std::string_view property) const
     if (property == "Title") return "Vorlane";
     if (property == "Status") return "Active";  // a passive item is hidden by most trays
     if (property == "IconThemePath") return icons.themePath();
-    if (property == "IconName") return content.symbol ? icons.iconName(*content.symbol) : "";
+    if (property == "IconName") return icon.name;
     if (property == "IconAccessibleDesc") return content.accessibilityDescription;
-    if (property == "XAyatanaLabel") return label(content);
-    return labelGuide(label(content));
+    if (property == "XAyatanaLabel") return statusLabel(content);
+    return statusLabelGuide(statusLabel(content));
 }
 
 int StatusNotifierItem::getText(sd_bus* /*bus*/, const char* /*path*/, const char* /*interface*/,
@@ -173,9 +165,8 @@ int StatusNotifierItem::getPixmaps(sd_bus* /*bus*/, const char* /*path*/, const 
 {
     const auto& item = *static_cast<StatusNotifierItem*>(self);
     (void)sd_bus_message_open_container(reply, SD_BUS_TYPE_ARRAY, "(iiay)");
-    for (const auto size : pixmapSizes) {
-        if (!item.content.symbol) break;
-        const auto argb = item.icons.pixmap(*item.content.symbol, size);
+    for (const auto size : item.icon.sizes()) {
+        const auto argb = item.icon.picture.draw(size).argb;
         if (argb.empty()) break;
         (void)sd_bus_message_open_container(reply, SD_BUS_TYPE_STRUCT, "iiay");
         (void)sd_bus_message_append(reply, "ii", size, size);

@@ -9,8 +9,10 @@
 #include "App/services/RunLoop.h"
 #include "App/services/StatusBar.h"
 #include "platform/linux/SdBus.h"
+#include "platform/linux/StatusIcon.h"
 #include "platform/linux/StatusMenu.h"
 #include "platform/linux/SymbolIcons.h"
+#include "platform/linux/TrayHost.h"
 #include "platform/linux/TrayRegistration.h"
 
 namespace vorlane::platform {
@@ -32,6 +34,12 @@ public:
 private:
     using Action = std::function<void()>;
 
+    struct IconChange {
+        bool described;  // its description has changed, whatever the icon
+    };
+
+    void showIcon(IconChange change);
+    void emit(const char* signal);
     std::string text(std::string_view property) const;
     int activate(sd_bus_message* call);
 
@@ -53,8 +61,10 @@ private:
     StatusItemContent content;
     std::shared_ptr<Action> action;
     SlotPointer object;
-    TrayRegistration registration;
+    StatusIcon icon;
     bool shown = false;
+    TrayHost host;  // before the tray asks for anything: its kind must be known by then
+    TrayRegistration registration;
 };
 
 }  // namespace vorlane::platform

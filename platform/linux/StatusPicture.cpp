@@ -39,7 +39,7 @@ bool onPlate(std::size_t pixel, int size)
     const auto side = static_cast<std::size_t>(size);
     const int x = fromEdge(static_cast<int>(pixel % side));
     const int y = fromEdge(static_cast<int>(pixel / side));
-    return x + y >= corner;
+    return x / corner + y / corner >= 1;
 }
 
 std::uint8_t mixed(std::uint8_t over, std::uint8_t under, std::uint8_t share)

@@ -10,6 +10,8 @@ namespace vorlane::platform {
 
 struct Colour {
     std::uint8_t red, green, blue;
+
+    friend bool operator==(const Colour&, const Colour&) = default;
 };
 
 // Square. Four bytes a pixel: alpha, red, green, blue; row by row. The colours are not multiplied
@@ -28,6 +30,8 @@ struct StatusPicture {
 
     // Empty when there is nothing to draw, or the size cannot be drawn.
     Pixmap draw(int size) const;
+
+    friend bool operator==(const StatusPicture&, const StatusPicture&) = default;
 };
 
 }  // namespace vorlane::platform

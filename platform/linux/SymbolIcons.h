@@ -1,9 +1,7 @@
-// The symbols that the program ships: icons of a theme, and pixmaps for trays that find no theme.
+// The symbols that the program ships: icons of a theme.
 #pragma once
 
-#include <cstdint>
 #include <string>
-#include <vector>
 
 namespace vorlane::platform {
 
@@ -19,10 +17,6 @@ public:
 
     // "battery.100.bolt" is drawn by "vorlane-battery-100-bolt-symbolic".
     std::string iconName(const std::string& symbol) const;
-
-    // Four bytes a pixel, alpha first, row by row. Empty for an unknown symbol and for a size that
-    // is not one of `pixmapSizes`.
-    std::vector<std::uint8_t> pixmap(const std::string& symbol, int size) const;
 
 private:
     std::string themePath_;

@@ -38,6 +38,12 @@ class StatusItem:
     def icon(self):
         return str(self.get('IconName'))
 
+    def pixels(self, size):
+        """The opaque ones of the icon as a picture of that size: red, green and blue by place."""
+        data = next(bytes(data) for width, height, data in self.get('IconPixmap') if width == height == size)
+        return {(at // 4 % size, at // 4 // size): tuple(data[at + 1:at + 4])
+                for at in range(0, len(data), 4) if data[at] == 255}
+
     @property
     def tooltip(self):
         """Its title line."""

@@ -49,6 +49,11 @@ TEST(DigitShapesTest, RoundsTheCornersOfBoldDigits)
         << drawn("0", 22, 12);
 }
 
+TEST(DigitShapesTest, GivesABold8AWaist)
+{
+    EXPECT_EQ(drawn("8888", 24, 12).substr(0, 25), ".###...###...###...###..\n");
+}
+
 TEST(DigitShapesTest, DrawsEveryDigitDifferently)
 {
     for (const auto& [width, height] : std::vector<std::pair<int, int>>{{4, 5}, {5, 7}, {8, 12}}) {

@@ -47,8 +47,8 @@ TEST(NumberDrawingTest, PutsTheSymbolAboveTheNumber)
               ".##.....##.##.....##..\n"
               ".##.....##.##.....##..\n"
               ".##.....##.##.....##..\n"
-              ".#########.##.....##..\n"
-              ".#########.##.....##..\n"
+              "..#######..##.....##..\n"
+              "..#######..##.....##..\n"
               ".##.....##.##.....##..\n"
               ".##.....##.##.....##..\n"
               ".##.....##.##.....##..\n"
@@ -108,6 +108,17 @@ TEST(NumberDrawingTest, DrawsEveryKindOfSymbolDifferently)
                       drawn({.symbol = symbols[j], .text = "80%", .size = 22}))
                 << symbols[i] << " and " << symbols[j];
         }
+    }
+}
+
+// Some trays take the largest picture and halve it.
+TEST(NumberDrawingTest, DoublesEveryPixelOfTheHalfSize)
+{
+    const auto small = NumberDrawing{.symbol = "battery.50", .text = "80%", .size = 22}.draw();
+    const auto large = NumberDrawing{.symbol = "battery.50", .text = "80%", .size = 44}.draw();
+
+    for (int y = 0; y < 44; ++y) {
+        for (int x = 0; x < 44; ++x) EXPECT_EQ(large.at(x, y), small.at(x / 2, y / 2));
     }
 }
 

@@ -9,6 +9,7 @@
 
 #include "FakeWatcher.h"
 #include "PrivateBus.h"
+#include "ProcessName.h"
 #include "TrayClient.h"
 #include "platform/linux/StatusNotifierBar.h"
 #include "tests/support/FakeClock.h"
@@ -34,6 +35,7 @@ protected:
     BusPointer session = bus.connect(busLoop);
     BusPointer desktop = bus.connect(busLoop);
     FakeWatcher watcher{desktop.get()};
+    ProcessName process{"gnome-shell"};  // the owner of the watcher's name
     std::unique_ptr<StatusNotifierItem> item =
         std::make_unique<StatusNotifierItem>(session.get(), runLoop);
     TrayClient tray{busLoop,
@@ -59,6 +61,16 @@ protected:
     {
         item->show(content);
         tray.settle();
+    }
+
+    void showOnTray(const char* name)
+    {
+        process.set(name);
+        watcher.vanish();
+        watcher.appear();
+        show();
+        tray.settle();
+        tray.signals.clear();
     }
 
     void showFirst()
@@ -233,6 +245,59 @@ TEST_F(StatusNotifierItemTest, SignalsAnEmptyLabelWhenTheTitleGoes)
     show();
 
     EXPECT_THAT(tray.newSignals(), ElementsAre("XAyatanaNewLabel('', '')"));
+}
+
+TEST_F(StatusNotifierItemTest, HasTheNumberInItsPixelsWhereTheTrayShowsNoLabel)
+{
+    showOnTray("waybar");
+
+    EXPECT_EQ(tray.property("IconName"), "(<''>)");
+    EXPECT_THAT(tray.property("IconPixmap"), HasSubstr("(22, 22, 1936 bytes)"));
+    EXPECT_EQ(tray.property("XAyatanaLabel"), "(<'80% · 2:05'>)");
+}
+
+TEST_F(StatusNotifierItemTest, SignalsANewIconWhenTheTrayIsOfAnotherKind)
+{
+    showFirst();
+
+    process.set("plasmashell");
+    watcher.vanish();
+    watcher.appear();
+    EXPECT_TRUE(runUntil(busLoop, [this] { return !tray.signals.empty(); }));
+    EXPECT_THAT(tray.newSignals(), ElementsAre("NewIcon()"));
+    EXPECT_EQ(tray.property("IconName"), "(<''>)");
+
+    process.set("mate-panel");
+    watcher.vanish();
+    watcher.appear();
+    EXPECT_TRUE(runUntil(busLoop, [this] { return !tray.signals.empty(); }));
+    EXPECT_THAT(tray.newSignals(), ElementsAre("NewIcon()"));
+    EXPECT_EQ(tray.property("IconName"), "(<'vorlane-battery-75-symbolic'>)");
+}
+
+TEST_F(StatusNotifierItemTest, SignalsANewIconForAnotherNumberInIt)
+{
+    showOnTray("waybar");
+
+    content.title = " 79% · 2:05";
+    show();
+    EXPECT_THAT(tray.newSignals(),
+                ElementsAre("NewIcon()", "XAyatanaNewLabel('79% · 2:05', '100% · 00:00')"));
+
+    show();
+    EXPECT_THAT(tray.newSignals(), IsEmpty());
+}
+
+TEST_F(StatusNotifierItemTest, TakesTheThemesIconAgainWhenTheTitleGoes)
+{
+    showOnTray("waybar");
+    content.title = "";
+    content.imagePosition = ImagePosition::imageOnly;
+
+    show();
+
+    EXPECT_THAT(tray.newSignals(), ElementsAre("NewIcon()", "XAyatanaNewLabel('', '')"));
+    EXPECT_EQ(tray.property("IconName"), "(<'vorlane-battery-75-symbolic'>)");
 }
 
 TEST_F(StatusNotifierItemTest, LeavesTheItemAloneWhenOnlyTheMenuDiffers)

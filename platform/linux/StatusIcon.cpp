@@ -1,0 +1,45 @@
+#include "platform/linux/StatusIcon.h"
+
+#include <array>
+
+#include "platform/linux/StatusLabel.h"
+#include "platform/linux/SymbolMask.h"
+#include "platform/linux/SymbolPixmaps.h"
+
+namespace vorlane::platform {
+
+namespace {
+
+// A tray cannot recolour a pixmap and does not say what it lies on. This grey has a contrast of
+// 3.1:1 or more to light panels, down to #eff0f1, and of 3.7:1 or more to dark ones, up to #303030.
+// The SVG files have it too, for the trays that do not recolour them.
+constexpr Colour grey{0x88, 0x88, 0x88};
+
+// Thin strokes want more: 13:1, on a tile that hardly shows on a dark panel.
+constexpr Colour white{0xf6, 0xf6, 0xf6};
+constexpr Colour tile{0x2d, 0x2d, 0x2d};
+
+// Some trays take the largest picture, whatever they need, and scale it: it is the double of what
+// most of them show, so that the digits stay sharp.
+constexpr std::array numberSizes{16, 18, 20, 22, 24, 28, 32, 44};
+
+}  // namespace
+
+std::span<const int> StatusIcon::sizes() const
+{
+    if (picture.text.empty()) return pixmapSizes;
+    return numberSizes;
+}
+
+StatusIcon StatusIcon::of(const StatusItemContent& content, TrayKind tray)
+{
+    const auto symbol = content.symbol.value_or("");
+    const auto text = tray == TrayKind::icons ? statusLabel(content) : std::string();
+    if (text.empty()) {
+        return {.name = content.symbol ? symbolIconName(symbol) : std::string(),
+                .picture = {.symbol = symbol, .text = {}, .ink = grey, .plate = {}}};
+    }
+    return {.name = {}, .picture = {.symbol = symbol, .text = text, .ink = white, .plate = tile}};
+}
+
+}  // namespace vorlane::platform

@@ -1,0 +1,34 @@
+// Knows the kind of the desktop's tray, also when another one takes its place.
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "platform/linux/SdBus.h"
+#include "platform/linux/TrayKind.h"
+
+namespace vorlane::platform {
+
+// Asks the bus for the process that owns org.kde.StatusNotifierWatcher, now and for each new owner.
+class TrayHost {
+public:
+    // Calls `changed` from the loop when the kind has become another one. The bus outlives this
+    // object.
+    TrayHost(sd_bus* session, std::function<void()> changed);
+
+    // `labels` while there is no tray, or none that the bus told of.
+    TrayKind kind() const { return kind_; }
+
+private:
+    void watcherChanged(sd_bus_message* signal);
+    void ask(const char* owner);
+    void answered(sd_bus_message* reply);
+
+    sd_bus* session_;
+    std::function<void()> changed_;
+    TrayKind kind_ = TrayKind::labels;
+    SlotPointer signal_;
+    SlotPointer question;
+};
+
+}  // namespace vorlane::platform
