@@ -58,7 +58,7 @@ void redrawOfTheChart(benchmark::State& state, Shape shape)
     chart.resize(usualSize);
 
     int shift = 0;
-    for (auto _ : state) {
+    for ([[maybe_unused]] const auto _ : state) {
         state.PauseTiming();
         const auto content = week(shape, shift++);
         state.ResumeTiming();

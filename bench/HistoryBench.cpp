@@ -52,7 +52,7 @@ private:
 void Load(benchmark::State& state)
 {
     DataFolder data;
-    for (auto _ : state) {
+    for ([[maybe_unused]] const auto _ : state) {
         const HistoryStore store(data.files, now);
         if (store.samples.size() != bench::fullHistorySize) state.SkipWithError("not loaded");
     }
@@ -62,14 +62,14 @@ BENCHMARK(Load)->Unit(benchmark::kMillisecond);
 void Decode(benchmark::State& state)
 {
     const auto json = encoded(fullHistory(now));
-    for (auto _ : state) benchmark::DoNotOptimize(decodeSamples(json));
+    for ([[maybe_unused]] const auto _ : state) benchmark::DoNotOptimize(decodeSamples(json));
 }
 BENCHMARK(Decode)->Unit(benchmark::kMillisecond);
 
 void DecodeByThePeer(benchmark::State& state)
 {
     const auto json = encoded(fullHistory(now));
-    for (auto _ : state) {
+    for ([[maybe_unused]] const auto _ : state) {
         benchmark::DoNotOptimize(nlohmann::json::parse(json).get<std::vector<Sample>>());
     }
 }
@@ -78,7 +78,7 @@ BENCHMARK(DecodeByThePeer)->Unit(benchmark::kMillisecond);
 void Encode(benchmark::State& state)
 {
     const auto samples = fullHistory(now);
-    for (auto _ : state) {
+    for ([[maybe_unused]] const auto _ : state) {
         SampleEncoder encoder(samples);
         for (auto piece = encoder.next(); !piece.empty(); piece = encoder.next()) {
             benchmark::DoNotOptimize(piece.data());
@@ -90,7 +90,7 @@ BENCHMARK(Encode)->Unit(benchmark::kMillisecond);
 void EncodeByThePeer(benchmark::State& state)
 {
     const auto samples = fullHistory(now);
-    for (auto _ : state) benchmark::DoNotOptimize(nlohmann::json(samples).dump());
+    for ([[maybe_unused]] const auto _ : state) benchmark::DoNotOptimize(nlohmann::json(samples).dump());
 }
 BENCHMARK(EncodeByThePeer)->Unit(benchmark::kMillisecond);
 
@@ -98,7 +98,7 @@ void Save(benchmark::State& state)
 {
     DataFolder data;
     HistoryStore store(data.files, now);
-    for (auto _ : state) store.save(now);
+    for ([[maybe_unused]] const auto _ : state) store.save(now);
 }
 BENCHMARK(Save)->Unit(benchmark::kMillisecond);
 
@@ -108,7 +108,7 @@ void Record(benchmark::State& state)
     HistoryStore store(data.files, now);
     const auto reading = onBattery(50);
     Date at = now;
-    for (auto _ : state) {
+    for ([[maybe_unused]] const auto _ : state) {
         at = at + Seconds{60};
         store.lastSave = at;  // the save is measured on its own
         store.record(reading, {.at = at, .force = true});
@@ -121,7 +121,7 @@ void ReadForTheChart(benchmark::State& state)
     DataFolder data;
     const HistoryStore store(data.files, now);
     const Date from = now - Seconds{86400.0 * static_cast<double>(state.range(0))};
-    for (auto _ : state) benchmark::DoNotOptimize(store.samplesSince(from));
+    for ([[maybe_unused]] const auto _ : state) benchmark::DoNotOptimize(store.samplesSince(from));
 }
 BENCHMARK(ReadForTheChart)->ArgName("days")->Arg(1)->Arg(7)->Unit(benchmark::kMicrosecond);
 

@@ -74,7 +74,7 @@ void Refresh(benchmark::State& state)
     platform::KernelBatteryRegistry registry(supplies.path());
     const auto model = std::make_shared<AppModel>(withKernel(machine, sources, registry));
     model->history.samples = bench::fullHistory(machine.clock.now());
-    for (auto _ : state) {
+    for ([[maybe_unused]] const auto _ : state) {
         machine.clock.time = machine.clock.time + Seconds{60};
         model->history.lastSave = machine.clock.time;  // the save is measured on its own
         model->refresh(AppModel::Reason::timer);
@@ -90,7 +90,7 @@ void Engine(benchmark::State& state)
     const auto reading = onPower(80);
     AlertEngine engine;
     Date now = machine.clock.now();
-    for (auto _ : state) {
+    for ([[maybe_unused]] const auto _ : state) {
         now = now + Seconds{60};
         benchmark::DoNotOptimize(engine.run(
             reading, prefs,

@@ -34,8 +34,8 @@ class Desk:
         def opened():
             if not self.popover():
                 self.click_on_item()
-            return wait_until(self.popover, 'the popover', patience=2, look_every=0.05)
-        return opened()
+            return appears(self.popover, 2)
+        return wait_until(opened, 'the popover')
 
     def popover_after_a_while(self):
         """Whether one is there when the screen has become still."""
