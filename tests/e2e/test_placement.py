@@ -2,7 +2,6 @@
 import pytest
 
 from laptop.desktop import Desktop
-from laptop.waiting import wait_until
 from laptop.x_screen import SIZE
 from laptop.xfce_panel import XfcePanel
 
@@ -37,14 +36,9 @@ def panel(desktop):
 
 
 def open_by_click(desktop, place):
-    """Clicks until the panel shows the item; gives the box of the popover."""
+    """Gives the box of the popover."""
     desktop.item.wait_until_registered()
-
-    def opened():
-        if not desktop.popover_box():
-            desktop.screen.click(*place)
-        return wait_until(desktop.popover_box, 'the popover', patience=1, look_every=0.05)
-    return opened()
+    return desktop.screen.click_until(desktop.popover_box, 'the popover', *place)
 
 
 @pytest.mark.parametrize('edge', PLACES)

@@ -10,6 +10,8 @@ WIDTH, HEIGHT = SIZE
 PANEL_HEIGHT = 30
 POPOVER = '^Vorlane$'
 POPOVER_WIDTH = 340
+# The tray is the last thing on the panel, and ours is its only item.
+ITEM = (WIDTH - 16, PANEL_HEIGHT // 2)
 SETTINGS_SIZE = (480, 640)
 
 
@@ -23,19 +25,14 @@ class Desk:
         item.wait_until_registered()
 
     def click_on_item(self):
-        # The tray is the last thing on the panel, and ours is its only item.
-        self.screen.click(WIDTH - 16, PANEL_HEIGHT // 2)
+        self.screen.click(*ITEM)
 
     def popover(self):
         return self.screen.window_titled(POPOVER)
 
     def open_popover(self):
-        """Clicks until the panel shows the item; gives the box of the popover."""
-        def opened():
-            if not self.popover():
-                self.click_on_item()
-            return appears(self.popover, 2)
-        return wait_until(opened, 'the popover')
+        """Gives the box of the popover."""
+        return self.screen.click_until(self.popover, 'the popover', *ITEM)
 
     def popover_after_a_while(self):
         """Whether one is there when the screen has become still."""

@@ -3,7 +3,7 @@ import os
 import subprocess
 
 from .screenshot import Screenshot
-from .waiting import wait_until
+from .waiting import NeverHappened, wait_until
 
 SIZE = (1280, 800)
 
@@ -41,6 +41,17 @@ class XScreen:
     def click(self, x, y, button=1):
         # A pause between moving and pressing, so that the window under the pointer knows of it.
         self._run('xdotool', 'mousemove', str(x), str(y), 'sleep', '0.1', 'click', str(button))
+
+    def click_until(self, condition, what, x, y):
+        """Clicks until something comes of it; a panel may not show yet what is to be clicked on."""
+        def came():
+            if not condition():
+                self.click(x, y)
+            try:
+                return wait_until(condition, what, patience=2, look_every=0.05)
+            except NeverHappened:
+                return None
+        return wait_until(came, what, look_every=0.05)
 
     def press_keys(self, *keys):
         """One after another, by their X names."""
