@@ -1,5 +1,6 @@
 #include "App/Notifier.h"
 
+#include <array>
 #include <cstddef>
 #include <optional>
 
@@ -9,6 +10,10 @@ namespace {
 
 constexpr const char* category = "VL_ALERT";
 constexpr const char* snoozeAction = "SNOOZE";
+
+// In the order of `AlertKind`.
+constexpr std::array<const char*, allAlertKinds.size()> symbols{"battery.100.bolt", "battery.0",
+                                                                "powerplug.fill", "battery.worn"};
 
 std::optional<std::string> soundFor(AlertKind kind, const std::map<AlertKind, std::string>& sounds)
 {
@@ -76,7 +81,8 @@ void Notifier::deliver(const PendingAlert& alert, const std::map<AlertKind, std:
                        .body = alert.body,
                        .categoryIdentifier = category,
                        .sound = soundFor(alert.kind, sounds),
-                       .urgent = alert.kind == AlertKind::low});
+                       .urgent = alert.kind == AlertKind::low,
+                       .symbol = symbols.at(static_cast<std::size_t>(alert.kind))});
 }
 
 void Notifier::withdraw(AlertKind kind)

@@ -31,6 +31,8 @@ struct NotificationRequest {
     // "default" is the platform's own sound, any other text a sound's name; absent: silent.
     std::optional<std::string> sound;
     bool urgent = false;  // may break through "do not disturb"
+    // Stands beside the text; absent: what the platform has for the program as a whole.
+    std::optional<std::string> symbol = std::nullopt;
 
     friend bool operator==(const NotificationRequest&, const NotificationRequest&) = default;
 };

@@ -32,7 +32,7 @@ bool diedFirst(sd_bus_message* reply)
 
 FreedesktopNotificationCenter::FreedesktopNotificationCenter(Means means)
     : session_(means.session),
-      icon(std::move(means.icon)),
+      icons(std::move(means.icons)),
       sounds(std::move(means.sounds)),
       player_(means.player),
       server(session_,
@@ -97,7 +97,7 @@ void FreedesktopNotificationCenter::post(const NotificationRequest& request)
 
     const auto& capabilities = *server.capabilities();
     const auto message = notificationMessage(request, categories, capabilities, sounds);
-    const auto call = notifyCall(session_, server.owner(), message, icon);
+    const auto call = notifyCall(session_, server.owner(), message, icons.icon(request.symbol));
     auto& post = posts[request.identifier];
     post.center = this;
     post.identifier = request.identifier;

@@ -5,6 +5,7 @@
 
 #include "App/services/NotificationCenter.h"
 #include "App/services/SoundPlayer.h"
+#include "platform/linux/NotificationIcons.h"
 #include "platform/linux/NotificationQueue.h"
 #include "platform/linux/NotificationServer.h"
 #include "platform/linux/SdBus.h"
@@ -17,8 +18,8 @@ namespace vorlane::platform {
 class FreedesktopNotificationCenter : public NotificationCenter {
 public:
     struct Means {
-        sd_bus* session;   // attached to the main loop
-        std::string icon;  // a name in the icon theme
+        sd_bus* session;  // attached to the main loop
+        NotificationIcons icons;
         SoundFiles sounds;
         SoundPlayer& player;  // where the server plays no sounds
     };
@@ -55,7 +56,7 @@ private:
     static int onReply(sd_bus_message* reply, void* post, sd_bus_error* error);
 
     sd_bus* session_;
-    std::string icon;
+    NotificationIcons icons;
     SoundFiles sounds;
     SoundPlayer& player_;
     NotificationServer server;

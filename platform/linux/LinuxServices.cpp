@@ -37,7 +37,7 @@ LinuxServices::LinuxServices(Base base)
       loginItem(AutostartLoginItem::Places::usual()),
       soundPlayer(base.loop.event(), ThemeSoundPlayer::usualProgram(), SoundFiles()),
       notifications({.session = base.session,
-                     .icon = "vorlane-battery-50-symbolic",
+                     .icons = NotificationIcons(),
                      .sounds = SoundFiles(),
                      .player = soundPlayer}),
       windows(base.loop, {.plugin = usualUiPluginPath(),

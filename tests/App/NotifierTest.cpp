@@ -75,7 +75,8 @@ TEST_F(NotifierTest, PostsAnAlertAtOnce)
                                                                .body = "Body",
                                                                .categoryIdentifier = "VL_ALERT",
                                                                .sound = "Ping",
-                                                               .urgent = false}));
+                                                               .urgent = false,
+                                                               .symbol = "powerplug.fill"}));
 }
 
 TEST_F(NotifierTest, IdentifiesANotificationByItsKind)
@@ -94,6 +95,19 @@ TEST_F(NotifierTest, TakesThePlaceOfTheEarlierNotificationOfAKind)
 
     ASSERT_THAT(center.shown, SizeIs(1));
     EXPECT_EQ(center.shown.at("chargeLimit").title, "Second");
+}
+
+TEST_F(NotifierTest, ShowsWhatEachKindIsAbout)
+{
+    const auto symbolOf = [this](AlertKind kind) {
+        notifier->deliver(alert(kind), {});
+        return center.posted.back().symbol;
+    };
+
+    EXPECT_EQ(symbolOf(AlertKind::chargeLimit), "battery.100.bolt");
+    EXPECT_EQ(symbolOf(AlertKind::low), "battery.0");
+    EXPECT_EQ(symbolOf(AlertKind::tooLong), "powerplug.fill");
+    EXPECT_EQ(symbolOf(AlertKind::health), "battery.worn");
 }
 
 TEST_F(NotifierTest, LetsOnlyTheLowBatteryBreakThrough)

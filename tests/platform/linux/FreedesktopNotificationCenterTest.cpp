@@ -57,7 +57,7 @@ protected:
     {
         center = std::make_unique<FreedesktopNotificationCenter>(
             FreedesktopNotificationCenter::Means{.session = session.get(),
-                                                 .icon = "battery",
+                                                 .icons = NotificationIcons("/nowhere"),
                                                  .sounds = SoundFiles("/nowhere"),
                                                  .player = player});
         center->setDelegate(receiver);
@@ -118,7 +118,7 @@ TEST_F(FreedesktopNotificationCenterTest, PostsAllThatADesktopNeedsToKnow)
 
     const auto& received = server.received.front();
     EXPECT_EQ(received.applicationName, "Vorlane");
-    EXPECT_EQ(received.icon, "battery");
+    EXPECT_EQ(received.icon, "vorlane-battery-50-symbolic");
     EXPECT_EQ(received.replaces, 0U);
     EXPECT_EQ(received.title, "Title");
     EXPECT_EQ(received.body, "A &lt;b&gt; &amp; c");
