@@ -35,7 +35,11 @@ class Accessibility:
     @property
     def connected(self):
         """Whether the program is there; its first window leads it here."""
-        return any(program.name == 'Vorlane' for program in self._root.children)
+        return self.program('Vorlane') is not None
+
+    def program(self, name):
+        """All that one shows; None while it is not there."""
+        return next((program for program in self._root.children if program.name == name), None)
 
     def windows(self, title):
         """The program's windows on the screen with that title."""

@@ -9,6 +9,7 @@ DUNST = '''[global]
     font = DejaVu Sans 10
     width = 360
     offset = 12x44
+    markup = full
     mouse_left_click = do_action
     mouse_middle_click = close_current
 [urgency_low]

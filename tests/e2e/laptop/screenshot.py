@@ -38,6 +38,13 @@ class Screenshot:
         left, top, right, bottom = box
         return any(self.pixel(x, y) == color for y in range(top, bottom) for x in range(left, right))
 
+    def shows(self, color):
+        """Whether a pixel anywhere has exactly that colour."""
+        found = self._pixels.find(bytes(color))
+        while found > 0 and found % 3:  # across two pixels
+            found = self._pixels.find(bytes(color), found + 1)
+        return found >= 0
+
     def _row(self, y):
         return self._pixels[y * self.width * 3:(y + 1) * self.width * 3]
 

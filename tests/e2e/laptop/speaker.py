@@ -1,6 +1,7 @@
 """A sound server with a loudspeaker that is recorded instead of heard."""
 import array
 import cmath
+import functools
 import math
 import os
 import pathlib
@@ -21,6 +22,7 @@ class Speaker:
         self._machine, self._sounds = machine, pathlib.Path(sounds)
         self._heard_until = 0
         self._recorder = None
+        self.address = None  # for PULSE_SERVER
 
     def start(self):
         socket = self._machine.folder('run', 'sound')
@@ -31,7 +33,7 @@ class Speaker:
             '/usr/bin/pulseaudio', '-n', '-F', script, '--daemonize=no', '--use-pid-file=no',
             '--exit-idle-time=-1'])
         wait_until(lambda: os.path.exists(socket) or not server.running, 'the sound server', look_every=0.02)
-        self._machine.environment['PULSE_SERVER'] = f'unix:{socket}'
+        self.address = self._machine.environment['PULSE_SERVER'] = f'unix:{socket}'
         self._recorder = self._machine.start('parec', [
             '/usr/bin/parec', '-d', 'speaker.monitor', '--raw', '--format=s16le', f'--rate={RATE}',
             '--channels=1', '--latency-msec=20'])
@@ -43,7 +45,8 @@ class Speaker:
         wait_until(lambda: self._next() is not None, 'a sound', look_every=0.1)
         start, sound = self._next()
         self._heard_until = start + len(sound) + BLOCK
-        alike = {path.stem.removeprefix('vorlane-'): likeness(sound, original(path))
+        heard = spectrum(sound)
+        alike = {path.stem.removeprefix('vorlane-'): likeness(heard, spectrum_of_file(path))
                  for path in self._sounds.glob('*.wav')}
         best = max(alike, key=alike.get)
         assert alike[best] > LIKE, f'no sound of ours: {len(sound)} samples at {start}, {alike}'
@@ -66,14 +69,15 @@ class Speaker:
         return loud[0], samples[loud[0]:end]
 
 
-def original(path):
+@functools.cache
+def spectrum_of_file(path):
     with wave.open(str(path)) as file:
-        return array.array('h', file.readframes(file.getnframes()))
+        return spectrum(array.array('h', file.readframes(file.getnframes())))
 
 
 def likeness(one, other):
-    """What two sounds' spectra have in common, 1 at most. Gaps in a recording do no harm."""
-    return sum(x * y for x, y in zip(spectrum(one), spectrum(other)))
+    """What two spectra have in common, 1 at most. Gaps in a recording do no harm."""
+    return sum(x * y for x, y in zip(one, other))
 
 
 def spectrum(samples):
