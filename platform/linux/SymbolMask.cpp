@@ -26,6 +26,7 @@ const SymbolPixmaps* find(const std::string& symbol)
 std::uint8_t meanOf(const std::uint8_t* drawing, int x, int y, int size)
 {
     constexpr int side = pixmapSizes.back();
+    constexpr std::int64_t whole = std::int64_t{side} * side;
     const auto share = [size](int pixel, int square) {
         // In units of 1/side of a square and 1/size of a pixel, which are whole numbers.
         const int begin = std::max(pixel * size, square * side);
@@ -34,11 +35,12 @@ std::uint8_t meanOf(const std::uint8_t* drawing, int x, int y, int size)
     };
     std::int64_t sum = 0;
     for (int row = y * side / size; row <= std::min(side - 1, (y + 1) * side / size); ++row) {
+        const auto* const pixels = drawing + std::ptrdiff_t{row} * side;
         for (int at = x * side / size; at <= std::min(side - 1, (x + 1) * side / size); ++at) {
-            sum += std::int64_t{share(row, y)} * share(at, x) * drawing[row * side + at];
+            sum += std::int64_t{share(row, y)} * share(at, x) * pixels[at];
         }
     }
-    return static_cast<std::uint8_t>((sum + side * side / 2) / (side * side));
+    return static_cast<std::uint8_t>((sum + whole / 2) / whole);
 }
 
 }  // namespace
