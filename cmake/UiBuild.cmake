@@ -10,7 +10,7 @@ file(WRITE ${OUTPUT} "#pragma once
 
 namespace vorlane::platform {
 
-// The same in the resident program and in the plugin that it may load.
+// The same in the resident program and in the plugins that it may load.
 constexpr const char* uiBuild = \"vorlane-ui-build-${name}\";
 
 }  // namespace vorlane::platform

@@ -2,22 +2,17 @@
 // opened when the first window is shown and stays for the life of the process.
 #pragma once
 
-#include <cstdint>
+#include <functional>
 #include <optional>
 #include <string_view>
+#include <vector>
 
+#include "App/content/StatusItemContent.h"
 #include "App/services/AlertPanel.h"
 #include "App/services/Windows.h"
+#include "platform/Rgb.h"
 
 namespace vorlane::platform {
-
-struct Rgb {
-    std::uint8_t red = 0;
-    std::uint8_t green = 0;
-    std::uint8_t blue = 0;
-
-    friend bool operator==(const Rgb&, const Rgb&) = default;
-};
 
 // How the user wants windows to look, as the desktop's settings portal tells it.
 struct Appearance {
@@ -58,6 +53,11 @@ public:
     virtual void leave() = 0;
 
     virtual void setAppearance(const Appearance& appearance) = 0;
+
+    // Opens the status item's menu at the pointer, for trays that open none themselves. Closed
+    // without a choice it answers nothing.
+    virtual void popUpMenu(const std::vector<MenuItem>& items,
+                           std::function<void(MenuAction)> chosen) = 0;
 };
 
 struct UiHost {

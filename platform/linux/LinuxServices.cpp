@@ -2,11 +2,13 @@
 
 #include <ctime>
 #include <functional>
+#include <optional>
 #include <utility>
 
 #include "platform/linux/Installation.h"
+#include "platform/linux/LocalXDisplay.h"
+#include "platform/linux/PluginFile.h"
 #include "platform/linux/PowerSupplyEvents.h"
-#include "platform/linux/UiPluginFile.h"
 
 namespace vorlane::platform {
 
@@ -18,6 +20,14 @@ Seconds uptime()
     timespec time{};
     (void)clock_gettime(CLOCK_BOOTTIME, &time);
     return Seconds{static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) / 1e9};
+}
+
+std::optional<XTrayItem::Origin> xTray()
+{
+    auto socket = LocalXDisplay::ofSession().socket();
+    if (!socket) return std::nullopt;
+    return XTrayItem::Origin{.plugin = usualPluginPath("vorlane_xembed.so"),
+                             .socket = std::move(*socket)};
 }
 
 }  // namespace
@@ -40,14 +50,18 @@ LinuxServices::LinuxServices(Base base)
                      .icons = NotificationIcons(),
                      .sounds = SoundFiles(),
                      .player = soundPlayer}),
-      windows(base.loop, {.plugin = usualUiPluginPath(),
+      windows(base.loop, {.plugin = usualPluginPath("vorlane_ui.so"),
                           .session = base.session,
                           .refused =
                               [&application = base.application] {
                                   // A new version has come, whose windows need its program.
                                   if (programWasReplaced()) application.restart(MenuAction::open);
                               }}),
-      statusBar(base.session, base.loop),
+      statusBar({.session = base.session,
+                 .loop = base.loop,
+                 .xTray = xTray(),
+                 .openMenu = [this](const auto& items,
+                                    auto chosen) { windows.popUpMenu(items, std::move(chosen)); }}),
       wake(workspace.observeDidWake([this] { statusBar.registerAgain(); }))
 {}
 

@@ -11,10 +11,10 @@
 #include "platform/linux/KernelPowerSources.h"
 #include "platform/linux/LogindWorkspace.h"
 #include "platform/linux/SdEventRunLoop.h"
-#include "platform/linux/StatusNotifierBar.h"
 #include "platform/linux/SystemCalendar.h"
 #include "platform/linux/SystemClock.h"
 #include "platform/linux/ThemeSoundPlayer.h"
+#include "platform/linux/TrayBar.h"
 #include "platform/linux/UPowerEstimates.h"
 #include "platform/linux/UiLoader.h"
 #include "platform/linux/XdgFileManager.h"
@@ -47,7 +47,7 @@ private:
     ThemeSoundPlayer soundPlayer;
     FreedesktopNotificationCenter notifications;
     UiLoader windows;
-    StatusNotifierBar statusBar;
+    TrayBar statusBar;
     Subscription wake;
 };
 

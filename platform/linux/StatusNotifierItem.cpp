@@ -129,6 +129,11 @@ void StatusNotifierItem::registerAgain()
     registration.registerAgain();
 }
 
+void StatusNotifierItem::onWatcher(std::function<void(bool present)> told)
+{
+    registration.onWatcher(std::move(told));
+}
+
 // On a turn of its own: what a click starts may take long or use the bus.
 int StatusNotifierItem::activate(sd_bus_message* call)
 {

@@ -31,6 +31,9 @@ public:
 
     void registerAgain();
 
+    // As TrayRegistration tells it.
+    void onWatcher(std::function<void(bool present)> told);
+
 private:
     using Action = std::function<void()>;
 

@@ -82,8 +82,12 @@ void TrayRegistration::watcherChanged(sd_bus_message* signal)
     const char* before = nullptr;
     const char* after = nullptr;
     if (sd_bus_message_read(signal, "sss", &changed, &before, &after) < 0) return;
-    if (std::string_view(after).empty()) return;
+    if (std::string_view(after).empty()) {
+        request.reset();  // who could answer it has gone
+        return told_(false);
+    }
     failures = 0;
+    told_(true);
     send();  // also when one is on its way: that was for the owner that has gone
 }
 
@@ -114,12 +118,12 @@ void TrayRegistration::answered(sd_bus_message* reply)
     request.reset();
     if (!sd_bus_message_is_method_error(reply, nullptr)) {
         failures = 0;
-        return;
+        return told_(true);
     }
     // Without a watcher there is nothing to try: its coming is watched.
     if (sd_bus_message_is_method_error(reply, SD_BUS_ERROR_SERVICE_UNKNOWN) ||
         sd_bus_message_is_method_error(reply, SD_BUS_ERROR_NAME_HAS_NO_OWNER)) {
-        return;
+        return told_(false);
     }
     if (failures == mostRetries) return;
     retry = loop_.after(Seconds(1 << failures++), [this] { send(); });

@@ -1,7 +1,9 @@
 // Makes the status item known to the desktop's tray, however late the tray comes and however often.
 #pragma once
 
+#include <functional>
 #include <string>
+#include <utility>
 
 #include "App/Subscription.h"
 #include "App/services/RunLoop.h"
@@ -15,6 +17,10 @@ class TrayRegistration {
 public:
     // The session bus outlives this object.
     TrayRegistration(sd_bus* session, RunLoop& loop);
+
+    // Calls `told` when it is found out whether there is a watcher, and whenever that may have
+    // changed.
+    void onWatcher(std::function<void(bool present)> told) { told_ = std::move(told); }
 
     // The tray may have forgotten the item, as after the machine's sleep.
     void registerAgain();
@@ -36,6 +42,7 @@ private:
     SlotPointer nameRequest;
     SlotPointer request;  // on its way to the watcher
     Subscription retry;
+    std::function<void(bool present)> told_ = [](bool) {};
     int failures = 0;
 };
 

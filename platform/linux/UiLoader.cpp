@@ -6,7 +6,7 @@
 
 #include "platform/UiBuild.h"
 #include "platform/linux/ExitHook.h"
-#include "platform/linux/UiPluginFile.h"
+#include "platform/linux/PluginFile.h"
 
 namespace vorlane::platform {
 
@@ -105,10 +105,15 @@ void UiLoader::runModal(const AlertPanelContent& content,
         [button = cancelButton(content), answered = std::move(answered)] { answered(button); });
 }
 
+void UiLoader::popUpMenu(const std::vector<MenuItem>& items, std::function<void(MenuAction)> chosen)
+{
+    if (auto* const ui = plugin()) ui->popUpMenu(items, std::move(chosen));
+}
+
 UiPlugin* UiLoader::plugin()
 {
     if (loaded) return loaded;
-    if (!entry) entry = openUiPlugin(origin_.plugin);
+    if (!entry) entry = reinterpret_cast<UiEntry*>(openPlugin(origin_.plugin, uiEntryName));
     if (!entry) {
         origin_.refused();
         return nullptr;

@@ -1,4 +1,4 @@
-// The program's windows and dialogs, which are a plugin's: it is loaded when the first one is
+// The program's windows, dialogs and menu, which are a plugin's: it is loaded when the first one is
 // shown, and from then on its loop drives ours.
 #pragma once
 
@@ -6,6 +6,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "App/services/AlertPanel.h"
 #include "App/services/Windows.h"
@@ -34,6 +35,9 @@ public:
                                                        SettingsIntents intents) override;
     void runModal(const AlertPanelContent& content,
                   std::function<void(std::size_t button)> answered) override;
+
+    // At the pointer; nothing where no window can be shown.
+    void popUpMenu(const std::vector<MenuItem>& items, std::function<void(MenuAction)> chosen);
 
     // Loads the plugin unless it is loaded; null when it cannot be.
     UiPlugin* plugin();

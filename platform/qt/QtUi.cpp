@@ -1,5 +1,6 @@
 #include "platform/qt/QtUi.h"
 
+#include <QCursor>
 #include <QTimer>
 #include <utility>
 
@@ -9,6 +10,7 @@
 #include "platform/qt/LoopBridge.h"
 #include "platform/qt/QtPopover.h"
 #include "platform/qt/QtSettingsWindow.h"
+#include "platform/qt/TrayMenu.h"
 
 namespace vorlane::platform {
 
@@ -62,6 +64,15 @@ void QtUi::leave()
 void QtUi::setAppearance(const Appearance& appearance)
 {
     themes.setAppearance(appearance);  // at once: it paints nothing and runs no loop
+}
+
+void QtUi::popUpMenu(const std::vector<MenuItem>& items, std::function<void(MenuAction)> chosen)
+{
+    const auto open = [items, chosen = std::move(chosen), pointer = QCursor::pos()] {
+        auto* const menu = new TrayMenu(items, chosen);  // deletes itself
+        menu->popup(pointer);
+    };
+    QTimer::singleShot(0, &application, open);
 }
 
 }  // namespace vorlane::platform

@@ -7,6 +7,7 @@
 #include <array>
 #include <functional>
 #include <memory>
+#include <vector>
 
 #include "platform/UiPlugin.h"
 #include "platform/qt/ThemeSource.h"
@@ -29,6 +30,8 @@ public:
     void exec() override;
     void leave() override;
     void setAppearance(const Appearance& appearance) override;
+    void popUpMenu(const std::vector<MenuItem>& items,
+                   std::function<void(MenuAction)> chosen) override;
 
 private:
     // The application refers to its arguments for as long as it lives.

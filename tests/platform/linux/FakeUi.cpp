@@ -92,6 +92,13 @@ public:
     void leave() override { left = true; }
     void setAppearance(const Appearance& /*appearance*/) override {}
 
+    void popUpMenu(const std::vector<MenuItem>& items,
+                   std::function<void(MenuAction)> chosen) override
+    {
+        fakeUi().events.push_back("menu: " + items.front().title);
+        chosen(items.front().action);
+    }
+
 private:
     DrivenLoop& loop_;
     bool left = false;

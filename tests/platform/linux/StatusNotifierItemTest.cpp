@@ -11,7 +11,6 @@
 #include "PrivateBus.h"
 #include "ProcessName.h"
 #include "TrayClient.h"
-#include "platform/linux/StatusNotifierBar.h"
 #include "tests/support/FakeClock.h"
 #include "tests/support/FakeRunLoop.h"
 
@@ -385,36 +384,6 @@ TEST_F(StatusNotifierItemTest, AnswersBeforeTheFirstShow)
 {
     EXPECT_EQ(tray.property("IconName"), "(<''>)");
     EXPECT_EQ(tray.property("ToolTip"), "(<('', [], '', '')>)");
-}
-
-TEST(StatusNotifierBarTest, HasOneItem)
-{
-    const PrivateBus bus;
-    SdEventRunLoop loop;
-    const auto session = bus.connect(loop);
-    StatusNotifierBar bar(session.get(), loop);
-    bar.registerAgain();
-
-    auto* const item = bar.statusItem();
-
-    ASSERT_NE(item, nullptr);
-    EXPECT_EQ(bar.statusItem(), item);
-    EXPECT_TRUE(item->hasSymbol("battery.100.bolt"));
-    EXPECT_FALSE(item->hasSymbol("battery.100.volt"));
-}
-
-TEST(StatusNotifierBarTest, TellsTheTrayBeforeAnybodyAsksForTheItem)
-{
-    const PrivateBus bus;
-    SdEventRunLoop loop;
-    const auto trayConnection = bus.connect(loop);
-    FakeWatcher watcher(trayConnection.get());
-    watcher.appear();
-    const auto session = bus.connect(loop);
-
-    const StatusNotifierBar bar(session.get(), loop);
-
-    EXPECT_TRUE(runUntil(loop, [&watcher] { return !watcher.items.empty(); }));
 }
 
 }  // namespace

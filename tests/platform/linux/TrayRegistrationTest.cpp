@@ -6,6 +6,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "FakeWatcher.h"
 #include "PrivateBus.h"
@@ -15,6 +16,7 @@
 namespace vorlane::platform {
 namespace {
 
+using testing::Each;
 using testing::ElementsAre;
 using testing::SizeIs;
 
@@ -28,10 +30,15 @@ protected:
     BusPointer desktop = bus.connect(busLoop);
     FakeWatcher watcher{desktop.get()};
     std::optional<TrayRegistration> registration;
+    std::vector<bool> told;  // whether there is a watcher
 
     const std::string itemName = "org.kde.StatusNotifierItem-" + std::to_string(getpid()) + "-1";
 
-    void start() { registration.emplace(session.get(), runLoop); }
+    void start()
+    {
+        registration.emplace(session.get(), runLoop);
+        registration->onWatcher([this](bool present) { told.push_back(present); });
+    }
 
     bool runUntilRegistered(std::size_t times)
     {
@@ -259,6 +266,56 @@ TEST_F(TrayRegistrationTest, UsesItsUniqueNameWhenAnotherOneHasTheProcessId)
     sd_bus_get_unique_name(session.get(), &unique);
     ASSERT_FALSE(watcher.items.empty());
     EXPECT_EQ(watcher.items.back(), unique);
+}
+
+TEST_F(TrayRegistrationTest, TellsThatThereIsNoWatcher)
+{
+    start();
+    settle();
+
+    EXPECT_THAT(told, ElementsAre(false));
+}
+
+TEST_F(TrayRegistrationTest, TellsOfTheWatcherThatTakesTheItem)
+{
+    watcher.appear();
+    start();
+    settle();
+
+    EXPECT_THAT(told, ElementsAre(true));
+}
+
+TEST_F(TrayRegistrationTest, TellsOfAWatcherThatComesAndGoes)
+{
+    start();
+    settle();
+    told.clear();
+
+    watcher.appear();
+    settle();
+    EXPECT_THAT(told, Each(true));
+    EXPECT_FALSE(told.empty());
+    watcher.vanish();
+    settle();
+
+    EXPECT_FALSE(told.back());
+}
+
+TEST_F(TrayRegistrationTest, CountsNoAnswerOfAWatcherThatHasGone)
+{
+    auto connection = bus.connect(busLoop);
+    auto first = std::make_unique<FakeWatcher>(connection.get());
+    first->silent = true;
+    first->appear();
+    start();
+    runUntil(busLoop, [&] { return !first->items.empty(); });
+
+    first.reset();
+    connection.reset();
+    settle();
+
+    ASSERT_FALSE(told.empty());
+    EXPECT_FALSE(told.back());
 }
 
 TEST_F(TrayRegistrationTest, SurvivesTheEndOfTheBus)

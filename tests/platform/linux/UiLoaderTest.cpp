@@ -111,6 +111,28 @@ TEST_F(UiLoaderTest, HandsDialogsToThePlugin)
     EXPECT_THAT(fake().events, ElementsAre("asked: Really?"));
 }
 
+TEST_F(UiLoaderTest, HandsTheMenuToThePlugin)
+{
+    install();
+    auto choice = MenuAction::none;
+
+    loader.popUpMenu({{.action = MenuAction::quit, .title = "Quit"}},
+                     [&](MenuAction action) { choice = action; });
+
+    EXPECT_EQ(choice, MenuAction::quit);
+    EXPECT_THAT(fake().events, ElementsAre("menu: Quit"));
+}
+
+TEST_F(UiLoaderTest, OpensNoMenuWithoutAPlugin)
+{
+    bool answered = false;
+
+    loader.popUpMenu({{.action = MenuAction::quit, .title = "Quit"}},
+                     [&](MenuAction /*action*/) { answered = true; });
+
+    EXPECT_FALSE(answered);
+}
+
 TEST_F(UiLoaderTest, ShowsNothingWithoutAPlugin)
 {
     const auto popover = makePopover();

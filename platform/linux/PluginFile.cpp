@@ -1,4 +1,4 @@
-#include "platform/linux/UiPluginFile.h"
+#include "platform/linux/PluginFile.h"
 
 #include <dlfcn.h>
 #include <elf.h>
@@ -37,20 +37,19 @@ bool isOurs(const std::string& file)
 
 }  // namespace
 
-UiEntry* openUiPlugin(const std::string& path)
+void* openPlugin(const std::string& path, const char* entryName)
 {
     const auto file = readFile(path, largest);
     if (!file || !isWhole(*file) || !isOurs(*file)) return nullptr;
 
-    // Never closed: the toolkit leaves threads and handlers behind that need its code.
+    // Never closed: a toolkit leaves threads and handlers behind that need its code.
     void* const library = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
-    if (!library) return nullptr;
-    return reinterpret_cast<UiEntry*>(dlsym(library, uiEntryName));
+    return library ? dlsym(library, entryName) : nullptr;
 }
 
-std::string usualUiPluginPath()
+std::string usualPluginPath(const std::string& fileName)
 {
-    return installedPath("lib/vorlane/vorlane_ui.so");
+    return installedPath("lib/vorlane/" + fileName);
 }
 
 }  // namespace vorlane::platform

@@ -1,0 +1,15 @@
+// The file of a plugin: checked before it is opened, since what is opened stays in the process.
+#pragma once
+
+#include <string>
+
+namespace vorlane::platform {
+
+// The plugin's function of that name. Null when the file is missing, cut short or of another build,
+// or cannot be linked.
+void* openPlugin(const std::string& path, const char* entryName);
+
+// Beside the running program.
+std::string usualPluginPath(const std::string& fileName);
+
+}  // namespace vorlane::platform

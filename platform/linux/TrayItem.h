@@ -1,0 +1,47 @@
+// The program's item in the desktop's tray: on the bus always, and as an X icon where nobody
+// watches the bus for items.
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+
+#include "App/Subscription.h"
+#include "App/services/StatusBar.h"
+#include "platform/linux/SdEventRunLoop.h"
+#include "platform/linux/StatusNotifierItem.h"
+#include "platform/linux/TrayChoice.h"
+#include "platform/linux/XTrayItem.h"
+
+namespace vorlane::platform {
+
+class TrayItem : public StatusItem {
+public:
+    struct Setting {
+        sd_bus* session;
+        SdEventRunLoop& loop;
+        std::optional<XTrayItem::Origin> xTray;  // absent where there can be no X tray
+        XTrayItem::MenuOpener openMenu;
+    };
+
+    // The bus and the loop outlive this object.
+    explicit TrayItem(Setting setting);
+
+    bool hasSymbol(const std::string& name) const override { return notifier.hasSymbol(name); }
+    void show(const StatusItemContent& content) override;
+    void onAction(std::function<void()> callback) override;
+    void onMenu(std::function<void(MenuAction)> callback) override;
+
+    void registerAgain();
+
+private:
+    void take(TrayChoice::Step step);
+
+    SdEventRunLoop& loop_;
+    StatusNotifierItem notifier;
+    std::optional<XTrayItem> icon;
+    TrayChoice choice;
+    Subscription patience;
+};
+
+}  // namespace vorlane::platform

@@ -1,0 +1,57 @@
+// One window in one tray: docks, draws itself, and tells of clicks. The System Tray Protocol 1.0
+// and XEMBED say how.
+#pragma once
+
+#include <algorithm>
+#include <optional>
+#include <string>
+
+#include "platform/XTrayPlugin.h"
+#include "platform/xembed/TraySelection.h"
+#include "platform/xembed/XConnection.h"
+
+namespace vorlane::platform {
+
+class EmbeddedIcon {
+public:
+    // Asks the tray to dock it. The connection outlives this object, and is flushed by who holds
+    // it.
+    EmbeddedIcon(const XConnection& connection, const Tray& tray);
+    EmbeddedIcon(const EmbeddedIcon&) = delete;
+    EmbeddedIcon& operator=(const EmbeddedIcon&) = delete;
+    ~EmbeddedIcon();
+
+    enum class Event {
+        none,
+        redraw,  // its size or what it shows has been lost
+        clicked,
+        menuWanted,
+        expelled,  // the tray has let go of it
+    };
+    Event handle(const xcb_generic_event_t& event);
+
+    void setName(const std::string& name);
+
+    // The side of the largest square in it, up to one that fits into a single request.
+    int size() const { return std::min({width, height, 192}); }
+
+    // In the middle, on whatever the tray shows behind it.
+    void draw(const TrayPicture& picture);
+
+private:
+    void dock(xcb_window_t manager);
+    Event resized(const xcb_configure_notify_event_t& event);
+    Event reparented(const xcb_reparent_notify_event_t& event);
+    Event released(const xcb_button_release_event_t& event);
+
+    const XConnection& connection_;
+    xcb_window_t window;
+    xcb_colormap_t colormap = XCB_NONE;
+    xcb_render_picture_t canvas = XCB_NONE;
+    std::optional<xcb_button_t> pressed;
+    std::string name_;
+    int width;
+    int height;
+};
+
+}  // namespace vorlane::platform

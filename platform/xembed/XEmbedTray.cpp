@@ -1,0 +1,90 @@
+#include "platform/xembed/XEmbedTray.h"
+
+#include <utility>
+
+namespace vorlane::platform {
+
+XEmbedTray::XEmbedTray(std::unique_ptr<XConnection> opened, XTrayHost host)
+    : connection(std::move(opened)), host_(std::move(host)), selection(*connection)
+{
+    (void)settle();
+}
+
+bool XEmbedTray::dispatch()
+{
+    while (const XEventPointer event{xcb_poll_for_event(connection->get())}) handle(*event);
+    return settle();
+}
+
+bool XEmbedTray::show(const std::string& name)
+{
+    name_ = name;
+    stale = true;
+    return settle();
+}
+
+void XEmbedTray::handle(const xcb_generic_event_t& event)
+{
+    selection.handle(event);
+    if (!icon) return;
+    switch (icon->handle(event)) {
+        case EmbeddedIcon::Event::redraw:
+            stale = true;
+            return;
+        case EmbeddedIcon::Event::clicked:
+            return host_.clicked();
+        case EmbeddedIcon::Event::menuWanted:
+            return host_.menuWanted();
+        case EmbeddedIcon::Event::expelled:
+            icon.reset();  // asks this tray no more: it may expel the next one as well
+            return;
+        case EmbeddedIcon::Event::none:
+            return;
+    }
+}
+
+void XEmbedTray::followTray()
+{
+    const auto& tray = selection.tray();
+    if (tray == docked) return;
+    const bool same =
+        tray && docked && tray->manager == docked->manager && tray->visual == docked->visual;
+    docked = tray;
+    stale = true;
+    if (same) return;  // in another colour
+    icon.reset();
+    if (!tray) return;
+    icon = std::make_unique<EmbeddedIcon>(*connection, *tray);
+    icon->setName(name_);
+}
+
+// One drawing at a time is on its way: a server that does not answer is sent no more, or the
+// sending would wait for it one day.
+void XEmbedTray::drawSoon()
+{
+    auto* const xcb = connection->get();
+    ReplyPointer<xcb_get_input_focus_reply_t> ignored;
+    if (drawn.isOpen() && !drawn.take(xcb, ignored)) return;
+    if (!std::exchange(stale, false) || !icon) return;
+    icon->setName(name_);
+    icon->draw(host_.picture(icon->size(), docked->foreground));
+    drawn.ask(xcb, xcb_get_input_focus(xcb).sequence);
+}
+
+// What a call reads ahead does not show at the descriptor any more: until nothing is left of it.
+bool XEmbedTray::settle()
+{
+    auto* const xcb = connection->get();
+    while (true) {
+        selection.collect();
+        followTray();
+        drawSoon();
+        (void)xcb_flush(xcb);
+        const XEventPointer event{xcb_poll_for_queued_event(xcb)};
+        if (!event) break;
+        handle(*event);
+    }
+    return xcb_connection_has_error(xcb) == 0;
+}
+
+}  // namespace vorlane::platform

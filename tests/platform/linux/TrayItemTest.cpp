@@ -1,0 +1,51 @@
+#include "platform/linux/TrayItem.h"
+
+#include <gmock/gmock.h>
+
+#include "FakeWatcher.h"
+#include "PrivateBus.h"
+#include "platform/linux/TrayBar.h"
+
+namespace vorlane::platform {
+namespace {
+
+TrayItem::Setting onTheBusAlone(sd_bus* session, SdEventRunLoop& loop)
+{
+    return {.session = session,
+            .loop = loop,
+            .xTray = std::nullopt,
+            .openMenu = [](const auto& /*items*/, const auto& /*chosen*/) {}};
+}
+
+TEST(TrayBarTest, HasOneItem)
+{
+    const PrivateBus bus;
+    SdEventRunLoop loop;
+    const auto session = bus.connect(loop);
+    TrayBar bar(onTheBusAlone(session.get(), loop));
+    bar.registerAgain();
+
+    auto* const item = bar.statusItem();
+
+    ASSERT_NE(item, nullptr);
+    EXPECT_EQ(bar.statusItem(), item);
+    EXPECT_TRUE(item->hasSymbol("battery.100.bolt"));
+    EXPECT_FALSE(item->hasSymbol("battery.100.volt"));
+}
+
+TEST(TrayBarTest, TellsTheTrayBeforeAnybodyAsksForTheItem)
+{
+    const PrivateBus bus;
+    SdEventRunLoop loop;
+    const auto trayConnection = bus.connect(loop);
+    FakeWatcher watcher(trayConnection.get());
+    watcher.appear();
+    const auto session = bus.connect(loop);
+
+    const TrayBar bar(onTheBusAlone(session.get(), loop));
+
+    EXPECT_TRUE(runUntil(loop, [&watcher] { return !watcher.items.empty(); }));
+}
+
+}  // namespace
+}  // namespace vorlane::platform
