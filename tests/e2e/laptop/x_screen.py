@@ -1,5 +1,6 @@
 """An X screen that nobody sees, with a window manager and a pointer."""
 import os
+import signal
 import subprocess
 
 from .screenshot import Screenshot
@@ -9,7 +10,7 @@ SIZE = (1280, 800)
 
 
 class XScreen:
-    def __init__(self, machine, depth=24, size=SIZE):
+    def __init__(self, machine, depth=24, size=SIZE, manager=('/usr/bin/openbox', '--sm-disable')):
         self._machine = machine
         self.box = (0, 0, *size)
         ready, telling = os.pipe()
@@ -22,7 +23,8 @@ class XScreen:
         if not number:
             raise RuntimeError('Xvfb gave no display')
         machine.environment['DISPLAY'] = ':' + number
-        machine.start('openbox', ['/usr/bin/openbox', '--sm-disable'])
+        if manager:
+            machine.start('window-manager', manager)
 
     def split(self):
         """Makes two screens of it, side by side."""
@@ -60,6 +62,13 @@ class XScreen:
     def kill(self):
         """As when the server crashes: every program on it loses its display."""
         self._server.kill()
+
+    def hang(self):
+        """It answers nobody until `go_on`."""
+        self._server.signal(signal.SIGSTOP)
+
+    def go_on(self):
+        self._server.signal(signal.SIGCONT)
 
     def click_on_window(self, window_class):
         """In the middle of it, as soon as it is there."""
