@@ -1,6 +1,6 @@
 # What distributions want of each program, in each build that is optimised: the address space laid
 # out anew at each start, tables read-only, and overruns of the stack and of known buffers caught.
-if(CMAKE_BUILD_TYPE MATCHES "^(MinSizeRel|Release|RelWithDebInfo)$" AND NOT VORLANE_SANITIZE)
+if(CMAKE_BUILD_TYPE MATCHES "^(MinSizeRel|Release|RelWithDebInfo)$" AND NOT VORLANE_SANITIZE AND NOT VORLANE_FUZZ)
     include(CheckPIESupported)
     check_pie_supported(LANGUAGES CXX)
     set(CMAKE_POSITION_INDEPENDENT_CODE ON)

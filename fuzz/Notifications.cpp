@@ -1,0 +1,344 @@
+// What notification servers answer, tell and leave out: each reminder is on the screen once at
+// most, gone when it was taken back, and only our own notifications' actions count.
+#include <algorithm>
+#include <array>
+#include <atomic>
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <optional>
+#include <set>
+#include <string>
+#include <string_view>
+#include <thread>
+#include <vector>
+
+#include "fuzz/AnyMessage.h"
+#include "fuzz/LoneBus.h"
+#include "fuzz/Require.h"
+#include "fuzz/Targets.h"
+#include "platform/linux/FreedesktopNotificationCenter.h"
+
+namespace vorlane::fuzz {
+
+namespace {
+
+using platform::FreedesktopNotificationCenter;
+
+constexpr const char* service = "org.freedesktop.Notifications";
+constexpr const char* servicePath = "/org/freedesktop/Notifications";
+constexpr const char* bus = "org.freedesktop.DBus";
+constexpr const char* busPath = "/org/freedesktop/DBus";
+
+constexpr std::array words{service, "actions", "body-markup", "sound", "SNOOZE", ":1.5",
+                           ":1.6",  "",        "default"};
+constexpr std::array names{":1.5", ":1.6", ""};
+constexpr std::array identifiers{"chargeLimit", "low", "tooLong", "health"};
+constexpr std::array errors{SD_BUS_ERROR_NO_REPLY, SD_BUS_ERROR_SERVICE_UNKNOWN,
+                            SD_BUS_ERROR_DISCONNECTED, SD_BUS_ERROR_FAILED,
+                            SD_BUS_ERROR_NAME_HAS_NO_OWNER};
+constexpr int longestCase = 60;
+
+struct CountingPlayer : SoundPlayer {
+    int plays = 0;
+    void play(const std::string& /*name*/) override { ++plays; }
+};
+
+struct CountingDelegate : NotificationDelegate {
+    int responses = 0;
+    PresentationOptions willPresent() override { return {}; }
+    void didReceive(const std::string& /*action*/, const std::function<void()>& completion) override
+    {
+        ++responses;
+        completion();
+    }
+};
+
+struct Question {
+    MessagePointer call;
+    std::string asked;  // whom
+    std::string member;
+    std::string identifier;  // of a Notify
+};
+
+class NotificationsCase {
+public:
+    explicit NotificationsCase(Input& bytes)
+        : input(bytes), any(input, words), lone([this](sd_bus_message* call) { hear(call); })
+    {
+        begin();
+    }
+
+    void run()
+    {
+        for (int step = 0; step < longestCase && !input.empty(); ++step) {
+            happen(input.below(12));
+            lone.settle();
+            check();
+        }
+    }
+
+private:
+    // The bus itself is asked and waited for, once: somebody else has to answer.
+    void begin()
+    {
+        std::atomic<bool> isMade = false;
+        std::thread answering([&] {
+            while (!isMade) {
+                lone.serve();
+                answerAll();
+            }
+        });
+        center = std::make_unique<FreedesktopNotificationCenter>(
+            FreedesktopNotificationCenter::Means{.session = lone.program(),
+                                                 .icon = "vorlane",
+                                                 .sounds = platform::SoundFiles("/nowhere"),
+                                                 .player = player});
+        isMade = true;
+        answering.join();
+        center->setDelegate(delegate);
+        center->setCategories({{.identifier = "VL_ALERT",
+                                .actions = {{.identifier = "SNOOZE", .title = "Snooze 1 hour"}}}});
+        hasBegun = true;
+        lone.settle();
+    }
+
+    void answerAll()
+    {
+        while (!questions.empty()) answer(true);
+    }
+
+    void hear(sd_bus_message* call)
+    {
+        const char* const whom = sd_bus_message_get_destination(call);
+        Question question{.call = MessagePointer(sd_bus_message_ref(call)),
+                          .asked = whom ? whom : "",
+                          .member = sd_bus_message_get_member(call),
+                          .identifier = {}};
+        if (question.member == "CloseNotification") return hearClose(call);
+        if (question.member == "Notify") hearNotify(question);
+        questions.push_back(std::move(question));
+    }
+
+    void hearClose(sd_bus_message* call)
+    {
+        std::uint32_t id = 0;
+        require(sd_bus_message_read(call, "u", &id) > 0, "a number is closed");
+        screen.erase(id);
+    }
+
+    void hearNotify(Question& question)
+    {
+        auto* const call = question.call.get();
+        const char* name = nullptr;
+        const char* icon = nullptr;
+        const char* title = nullptr;
+        const char* body = nullptr;
+        std::uint32_t replaces = 1;
+        require(sd_bus_message_has_signature(call, "susssasa{sv}i") > 0 &&
+                    sd_bus_message_read(call, "susss", &name, &replaces, &icon, &title, &body) > 0,
+                "a notification is well made");
+        require(replaces == 0, "none is replaced");
+        question.identifier = title;
+        const auto isSame = [&](const Question& other) {
+            return other.asked == question.asked && other.identifier == question.identifier;
+        };
+        require(std::ranges::none_of(questions, isSame), "one of a kind at a time");
+        ++notified;
+    }
+
+    void happen(std::size_t what)
+    {
+        if (what <= 1) add();
+        if (what == 2) withdraw();
+        if (what == 3) changeOwner(input.oneOf(names));
+        if (what == 4) sayAny();
+        if (what <= 7 && what >= 5) answer(false);
+        if (what == 8) answer(true);
+        if (what == 9) refuse();
+        if (what == 10) act();
+        if (what == 11) say(service, "NotificationClosed", "uu");
+    }
+
+    // The title tells which one it is.
+    void add()
+    {
+        const std::string identifier = input.oneOf(identifiers);
+        center->add({.identifier = identifier,
+                     .title = identifier,
+                     .body = any.anyString(),
+                     .categoryIdentifier = "VL_ALERT",
+                     .sound = input.flag() ? std::optional<std::string>("Glass") : std::nullopt,
+                     .urgent = input.flag()});
+        ++added;
+        withdrawn.erase(identifier);
+    }
+
+    void withdraw()
+    {
+        const std::string identifier = input.oneOf(identifiers);
+        center->removeDelivered(identifier);
+        withdrawn.insert(identifier);
+    }
+
+    void changeOwner(const char* name)
+    {
+        const auto signal = lone.signal(bus, busPath, bus, "NameOwnerChanged");
+        (void)sd_bus_message_append(signal.get(), "sss", service, owner.c_str(), name);
+        lone.send(signal);
+        lone.settle();
+        if (owner == name && !babbled) return;
+        serverIsGone();
+        owner = name;
+        babbled = false;
+    }
+
+    // With the server its questions, its notifications and its numbers.
+    void serverIsGone()
+    {
+        std::erase_if(questions, [](const Question& q) { return q.asked != bus; });
+        screen.clear();
+        ours.clear();
+        ++changes;
+        lone.settle();
+    }
+
+    // What the bus would never say; anything may be believed of the owner then.
+    void sayAny()
+    {
+        const bool ofOwner = input.flag();
+        const auto signal = lone.signal(
+            bus, busPath, bus, ofOwner ? "NameOwnerChanged" : "ActivatableServicesChanged");
+        any.appendMostly(signal.get(), ofOwner ? "sss" : "");
+        lone.send(signal);
+        if (!ofOwner) return;
+        lone.settle();
+        serverIsGone();
+        babbled = true;
+    }
+
+    void say(const char* interface, const char* member, const std::string& signature)
+    {
+        const char* const sender = input.flag() ? ":1.5" : ":1.6";
+        const auto signal = lone.signal(sender, servicePath, interface, member);
+        any.appendMostly(signal.get(), signature);
+        lone.send(signal);
+    }
+
+    std::optional<Question> nextQuestion()
+    {
+        if (questions.empty()) return std::nullopt;
+        auto next = std::move(questions.front());
+        questions.erase(questions.begin());
+        return next;
+    }
+
+    void answer(bool mayBeAny)
+    {
+        const auto question = nextQuestion();
+        if (!question) return;
+        const auto reply = LoneBus::reply(question->call.get(), question->asked);
+        if (question->member == "Notify") {
+            answerNotify(*question, reply, mayBeAny);
+        } else {
+            const bool isName = question->member == "GetNameOwner";
+            if (isName && !hasBegun && !mayBeAny) return;
+            any.appendMostly(reply.get(), isName ? "s" : "as");
+            if (isName) babbled = true;  // whatever it was
+        }
+        lone.send(reply);
+    }
+
+    void answerNotify(const Question& question, const MessagePointer& reply, bool isAny)
+    {
+        if (!isAny) {
+            (void)sd_bus_message_append(reply.get(), "u", nextId);
+            screen[nextId] = question.identifier;
+            ours.insert(nextId++);
+            return;
+        }
+        auto signature = any.anySignature();
+        if (signature.starts_with('u')) signature.insert(0, "s");  // no number that nobody knows of
+        any.append(reply.get(), signature);
+    }
+
+    void refuse()
+    {
+        const auto question = nextQuestion();
+        if (!question) return;
+        const auto error = platform::owned<MessagePointer>([&](sd_bus_message** message) {
+            return sd_bus_message_new_method_errorf(question->call.get(), message,
+                                                    input.oneOf(errors), "%s", "no");
+        });
+        lone.send(error);
+        ++refused;
+    }
+
+    void act()
+    {
+        const int before = delegate->responses;
+        const std::string sender = input.flag() ? ":1.5" : ":1.6";
+        const auto signal = lone.signal(sender.c_str(), servicePath, service, "ActionInvoked");
+        const std::uint32_t id = input.byte() % (nextId + 1);
+        if (!input.flag()) {
+            any.appendMostly(signal.get(), "sus");
+            lone.send(signal);
+            lone.settle();
+            require(delegate->responses == before, "what is no action means nothing");
+            return;
+        }
+        (void)sd_bus_message_append(signal.get(), "us", id, "SNOOZE");
+        lone.send(signal);
+        lone.settle();
+        const bool counts = ours.contains(id) && (babbled || sender == owner);
+        require(delegate->responses <= before + (counts ? 1 : 0), "only our own actions count");
+        if (!babbled && counts) {
+            require(delegate->responses == before + 1, "an action of ours counts");
+        }
+    }
+
+    void check() const
+    {
+        require(notified <= added + refused + changes * static_cast<int>(identifiers.size()),
+                "nothing is posted twice to one server");
+        require(player.plays <= notified, "nothing sounds that was not posted");
+        std::map<std::string, int> shown;
+        for (const auto& [id, identifier] : screen) ++shown[identifier];
+        for (const auto& [identifier, count] : shown) {
+            const auto isOf = [&](const Question& q) { return q.identifier == identifier; };
+            if (std::ranges::any_of(questions, isOf)) continue;
+            require(count <= 1, "one of each is on the screen");
+            require(!withdrawn.contains(identifier), "what was taken back is not on the screen");
+        }
+    }
+
+    Input& input;
+    AnyMessage any;
+    std::vector<Question> questions;
+    CountingPlayer player;
+    std::shared_ptr<CountingDelegate> delegate = std::make_shared<CountingDelegate>();
+    LoneBus lone;
+    std::unique_ptr<FreedesktopNotificationCenter> center;
+    bool hasBegun = false;
+
+    // What the program must know by now.
+    std::string owner;
+    bool babbled = true;  // the owner may be anything
+    std::map<std::uint32_t, std::string> screen;
+    std::set<std::uint32_t> ours;
+    std::set<std::string> withdrawn;
+    std::uint32_t nextId = 1;
+    int added = 0;
+    int notified = 0;
+    int changes = 0;
+    int refused = 0;  // some errors say that the server died
+};
+
+}  // namespace
+
+void notifications(Input input)
+{
+    NotificationsCase(input).run();
+}
+
+}  // namespace vorlane::fuzz

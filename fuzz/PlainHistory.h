@@ -1,0 +1,34 @@
+// The history said a second time, to compare the program with: when a sample is taken, when the
+// file is written, and what it all says about the time on power.
+#pragma once
+
+#include <optional>
+#include <vector>
+
+#include "App/BatteryState.h"
+#include "App/Date.h"
+#include "App/Sample.h"
+
+namespace vorlane::fuzz {
+
+class PlainHistory {
+public:
+    std::vector<Sample> samples;
+
+    void record(const BatteryState& state, Date now, bool force);
+    void save(Date now);
+    void clear(Date now);
+
+    // The program ends, and begins again with what the file holds.
+    void restart(Date now);
+
+    std::optional<Date> pluggedSince(Date now) const;
+
+private:
+    void dropOld(Date now);
+
+    std::vector<Sample> file;
+    std::optional<Date> lastSave;
+};
+
+}  // namespace vorlane::fuzz

@@ -1,0 +1,82 @@
+// What the settings of the reminders read as, said a second time: a value of the wrong kind is
+// false or 0, whole and real numbers are one kind, and what was never written has its default.
+#pragma once
+
+#include <array>
+#include <cmath>
+#include <cstdint>
+#include <map>
+#include <string>
+
+#include "App/Prefs.h"
+#include "App/services/DefaultsStore.h"
+
+namespace vorlane::fuzz {
+
+class PlainSettings {
+public:
+    static constexpr std::array<const char*, 11> keys{
+        "limitEnabled",  "repeatReminder", "lowEnabled", "longEnabled",
+        "healthEnabled", "quietEnabled",   "limit",      "low",
+        "longHours",     "quietStart",     "quietEnd"};
+
+    std::map<std::string, DefaultsValue> written;
+
+    Prefs prefs() const
+    {
+        return {.limitEnabled = flag("limitEnabled", true),
+                .repeatReminder = flag("repeatReminder", true),
+                .lowEnabled = flag("lowEnabled", true),
+                .longEnabled = flag("longEnabled", true),
+                .healthEnabled = flag("healthEnabled", true),
+                .quietEnabled = flag("quietEnabled", false),
+                .limit = whole("limit", 80),
+                .low = whole("low", 20),
+                .longHours = whole("longHours", 8),
+                .quietStart = whole("quietStart", 22 * 60),
+                .quietEnd = whole("quietEnd", 7 * 60),
+                .showPercent = true,
+                .showTime = false,
+                .sounds = {}};
+    }
+
+    // In a day that begins at midnight UTC.
+    bool isQuiet(Date now) const
+    {
+        const auto all = prefs();
+        if (!all.quietEnabled) return false;
+        // Minute by minute from the start: nothing is said about which comes first in a day.
+        constexpr std::int64_t day = 24 * 60;
+        const auto days = std::floor(now.secondsSince1970 / 86400);
+        const auto minute = static_cast<std::int64_t>((now.secondsSince1970 - days * 86400) / 60);
+        if (all.quietStart < 0 || all.quietStart >= day || all.quietEnd < 0 ||
+            all.quietEnd >= day) {
+            return false;  // no times of day; not compared
+        }
+        for (auto m = all.quietStart; m != all.quietEnd; m = (m + 1) % day) {
+            if (m == minute) return true;
+        }
+        return false;
+    }
+
+private:
+    bool flag(const std::string& key, bool otherwise) const
+    {
+        const auto found = written.find(key);
+        if (found == written.end()) return otherwise;
+        const auto* const value = std::get_if<bool>(&found->second);
+        return value != nullptr && *value;
+    }
+
+    std::int64_t whole(const std::string& key, std::int64_t otherwise) const
+    {
+        const auto found = written.find(key);
+        if (found == written.end()) return otherwise;
+        if (const auto* number = std::get_if<std::int64_t>(&found->second)) return *number;
+        const auto* real = std::get_if<double>(&found->second);
+        const bool fits = real != nullptr && std::abs(*real) < 9223372036854775808.0;  // 2^63
+        return fits ? static_cast<std::int64_t>(std::trunc(*real)) : 0;
+    }
+};
+
+}  // namespace vorlane::fuzz

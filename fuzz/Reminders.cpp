@@ -1,0 +1,253 @@
+// The model on a laptop in memory against the rules said plainly: readings, settings of every
+// kind, a clock that is set forth and back, snoozes, starts and wakes.
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "App/AppModel.h"
+#include "fuzz/PlainHistory.h"
+#include "fuzz/PlainSettings.h"
+#include "fuzz/ReminderRules.h"
+#include "fuzz/Require.h"
+#include "fuzz/Targets.h"
+#include "tests/support/FakeMachine.h"
+
+namespace vorlane::fuzz {
+
+namespace {
+
+using Reason = AppModel::Reason;
+
+constexpr std::array<double, 20> steps{0,    1,    59,    60,    61,     289,     290,
+                                       299,  300,  301,   599,   600,    900,     901,
+                                       3600, 3601, 28801, 86400, -61.25, -4000000};
+constexpr int longestCase = 300;
+
+class RemindersCase {
+public:
+    explicit RemindersCase(Input bytes) : input(bytes)
+    {
+        state.hasBattery = true;
+        state.percent = 50;
+        start();
+    }
+
+    void run()
+    {
+        for (int step = 0; step < longestCase && !input.empty(); ++step) {
+            const auto choice = input.byte();
+            happen(choice % 13);
+            if (choice < 100) refresh(Reason::timer);
+            if (choice >= 100 && choice < 180) refresh(Reason::change);
+            if (choice >= 180 && choice < 200) refresh(Reason::wake);
+            if (choice >= 250) start();
+        }
+    }
+
+private:
+    void happen(int what)
+    {
+        if (what == 0) state.percent = input.byte() % 101;
+        if (what == 1) state.pluggedIn = !state.pluggedIn;
+        if (what == 2) state.isCharging = !state.isCharging;
+        if (what == 3) state.hasBattery = !state.hasBattery;
+        if (what == 4) changeHealth();
+        if (what == 5 || what == 6) now = now + Seconds{input.oneOf(steps)};
+        if (what == 7) changeSetting();
+        if (what == 8) changeSetting();
+        if (what == 9) snooze();
+        if (what == 10) cancelSnooze();
+        if (what == 11) save();
+        if (what == 12 && input.byte() % 8 == 0) clearHistory();
+        machine.clock.time = now;
+    }
+
+    void changeHealth()
+    {
+        constexpr std::array<std::int64_t, 7> fulls{790, 795, 799, 800, 819, 820, 1000};
+        state.designCapacity = std::nullopt;
+        state.fullCapacity = std::nullopt;
+        if (input.byte() % 8 == 0) return;
+        state.designCapacity = 1000;
+        state.fullCapacity = input.oneOf(fulls);
+    }
+
+    DefaultsValue anyValue()
+    {
+        const auto form = input.below(8);
+        if (form < 3) return input.flag();
+        if (form < 6) return std::int64_t{input.byte()} * (input.flag() ? 6 : 1);
+        if (form == 6) return static_cast<double>(input.byte()) * 5.37;
+        return input.text(8);
+    }
+
+    // Times of day stay within a day: what others mean is left open.
+    void changeSetting()
+    {
+        const std::string key = input.oneOf(PlainSettings::keys);
+        auto value = anyValue();
+        if (auto* number = std::get_if<std::int64_t>(&value)) *number %= 24 * 60;
+        settings.written.insert_or_assign(key, value);
+        machine.defaults.set(key, value);
+    }
+
+    void snooze()
+    {
+        machine.clock.time = now;
+        model->snooze();
+        snoozeStored = now + Seconds{3600};
+        snoozeShown = snoozeStored;
+    }
+
+    void cancelSnooze()
+    {
+        model->cancelSnooze();
+        snoozeStored = {0};
+        snoozeShown.reset();
+    }
+
+    void save()
+    {
+        model->history.save(now);
+        history.save(now);
+    }
+
+    void clearHistory()
+    {
+        machine.clock.time = now;
+        model->resetHistory();
+        history.clear(now);
+    }
+
+    // The program ends as if its power had been cut, and begins anew.
+    void start()
+    {
+        machine.clock.time = now;
+        describe();
+        machine.notifications.shown.clear();
+        model = std::make_shared<AppModel>(machine.services());
+        const bool healthTold = rules.healthTold;
+        rules = {};
+        rules.healthTold = healthTold;
+        since.reset();
+        history.restart(now);
+        snoozeShown.reset();
+        if (now < snoozeStored) snoozeShown = snoozeStored;
+        const auto before = machine.notifications.posted.size();
+        model->start();
+        compare(Reason::launch, before);
+    }
+
+    void refresh(Reason reason)
+    {
+        describe();
+        const auto before = machine.notifications.posted.size();
+        model->refresh(reason);
+        compare(reason, before);
+    }
+
+    // The reading in the words of the power-source service.
+    void describe()
+    {
+        machine.powerSources.sources.clear();
+        machine.batteryRegistry.entry.reset();
+        if (!state.hasBattery) return;
+        machine.powerSources.sources.push_back(
+            {{"Type", std::string("InternalBattery")},
+             {"Current Capacity", state.percent},
+             {"Max Capacity", std::int64_t{100}},
+             {"Is Charging", state.isCharging},
+             {"Power Source State", std::string(state.pluggedIn ? "AC Power" : "Battery Power")}});
+        if (!state.designCapacity) return;
+        machine.batteryRegistry.entry = {{"DesignCapacity", *state.designCapacity},
+                                         {"MaxCapacity", *state.fullCapacity}};
+    }
+
+    void trackPower(bool afresh)
+    {
+        if (!state.hasBattery || !state.pluggedIn) since.reset();
+        if (!state.hasBattery || !state.pluggedIn || since) return;
+        since = now;
+        if (!afresh) return;
+        if (const auto estimate = history.pluggedSince(now)) since = estimate;
+    }
+
+    bool mayDeliver()
+    {
+        if (now < snoozeStored) return false;
+        snoozeShown.reset();
+        return !settings.isQuiet(now);
+    }
+
+    void compare(Reason reason, std::size_t before)
+    {
+        const bool afresh = reason == Reason::launch || reason == Reason::wake;
+        trackPower(afresh);
+        history.record(state, now, reason != Reason::change);
+        const bool delivers = !afresh && mayDeliver();
+        auto seen = state.hasBattery ? state : BatteryState();
+        const ReminderRules::Look look{.state = seen,
+                                       .prefs = settings.prefs(),
+                                       .since = since,
+                                       .now = now,
+                                       .canDeliver = delivers,
+                                       .prime = afresh};
+
+        const auto expected = rules.due(look);
+        comparePosted(expected, before);
+        compareShown(look);
+        require(model->pluggedSince.get() == since, "the spell on power is known");
+        require(model->snoozeUntil.get() == snoozeShown, "the snooze is shown");
+        require(model->history.samples == history.samples, "the samples are the same");
+        require(machine.defaults.boolForKey("healthAlertSent") == rules.healthTold,
+                "that the health was told is remembered");
+        require(delivers || machine.notifications.posted.size() == before,
+                "nothing is posted in a snooze, in quiet hours, at a start or a wake");
+    }
+
+    void comparePosted(const std::vector<PendingAlert>& expected, std::size_t before) const
+    {
+        const auto& posted = machine.notifications.posted;
+        require(posted.size() - before == expected.size(), "as many are posted as are due");
+        for (std::size_t i = 0; i < expected.size(); ++i) {
+            const auto& request = posted[before + i];
+            require(request.identifier == rawValue(expected[i].kind) &&
+                        request.title == expected[i].title && request.body == expected[i].body,
+                    "what is due is posted, in its words and order");
+        }
+    }
+
+    // A reminder stays on the screen exactly as long as it is true.
+    void compareShown(const ReminderRules::Look& look) const
+    {
+        for (const auto kind : {AlertKind::chargeLimit, AlertKind::low, AlertKind::tooLong}) {
+            const bool shown = machine.notifications.shown.contains(std::string(rawValue(kind)));
+            require(shown == (rules.toldInSpell(kind) > 0 && ReminderRules::holds(kind, look)),
+                    "what is on the screen is true");
+        }
+    }
+
+    Input input;
+    FakeMachine machine;
+    std::shared_ptr<AppModel> model;
+
+    BatteryState state;
+    PlainSettings settings;
+    PlainHistory history;
+    ReminderRules rules;
+    Date now{1767603600};
+    Date snoozeStored{0};
+    std::optional<Date> snoozeShown;
+    std::optional<Date> since;
+};
+
+}  // namespace
+
+void reminders(Input input)
+{
+    RemindersCase(input).run();
+}
+
+}  // namespace vorlane::fuzz

@@ -1,0 +1,187 @@
+// The settings file: a value that is set reads back and everything else stays; a text that is not
+// understood is never overwritten; a value of the wrong kind reads as none.
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "App/Prefs.h"
+#include "fuzz/PlainSettings.h"
+#include "fuzz/Require.h"
+#include "fuzz/Scratch.h"
+#include "fuzz/Targets.h"
+#include "platform/linux/FileDefaultsStore.h"
+#include "platform/linux/SdBus.h"
+#include "platform/linux/TomlText.h"
+
+namespace vorlane::fuzz {
+
+namespace {
+
+using platform::FileDefaultsStore;
+using platform::tomlValues;
+using platform::TomlValues;
+using platform::withTomlValue;
+
+constexpr const char* fileName = "settings.toml";
+
+struct Setting {
+    std::string key;
+    DefaultsValue value;
+};
+
+DefaultsValue anyValue(Input& input)
+{
+    constexpr std::array reals{0.0,  -0.0,  0.1,    1.5,          1e-7,    123456789.25, 1e16,
+                               1e15, 1e300, 5e-324, 1767603600.5, -2.5e-6, 9e15};
+    const auto form = input.below(5);
+    if (form == 0) return input.flag();
+    if (form == 1) return input.number();
+    if (form == 2) return input.oneOf(reals);
+    if (form == 3) return std::string("Glass");
+    return input.text(12);
+}
+
+Setting anySetting(Input& input)
+{
+    if (input.byte() % 4 > 0) return {input.oneOf(PlainSettings::keys), anyValue(input)};
+    auto key = input.text(6);
+    return {std::move(key), anyValue(input)};
+}
+
+bool isPlain(const TomlValues& values, const std::string& key)
+{
+    const auto found = values.find(key);
+    return found == values.end() || found->second.has_value();
+}
+
+bool isAscii(std::string_view text)
+{
+    return std::ranges::all_of(text, [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+}
+
+std::size_t commonStart(std::string_view one, std::string_view other)
+{
+    const auto [a, b] = std::ranges::mismatch(one, other);
+    return static_cast<std::size_t>(a - one.begin());
+}
+
+std::size_t commonEnd(std::string_view one, std::string_view other)
+{
+    std::size_t same = 0;
+    while (same < std::min(one.size(), other.size()) &&
+           one[one.size() - 1 - same] == other[other.size() - 1 - same]) {
+        ++same;
+    }
+    return same;
+}
+
+// Where only a plain value is replaced or added, nothing but that value is gone from the text.
+void compareTexts(const std::string& text, const std::string& edited, const TomlValues& before,
+                  const Setting& setting)
+{
+    const auto found = before.find(setting.key);
+    if (found != before.end() && !found->second) return;  // a table or a date made way
+
+    const auto start = commonStart(text, edited);
+    const auto end =
+        std::min(commonEnd(text, edited), std::min(text.size(), edited.size()) - start);
+    const auto gone = std::string_view(text).substr(start, text.size() - start - end);
+    if (found == before.end()) return require(gone.empty(), "adding a value takes nothing away");
+    if (std::holds_alternative<std::string>(*found->second)) return;  // may hold anything
+    require(
+        gone.find('#') == gone.npos && gone.find('\n') == gone.npos && gone.find('=') == gone.npos,
+        "replacing a value leaves comments, lines and keys alone");
+}
+
+void editText(const std::string& text, const Setting& setting)
+{
+    const auto before = tomlValues(text);
+    const auto edited = withTomlValue(text, setting.key, setting.value);
+    require(before || !edited, "a text that is not understood is not edited");
+    const auto* const words = std::get_if<std::string>(&setting.value);
+    const bool isStorable = isAscii(setting.key) && (words == nullptr || isAscii(*words));
+    if (before && isStorable && isPlain(*before, setting.key)) {
+        require(edited.has_value(), "a plain value can be set in every text that is understood");
+    }
+    if (!edited) return;
+
+    auto expected = *before;
+    expected.insert_or_assign(setting.key, setting.value);
+    require(tomlValues(*edited) == expected, "a value reads back, and all others as before");
+    require(withTomlValue(*edited, setting.key, setting.value) == edited,
+            "setting the same once more changes nothing");
+    compareTexts(text, *edited, *before, setting);
+}
+
+// Only what the reminders depend on is compared.
+void comparePrefs(FileDefaultsStore& store, const std::optional<TomlValues>& values)
+{
+    PlainSettings plain;
+    for (const auto& [key, value] : values.value_or(TomlValues())) {
+        // What no setting can be reads as a text would: false, 0.
+        plain.written.emplace(key, value.value_or(DefaultsValue(std::string())));
+    }
+    const auto expected = plain.prefs();
+    auto found = Prefs::current(store);
+    require(found.sounds.size() == allAlertKinds.size(), "every kind has a sound");
+    found.sounds.clear();
+    found.showPercent = expected.showPercent;
+    found.showTime = expected.showTime;
+    const auto isSame = [](const Prefs& a, const Prefs& b) {
+        return a.limitEnabled == b.limitEnabled && a.repeatReminder == b.repeatReminder &&
+               a.lowEnabled == b.lowEnabled && a.longEnabled == b.longEnabled &&
+               a.healthEnabled == b.healthEnabled && a.quietEnabled == b.quietEnabled &&
+               a.limit == b.limit && a.low == b.low && a.longHours == b.longHours &&
+               a.quietStart == b.quietStart && a.quietEnd == b.quietEnd;
+    };
+    require(isSame(found, expected), "settings read as they are, or as none");
+}
+
+bool reads(const FileDefaultsStore& store, const Setting& setting)
+{
+    if (const auto* flag = std::get_if<bool>(&setting.value)) {
+        return store.boolForKey(setting.key) == *flag;
+    }
+    if (const auto* number = std::get_if<std::int64_t>(&setting.value)) {
+        return store.integerForKey(setting.key) == *number;
+    }
+    if (const auto* real = std::get_if<double>(&setting.value)) {
+        return store.doubleForKey(setting.key) == *real;
+    }
+    return store.stringForKey(setting.key) == std::get<std::string>(setting.value);
+}
+
+void editFile(const std::string& text, const Setting& setting)
+{
+    const Scratch scratch;
+    scratch.write(fileName, text);
+    const auto event = platform::owned<platform::EventPointer>(sd_event_new);
+    FileDefaultsStore store(event.get(), scratch.path(fileName));
+    const auto before = tomlValues(text);
+    comparePrefs(store, before);
+    require(scratch.read(fileName) == text, "reading writes nothing");
+
+    store.set(setting.key, setting.value);
+
+    require(reads(store, setting), "what was set is read at once");
+    const auto after = scratch.read(fileName);
+    if (before) return;
+    require(after == text || scratch.read(std::string(fileName) + ".bad") == text,
+            "what is not understood is kept aside before it is replaced");
+}
+
+}  // namespace
+
+void settings(Input input)
+{
+    const bool onDisk = input.byte() % 8 == 0;
+    const auto setting = anySetting(input);
+    const auto text = input.rest();
+    editText(text, setting);
+    if (onDisk) editFile(text, setting);
+}
+
+}  // namespace vorlane::fuzz

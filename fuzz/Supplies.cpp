@@ -1,0 +1,192 @@
+// The kernel's power supplies: whatever their files hold, the reading of the battery is plausible
+// or absent. A case is a text of paragraphs, one for each supply: its name, then the lines of its
+// uevent file; a line that begins with "@" is an attribute file of its own, as in "@capacity=80".
+#include <algorithm>
+#include <cctype>
+#include <cmath>
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+#include <limits>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "App/BatteryReader.h"
+#include "fuzz/Require.h"
+#include "fuzz/Scratch.h"
+#include "fuzz/Targets.h"
+#include "platform/linux/KernelBatteryRegistry.h"
+#include "platform/linux/KernelPowerSources.h"
+#include "platform/linux/MachineBattery.h"
+#include "platform/linux/PowerSupplyFolder.h"
+#include "tests/support/FakeClock.h"
+#include "tests/support/FakeRunLoop.h"
+
+namespace vorlane::fuzz {
+
+namespace {
+
+using platform::PowerSupply;
+
+constexpr std::int64_t longestTime = 60 * 24 * 365;  // no battery lasts a year
+
+std::string_view takeUntil(std::string_view& text, std::string_view end)
+{
+    const auto at = std::min(text.find(end), text.size());
+    const auto taken = text.substr(0, at);
+    text.remove_prefix(std::min(at + end.size(), text.size()));
+    return taken;
+}
+
+// A name that a folder can have.
+std::string safe(std::string_view name)
+{
+    std::string kept;
+    for (const char c : name.substr(0, 24)) {
+        const bool isPlain = std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '_';
+        if (isPlain) kept += c;
+    }
+    return kept;
+}
+
+void writeSupply(const Scratch& folder, std::string_view paragraph)
+{
+    const auto name = safe(takeUntil(paragraph, "\n"));
+    if (name.empty()) return;
+    std::string uevent;
+    while (!paragraph.empty()) {
+        auto line = takeUntil(paragraph, "\n");
+        if (!line.starts_with('@')) {
+            uevent.append(line).append("\n");
+            continue;
+        }
+        line.remove_prefix(1);
+        const auto attribute = safe(takeUntil(line, "="));
+        if (!attribute.empty()) folder.write(name + "/" + attribute, line);
+    }
+    folder.write(name + "/uevent", uevent);
+}
+
+struct NoEstimates : platform::TimeEstimates {
+    Minutes estimate(platform::ChargeStatus /*status*/) override { return {}; }
+    Subscription observe(std::function<void()> /*changed*/) override { return {}; }
+};
+
+BatteryState readBattery(const Scratch& folder)
+{
+    FakeClock clock;
+    FakeRunLoop loop(clock);
+    NoEstimates estimates;
+    const auto nothing = [](const std::function<void()>&) { return Subscription(); };
+    const auto uptime = [&clock] { return Seconds{clock.time.secondsSince1970}; };
+    platform::KernelPowerSources sources(
+        {.runLoop = loop, .estimates = estimates, .watchSupplies = nothing, .uptime = uptime},
+        folder.path(""));
+    platform::KernelBatteryRegistry registry(folder.path(""));
+    require(sources.descriptions().size() <= 1, "the machine has one battery at most");
+    BatteryReader reader(sources, registry);
+    const auto state = reader.read();
+    require(state == reader.read(), "the same files read the same");
+    return state;
+}
+
+template <typename Number>
+bool isWithin(const std::optional<Number>& value, Number least, Number most)
+{
+    return !value || (*value >= least && *value <= most);
+}
+
+void checkPlausible(const BatteryState& state)
+{
+    require(state.percent >= 0 && state.percent <= 100, "the percentage is one");
+    require(isWithin<std::int64_t>(state.minutesToFull, 0, longestTime), "it is full in time");
+    require(isWithin<std::int64_t>(state.minutesToEmpty, 0, longestTime), "it is empty in time");
+    require(isWithin<std::int64_t>(state.cycleCount, 1, 65534), "the cycles are no sentinel");
+    require(isWithin<std::int64_t>(state.adapterWatts, 1, 240), "the adapter exists");
+    require(isWithin(state.temperatureC, -20.0, 100.0), "it neither freezes nor boils");
+    require(isWithin(state.voltage, 0.001, 100.0), "the voltage is a laptop's");
+    require(isWithin(state.amperage, -1000.0, 1000.0), "the current is a laptop's");
+    require(!(state.isCharging && !state.pluggedIn), "it charges from something");
+    require(!(state.isCharging && state.isCharged), "it is full or charges");
+    const auto health = state.healthPercent();
+    require(isWithin(health, 30.0, 130.0) && !(health && std::isnan(*health)), "the health is one");
+    require(state.designCapacity || !state.fullCapacity, "a capacity is compared with its design");
+    if (state.hasBattery) return;
+    require(state == BatteryState(), "nothing is known of no battery");
+}
+
+std::optional<std::int64_t> wholeNumber(std::string_view text)
+{
+    while (text.ends_with(' ')) text.remove_suffix(1);
+    if (text.empty() || text.size() > 9) return std::nullopt;
+    if (!std::ranges::all_of(text, [](unsigned char c) { return std::isdigit(c) != 0; })) return {};
+    return std::stoll(std::string(text));
+}
+
+// Of one battery the gauge's own percentage is told.
+void checkGauge(const std::vector<PowerSupply>& supplies, const BatteryState& state)
+{
+    const auto count = std::ranges::count_if(supplies, &PowerSupply::isMachineBattery);
+    require(count > 0 || !state.hasBattery, "there is no battery where none is listed");
+    if (count != 1) return;
+    const auto battery = std::ranges::find_if(supplies, &PowerSupply::isMachineBattery);
+    const auto capacity = battery->values.find("CAPACITY");
+    const auto gauge =
+        capacity == battery->values.end() ? std::nullopt : wholeNumber(capacity->second);
+    if (!gauge || *gauge > 100) return;
+    require(state.hasBattery && state.percent == *gauge, "the gauge is believed");
+}
+
+// What is no business of the machine's battery.
+void checkStrangers(const std::vector<PowerSupply>& supplies)
+{
+    const PowerSupply mouse{.name = "hid_mouse",
+                            .values = {{"TYPE", "Battery"},
+                                       {"SCOPE", "Device"},
+                                       {"STATUS", "Discharging"},
+                                       {"ONLINE", "1"},
+                                       {"CAPACITY", "3"}}};
+    const PowerSupply bay{.name = "BAT9",
+                          .values = {{"TYPE", "Battery"}, {"PRESENT", "0"}, {"CAPACITY", "7"}}};
+    auto more = supplies;
+    more.push_back(mouse);
+    more.push_back(bay);
+    const auto without = platform::machineBattery(supplies);
+    const auto with = platform::machineBattery(more);
+    require(without.has_value() == with.has_value(), "a mouse is no laptop's battery");
+    if (!without) return;
+    require(without->name == with->name && without->percent == with->percent &&
+                without->status == with->status && without->pluggedIn == with->pluggedIn &&
+                without->minutesToFull == with->minutesToFull &&
+                without->minutesToEmpty == with->minutesToEmpty &&
+                without->designCapacity == with->designCapacity &&
+                without->fullCapacity == with->fullCapacity &&
+                without->cycleCount == with->cycleCount &&
+                without->temperature == with->temperature && without->voltage == with->voltage &&
+                without->current == with->current && without->adapterWatts == with->adapterWatts,
+            "a mouse and an empty bay change nothing");
+}
+
+}  // namespace
+
+void supplies(Input input)
+{
+    const Scratch folder;
+    const auto text = input.rest();
+    std::string_view left = text;
+    for (int count = 0; count < 8 && !left.empty(); ++count) {
+        writeSupply(folder, takeUntil(left, "\n\n"));
+    }
+
+    const auto found = platform::readPowerSupplies(folder.path(""));
+    require(found.has_value(), "the folder can be read");
+    const auto state = readBattery(folder);
+
+    checkPlausible(state);
+    checkGauge(*found, state);
+    checkStrangers(*found);
+}
+
+}  // namespace vorlane::fuzz

@@ -1,0 +1,214 @@
+// UPower's answers and signals, well made or not, from itself or from others: an estimate is
+// plausible, of use, recent and UPower's own, or absent.
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "fuzz/AnyMessage.h"
+#include "fuzz/LoneBus.h"
+#include "fuzz/Require.h"
+#include "fuzz/Targets.h"
+#include "platform/linux/BatteryCharge.h"
+#include "platform/linux/UPowerEstimates.h"
+
+namespace vorlane::fuzz {
+
+namespace {
+
+using platform::ChargeStatus;
+
+constexpr const char* service = "org.freedesktop.UPower";
+constexpr const char* device = "/org/freedesktop/UPower/devices/DisplayDevice";
+constexpr const char* deviceInterface = "org.freedesktop.UPower.Device";
+constexpr const char* properties = "org.freedesktop.DBus.Properties";
+constexpr const char* bus = "org.freedesktop.DBus";
+constexpr const char* busPath = "/org/freedesktop/DBus";
+
+constexpr std::array words{deviceInterface, service, "TimeToFull", "TimeToEmpty", "State",
+                           ":1.5",          ":1.6",  "",           "UpdateTime"};
+constexpr std::array names{":1.5", ":1.6", ""};
+constexpr std::array spans{1.0, 60.0, 239.0, 240.0, 299.0, 301.0};
+constexpr std::int64_t longestTime = 60 * 24 * 365;
+constexpr int longestCase = 60;
+
+struct Question {
+    MessagePointer call;
+    std::string asked;  // whom
+};
+
+class UpowerCase {
+public:
+    explicit UpowerCase(Input& bytes)
+        : input(bytes),
+          any(input, words),
+          lone([this](sd_bus_message* call) { keep(call); }),
+          estimates(lone.program(), [this] { return uptime; })
+    {
+        changes = estimates.observe([] {});
+    }
+
+    void run()
+    {
+        for (int step = 0; step < longestCase && !input.empty(); ++step) {
+            happen(input.below(8));
+            lone.settle();
+            check();
+        }
+    }
+
+private:
+    void keep(sd_bus_message* call)
+    {
+        const char* const whom = sd_bus_message_get_destination(call);
+        questions.push_back({MessagePointer(sd_bus_message_ref(call)), whom ? whom : ""});
+    }
+
+    void happen(std::size_t what)
+    {
+        if (what == 0) changeOwner(input.oneOf(names));
+        if (what == 1) say(bus, busPath, bus, "NameOwnerChanged", "sss");
+        if (what == 2 || what == 3) sayProperties();
+        if (what == 4) uptime = uptime + Seconds{input.oneOf(spans)};
+        if (what == 5) answer();
+        if (what == 6) refuse();
+        if (what == 7) answerWell();
+    }
+
+    void changeOwner(const char* name)
+    {
+        const auto signal = lone.signal(bus, busPath, bus, "NameOwnerChanged");
+        (void)sd_bus_message_append(signal.get(), "sss", service, owner.c_str(), name);
+        lone.send(signal);
+        if (owner != name || babbled) {
+            known = false;
+            std::erase_if(questions, [](const Question& q) { return q.asked != bus; });
+        }
+        owner = name;
+        babbled = false;
+    }
+
+    void say(const char* sender, const char* path, const char* interface, const char* member,
+             const std::string& signature)
+    {
+        const auto signal = lone.signal(sender, path, interface, member);
+        any.appendMostly(signal.get(), signature);
+        lone.send(signal);
+        babbled = true;
+        known = false;
+    }
+
+    void sayProperties()
+    {
+        const char* const sender = input.flag() ? ":1.5" : ":1.6";
+        say(sender, device, properties, "PropertiesChanged", "sa{sv}as");
+    }
+
+    std::optional<Question> nextQuestion()
+    {
+        if (questions.empty()) return std::nullopt;
+        auto next = std::move(questions.front());
+        questions.erase(questions.begin());
+        return next;
+    }
+
+    void answer()
+    {
+        const auto question = nextQuestion();
+        if (!question) return;
+        const auto reply = LoneBus::reply(question->call.get(), question->asked);
+        any.appendMostly(reply.get(), question->asked == bus ? "s" : "a{sv}");
+        lone.send(reply);
+        babbled = true;
+        known = false;
+    }
+
+    void refuse()
+    {
+        const auto question = nextQuestion();
+        if (!question) return;
+        const auto error = platform::owned<MessagePointer>([&](sd_bus_message** message) {
+            return sd_bus_message_new_method_errorf(question->call.get(), message,
+                                                    SD_BUS_ERROR_FAILED, "%s", "no");
+        });
+        lone.send(error);
+    }
+
+    // As the interface says; where its owner said so, it is to be believed.
+    void answerWell()
+    {
+        const auto question = nextQuestion();
+        if (!question || question->asked == bus) return;
+        const auto reply = LoneBus::reply(question->call.get(), question->asked);
+        const std::uint32_t state = input.flag() ? 1 : 2;
+        const auto full = input.number();
+        const auto empty = input.number();
+        (void)sd_bus_message_append(reply.get(), "a{sv}", 3, "State", "u", state, "TimeToFull", "x",
+                                    full, "TimeToEmpty", "x", empty);
+        lone.send(reply);
+        const auto isNewer = [this](const Question& other) { return other.asked == owner; };
+        known = question->asked == owner && !babbled && std::ranges::none_of(questions, isNewer);
+        if (!known) return;
+        seconds = state == 1 ? full : empty;
+        status = state == 1 ? ChargeStatus::charging : ChargeStatus::discharging;
+        heard = uptime;
+    }
+
+    void check()
+    {
+        for (const auto now :
+             {ChargeStatus::unknown, ChargeStatus::charging, ChargeStatus::discharging,
+              ChargeStatus::notCharging, ChargeStatus::full}) {
+            const auto minutes = estimates.estimate(now);
+            require(!minutes.toFull || now == ChargeStatus::charging, "only charging fills");
+            require(!minutes.toEmpty || now == ChargeStatus::discharging, "only use empties");
+            for (const auto& time : {minutes.toFull, minutes.toEmpty}) {
+                require(!time || (*time >= 0 && *time <= longestTime), "a time is plausible");
+            }
+        }
+        checkKnown();
+    }
+
+    void checkKnown()
+    {
+        if (owner.empty() && !babbled) {
+            require(!estimates.estimate(ChargeStatus::charging).toFull &&
+                        !estimates.estimate(ChargeStatus::discharging).toEmpty,
+                    "nobody's estimate is none");
+        }
+        if (!known) return;
+        const auto given = estimates.estimate(status);
+        const auto time = status == ChargeStatus::charging ? given.toFull : given.toEmpty;
+        const bool isRecent = uptime < heard + Seconds{300};
+        const auto plausible =
+            seconds == 0 ? std::nullopt : platform::plausibleMinutes(static_cast<double>(seconds));
+        require(time == (isRecent ? plausible : std::nullopt), "what UPower says is believed");
+    }
+
+    Input& input;
+    AnyMessage any;
+    std::vector<Question> questions;
+    LoneBus lone;
+    Seconds uptime{1000};
+    platform::UPowerEstimates estimates;
+    Subscription changes;
+
+    // What the program must know by now.
+    std::string owner;
+    bool babbled = false;  // something was said that may have changed any of it
+    bool known = false;
+    std::int64_t seconds = 0;
+    ChargeStatus status = ChargeStatus::unknown;
+    Seconds heard{0};
+};
+
+}  // namespace
+
+void upower(Input input)
+{
+    UpowerCase(input).run();
+}
+
+}  // namespace vorlane::fuzz

@@ -1,0 +1,10 @@
+// Where libFuzzer enters; compiled once for each target, whose name comes from the build.
+#include "fuzz/Targets.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size);
+
+int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size)
+{
+    vorlane::fuzz::VORLANE_FUZZ_TARGET(vorlane::fuzz::Input({bytes, size}));
+    return 0;
+}
