@@ -91,7 +91,7 @@ private:
         });
         center = std::make_unique<FreedesktopNotificationCenter>(
             FreedesktopNotificationCenter::Means{.session = lone.program(),
-                                                 .icon = "vorlane",
+                                                 .icons = platform::NotificationIcons("/nowhere"),
                                                  .sounds = platform::SoundFiles("/nowhere"),
                                                  .player = player});
         isMade = true;
