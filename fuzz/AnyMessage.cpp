@@ -67,7 +67,9 @@ std::string AnyMessage::anyType(int depth)
     if (form == 14 || depth == deepest) return "v";
     if (form == 15) return "a" + anyType(depth + 1);
     if (form == 16) return "a{s" + anyType(depth + 1) + "}";
-    return "(" + anyType(depth + 1) + anyType(depth + 1) + ")";
+    std::string fields = anyType(depth + 1);
+    fields += anyType(depth + 1);
+    return "(" + fields + ")";
 }
 
 std::string AnyMessage::anyString()

@@ -26,8 +26,8 @@ LoneBus::LoneBus(Listener told) : listener(std::move(told)), near(newBus()), far
     std::array<int, 2> ends{};
     require(socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0, ends.data()) == 0,
             "there is a pair of sockets");
-    constexpr sd_id128_t id =
-        SD_ID128_MAKE(5c, 3a, 10, 2e, 77, 0b, 4d, 1f, 8a, 66, 21, 90, 0f, 4e, b1, 7d);
+    constexpr sd_id128_t id = {.bytes = {0x5c, 0x3a, 0x10, 0x2e, 0x77, 0x0b, 0x4d, 0x1f, 0x8a, 0x66,
+                                         0x21, 0x90, 0x0f, 0x4e, 0xb1, 0x7d}};
     const bool made = sd_bus_set_fd(far.get(), ends[1], ends[1]) >= 0 &&
                       sd_bus_set_server(far.get(), 1, id) >= 0 &&
                       sd_bus_set_anonymous(far.get(), 1) >= 0 && sd_bus_start(far.get()) >= 0 &&

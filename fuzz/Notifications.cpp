@@ -1,21 +1,20 @@
 // What notification servers answer, tell and leave out: each reminder is on the screen once at
 // most, gone when it was taken back, and only our own notifications' actions count.
-#include <algorithm>
 #include <array>
 #include <atomic>
 #include <cstdint>
-#include <map>
 #include <memory>
 #include <optional>
 #include <set>
 #include <string>
 #include <string_view>
 #include <thread>
-#include <vector>
 
 #include "fuzz/AnyMessage.h"
 #include "fuzz/LoneBus.h"
+#include "fuzz/Questions.h"
 #include "fuzz/Require.h"
+#include "fuzz/ServerScreen.h"
 #include "fuzz/Targets.h"
 #include "platform/linux/FreedesktopNotificationCenter.h"
 
@@ -52,13 +51,6 @@ struct CountingDelegate : NotificationDelegate {
         ++responses;
         completion();
     }
-};
-
-struct Question {
-    MessagePointer call;
-    std::string asked;  // whom
-    std::string member;
-    std::string identifier;  // of a Notify
 };
 
 class NotificationsCase {
@@ -110,41 +102,10 @@ private:
 
     void hear(sd_bus_message* call)
     {
-        const char* const whom = sd_bus_message_get_destination(call);
-        Question question{.call = MessagePointer(sd_bus_message_ref(call)),
-                          .asked = whom ? whom : "",
-                          .member = sd_bus_message_get_member(call),
-                          .identifier = {}};
-        if (question.member == "CloseNotification") return hearClose(call);
-        if (question.member == "Notify") hearNotify(question);
-        questions.push_back(std::move(question));
-    }
-
-    void hearClose(sd_bus_message* call)
-    {
-        std::uint32_t id = 0;
-        require(sd_bus_message_read(call, "u", &id) > 0, "a number is closed");
-        screen.erase(id);
-    }
-
-    void hearNotify(Question& question)
-    {
-        auto* const call = question.call.get();
-        const char* name = nullptr;
-        const char* icon = nullptr;
-        const char* title = nullptr;
-        const char* body = nullptr;
-        std::uint32_t replaces = 1;
-        require(sd_bus_message_has_signature(call, "susssasa{sv}i") > 0 &&
-                    sd_bus_message_read(call, "susss", &name, &replaces, &icon, &title, &body) > 0,
-                "a notification is well made");
-        require(replaces == 0, "none is replaced");
-        question.identifier = title;
-        const auto isSame = [&](const Question& other) {
-            return other.asked == question.asked && other.identifier == question.identifier;
-        };
-        require(std::ranges::none_of(questions, isSame), "one of a kind at a time");
-        ++notified;
+        const std::string_view member = sd_bus_message_get_member(call);
+        if (member == "CloseNotification") return screen.hearClose(call);
+        if (member == "Notify") screen.hearNotify(call);
+        questions.keep(call);
     }
 
     void happen(std::size_t what)
@@ -196,9 +157,8 @@ private:
     // With the server its questions, its notifications and its numbers.
     void serverIsGone()
     {
-        std::erase_if(questions, [](const Question& q) { return q.asked != bus; });
+        questions.forgetAllButTheBus();
         screen.clear();
-        ours.clear();
         ++changes;
         lone.settle();
     }
@@ -225,17 +185,9 @@ private:
         lone.send(signal);
     }
 
-    std::optional<Question> nextQuestion()
-    {
-        if (questions.empty()) return std::nullopt;
-        auto next = std::move(questions.front());
-        questions.erase(questions.begin());
-        return next;
-    }
-
     void answer(bool mayBeAny)
     {
-        const auto question = nextQuestion();
+        const auto question = questions.next();
         if (!question) return;
         const auto reply = LoneBus::reply(question->call.get(), question->asked);
         if (question->member == "Notify") {
@@ -252,11 +204,10 @@ private:
     void answerNotify(const Question& question, const MessagePointer& reply, bool isAny)
     {
         if (!isAny) {
-            (void)sd_bus_message_append(reply.get(), "u", nextId);
-            screen[nextId] = question.identifier;
-            ours.insert(nextId++);
+            (void)sd_bus_message_append(reply.get(), "u", screen.show(question.call.get()));
             return;
         }
+        (void)screen.settle(question.call.get());
         auto signature = any.anySignature();
         if (signature.starts_with('u')) signature.insert(0, "s");  // no number that nobody knows of
         any.append(reply.get(), signature);
@@ -264,8 +215,9 @@ private:
 
     void refuse()
     {
-        const auto question = nextQuestion();
+        const auto question = questions.next();
         if (!question) return;
+        if (question->member == "Notify") (void)screen.settle(question->call.get());
         const auto error = platform::owned<MessagePointer>([&](sd_bus_message** message) {
             return sd_bus_message_new_method_errorf(question->call.get(), message,
                                                     input.oneOf(errors), "%s", "no");
@@ -279,7 +231,7 @@ private:
         const int before = delegate->responses;
         const std::string sender = input.flag() ? ":1.5" : ":1.6";
         const auto signal = lone.signal(sender.c_str(), servicePath, service, "ActionInvoked");
-        const std::uint32_t id = input.byte() % (nextId + 1);
+        const std::uint32_t id = input.byte() % (screen.nextId + 1);
         if (!input.flag()) {
             any.appendMostly(signal.get(), "sus");
             lone.send(signal);
@@ -290,7 +242,7 @@ private:
         (void)sd_bus_message_append(signal.get(), "us", id, "SNOOZE");
         lone.send(signal);
         lone.settle();
-        const bool counts = ours.contains(id) && (babbled || sender == owner);
+        const bool counts = screen.gave(id) && (babbled || sender == owner);
         require(delegate->responses <= before + (counts ? 1 : 0), "only our own actions count");
         if (!babbled && counts) {
             require(delegate->responses == before + 1, "an action of ours counts");
@@ -299,22 +251,16 @@ private:
 
     void check() const
     {
-        require(notified <= added + refused + changes * static_cast<int>(identifiers.size()),
+        require(screen.notified <= added + refused + changes * static_cast<int>(identifiers.size()),
                 "nothing is posted twice to one server");
-        require(player.plays <= notified, "nothing sounds that was not posted");
-        std::map<std::string, int> shown;
-        for (const auto& [id, identifier] : screen) ++shown[identifier];
-        for (const auto& [identifier, count] : shown) {
-            const auto isOf = [&](const Question& q) { return q.identifier == identifier; };
-            if (std::ranges::any_of(questions, isOf)) continue;
-            require(count <= 1, "one of each is on the screen");
-            require(!withdrawn.contains(identifier), "what was taken back is not on the screen");
-        }
+        require(player.plays <= screen.notified, "nothing sounds that was not posted");
+        screen.check(withdrawn);
     }
 
     Input& input;
     AnyMessage any;
-    std::vector<Question> questions;
+    Questions questions;
+    ServerScreen screen;
     CountingPlayer player;
     std::shared_ptr<CountingDelegate> delegate = std::make_shared<CountingDelegate>();
     LoneBus lone;
@@ -324,12 +270,8 @@ private:
     // What the program must know by now.
     std::string owner;
     bool babbled = true;  // the owner may be anything
-    std::map<std::uint32_t, std::string> screen;
-    std::set<std::uint32_t> ours;
     std::set<std::string> withdrawn;
-    std::uint32_t nextId = 1;
     int added = 0;
-    int notified = 0;
     int changes = 0;
     int refused = 0;  // some errors say that the server died
 };

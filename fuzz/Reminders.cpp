@@ -78,7 +78,10 @@ private:
     {
         const auto form = input.below(8);
         if (form < 3) return input.flag();
-        if (form < 6) return std::int64_t{input.byte()} * (input.flag() ? 6 : 1);
+        if (form < 6) {
+            const std::int64_t number = input.byte();
+            return input.flag() ? number * 6 : number;
+        }
         if (form == 6) return static_cast<double>(input.byte()) * 5.37;
         return input.text(8);
     }

@@ -1,14 +1,13 @@
 // UPower's answers and signals, well made or not, from itself or from others: an estimate is
 // plausible, of use, recent and UPower's own, or absent.
-#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <optional>
 #include <string>
-#include <vector>
 
 #include "fuzz/AnyMessage.h"
 #include "fuzz/LoneBus.h"
+#include "fuzz/Questions.h"
 #include "fuzz/Require.h"
 #include "fuzz/Targets.h"
 #include "platform/linux/BatteryCharge.h"
@@ -34,17 +33,12 @@ constexpr std::array spans{1.0, 60.0, 239.0, 240.0, 299.0, 301.0};
 constexpr std::int64_t longestTime = 60 * 24 * 365;
 constexpr int longestCase = 60;
 
-struct Question {
-    MessagePointer call;
-    std::string asked;  // whom
-};
-
 class UpowerCase {
 public:
     explicit UpowerCase(Input& bytes)
         : input(bytes),
           any(input, words),
-          lone([this](sd_bus_message* call) { keep(call); }),
+          lone([this](sd_bus_message* call) { questions.keep(call); }),
           estimates(lone.program(), [this] { return uptime; })
     {
         changes = estimates.observe([] {});
@@ -56,16 +50,11 @@ public:
             happen(input.below(8));
             lone.settle();
             check();
+            lone.settle();  // what was checked may have been asked for anew
         }
     }
 
 private:
-    void keep(sd_bus_message* call)
-    {
-        const char* const whom = sd_bus_message_get_destination(call);
-        questions.push_back({MessagePointer(sd_bus_message_ref(call)), whom ? whom : ""});
-    }
-
     void happen(std::size_t what)
     {
         if (what == 0) changeOwner(input.oneOf(names));
@@ -84,7 +73,7 @@ private:
         lone.send(signal);
         if (owner != name || babbled) {
             known = false;
-            std::erase_if(questions, [](const Question& q) { return q.asked != bus; });
+            questions.forgetAllButTheBus();
         }
         owner = name;
         babbled = false;
@@ -106,17 +95,9 @@ private:
         say(sender, device, properties, "PropertiesChanged", "sa{sv}as");
     }
 
-    std::optional<Question> nextQuestion()
-    {
-        if (questions.empty()) return std::nullopt;
-        auto next = std::move(questions.front());
-        questions.erase(questions.begin());
-        return next;
-    }
-
     void answer()
     {
-        const auto question = nextQuestion();
+        const auto question = questions.next();
         if (!question) return;
         const auto reply = LoneBus::reply(question->call.get(), question->asked);
         any.appendMostly(reply.get(), question->asked == bus ? "s" : "a{sv}");
@@ -127,7 +108,7 @@ private:
 
     void refuse()
     {
-        const auto question = nextQuestion();
+        const auto question = questions.next();
         if (!question) return;
         const auto error = platform::owned<MessagePointer>([&](sd_bus_message** message) {
             return sd_bus_message_new_method_errorf(question->call.get(), message,
@@ -139,7 +120,7 @@ private:
     // As the interface says; where its owner said so, it is to be believed.
     void answerWell()
     {
-        const auto question = nextQuestion();
+        const auto question = questions.next();
         if (!question || question->asked == bus) return;
         const auto reply = LoneBus::reply(question->call.get(), question->asked);
         const std::uint32_t state = input.flag() ? 1 : 2;
@@ -148,8 +129,7 @@ private:
         (void)sd_bus_message_append(reply.get(), "a{sv}", 3, "State", "u", state, "TimeToFull", "x",
                                     full, "TimeToEmpty", "x", empty);
         lone.send(reply);
-        const auto isNewer = [this](const Question& other) { return other.asked == owner; };
-        known = question->asked == owner && !babbled && std::ranges::none_of(questions, isNewer);
+        known = question->asked == owner && !babbled && !questions.isAsked(owner);
         if (!known) return;
         seconds = state == 1 ? full : empty;
         status = state == 1 ? ChargeStatus::charging : ChargeStatus::discharging;
@@ -189,7 +169,7 @@ private:
 
     Input& input;
     AnyMessage any;
-    std::vector<Question> questions;
+    Questions questions;
     LoneBus lone;
     Seconds uptime{1000};
     platform::UPowerEstimates estimates;

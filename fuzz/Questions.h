@@ -1,0 +1,55 @@
+// The calls of the program that nobody has answered yet, oldest first.
+#pragma once
+
+#include <algorithm>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "fuzz/LoneBus.h"
+
+namespace vorlane::fuzz {
+
+struct Question {
+    MessagePointer call;
+    std::string asked;  // whom
+    std::string member;
+};
+
+class Questions {
+public:
+    void keep(sd_bus_message* call)
+    {
+        const char* const whom = sd_bus_message_get_destination(call);
+        waiting.push_back({.call = MessagePointer(sd_bus_message_ref(call)),
+                           .asked = whom != nullptr ? whom : "",
+                           .member = sd_bus_message_get_member(call)});
+    }
+
+    bool empty() const { return waiting.empty(); }
+
+    std::optional<Question> next()
+    {
+        if (waiting.empty()) return std::nullopt;
+        auto oldest = std::move(waiting.front());
+        waiting.erase(waiting.begin());
+        return oldest;
+    }
+
+    bool isAsked(const std::string& whom) const
+    {
+        return std::ranges::any_of(waiting, [&](const auto& q) { return q.asked == whom; });
+    }
+
+    // Nobody will answer them: but the bus itself, everybody is gone.
+    void forgetAllButTheBus()
+    {
+        std::erase_if(waiting, [](const auto& q) { return q.asked != "org.freedesktop.DBus"; });
+    }
+
+private:
+    std::vector<Question> waiting;
+};
+
+}  // namespace vorlane::fuzz

@@ -1,0 +1,89 @@
+// What a notification server was told to show and shows, by the rules of its interface. Of each
+// notification the title says which it is.
+#pragma once
+
+#include <algorithm>
+#include <cstdint>
+#include <map>
+#include <set>
+#include <string>
+
+#include "fuzz/Require.h"
+#include "platform/linux/SdBus.h"
+
+namespace vorlane::fuzz {
+
+class ServerScreen {
+public:
+    int notified = 0;          // ever
+    std::uint32_t nextId = 1;  // never the same for two
+
+    void hearNotify(sd_bus_message* call)
+    {
+        const char* name = nullptr;
+        const char* icon = nullptr;
+        const char* title = nullptr;
+        const char* body = nullptr;
+        std::uint32_t replaces = 1;
+        require(sd_bus_message_has_signature(call, "susssasa{sv}i") > 0 &&
+                    sd_bus_message_read(call, "susss", &name, &replaces, &icon, &title, &body) > 0,
+                "a notification is well made");
+        require(replaces == 0, "none is replaced");
+        require(unanswered.insert(title).second, "one of a kind at a time");
+        (void)sd_bus_message_rewind(call, 1);
+        ++notified;
+    }
+
+    void hearClose(sd_bus_message* call)
+    {
+        std::uint32_t id = 0;
+        require(sd_bus_message_read(call, "u", &id) > 0, "a number is closed");
+        screen.erase(id);
+    }
+
+    // Answered: with a number, or with something else.
+    std::uint32_t show(sd_bus_message* notify)
+    {
+        const auto identifier = settle(notify);
+        screen[nextId] = identifier;
+        ids.insert(nextId);
+        return nextId++;
+    }
+
+    std::string settle(sd_bus_message* notify)
+    {
+        const char* title = nullptr;
+        (void)sd_bus_message_skip(notify, "sus");
+        (void)sd_bus_message_read(notify, "s", &title);
+        unanswered.erase(title);
+        return title;
+    }
+
+    // The server is gone, and with it all that it showed and was asked.
+    void clear()
+    {
+        screen.clear();
+        ids.clear();
+        unanswered.clear();
+    }
+
+    bool gave(std::uint32_t id) const { return ids.contains(id); }
+
+    // Once what was asked is answered, one of each stands there, and none that was taken back.
+    void check(const std::set<std::string>& withdrawn) const
+    {
+        std::set<std::string> seen;
+        for (const auto& entry : screen) {
+            if (unanswered.contains(entry.second)) continue;
+            require(seen.insert(entry.second).second, "one of each is on the screen");
+            require(!withdrawn.contains(entry.second), "what was taken back is not on the screen");
+        }
+    }
+
+private:
+    std::map<std::uint32_t, std::string> screen;
+    std::set<std::uint32_t> ids;
+    std::set<std::string> unanswered;
+};
+
+}  // namespace vorlane::fuzz
