@@ -92,9 +92,11 @@ void appendNumber(std::string& text, Arguments... arguments)
 
 void appendReal(std::string& text, double number)
 {
-    // Without an exponent the largest ones look like whole numbers, and too long to be read back.
+    // Without an exponent the largest ones look like whole numbers, and too long to be read back;
+    // so does a negative zero, which no whole number is.
     constexpr double wholeLimit = 9223372036854775808.0;  // 2^63
-    if (std::abs(number) < wholeLimit) {
+    const bool isNegativeZero = number == 0 && std::signbit(number);
+    if (std::abs(number) < wholeLimit && !isNegativeZero) {
         appendNumber(text, number);
     } else {
         appendNumber(text, number, std::chars_format::scientific);

@@ -46,7 +46,7 @@ void AnyMessage::append(sd_bus_message* message, const std::string& signature)
 
 std::string AnyMessage::appendMostly(sd_bus_message* message, const std::string& signature)
 {
-    const auto chosen = input.byte() % 4 > 0 ? signature : anySignature();
+    auto chosen = input.byte() % 4 > 0 ? signature : anySignature();
     append(message, chosen);
     return chosen;
 }

@@ -57,6 +57,18 @@ TEST(SampleJsonRoundTripTest, ReadsWhatItWroteAtTheEdges)
     EXPECT_THAT(decodeSamples(encode(samples)), Optional(samples)) << encode(samples);
 }
 
+// Equal to zero, but another double: a second save would write another file.
+TEST(SampleJsonRoundTripTest, KeepsTheSignOfZero)
+{
+    const std::vector<Sample> samples{{.t = -0.0, .p = 50, .c = false, .a = false}};
+
+    const auto decoded = decodeSamples(encode(samples));
+
+    ASSERT_THAT(decoded, Optional(samples));
+    EXPECT_TRUE(std::signbit(decoded->front().t));
+    EXPECT_EQ(encode(*decoded), encode(samples));
+}
+
 TEST(SampleJsonRoundTripTest, ReadsEverySampleThatItWrote)
 {
     std::mt19937_64 random(20260105);
