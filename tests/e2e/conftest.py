@@ -6,6 +6,7 @@ import pathlib
 import pytest
 
 from laptop.notification_daemons import Dunst, Mako
+from laptop.pictures import Album
 from laptop.sway import Sway
 from laptop.virtual_laptop import VirtualLaptop
 from laptop.waybar import Waybar
@@ -116,3 +117,9 @@ def mako(laptop, wayland):
 def waybar(laptop, wayland):
     """The bar, not started yet."""
     return Waybar(laptop.machine, laptop.session_bus)
+
+
+@pytest.fixture(scope='session')
+def pictures():
+    """Keeps screenshots in the folder that VORLANE_SCREENSHOTS names."""
+    return Album()

@@ -145,19 +145,19 @@ def test_sway_shows_the_popover_under_its_bar_at_the_pointer(sway_desk, item):
     item.activate()
 
     def box_in_place():
-        box = sway_desk.window_titled('Vorlane')
+        box = sway_desk.window_titled(POPOVER)
         return box and box[1] == PANEL_HEIGHT + 6 and box
     left, _, right, bottom = wait_until(box_in_place, 'the popover under the bar', look_every=0.05)
     assert abs((left + right) // 2 - 1000) <= 2
     assert bottom < HEIGHT
 
     item.activate()
-    wait_until(lambda: not sway_desk.window_titled('Vorlane'), 'the popover to close', look_every=0.05)
+    wait_until(lambda: not sway_desk.window_titled(POPOVER), 'the popover to close', look_every=0.05)
 
 
 def test_a_compositor_that_dies_under_the_windows_costs_no_history(laptop, sway_desk, vorlane, item):
     item.activate()
-    wait_until(lambda: sway_desk.window_titled('Vorlane'), 'the popover', look_every=0.05)
+    wait_until(lambda: sway_desk.window_titled(POPOVER), 'the popover', look_every=0.05)
     laptop.charge_to(59)
     item.wait_for_label('59%')
     process, vorlane.process = vorlane.process, None

@@ -5,16 +5,16 @@ import time
 
 import pytest
 
+from laptop.pictures import picture_that_differs, picture_with_panel, still_picture
 from laptop.status_item import WATCHER
 from laptop.waiting import wait_until
 from laptop.x_screen import XScreen
 from laptop.x_trays import I3, Tint2, TrayIcon
-from test_tray import picture_that_differs, picture_with_panel, pictures, still_picture  # noqa: F401
 
 DARK, LIGHT = '#222222', '#eeeeee'
 WHITE = (0xf6, 0xf6, 0xf6)  # of a number on a bar that names no colour
 PANEL_HEIGHT = 30
-POPOVER, SETTINGS = '^Vorlane$', '^Vorlane Settings$'
+POPOVER = '^Vorlane$'
 
 
 @pytest.fixture
@@ -50,7 +50,7 @@ def has_color(picture, box, wanted):
 
 
 @pytest.mark.parametrize('color', [DARK, LIGHT])
-def test_the_bar_shows_the_icon(laptop, vorlane, screen, tint2, icon, pictures, color):  # noqa: F811
+def test_the_bar_shows_the_icon(laptop, vorlane, screen, tint2, icon, pictures, color):
     without = pictures(picture_with_panel(screen, lambda: tint2.start(color)), f'tint2-{color[1:]}-without')
 
     vorlane.start()
@@ -99,30 +99,6 @@ def open_menu(screen, icon, box=None):
     return picture_that_differs(screen, closed)
 
 
-def test_the_menu_opens_the_settings(vorlane, screen, tint2, icon, pictures):  # noqa: F811
-    tint2.start()
-    vorlane.start()
-    icon.wait_for()
-
-    picture, box = open_menu(screen, icon)
-    pictures(picture, 'tint2-menu')
-    assert box[3] - box[1] > 80
-    screen.press_keys('Up', 'Up', 'Return')
-
-    wait_until(lambda: screen.window_titled(SETTINGS), 'the settings', look_every=0.05)
-
-
-def test_quit_in_the_menu_ends_the_program(vorlane, screen, tint2, icon):
-    tint2.start()
-    vorlane.start()
-    icon.wait_for()
-
-    open_menu(screen, icon)
-    screen.press_keys('Up', 'Return')
-
-    vorlane.expect_clean_end()
-
-
 def test_a_menu_closed_without_a_choice_does_nothing(vorlane, screen, tint2, icon):
     tint2.start()
     vorlane.start()
@@ -133,19 +109,6 @@ def test_a_menu_closed_without_a_choice_does_nothing(vorlane, screen, tint2, ico
     screen.click(600, 500)
 
     wait_until(lambda: screen.picture().difference(before) is None, 'the menu to close', look_every=0.1)
-
-
-def test_the_icon_comes_back_with_the_tray(vorlane, screen, tint2, icon):
-    tint2.start()
-    vorlane.start()
-    icon.wait_for()
-
-    for _ in range(2):
-        tint2.kill()
-        icon.wait_until_gone()
-        tint2.start()
-
-        icon.wait_for()
 
 
 def test_the_icon_appears_in_a_tray_that_comes_late(vorlane, screen, tint2, icon):
@@ -234,7 +197,7 @@ def test_a_display_that_hangs_later_delays_nothing(laptop, vorlane, screen, tint
     wait_until(lambda: screen.window_titled('^Vorlane: Charging'), 'the new name', look_every=0.05)
 
 
-def test_i3bar_shows_the_icon_in_its_own_colour(laptop, vorlane, pictures):  # noqa: F811
+def test_i3bar_shows_the_icon_in_its_own_colour(laptop, vorlane, pictures):
     screen = XScreen(laptop.machine, manager=None)
     icon = TrayIcon(screen)
     without = picture_with_panel(screen, I3(laptop.machine).start)

@@ -8,6 +8,7 @@ panels=panel1
 
 [panel1]
 alignment=-1
+background-color={color}
 desktop=0
 hidable=false
 iconSize=22
@@ -36,14 +37,19 @@ type=tray
 
 class LxqtPanel:
     def __init__(self, machine, bus):
-        self._machine, self._bus = machine, bus
+        self._machine, self._bus, self._process = machine, bus, None
 
-    def start(self):
-        self._machine.write(CONFIGURATION, 'config', 'lxqt', 'panel.conf')
-        process = self._machine.start('lxqt-panel', ['/usr/bin/lxqt-panel'])
-        self._bus.wait_for(WATCHER, process)
+    def start(self, color='#303030'):
+        self._machine.write(CONFIGURATION.format(color=color), 'config', 'lxqt', 'panel.conf')
+        self._process = self._machine.start('lxqt-panel', ['/usr/bin/lxqt-panel'])
+        self._bus.wait_for(WATCHER, self._process)
         wait_until(self._hosting, 'a host at the watcher', look_every=0.05)
         return self
+
+    def kill(self):
+        """As in a crash: nobody is told."""
+        self._process.kill()
+        self._bus.wait_until_free(WATCHER)
 
     def _hosting(self):
         return self._bus.get(WATCHER, '/StatusNotifierWatcher', WATCHER, 'IsStatusNotifierHostRegistered')

@@ -1,15 +1,19 @@
 """A Wayland desktop that nobody sees: sway without any screen or input device."""
 import json
 import os
+import re
 import subprocess
+import time
 
 from .screenshot import Screenshot
 from .waiting import wait_until
+from .wayland_pointer import WaylandPointer
 
+SIZE = (1280, 800)
 CONFIGURATION = '''xwayland disable
-output HEADLESS-1 mode 1280x800
+output HEADLESS-1 mode {}x{}
 default_border none
-'''
+'''.format(*SIZE)
 NOBODY = 65534
 
 
@@ -36,10 +40,21 @@ class Sway:
     def move_pointer(self, x, y):
         self._message('seat', '-', 'cursor', 'set', str(x), str(y))
 
+    def plug_in_pointer(self):
+        """From now on there is a mouse, as `click` needs. Windows ask for it when they appear."""
+        self._pointer = WaylandPointer(self._machine.environment['WAYLAND_DISPLAY'], SIZE)
+
+    def click(self, x, y, button=1):
+        # Pauses, so that the window under the pointer knows of it.
+        self._pointer.move(x, y)
+        for down in (True, False):
+            time.sleep(0.1)
+            self._pointer.press(button, down)
+
     def press_keys(self, *keys):
-        """One after another, by their X names."""
+        """One after another, by their X names ("ctrl+w")."""
         # A pause, so that the window has noticed the keyboard, which comes and goes with wtype.
-        strokes = [word for key in keys for word in ('-k', key)]
+        strokes = [word for key in keys for word in _stroke(*key.split('+'))]
         subprocess.run(['/usr/bin/wtype', '-s', '200', *strokes, '-s', '100'], env=self._machine.environment,
                        check=True, timeout=60)
 
@@ -53,9 +68,9 @@ class Sway:
     def is_floating(self, title):
         return self._window(title)['type'] == 'floating_con'
 
-    def window_titled(self, title):
+    def window_titled(self, pattern):
         """The box (left, top, right, bottom) of the window that is to be seen, or None."""
-        window = self._window(title)
+        window = next((node for node in self._windows() if re.search(pattern, node['name'] or '')), None)
         if not window:
             return None
         rect = window['rect']
@@ -96,3 +111,10 @@ class Sway:
             return next((name for name in os.listdir(self._folder)
                          if name.startswith(start) and not name.endswith('.lock')), None)
         return wait_until(find, 'sway to listen', look_every=0.02)
+
+
+def _stroke(*keys):
+    """What wtype is told for the last key while the ones before it are held."""
+    *held, last = keys
+    return [word for key in held for word in ('-M', key)] + ['-k', last] + \
+           [word for key in reversed(held) for word in ('-m', key)]

@@ -9,7 +9,7 @@ STYLE = '* { font-family: DejaVu Sans; font-size: 13px } window#waybar { backgro
 
 class Waybar:
     def __init__(self, machine, bus):
-        self._machine, self._bus = machine, bus
+        self._machine, self._bus, self._process = machine, bus, None
 
     def start(self):
         configuration = self._machine.write(json.dumps({
@@ -17,9 +17,15 @@ class Waybar:
             'tray': {'icon-size': 22, 'spacing': 10, 'show-passive-items': True}}),
             'config', 'waybar', 'config')
         style = self._machine.write(STYLE, 'config', 'waybar', 'style.css')
-        process = self._machine.start('waybar', ['/usr/bin/waybar', '-c', configuration, '-s', style])
-        self._bus.wait_for(WATCHER, process)
+        self._process = self._machine.start('waybar',
+                                            ['/usr/bin/waybar', '-c', configuration, '-s', style])
+        self._bus.wait_for(WATCHER, self._process)
         wait_until(lambda: self._bus.get(WATCHER, '/StatusNotifierWatcher', WATCHER,
                                          'IsStatusNotifierHostRegistered'),
                    'a host at the watcher', look_every=0.05)
         return self
+
+    def kill(self):
+        """As in a crash: nobody is told."""
+        self._process.kill()
+        self._bus.wait_until_free(WATCHER)

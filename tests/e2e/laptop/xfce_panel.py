@@ -42,14 +42,15 @@ INDICATORS = '/usr/libexec/ayatana-indicator-application/ayatana-indicator-appli
 
 
 class XfcePanel:
-    def __init__(self, machine, bus, clock=None):
-        """With a moved clock the panel's own clock follows it."""
-        self._machine, self._bus = machine, bus
+    def __init__(self, machine, bus, clock=None, plugins=('stretch', 'systray')):
+        """With a moved clock the panel's own clock follows it. See `start` for the plugins."""
+        self._machine, self._bus, self._plugins = machine, bus, plugins
         self._environment = {**clock.environment(), 'LD_PRELOAD': clock.preloaded} if clock else {}
         self._started = []
 
-    def start(self, plugins=('stretch', 'systray'), edge='top'):
+    def start(self, plugins=None, edge='top'):
         """`systray` shows icons with tooltips, `indicator` icons with labels and menus."""
+        plugins = plugins or self._plugins
         self._configure(plugins, edge)
         self._start('xfconfd', [library('xfce4/xfconf/xfconfd')], 'org.xfce.Xfconf')
         if 'indicator' in plugins:

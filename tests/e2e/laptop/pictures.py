@@ -1,0 +1,50 @@
+"""Pictures of a screen at the right moment: once it has changed, and once it stands still."""
+import os
+
+from .waiting import wait_until
+
+
+class Album:
+    """Keeps screenshots for whoever names a folder to look into."""
+
+    def __init__(self):
+        self._folder = os.environ.get('VORLANE_SCREENSHOTS')
+        if self._folder:
+            os.makedirs(self._folder, exist_ok=True)
+
+    def __call__(self, picture, name):
+        if self._folder:
+            picture.save(os.path.join(self._folder, name + '.png'))
+        return picture
+
+
+def still_picture(screen):
+    """The screen once two pictures in a row are the same."""
+    last = [screen.picture()]
+
+    def still():
+        last.append(screen.picture())
+        return last[-2].difference(last[-1]) is None
+    wait_until(still, 'the screen to be still', look_every=0.4)
+    return last[-1]
+
+
+def picture_with_panel(screen, start):
+    """A still picture of the screen once the host that `start` starts has painted all of its panel."""
+    empty = screen.picture()
+    start()
+
+    def painted():
+        box = screen.picture().difference(empty)
+        return box and box[2] - box[0] == empty.width
+    wait_until(painted, 'the panel from edge to edge', look_every=0.2)
+    return still_picture(screen)
+
+
+def picture_that_differs(screen, from_picture):
+    """A still picture of the screen after a change, and the box in which it changed."""
+    wait_until(lambda: screen.picture().difference(from_picture), 'a change on the screen', look_every=0.1)
+    picture = still_picture(screen)
+    box = picture.difference(from_picture)
+    assert box, 'the change went away again'
+    return picture, box

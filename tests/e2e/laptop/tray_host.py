@@ -1,0 +1,37 @@
+"""One kind of tray: what shows it, where it has the number, and what its clicks do."""
+from dataclasses import dataclass
+from functools import partial
+
+from .lxqt_panel import LxqtPanel
+from .mate_panel import MatePanel
+from .sway import Sway
+from .waybar import Waybar
+from .x_screen import XScreen
+from .x_trays import Tint2
+from .xfce_panel import XfcePanel
+
+
+@dataclass(frozen=True)
+class TrayHost:
+    program: object  # of the machine and its session bus: has `start` and `kill`
+    screen: object = XScreen
+    label: bool = False  # the number stands beside the icon
+    exact: bool = False  # shows the pixels that the item offers on the bus as they are
+    opens: str = 'popover'  # by a click
+    menu_button: int = 3
+    menu_keys: bool = True  # its menu hears the keyboard
+
+
+def without_bus(program):
+    return lambda machine, bus: program(machine)
+
+
+TRAY_HOSTS = {
+    'xfce': TrayHost(XfcePanel, exact=True),
+    'xfce-indicator': TrayHost(partial(XfcePanel, plugins=('stretch', 'indicator')), label=True,
+                               opens='menu', menu_button=1),
+    'lxqt': TrayHost(LxqtPanel, exact=True),
+    'mate': TrayHost(MatePanel, label=True),
+    'tint2': TrayHost(without_bus(Tint2)),
+    'waybar': TrayHost(Waybar, screen=Sway, exact=True, menu_keys=False),
+}
