@@ -33,8 +33,8 @@ public:
                 .limit = whole("limit", 80),
                 .low = whole("low", 20),
                 .longHours = whole("longHours", 8),
-                .quietStart = whole("quietStart", 22 * 60),
-                .quietEnd = whole("quietEnd", 7 * 60),
+                .quietStart = whole("quietStart", 1320),
+                .quietEnd = whole("quietEnd", 420),
                 .showPercent = true,
                 .showTime = false,
                 .sounds = {}};
@@ -46,7 +46,7 @@ public:
         const auto all = prefs();
         if (!all.quietEnabled) return false;
         // Minute by minute from the start: nothing is said about which comes first in a day.
-        constexpr std::int64_t day = 24 * 60;
+        constexpr std::int64_t day = 1440;
         const auto days = std::floor(now.secondsSince1970 / 86400);
         const auto minute = static_cast<std::int64_t>((now.secondsSince1970 - days * 86400) / 60);
         if (all.quietStart < 0 || all.quietStart >= day || all.quietEnd < 0 ||

@@ -59,7 +59,7 @@ private:
         if (what == 8) changeSetting();
         if (what == 9) snooze();
         if (what == 10) cancelSnooze();
-        if (what == 11) save();
+        if (what == 11) sleep();
         if (what == 12 && input.byte() % 8 == 0) clearHistory();
         machine.clock.time = now;
     }
@@ -91,7 +91,7 @@ private:
     {
         const std::string key = input.oneOf(PlainSettings::keys);
         auto value = anyValue();
-        if (auto* number = std::get_if<std::int64_t>(&value)) *number %= 24 * 60;
+        if (auto* number = std::get_if<std::int64_t>(&value)) *number %= 1440;
         settings.written.insert_or_assign(key, value);
         machine.defaults.set(key, value);
     }
@@ -111,10 +111,14 @@ private:
         snoozeShown.reset();
     }
 
-    void save()
+    // On the way to sleep; its readings are doubted from then on, since no time passes here.
+    void sleep()
     {
-        model->history.save(now);
+        machine.clock.time = now;
+        machine.workspace.willSleep();
+        if (input.flag()) machine.workspace.didWake();
         history.save(now);
+        doubts = true;
     }
 
     void clearHistory()
@@ -135,6 +139,9 @@ private:
         rules = {};
         rules.healthTold = healthTold;
         since.reset();
+        believed = {};
+        doubts = false;
+        wakeIsDue = false;
         history.restart(now);
         snoozeShown.reset();
         if (now < snoozeStored) snoozeShown = snoozeStored;
@@ -184,13 +191,31 @@ private:
         return !settings.isQuiet(now);
     }
 
+    // Empty or gone, and neither a moment ago: after a sleep that is no news.
+    bool isDoubted(const BatteryState& seen) const
+    {
+        const bool isGone = !seen.hasBattery && believed.hasBattery;
+        const bool isEmpty = seen.percent == 0 && believed.percent > 0;
+        return doubts && (isGone || isEmpty);
+    }
+
     void compare(Reason reason, std::size_t before)
     {
+        const auto seen = state.hasBattery ? state : BatteryState();
+        if (isDoubted(seen)) {
+            wakeIsDue = wakeIsDue || reason == Reason::wake;
+            require(machine.notifications.posted.size() == before, "what is doubted tells nothing");
+            require(model->history.samples == history.samples, "what is doubted is not kept");
+            return;
+        }
+        if (wakeIsDue) reason = Reason::wake;
+        wakeIsDue = false;
+        believed = seen;
+
         const bool afresh = reason == Reason::launch || reason == Reason::wake;
         trackPower(afresh);
         history.record(state, now, reason != Reason::change);
         const bool delivers = !afresh && mayDeliver();
-        auto seen = state.hasBattery ? state : BatteryState();
         const ReminderRules::Look look{.state = seen,
                                        .prefs = settings.prefs(),
                                        .since = since,
@@ -241,6 +266,9 @@ private:
     PlainHistory history;
     ReminderRules rules;
     Date now{1767603600};
+    BatteryState believed;   // the last reading that was
+    bool doubts = false;     // since it went to sleep
+    bool wakeIsDue = false;  // it woke, and nothing was believed since
     Date snoozeStored{0};
     std::optional<Date> snoozeShown;
     std::optional<Date> since;

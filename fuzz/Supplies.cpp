@@ -30,7 +30,7 @@ namespace {
 
 using platform::PowerSupply;
 
-constexpr std::int64_t longestTime = 60 * 24 * 365;  // no battery lasts a year
+constexpr std::int64_t longestTime = 14400;  // ten days, in minutes
 
 std::string_view takeUntil(std::string_view& text, std::string_view end)
 {
@@ -64,7 +64,7 @@ void writeSupply(const Scratch& folder, std::string_view paragraph)
         }
         line.remove_prefix(1);
         const auto attribute = safe(takeUntil(line, "="));
-        if (!attribute.empty()) folder.write(name + "/" + attribute, line);
+        if (!attribute.empty()) folder.write(std::string(name).append("/").append(attribute), line);
     }
     folder.write(name + "/uevent", uevent);
 }
@@ -87,7 +87,7 @@ BatteryState readBattery(const Scratch& folder)
     platform::KernelBatteryRegistry registry(folder.path(""));
     require(sources.descriptions().size() <= 1, "the machine has one battery at most");
     BatteryReader reader(sources, registry);
-    const auto state = reader.read();
+    auto state = reader.read();
     require(state == reader.read(), "the same files read the same");
     return state;
 }

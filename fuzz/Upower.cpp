@@ -30,7 +30,7 @@ constexpr std::array words{deviceInterface, service, "TimeToFull", "TimeToEmpty"
                            ":1.5",          ":1.6",  "",           "UpdateTime"};
 constexpr std::array names{":1.5", ":1.6", ""};
 constexpr std::array spans{1.0, 60.0, 239.0, 240.0, 299.0, 301.0};
-constexpr std::int64_t longestTime = 60 * 24 * 365;
+constexpr std::int64_t longestTime = 14400;  // ten days, in minutes
 constexpr int longestCase = 60;
 
 class UpowerCase {
