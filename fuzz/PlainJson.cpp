@@ -8,6 +8,8 @@
 #include <string>
 #include <variant>
 
+#include "fuzz/Utf8.h"
+
 namespace vorlane::fuzz {
 
 namespace {
@@ -221,26 +223,12 @@ private:
         return !isOpen;
     }
 
-    // One character of UTF-8, in its shortest form.
     bool character(std::string& taken)
     {
-        const auto byteAt = [this](std::size_t i) {
-            return i < rest.size() ? static_cast<unsigned char>(rest[i]) : 0U;
-        };
-        const unsigned first = byteAt(0);
-        const std::size_t size = first < 0x80 ? 1 : first < 0xE0 ? 2 : first < 0xF0 ? 3 : 4;
-        if ((first >= 0x80 && first < 0xC2) || first > 0xF4) return false;
-        for (std::size_t i = 1; i < size; ++i) {
-            if ((byteAt(i) & 0xC0U) != 0x80) return false;
-        }
-        const unsigned second = byteAt(1);
-        if ((first == 0xE0 && second < 0xA0) || (first == 0xED && second > 0x9F) ||
-            (first == 0xF0 && second < 0x90) || (first == 0xF4 && second > 0x8F)) {
-            return false;
-        }
+        const auto size = characterSize(rest);
         taken.append(rest.substr(0, size));
         drop(size);
-        return true;
+        return size > 0;
     }
 
     std::string_view rest;

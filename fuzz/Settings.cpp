@@ -12,6 +12,7 @@
 #include "fuzz/Require.h"
 #include "fuzz/Scratch.h"
 #include "fuzz/Targets.h"
+#include "fuzz/Utf8.h"
 #include "platform/linux/FileDefaultsStore.h"
 #include "platform/linux/SdBus.h"
 #include "platform/linux/TomlText.h"
@@ -57,11 +58,6 @@ bool isPlain(const TomlValues& values, const std::string& key)
     return found == values.end() || found->second.has_value();
 }
 
-bool isAscii(std::string_view text)
-{
-    return std::ranges::all_of(text, [](char c) { return static_cast<unsigned char>(c) < 0x80; });
-}
-
 std::size_t commonStart(std::string_view one, std::string_view other)
 {
     const auto [a, b] = std::ranges::mismatch(one, other);
@@ -102,7 +98,7 @@ void editText(const std::string& text, const Setting& setting)
     const auto edited = withTomlValue(text, setting.key, setting.value);
     require(before || !edited, "a text that is not understood is not edited");
     const auto* const words = std::get_if<std::string>(&setting.value);
-    const bool isStorable = isAscii(setting.key) && (words == nullptr || isAscii(*words));
+    const bool isStorable = isUtf8(setting.key) && (words == nullptr || isUtf8(*words));
     if (before && isStorable && isPlain(*before, setting.key)) {
         require(edited.has_value(), "a plain value can be set in every text that is understood");
     }
