@@ -68,6 +68,8 @@ public:
     }
 
     bool gave(std::uint32_t id) const { return ids.contains(id); }
+    bool shows(std::uint32_t id) const { return screen.contains(id); }
+    bool everGave(std::uint32_t id) const { return id > 0 && id < nextId; }
 
     // Once what was asked is answered, one of each stands there, and none that was taken back.
     void check(const std::set<std::string>& withdrawn) const

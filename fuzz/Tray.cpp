@@ -9,6 +9,7 @@
 
 #include "fuzz/AnyMessage.h"
 #include "fuzz/LoneBus.h"
+#include "fuzz/MenuIds.h"
 #include "fuzz/Require.h"
 #include "fuzz/Targets.h"
 #include "platform/linux/StatusNotifierItem.h"
@@ -124,6 +125,35 @@ private:
         }
         tray.show(content);
         lone.settle();
+        learnIds();
+    }
+
+    // No numbers and no names ask for all of all lines.
+    void learnIds()
+    {
+        constexpr Method all{menuPath, menu, "GetGroupProperties", "aias", "a(ia{sv})"};
+        const auto message = newCall(all);
+        (void)sd_bus_message_append(message.get(), "aias", 0, 0);
+        expected = &all;
+        takesAsItSays = true;
+        ask(message);
+        (void)sd_bus_message_rewind(answer.get(), 1);
+        known = readFirstIds(answer.get(), "ia{sv}", "a{sv}");
+        require(known.size() == content.menu.size() + 1, "each line has a number, and the root");
+    }
+
+    // Those that ask for several are told which do not exist.
+    void checkUnknown(sd_bus_message* question)
+    {
+        const std::string_view name = expected->name;
+        const bool isEvents = name == "EventGroup";
+        if (!takesAsItSays || (!isEvents && name != "AboutToShowGroup")) return;
+        (void)sd_bus_message_rewind(question, 1);
+        auto asked = isEvents ? readFirstIds(question, "isvu", "svu") : readIds(question);
+        std::erase_if(asked, [this](std::int32_t id) { return known.contains(id); });
+        (void)sd_bus_message_rewind(answer.get(), 1);
+        if (!isEvents) require(readIds(answer.get()).empty(), "the menu is up to date");
+        require(readIds(answer.get()) == asked, "what is unknown is told");
     }
 
     void watcherSays()
@@ -157,6 +187,7 @@ private:
         takesAsItSays = given == method.takes;
         const auto before = chosen.size();
         ask(message);
+        checkUnknown(message.get());
         loop.settle();
         const bool isEvent = std::string_view(method.name).starts_with("Event");
         require(isEvent || chosen.size() == before, "only events choose");
@@ -173,20 +204,21 @@ private:
         require(answers == calls, "each call is answered at once");
     }
 
-    static int onAnswer(sd_bus_message* answer, void* userdata, sd_bus_error* /*error*/)
+    static int onAnswer(sd_bus_message* reply, void* userdata, sd_bus_error* /*error*/)
     {
         auto& self = *static_cast<TrayCase*>(userdata);
         ++self.answers;
-        if (sd_bus_message_is_method_error(answer, nullptr) > 0) return 0;
+        self.answer.reset(sd_bus_message_ref(reply));
+        if (sd_bus_message_is_method_error(reply, nullptr) > 0) return 0;
         const std::string_view interface = self.expected->interface;
         if (interface != item && interface != menu) return 0;  // the library's own
         require(self.takesAsItSays, "a call of another kind is refused");
-        require(sd_bus_message_has_signature(answer, self.expected->gives) > 0,
+        require(sd_bus_message_has_signature(reply, self.expected->gives) > 0,
                 "an answer is what its interface says");
         return 0;
     }
 
-    // A click on any line, as a tray would send it: by the numbers that the layout gave.
+    // A click on any line, as a tray would send it.
     void click()
     {
         const std::int32_t id = input.byte() % 64;
@@ -223,6 +255,8 @@ private:
     StatusItemContent content;
     const Method* expected = nullptr;
     bool takesAsItSays = true;
+    MessagePointer answer;  // the last one
+    MenuIds known;          // of the menu as it is
     std::vector<MenuAction> chosen;
     int calls = 0;
     int answers = 0;
