@@ -7,10 +7,10 @@
 
 #include "platform/UiBuild.h"
 
-extern "C" __attribute__((visibility("default"))) vorlane::platform::FakeUi& fakeUi()
+extern "C" __attribute__((visibility("default"))) vorlane::platform::FakeUi* fakeUi()
 {
     static vorlane::platform::FakeUi state;
-    return state;
+    return &state;
 }
 
 namespace vorlane::platform {
@@ -22,16 +22,16 @@ public:
     void show(const PopoverContent& content) override
     {
         shown = true;
-        fakeUi().events.push_back("popover shown: " + content.footnote);
+        fakeUi()->events.push_back("popover shown: " + content.footnote);
     }
     void update(const PopoverContent& content) override
     {
-        fakeUi().events.push_back("popover updated: " + content.footnote);
+        fakeUi()->events.push_back("popover updated: " + content.footnote);
     }
     void performClose() override
     {
         shown = false;
-        fakeUi().events.emplace_back("popover closed");
+        fakeUi()->events.emplace_back("popover closed");
     }
 
 private:
@@ -44,11 +44,11 @@ public:
     void makeKeyAndOrderFront(const SettingsContent& /*content*/) override
     {
         shown = true;
-        fakeUi().events.emplace_back("settings shown");
+        fakeUi()->events.emplace_back("settings shown");
     }
     void update(const SettingsContent& /*content*/) override
     {
-        fakeUi().events.emplace_back("settings updated");
+        fakeUi()->events.emplace_back("settings updated");
     }
 
 private:
@@ -67,20 +67,20 @@ public:
     std::unique_ptr<SettingsWindow> makeSettingsWindow(SettingsWindowFrame frame,
                                                        SettingsIntents /*intents*/) override
     {
-        fakeUi().events.emplace_back(frame.title);
+        fakeUi()->events.emplace_back(frame.title);
         return std::make_unique<NotedSettingsWindow>();
     }
 
     void runModal(const AlertPanelContent& content,
                   std::function<void(std::size_t)> answered) override
     {
-        fakeUi().events.push_back("asked: " + content.message);
+        fakeUi()->events.push_back("asked: " + content.message);
         answered(0);
     }
 
     void exec() override
     {
-        fakeUi().events.emplace_back("driving");
+        fakeUi()->events.emplace_back("driving");
         left = false;
         while (!left) {
             if (loop_.step() != DrivenLoop::Step::idle || left) continue;
@@ -95,7 +95,7 @@ public:
     void popUpMenu(const std::vector<MenuItem>& items,
                    std::function<void(MenuAction)> chosen) override
     {
-        fakeUi().events.push_back("menu: " + items.front().title);
+        fakeUi()->events.push_back("menu: " + items.front().title);
         chosen(items.front().action);
     }
 
@@ -111,8 +111,8 @@ extern "C" __attribute__((visibility("default"))) vorlane::platform::UiPlugin* v
     const vorlane::platform::UiHost& host)
 {
     using namespace vorlane::platform;
-    ++fakeUi().entries;
-    if (host.build != uiBuild || !fakeUi().displayAnswers) return nullptr;
+    ++fakeUi()->entries;
+    if (host.build != uiBuild || !fakeUi()->displayAnswers) return nullptr;
     static std::vector<std::unique_ptr<NotingUi>> kept;
     return kept.emplace_back(std::make_unique<NotingUi>(host.loop)).get();
 }

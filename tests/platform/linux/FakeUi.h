@@ -16,7 +16,7 @@ struct FakeUi {
 };
 
 // Exported beside the entry.
-using FakeUiAccess = FakeUi&();
+using FakeUiAccess = FakeUi*();
 constexpr const char* fakeUiName = "fakeUi";
 
 }  // namespace vorlane::platform

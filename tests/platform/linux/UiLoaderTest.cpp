@@ -61,7 +61,7 @@ protected:
     FakeUi& fake() const
     {
         void* const library = dlopen(plugin.c_str(), RTLD_NOW | RTLD_LOCAL);
-        return reinterpret_cast<FakeUiAccess*>(dlsym(library, fakeUiName))();
+        return *reinterpret_cast<FakeUiAccess*>(dlsym(library, fakeUiName))();
     }
 
     std::unique_ptr<Popover> makePopover() { return loader.makePopover({}); }
