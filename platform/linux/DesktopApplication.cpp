@@ -18,6 +18,11 @@ constexpr const char* objectPath = "/org/vorlane/Vorlane";
 constexpr const char* interfaceName = "org.freedesktop.Application";
 constexpr std::uint64_t patience = 5'000'000;  // microseconds for the other instance to answer
 
+constexpr int mostTries = 5;  // somebody else may be quicker to take the name each time
+
+// The bus tells the caller that nobody answered, once this connection closes.
+constexpr int leaveUnanswered = 1;
+
 // The actions of the desktop file.
 struct Action {
     std::string_view name;
@@ -26,7 +31,9 @@ struct Action {
 constexpr Action actions[] = {
     {"settings", MenuAction::settings}, {"snooze", MenuAction::snooze}, {"quit", MenuAction::quit}};
 
-bool activateOther(sd_bus* session, MenuAction action)
+enum class Answer { accepted, refused, wentAway };
+
+Answer activateOther(sd_bus* session, MenuAction action)
 {
     const auto* const named = std::ranges::find(actions, action, &Action::meaning);
     const bool isNamed = named != std::end(actions);
@@ -35,15 +42,20 @@ bool activateOther(sd_bus* session, MenuAction action)
                                               interfaceName,
                                               isNamed ? "ActivateAction" : "Activate");
     });
-    if (!call) return false;
+    if (!call) return Answer::refused;
     if (isNamed && sd_bus_message_append(call.get(), "sav", named->name.data(), 0) < 0)
-        return false;
-    if (!passActivationToken(call.get())) return false;
+        return Answer::refused;
+    if (!passActivationToken(call.get())) return Answer::refused;
 
-    const auto reply = owned<MessagePointer>([&](sd_bus_message** message) {
-        return sd_bus_call(session, call.get(), patience, nullptr, message);
-    });
-    return reply != nullptr;
+    BusError error;
+    if (sd_bus_call(session, call.get(), patience, &error.error, nullptr) >= 0) {
+        return Answer::accepted;
+    }
+    const bool wentAway = std::ranges::any_of(
+        std::array{SD_BUS_ERROR_NO_REPLY, SD_BUS_ERROR_NAME_HAS_NO_OWNER,
+                   SD_BUS_ERROR_SERVICE_UNKNOWN},
+        [&](const char* name) { return sd_bus_error_has_name(&error.error, name) != 0; });
+    return wentAway ? Answer::wentAway : Answer::refused;
 }
 
 }  // namespace
@@ -80,12 +92,20 @@ DesktopApplication::DesktopApplication(SdEventRunLoop& loop, sd_bus* session)
     }
 }
 
+// The other instance may be just about to end: it then goes without an answer, and its name is
+// free.
 DesktopApplication::Claim DesktopApplication::claim(MenuAction action)
 {
-    const int granted = sd_bus_request_name(session_, applicationId, 0);
-    if (granted > 0) return Claim::first;
-    if (granted != -EEXIST) return Claim::failed;
-    return activateOther(session_, action) ? Claim::activated : Claim::failed;
+    for (int tries = 0; tries < mostTries; ++tries) {
+        const int granted = sd_bus_request_name(session_, applicationId, 0);
+        if (granted > 0) return Claim::first;
+        if (granted != -EEXIST) return Claim::failed;
+
+        const auto answer = activateOther(session_, action);
+        if (answer == Answer::accepted) return Claim::activated;
+        if (answer == Answer::refused) return Claim::failed;
+    }
+    return Claim::failed;
 }
 
 void DesktopApplication::perform(MenuAction action)
@@ -105,6 +125,7 @@ void DesktopApplication::restart(MenuAction action)
 
 void DesktopApplication::terminate()
 {
+    ending = true;
     loop_.stop();
 }
 
@@ -122,6 +143,7 @@ void DesktopApplication::onAction(std::function<void(MenuAction)> callback)
 int DesktopApplication::reopened(sd_bus_message* message, void* self, sd_bus_error* /*error*/)
 {
     auto* const application = static_cast<DesktopApplication*>(self);
+    if (application->ending) return leaveUnanswered;
     keepActivationTokenOf(message);
     application->loop_.async(application->reopen);
     return sd_bus_reply_method_return(message, "");
@@ -139,6 +161,8 @@ int DesktopApplication::acted(sd_bus_message* message, void* self, sd_bus_error*
     if (known == std::end(actions)) return reopened(message, self, error);
 
     auto* const application = static_cast<DesktopApplication*>(self);
+    if (application->ending) return leaveUnanswered;
+    application->ending = known->meaning == MenuAction::quit;
     keepActivationTokenOf(message);
     application->loop_.async([call = application->act, action = known->meaning] { call(action); });
     return sd_bus_reply_method_return(message, "");

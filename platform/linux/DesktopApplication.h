@@ -57,6 +57,7 @@ private:
     SlotPointer disconnection;
     std::array<EventSourcePointer, 4> quitSignals;
     std::optional<MenuAction> restart_;
+    bool ending = false;  // what is asked for now is the next instance's
     std::function<void()> reopen = [] {};
     std::function<void(MenuAction)> act = [](MenuAction) {};
 };

@@ -45,6 +45,11 @@ FreedesktopNotificationCenter::FreedesktopNotificationCenter(Means means)
       }))
 {}
 
+FreedesktopNotificationCenter::~FreedesktopNotificationCenter()
+{
+    for (const auto id : shown.takeAll()) close(id);
+}
+
 bool FreedesktopNotificationCenter::available()
 {
     return server.available();

@@ -26,6 +26,11 @@ public:
     // The session and the player outlive this object.
     explicit FreedesktopNotificationCenter(Means means);
 
+    // Takes back what is shown: nobody would hear its action any more, nor take it back later.
+    ~FreedesktopNotificationCenter() override;
+    FreedesktopNotificationCenter(const FreedesktopNotificationCenter&) = delete;
+    FreedesktopNotificationCenter& operator=(const FreedesktopNotificationCenter&) = delete;
+
     bool available() override;
     void setDelegate(std::weak_ptr<NotificationDelegate> receiver) override;
     void setCategories(std::vector<NotificationCategory> replacement) override;

@@ -16,7 +16,7 @@ constexpr Seconds burst{0.25};
 KernelPowerSources::KernelPowerSources(Tools tools, std::string powerSupplies)
     : tools_(std::move(tools)),
       folder(std::move(powerSupplies)),
-      changes(tools_.runLoop, burst, [this] { listeners.call(); })
+      changes(tools_.runLoop, burst, [this] { tell(); })
 {}
 
 std::vector<PropertyDictionary> KernelPowerSources::descriptions()
@@ -38,13 +38,30 @@ Subscription KernelPowerSources::observe(std::function<void()> changed)
     return listeners.add(std::move(changed));
 }
 
+void KernelPowerSources::hold(Seconds span)
+{
+    holding = tools_.runLoop.after(span, [this] {
+        holding = {};
+        if (std::exchange(heldBack, false)) listeners.call();
+    });
+}
+
+void KernelPowerSources::tell()
+{
+    if (holding) {
+        heldBack = true;
+        return;
+    }
+    listeners.call();
+}
+
 PowerSituation KernelPowerSources::shownFor(const PowerSituation& raw)
 {
     const auto now = tools_.uptime();
     const auto shown = filter.filter(raw, now);
     lookAgain = {};
     if (shown.lookAgain) {
-        lookAgain = tools_.runLoop.after(*shown.lookAgain - now, [this] { listeners.call(); });
+        lookAgain = tools_.runLoop.after(*shown.lookAgain - now, [this] { tell(); });
     }
     return shown.situation;
 }

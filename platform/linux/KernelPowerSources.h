@@ -32,7 +32,11 @@ public:
     // Tells of a burst of changes once.
     Subscription observe(std::function<void()> changed) override;
 
+    // Tells of no change for so long, then once if there was any.
+    void hold(Seconds span);
+
 private:
+    void tell();
     PowerSituation shownFor(const PowerSituation& raw);
 
     Tools tools_;
@@ -43,6 +47,8 @@ private:
     Subscription supplyEvents;
     Subscription estimateEvents;
     Subscription lookAgain;  // while a plug change is held back
+    Subscription holding;
+    bool heldBack = false;
 };
 
 }  // namespace vorlane::platform

@@ -14,6 +14,11 @@ namespace vorlane::platform {
 
 namespace {
 
+// Power services look at everything again in a resume and tell of it. That is no change: it came to
+// hold in the sleep, and the program itself looks three seconds after the wake.
+constexpr Seconds resuming{3.5};
+constexpr Seconds longestFallingAsleep{30};  // then it has come to nothing
+
 // Counts the time that the machine sleeps.
 Seconds uptime()
 {
@@ -62,7 +67,11 @@ LinuxServices::LinuxServices(Base base)
                  .xTray = xTray(),
                  .openMenu = [this](const auto& items,
                                     auto chosen) { windows.popUpMenu(items, std::move(chosen)); }}),
-      wake(workspace.observeDidWake([this] { statusBar.registerAgain(); }))
+      sleep(workspace.observeWillSleep([this] { powerSources.hold(longestFallingAsleep); })),
+      wake(workspace.observeDidWake([this] {
+          powerSources.hold(resuming);
+          statusBar.registerAgain();
+      }))
 {}
 
 Services LinuxServices::services()

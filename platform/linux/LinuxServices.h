@@ -48,6 +48,7 @@ private:
     FreedesktopNotificationCenter notifications;
     UiLoader windows;
     TrayBar statusBar;
+    Subscription sleep;
     Subscription wake;
 };
 

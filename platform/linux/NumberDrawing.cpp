@@ -13,6 +13,7 @@ namespace {
 using Box = BitPicture::Box;
 
 constexpr std::string_view separator = " · ";
+constexpr int smallestOfTwoLines = 18;  // pixels; below there is room for the first alone
 
 void drawLine(BitPicture& picture, const Box& box, std::string_view line)
 {
@@ -38,8 +39,11 @@ BitPicture NumberDrawing::draw() const
     if (size >= 40 && size % 2 == 0) {
         return doubled(NumberDrawing{.symbol = symbol, .text = text, .size = size / 2}.draw());
     }
-    BitPicture picture(size, size);
     const auto split = text.find(separator);
+    if (split != std::string_view::npos && size < smallestOfTwoLines) {
+        return NumberDrawing{.symbol = symbol, .text = text.substr(0, split), .size = size}.draw();
+    }
+    BitPicture picture(size, size);
     const int gap = std::max(1, (size + 4) / 16);
     if (split == std::string_view::npos) {
         const int above = size * 8 / 22;

@@ -2,6 +2,7 @@
 import json
 import os
 import signal
+import time
 
 import pytest
 
@@ -26,6 +27,19 @@ def test_a_second_start_activates_the_first_and_ends(laptop, vorlane, item):
 
     assert (second.wait_for_end(), second.stdout, second.stderr) == (0, '', '')
     item.wait_for_label('61%')
+    assert vorlane.process.running
+
+
+def test_a_start_right_after_a_quit_takes_over(laptop, vorlane, item):
+    now = time.time()
+    vorlane.write_history([{'t': now - 60 * (43200 - i), 'p': 50, 'c': False, 'a': False} for i in range(43200)])
+    vorlane.start()
+
+    first, vorlane.process = vorlane.process, vorlane.spawn_in_shell('"$0" --quit && exec "$0"')
+    assert first.wait_for_end() == 0
+
+    laptop.charge_to(59)
+    item.wait_for_label('59%')
     assert vorlane.process.running
 
 

@@ -43,3 +43,13 @@ def test_a_reminder_that_holds_stays(laptop, vorlane, dunst, notifications, item
 
     assert notifications.titles() == [LOW]
     assert low.open and notifications.closed == []
+
+
+def test_a_reminder_goes_with_the_program(laptop, vorlane, dunst, notifications):
+    vorlane.start()
+    laptop.charge_to(20)
+    low = notifications.wait_for(1)
+
+    vorlane.quit()
+
+    notifications.wait_until_closed(low)

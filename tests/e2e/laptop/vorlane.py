@@ -100,6 +100,10 @@ class Vorlane:
         return self._machine.start('vorlane', [self._program, *arguments],
                                    {**self.environment(clock), **(environment or {})})
 
+    def spawn_in_shell(self, command):
+        """Runs a command of the shell, in which "$0" is the program."""
+        return self._machine.start('vorlane', ['/bin/sh', '-c', command, self._program], self.environment(None))
+
     def start(self, clock=None, environment=None, arguments=()):
         """Starts the program and waits until it has launched."""
         self.process = self.spawn(clock, environment, arguments)

@@ -76,6 +76,29 @@ TEST_F(DesktopApplicationTest, HandsOnTheActionsOfALauncher)
     EXPECT_EQ(reopened, 0);
 }
 
+// Who gets no answer starts the next instance.
+TEST_F(DesktopApplicationTest, AnswersNobodyOnceItIsToQuit)
+{
+    ASSERT_EQ(application.claim(), DesktopApplication::Claim::first);
+    (void)choose("quit");
+    const auto activate = call("Activate");
+    ASSERT_GE(sd_bus_message_append(activate.get(), "a{sv}", 0), 0);
+    std::string error;
+    const auto noteError = [](sd_bus_message* reply, void* noted, sd_bus_error* /*error*/) {
+        const auto* const told = sd_bus_message_get_error(reply);
+        *static_cast<std::string*>(noted) = told != nullptr ? told->name : "an answer";
+        return 0;
+    };
+    ASSERT_GE(sd_bus_call_async(user.get(), nullptr, activate.get(), noteError, &error, 0), 0);
+    ASSERT_TRUE(runUntil(loop, [&] { return !actions.empty(); }));
+
+    sd_bus_close(session.get());
+
+    ASSERT_TRUE(runUntil(loop, [&] { return !error.empty(); }));
+    EXPECT_EQ(error, SD_BUS_ERROR_NO_REPLY);
+    EXPECT_EQ(reopened, 0);
+}
+
 TEST_F(DesktopApplicationTest, IsReopenedByAnActionThatItDoesNotKnow)
 {
     ASSERT_EQ(application.claim(), DesktopApplication::Claim::first);

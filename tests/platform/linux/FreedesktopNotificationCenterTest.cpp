@@ -239,6 +239,20 @@ TEST_F(FreedesktopNotificationCenterTest, TakesBackWhatIsShown)
     EXPECT_THAT(server.closed, ElementsAre(1U));
 }
 
+TEST_F(FreedesktopNotificationCenterTest, TakesBackWhatIsShownWhenItEnds)
+{
+    openWithServer();
+    center->add(request("low"));
+    center->add(request("health"));
+    ASSERT_TRUE(untilReceived(2));
+    settle();
+
+    center.reset();
+    settle();
+
+    EXPECT_THAT(server.closed, UnorderedElementsAre(1U, 2U));
+}
+
 TEST_F(FreedesktopNotificationCenterTest, TakesBackWhatTheServerHasNotAnsweredYet)
 {
     server.aboutNotifications = Answer::none;

@@ -219,6 +219,35 @@ TEST_F(KernelPowerSourcesTest, TellsOfEstimatesWhereTheKernelCannotBeHeard)
     EXPECT_EQ(changes, 1);
 }
 
+TEST_F(KernelPowerSourcesTest, TellsOfNothingWhileItIsHeldAndThenOnce)
+{
+    const auto counting = countChanges();
+    sources.hold(3500ms);
+
+    kernel.call();
+    loop.advance(1s);
+    estimates.listeners.call();
+    loop.advance(2s);
+    EXPECT_EQ(changes, 0);
+    loop.advance(500ms);
+    EXPECT_EQ(changes, 1);
+
+    kernel.call();
+    loop.advance(1s);
+    EXPECT_EQ(changes, 2);
+}
+
+TEST_F(KernelPowerSourcesTest, TellsOfNothingAfterAHoldWithoutAChange)
+{
+    const auto counting = countChanges();
+    sources.hold(30s);
+    sources.hold(3s);
+
+    loop.advance(1min);
+
+    EXPECT_EQ(changes, 0);
+}
+
 TEST_F(KernelPowerSourcesTest, TellsNobodyWhoStoppedListening)
 {
     {

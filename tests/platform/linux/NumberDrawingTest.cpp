@@ -57,6 +57,16 @@ TEST(NumberDrawingTest, PutsTheSymbolAboveTheNumber)
               "..#######...#######...\n");
 }
 
+TEST(NumberDrawingTest, KeepsThePercentageWhereTwoLinesHaveNoRoom)
+{
+    for (int size = 16; size < 18; ++size) {
+        EXPECT_EQ(drawn({.symbol = "battery.50", .text = "80% · 3:00", .size = size}),
+                  drawn({.symbol = "battery.50", .text = "80%", .size = size}));
+    }
+    EXPECT_NE(drawn({.symbol = "battery.50", .text = "80% · 3:00", .size = 18}),
+              drawn({.symbol = "battery.50", .text = "80%", .size = 18}));
+}
+
 TEST(NumberDrawingTest, LeavesThePercentSignOut)
 {
     EXPECT_EQ(drawn({.symbol = "battery.50", .text = "80%", .size = 22}),
