@@ -25,6 +25,7 @@ class XScreen:
         machine.environment['DISPLAY'] = ':' + number
         if manager:
             machine.start('window-manager', manager)
+            wait_until(self._is_managed, 'the window manager', look_every=0.02)
 
     def split(self):
         """Makes two screens of it, side by side."""
@@ -91,6 +92,10 @@ class XScreen:
 
     def minimize(self, window_id):
         self._run('xdotool', 'windowminimize', window_id)
+
+    def _is_managed(self):
+        """A panel that comes before its manager may be moved about by it."""
+        return self._run('xdotool', 'get_num_desktops', check=False) not in (b'', b'0\n')
 
     def _first_window(self, kind, pattern):
         found = self._run('xdotool', 'search', '--onlyvisible', kind, pattern, check=False).split()
