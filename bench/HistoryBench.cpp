@@ -90,7 +90,8 @@ BENCHMARK(Encode)->Unit(benchmark::kMillisecond);
 void EncodeByThePeer(benchmark::State& state)
 {
     const auto samples = fullHistory(now);
-    for ([[maybe_unused]] const auto _ : state) benchmark::DoNotOptimize(nlohmann::json(samples).dump());
+    for ([[maybe_unused]] const auto _ : state)
+        benchmark::DoNotOptimize(nlohmann::json(samples).dump());
 }
 BENCHMARK(EncodeByThePeer)->Unit(benchmark::kMillisecond);
 
