@@ -1,5 +1,5 @@
 // The model on a laptop in memory against the rules said plainly: readings, settings of every
-// kind, a clock that is set forth and back, snoozes, starts and wakes.
+// kind, a clock that is set forth and back, snoozes, starts, sleeps, wakes, and time that passes.
 #include <array>
 #include <cstdint>
 #include <memory>
@@ -9,6 +9,7 @@
 #include "App/AppModel.h"
 #include "fuzz/PlainHistory.h"
 #include "fuzz/PlainSettings.h"
+#include "fuzz/PlainTimers.h"
 #include "fuzz/ReminderRules.h"
 #include "fuzz/Require.h"
 #include "fuzz/Targets.h"
@@ -60,7 +61,7 @@ private:
         if (what == 9) snooze();
         if (what == 10) cancelSnooze();
         if (what == 11) sleep();
-        if (what == 12 && input.byte() % 8 == 0) clearHistory();
+        if (what == 12) passOrClear();
         machine.clock.time = now;
     }
 
@@ -111,14 +112,36 @@ private:
         snoozeShown.reset();
     }
 
-    // On the way to sleep; its readings are doubted from then on, since no time passes here.
+    // On the way to sleep, and perhaps awake again.
     void sleep()
     {
         machine.clock.time = now;
         machine.workspace.willSleep();
-        if (input.flag()) machine.workspace.didWake();
         history.save(now);
-        doubts = true;
+        timers.sleep();
+        if (!input.flag()) return;
+        machine.workspace.didWake();
+        timers.wake();
+    }
+
+    void passOrClear()
+    {
+        const auto choice = input.byte();
+        if (choice % 8 == 0) return clearHistory();
+        describe();
+        for (auto seconds = choice / 2; seconds > 0; --seconds) passSecond();
+    }
+
+    // The model's own timers, and nothing but them.
+    void passSecond()
+    {
+        const auto before = machine.notifications.posted.size();
+        machine.clock.time = now;
+        machine.runLoop.advance(Seconds{1});
+        now = now + Seconds{1};
+        std::vector<PendingAlert> due;
+        for (const auto& one : timers.next()) look(one, due);
+        compare(due, before);
     }
 
     void clearHistory()
@@ -140,7 +163,7 @@ private:
         rules.healthTold = healthTold;
         since.reset();
         believed = {};
-        doubts = false;
+        timers = {};
         wakeIsDue = false;
         history.restart(now);
         snoozeShown.reset();
@@ -192,20 +215,27 @@ private:
     }
 
     // Empty or gone, and neither a moment ago: after a sleep that is no news.
-    bool isDoubted(const BatteryState& seen) const
+    bool isGoneOrEmpty(const BatteryState& seen) const
     {
         const bool isGone = !seen.hasBattery && believed.hasBattery;
         const bool isEmpty = seen.percent == 0 && believed.percent > 0;
-        return doubts && (isGone || isEmpty);
+        return isGone || isEmpty;
     }
 
     void compare(Reason reason, std::size_t before)
     {
+        std::vector<PendingAlert> due;
+        look(timers.now(reason), due);
+        compare(due, before);
+    }
+
+    // What the program must make of one look at the battery; `due` is what it tells.
+    void look(PlainTimers::Look one, std::vector<PendingAlert>& due)
+    {
+        auto reason = one.reason;
         const auto seen = state.hasBattery ? state : BatteryState();
-        if (isDoubted(seen)) {
+        if (one.doubts && isGoneOrEmpty(seen)) {
             wakeIsDue = wakeIsDue || reason == Reason::wake;
-            require(machine.notifications.posted.size() == before, "what is doubted tells nothing");
-            require(model->history.samples == history.samples, "what is doubted is not kept");
             return;
         }
         if (wakeIsDue) reason = Reason::wake;
@@ -215,24 +245,27 @@ private:
         const bool afresh = reason == Reason::launch || reason == Reason::wake;
         trackPower(afresh);
         history.record(state, now, reason != Reason::change);
-        const bool delivers = !afresh && mayDeliver();
-        const ReminderRules::Look look{.state = seen,
-                                       .prefs = settings.prefs(),
-                                       .since = since,
-                                       .now = now,
-                                       .canDeliver = delivers,
-                                       .prime = afresh};
+        last = {.state = seen,
+                .prefs = settings.prefs(),
+                .since = since,
+                .now = now,
+                .canDeliver = !afresh && mayDeliver(),
+                .prime = afresh};
+        const auto told = rules.due(last);
+        require(last.canDeliver || told.empty(),
+                "nothing is due in a snooze, in quiet hours, at a start or a wake");
+        due.insert(due.end(), told.begin(), told.end());
+    }
 
-        const auto expected = rules.due(look);
-        comparePosted(expected, before);
-        compareShown(look);
+    void compare(const std::vector<PendingAlert>& due, std::size_t before)
+    {
+        comparePosted(due, before);
+        compareShown();
         require(model->pluggedSince.get() == since, "the spell on power is known");
         require(model->snoozeUntil.get() == snoozeShown, "the snooze is shown");
         require(model->history.samples == history.samples, "the samples are the same");
         require(machine.defaults.boolForKey("healthAlertSent") == rules.healthTold,
                 "that the health was told is remembered");
-        require(delivers || machine.notifications.posted.size() == before,
-                "nothing is posted in a snooze, in quiet hours, at a start or a wake");
     }
 
     void comparePosted(const std::vector<PendingAlert>& expected, std::size_t before) const
@@ -248,11 +281,11 @@ private:
     }
 
     // A reminder stays on the screen exactly as long as it is true.
-    void compareShown(const ReminderRules::Look& look) const
+    void compareShown() const
     {
         for (const auto kind : {AlertKind::chargeLimit, AlertKind::low, AlertKind::tooLong}) {
             const bool shown = machine.notifications.shown.contains(std::string(rawValue(kind)));
-            require(shown == (rules.toldInSpell(kind) > 0 && ReminderRules::holds(kind, look)),
+            require(shown == (rules.toldInSpell(kind) > 0 && ReminderRules::holds(kind, last)),
                     "what is on the screen is true");
         }
     }
@@ -266,8 +299,9 @@ private:
     PlainHistory history;
     ReminderRules rules;
     Date now{1767603600};
-    BatteryState believed;   // the last reading that was
-    bool doubts = false;     // since it went to sleep
+    PlainTimers timers;
+    BatteryState believed;  // the last reading that was
+    ReminderRules::Look last;
     bool wakeIsDue = false;  // it woke, and nothing was believed since
     Date snoozeStored{0};
     std::optional<Date> snoozeShown;
