@@ -1,5 +1,7 @@
 // The settings file: a value that is set reads back and everything else stays; a text that is not
 // understood is never overwritten; a value of the wrong kind reads as none.
+#include <sys/inotify.h>
+
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -92,6 +94,24 @@ void compareTexts(const std::string& text, const std::string& edited, const Toml
         "replacing a value leaves comments, lines and keys alone");
 }
 
+// Names, tables, lists and short whole numbers alone: all of it can be written anew.
+bool isSimple(std::string_view text)
+{
+    constexpr std::string_view letters = "abcdefghijklmopqrstuvwxyz";  // no n: inf and nan
+    constexpr std::string_view signs = "=.[], \n";
+    char before = ' ';
+    std::size_t digits = 0;
+    for (const char c : text) {
+        const bool isDigit = c >= '0' && c <= '9';
+        digits = isDigit ? digits + 1 : 0;
+        if (digits > 9 || (isDigit && before == '.')) return false;
+        if (!isDigit && letters.find(c) == letters.npos && signs.find(c) == signs.npos)
+            return false;
+        before = c;
+    }
+    return true;
+}
+
 void editText(const std::string& text, const Setting& setting)
 {
     const auto before = tomlValues(text);
@@ -101,6 +121,9 @@ void editText(const std::string& text, const Setting& setting)
     const bool isStorable = isUtf8(setting.key) && (words == nullptr || isUtf8(*words));
     if (before && isStorable && isPlain(*before, setting.key)) {
         require(edited.has_value(), "a plain value can be set in every text that is understood");
+    }
+    if (before && isStorable && isSimple(text)) {
+        require(edited.has_value(), "what stands in the way of a value makes way");
     }
     if (!edited) return;
 
@@ -150,12 +173,29 @@ bool reads(const FileDefaultsStore& store, const Setting& setting)
     return store.stringForKey(setting.key) == std::get<std::string>(setting.value);
 }
 
+// One loop for all cases, with a watch that stays: the kernel takes 12 ms to end the last one.
+sd_event* loop()
+{
+    static const auto event = platform::owned<platform::EventPointer>(sd_event_new);
+    static const auto watch =
+        platform::owned<platform::EventSourcePointer>([](sd_event_source** source) {
+            const auto ignore = [](sd_event_source*, const inotify_event*, void*) { return 0; };
+            return sd_event_add_inotify(event.get(), source, "/", IN_DELETE_SELF, ignore, nullptr);
+        });
+    require(watch != nullptr, "folders can be watched");
+    return event.get();
+}
+
+void settle()
+{
+    while (sd_event_run(loop(), 0) > 0) continue;
+}
+
 void editFile(const std::string& text, const Setting& setting)
 {
     const Scratch scratch;
     scratch.write(fileName, text);
-    const auto event = platform::owned<platform::EventPointer>(sd_event_new);
-    FileDefaultsStore store(event.get(), scratch.path(fileName));
+    FileDefaultsStore store(loop(), scratch.path(fileName));
     const auto before = tomlValues(text);
     comparePrefs(store, before);
     require(scratch.read(fileName) == text, "reading writes nothing");
@@ -163,6 +203,8 @@ void editFile(const std::string& text, const Setting& setting)
     store.set(setting.key, setting.value);
 
     require(reads(store, setting), "what was set is read at once");
+    settle();
+    require(reads(store, setting), "and still when the change of the file is told");
     const auto after = scratch.read(fileName);
     if (before) return;
     require(after == text || scratch.read(std::string(fileName) + ".bad") == text,
