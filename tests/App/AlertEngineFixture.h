@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
 #include <optional>
 #include <vector>
 
@@ -19,6 +20,8 @@ protected:
     using Kinds = std::vector<AlertKind>;
 
     static constexpr Date start = mondayMorning;
+    static constexpr auto most = std::numeric_limits<std::int64_t>::max();
+    static constexpr auto least = std::numeric_limits<std::int64_t>::min();
 
     AlertEngineFixture() : prefs(Prefs::current(defaults)) {}
 

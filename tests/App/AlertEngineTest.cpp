@@ -13,9 +13,6 @@ using testing::IsEmpty;
 using namespace std::chrono_literals;
 using enum AlertKind;
 
-constexpr auto most = std::numeric_limits<std::int64_t>::max();
-constexpr auto least = std::numeric_limits<std::int64_t>::min();
-
 using AlertEngineTest = AlertEngineFixture;
 
 TEST_F(AlertEngineTest, BeginsArmed)

@@ -1,8 +1,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <limits>
-
 #include "tests/App/AlertEngineFixture.h"
 
 namespace vorlane {
@@ -12,9 +10,6 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using namespace std::chrono_literals;
 using enum AlertKind;
-
-constexpr auto most = std::numeric_limits<std::int64_t>::max();
-constexpr auto least = std::numeric_limits<std::int64_t>::min();
 
 using AlertEngineTooLongTest = AlertEngineFixture;
 

@@ -6,21 +6,13 @@
 #include <limits>
 #include <random>
 
-#include "App/SampleJson.h"
+#include "tests/App/EncodedSamples.h"
 #include "tests/support/Printing.h"
 
 namespace vorlane {
 namespace {
 
 using testing::Optional;
-
-std::string encode(const std::vector<Sample>& samples)
-{
-    SampleEncoder encoder(samples);
-    std::string text;
-    for (auto piece = encoder.next(); !piece.empty(); piece = encoder.next()) text += piece;
-    return text;
-}
 
 TEST(SampleJsonRoundTripTest, ReadsWhatItWroteAtTheEdges)
 {

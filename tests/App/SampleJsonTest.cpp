@@ -5,6 +5,7 @@
 
 #include <limits>
 
+#include "tests/App/EncodedSamples.h"
 #include "tests/support/Printing.h"
 
 namespace vorlane {
@@ -13,14 +14,6 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::Optional;
-
-std::string encode(const std::vector<Sample>& samples)
-{
-    SampleEncoder encoder(samples);
-    std::string text;
-    for (auto piece = encoder.next(); !piece.empty(); piece = encoder.next()) text += piece;
-    return text;
-}
 
 std::string repeated(std::string_view text, std::size_t times)
 {

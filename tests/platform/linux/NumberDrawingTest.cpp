@@ -23,7 +23,7 @@ std::string drawn(const NumberDrawing& drawing)
     return text;
 }
 
-int ink(const std::string& drawing)
+int drawnPixels(const std::string& drawing)
 {
     int count = 0;
     for (const char pixel : drawing) count += pixel == '#';
@@ -99,7 +99,7 @@ TEST(NumberDrawingTest, FillsTheBatteryMoreTheFullerItIs)
         for (const auto* const text : {"80%", "80% · 1:23"}) {
             int last = 0;
             for (const auto& level : levels) {
-                const int now = ink(drawn({.symbol = level, .text = text, .size = size}));
+                const int now = drawnPixels(drawn({.symbol = level, .text = text, .size = size}));
                 EXPECT_GT(now, last) << level << " at " << size;
                 last = now;
             }
@@ -138,7 +138,7 @@ TEST(NumberDrawingTest, HoldsAtEverySize)
         for (const auto* const text : {"7%", "100%", "0:07", "99:59", "100% · 99:59"}) {
             for (const auto* const symbol : {"battery.75", "battery.100.bolt", "powerplug.fill"}) {
                 const auto picture = drawn({.symbol = symbol, .text = text, .size = size});
-                EXPECT_TRUE(size < 16 || ink(picture) > size) << text << " at " << size;
+                EXPECT_TRUE(size < 16 || drawnPixels(picture) > size) << text << " at " << size;
             }
         }
     }

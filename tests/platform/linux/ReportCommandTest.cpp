@@ -23,7 +23,7 @@ struct Result {
 };
 
 // `arguments` is a piece of a shell command: quote what needs it.
-Result report(const std::string& arguments)
+Result run(const std::string& arguments)
 {
     const auto command = std::string("'" VORLANE_REPORT "' ") + arguments;
     FILE* const pipe = popen(command.c_str(), "r");
@@ -51,7 +51,7 @@ TEST_F(ReportCommandTest, PrintsOneJsonObjectForAFolder)
 {
     folder.write("BAT0/uevent", "POWER_SUPPLY_TYPE=Battery\nPOWER_SUPPLY_CAPACITY=42\n");
 
-    const auto result = report(quotedFolder() + " 2>&1");
+    const auto result = run(quotedFolder() + " 2>&1");
 
     EXPECT_EQ(result.status, 0);
     const auto json = nlohmann::json::parse(result.output, nullptr, false);
@@ -62,7 +62,7 @@ TEST_F(ReportCommandTest, PrintsOneJsonObjectForAFolder)
 
 TEST_F(ReportCommandTest, ReportsNoBatteryForAnEmptyFolder)
 {
-    const auto result = report(quotedFolder() + " 2>&1");
+    const auto result = run(quotedFolder() + " 2>&1");
 
     EXPECT_EQ(result.status, 0);
     EXPECT_THAT(result.output, HasSubstr("No battery found"));
@@ -70,7 +70,7 @@ TEST_F(ReportCommandTest, ReportsNoBatteryForAnEmptyFolder)
 
 TEST_F(ReportCommandTest, ReadsTheKernelsFolderWithoutAnArgument)
 {
-    const auto result = report("2>&1");
+    const auto result = run("2>&1");
 
     EXPECT_EQ(result.status, 0);
     EXPECT_TRUE(nlohmann::json::parse(result.output, nullptr, false).is_object());
@@ -78,17 +78,17 @@ TEST_F(ReportCommandTest, ReadsTheKernelsFolderWithoutAnArgument)
 
 TEST_F(ReportCommandTest, RefusesAFolderThatItCannotRead)
 {
-    const auto result = report(quotedFolder() + "/none 2>&1 >/dev/null");
+    const auto result = run(quotedFolder() + "/none 2>&1 >/dev/null");
 
     EXPECT_EQ(result.status, 1);
     EXPECT_THAT(result.output, HasSubstr("cannot read the folder"));
-    EXPECT_THAT(report(quotedFolder() + "/none 2>/dev/null").output, IsEmpty());
+    EXPECT_THAT(run(quotedFolder() + "/none 2>/dev/null").output, IsEmpty());
 }
 
 TEST_F(ReportCommandTest, TellsItsUsageWhenCalledWrongly)
 {
     for (const char* const arguments : {"a b", "--help", "''  ''"}) {
-        const auto result = report(std::string(arguments) + " 2>&1 >/dev/null");
+        const auto result = run(std::string(arguments) + " 2>&1 >/dev/null");
 
         EXPECT_EQ(result.status, 2) << arguments;
         EXPECT_THAT(result.output, HasSubstr("Usage: ")) << arguments;
@@ -97,7 +97,7 @@ TEST_F(ReportCommandTest, TellsItsUsageWhenCalledWrongly)
 
 TEST_F(ReportCommandTest, FailsWhenItsTextCannotBeWritten)
 {
-    EXPECT_EQ(report(quotedFolder() + " >/dev/full").status, 1);
+    EXPECT_EQ(run(quotedFolder() + " >/dev/full").status, 1);
 }
 
 }  // namespace

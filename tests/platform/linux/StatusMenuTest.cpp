@@ -17,8 +17,6 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-constexpr const char* invalidArguments = "org.freedesktop.DBus.Error.InvalidArgs";
-
 class StatusMenuTest : public testing::Test {
 protected:
     PrivateBus bus;
@@ -90,8 +88,8 @@ TEST_F(StatusMenuTest, GivesOnlyThePropertiesAskedFor)
 
 TEST_F(StatusMenuTest, RefusesTheLayoutOfAnUnknownLine)
 {
-    EXPECT_EQ(tray.call("GetLayout", "iias", 77, -1, 0), invalidArguments);
-    EXPECT_EQ(tray.call("GetLayout", "iias", -1, -1, 0), invalidArguments);
+    EXPECT_EQ(tray.call("GetLayout", "iias", 77, -1, 0), SD_BUS_ERROR_INVALID_ARGS);
+    EXPECT_EQ(tray.call("GetLayout", "iias", -1, -1, 0), SD_BUS_ERROR_INVALID_ARGS);
 }
 
 TEST_F(StatusMenuTest, GivesThePropertiesOfTheLinesAskedFor)
@@ -121,8 +119,8 @@ TEST_F(StatusMenuTest, GivesOneProperty)
 {
     EXPECT_EQ(tray.call("GetProperty", "is", quitId, "label"), "(<'Quit'>)");
     EXPECT_EQ(tray.call("GetProperty", "is", stateId, "enabled"), "(<false>)");
-    EXPECT_EQ(tray.call("GetProperty", "is", quitId, "icon-name"), invalidArguments);
-    EXPECT_EQ(tray.call("GetProperty", "is", 77, "label"), invalidArguments);
+    EXPECT_EQ(tray.call("GetProperty", "is", quitId, "icon-name"), SD_BUS_ERROR_INVALID_ARGS);
+    EXPECT_EQ(tray.call("GetProperty", "is", 77, "label"), SD_BUS_ERROR_INVALID_ARGS);
 }
 
 TEST_F(StatusMenuTest, GivesThePropertiesOfItsInterface)
@@ -174,12 +172,12 @@ TEST_F(StatusMenuTest, AbsorbsEventsThatChooseNothing)
 
 TEST_F(StatusMenuTest, RefusesCallsOfAnotherShape)
 {
-    EXPECT_EQ(tray.call("Event", "is", quitId, "clicked"), invalidArguments);
+    EXPECT_EQ(tray.call("Event", "is", quitId, "clicked"), SD_BUS_ERROR_INVALID_ARGS);
     EXPECT_EQ(tray.call("Event", "xsvu", std::int64_t{quitId}, "clicked", "i", 0, 0U),
-              invalidArguments);
-    EXPECT_EQ(tray.call("GetLayout", "s", "everything"), invalidArguments);
-    EXPECT_EQ(tray.call("GetGroupProperties", "as", 1, "label"), invalidArguments);
-    EXPECT_EQ(tray.call("EventGroup", "ai", 1, quitId), invalidArguments);
+              SD_BUS_ERROR_INVALID_ARGS);
+    EXPECT_EQ(tray.call("GetLayout", "s", "everything"), SD_BUS_ERROR_INVALID_ARGS);
+    EXPECT_EQ(tray.call("GetGroupProperties", "as", 1, "label"), SD_BUS_ERROR_INVALID_ARGS);
+    EXPECT_EQ(tray.call("EventGroup", "ai", 1, quitId), SD_BUS_ERROR_INVALID_ARGS);
     runLoop.settle();
 
     EXPECT_THAT(chosen, IsEmpty());

@@ -23,8 +23,6 @@ using testing::IsEmpty;
 using testing::SizeIs;
 using testing::StartsWith;
 
-constexpr const char* invalidArguments = "org.freedesktop.DBus.Error.InvalidArgs";
-
 class StatusNotifierItemTest : public testing::Test {
 protected:
     PrivateBus bus;
@@ -370,9 +368,9 @@ TEST_F(StatusNotifierItemTest, RefusesCallsOfAnotherShape)
 {
     show();
 
-    EXPECT_EQ(tray.call("Activate", "ss", "1268", "15"), invalidArguments);
-    EXPECT_EQ(tray.call("Activate", ""), invalidArguments);
-    EXPECT_EQ(tray.call("Scroll", "si", "vertical", 1), invalidArguments);
+    EXPECT_EQ(tray.call("Activate", "ss", "1268", "15"), SD_BUS_ERROR_INVALID_ARGS);
+    EXPECT_EQ(tray.call("Activate", ""), SD_BUS_ERROR_INVALID_ARGS);
+    EXPECT_EQ(tray.call("Scroll", "si", "vertical", 1), SD_BUS_ERROR_INVALID_ARGS);
     EXPECT_EQ(tray.call("Explode", ""), "org.freedesktop.DBus.Error.UnknownMethod");
     EXPECT_THAT(tray.property("Nonsense"), StartsWith("org.freedesktop.DBus.Error.Unknown"));
     runLoop.settle();

@@ -25,7 +25,7 @@ std::vector<std::uint8_t> pixmap(const std::string& symbol, int size)
 }
 
 // The sum of all alpha values: how much is drawn.
-std::size_t ink(const std::vector<std::uint8_t>& argb)
+std::size_t opacity(const std::vector<std::uint8_t>& argb)
 {
     std::size_t sum = 0;
     for (std::size_t i = 0; i < argb.size(); i += 4) sum += argb[i];
@@ -62,7 +62,7 @@ TEST(SymbolIconsTest, DrawsEverySymbolAtEverySize)
         for (const auto size : pixmapSizes) {
             const auto argb = pixmap(symbol, size);
             ASSERT_EQ(argb.size(), pixelsOf(size) * 4) << symbol;
-            EXPECT_GT(ink(argb), argb.size() / 4 * 255 / 20) << symbol << " at " << size;
+            EXPECT_GT(opacity(argb), argb.size() / 4 * 255 / 20) << symbol << " at " << size;
         }
     }
 }
@@ -74,7 +74,7 @@ TEST(SymbolIconsTest, FillsTheBatteryMoreTheFullerItIs)
 
     for (const auto size : pixmapSizes) {
         for (std::size_t i = 1; i < levels.size(); ++i) {
-            EXPECT_GT(ink(pixmap(levels[i], size)), ink(pixmap(levels[i - 1], size)));
+            EXPECT_GT(opacity(pixmap(levels[i], size)), opacity(pixmap(levels[i - 1], size)));
         }
     }
 }
