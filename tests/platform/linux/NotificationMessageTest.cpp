@@ -17,6 +17,15 @@ const std::vector<NotificationCategory> categories{
 
 class NotificationMessageTest : public testing::Test {
 protected:
+    static NotificationRequest request()
+    {
+        return {.identifier = "low",
+                .title = "A & B",
+                .body = "20% <left> & \"falling\"",
+                .categoryIdentifier = "VL_ALERT",
+                .sound = "default"};
+    }
+
     NotificationMessageTest() { folder.write("vorlane-submarine.wav", "RIFF"); }
 
     NotificationMessage made(const NotificationRequest& request,
@@ -28,15 +37,6 @@ protected:
 
     TemporaryFolder folder;
 };
-
-NotificationRequest request()
-{
-    return {.identifier = "low",
-            .title = "A & B",
-            .body = "20% <left> & \"falling\"",
-            .categoryIdentifier = "VL_ALERT",
-            .sound = "default"};
-}
 
 TEST_F(NotificationMessageTest, EscapesTheBodyForServersThatTakeItForMarkup)
 {

@@ -9,17 +9,17 @@ using namespace std::chrono_literals;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-NotificationRequest request(const std::string& identifier, const std::string& title = "")
-{
-    return {.identifier = identifier,
-            .title = title,
-            .body = "",
-            .categoryIdentifier = "",
-            .sound = std::nullopt};
-}
-
 class NotificationQueueTest : public testing::Test {
 protected:
+    static NotificationRequest request(const std::string& identifier, const std::string& title = "")
+    {
+        return {.identifier = identifier,
+                .title = title,
+                .body = "",
+                .categoryIdentifier = "",
+                .sound = std::nullopt};
+    }
+
     NotificationQueue queue;
 
     // "identifier title" of all that may be posted now.
