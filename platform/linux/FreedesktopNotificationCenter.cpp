@@ -164,11 +164,10 @@ void FreedesktopNotificationCenter::serverChanged()
 
 void FreedesktopNotificationCenter::actionInvoked(sd_bus_message* signal)
 {
-    const char* const sender = sd_bus_message_get_sender(signal);
     std::uint32_t id = 0;
     const char* action = nullptr;
-    if (sender == nullptr || sender != server.owner() ||
-        sd_bus_message_read(signal, "us", &id, &action) <= 0 || !shown.isOurs(id)) {
+    if (!isFrom(signal, server.owner()) || sd_bus_message_read(signal, "us", &id, &action) <= 0 ||
+        !shown.isOurs(id)) {
         return;
     }
     if (const auto receiver = delegate.lock()) receiver->didReceive(action, [] {});

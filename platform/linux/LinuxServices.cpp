@@ -38,32 +38,33 @@ std::optional<XTrayItem::Origin> xTray()
 }  // namespace
 
 LinuxServices::LinuxServices(Base base)
-    : base_(base),
-      defaults(base.loop.event(), FileDefaultsStore::usualPath()),
-      workspace(base.system),
-      estimates(base.system, uptime),
-      powerSources({.runLoop = base.loop,
+    : base_(std::move(base)),
+      system(base_.loop, base_.openSystem),
+      defaults(base_.loop.event(), FileDefaultsStore::usualPath()),
+      workspace(system.connection()),
+      estimates(system.connection(), uptime),
+      powerSources({.runLoop = base_.loop,
                     .estimates = estimates,
                     .watchSupplies =
-                        [event = base.loop.event()](std::function<void()> changed) {
+                        [event = base_.loop.event()](std::function<void()> changed) {
                             return watchPowerSupplies(event, std::move(changed));
                         },
                     .uptime = uptime}),
       loginItem(AutostartLoginItem::Places::usual()),
-      soundPlayer(base.loop.event(), ThemeSoundPlayer::usualProgram(), SoundFiles()),
-      notifications({.session = base.session,
+      soundPlayer(base_.loop.event(), ThemeSoundPlayer::usualProgram(), SoundFiles()),
+      notifications({.session = base_.session,
                      .icons = NotificationIcons(),
                      .sounds = SoundFiles(),
                      .player = soundPlayer}),
-      windows(base.loop, {.plugin = usualPluginPath("vorlane_ui.so"),
-                          .session = base.session,
-                          .refused =
-                              [&application = base.application] {
-                                  // A new version has come, whose windows need its program.
-                                  if (programWasReplaced()) application.restart(MenuAction::open);
-                              }}),
-      statusBar({.session = base.session,
-                 .loop = base.loop,
+      windows(base_.loop, {.plugin = usualPluginPath("vorlane_ui.so"),
+                           .session = base_.session,
+                           .refused =
+                               [&application = base_.application] {
+                                   // A new version has come, whose windows need its program.
+                                   if (programWasReplaced()) application.restart(MenuAction::open);
+                               }}),
+      statusBar({.session = base_.session,
+                 .loop = base_.loop,
                  .xTray = xTray(),
                  .openMenu = [this](const auto& items,
                                     auto chosen) { windows.popUpMenu(items, std::move(chosen)); }}),
@@ -72,7 +73,12 @@ LinuxServices::LinuxServices(Base base)
           powerSources.hold(resuming);
           statusBar.registerAgain();
       }))
-{}
+{
+    system.onChange([this](sd_bus* connection) {
+        workspace.connect(connection);
+        estimates.connect(connection);
+    });
+}
 
 Services LinuxServices::services()
 {

@@ -11,6 +11,7 @@
 #include "platform/linux/KernelPowerSources.h"
 #include "platform/linux/LogindWorkspace.h"
 #include "platform/linux/SdEventRunLoop.h"
+#include "platform/linux/SystemBus.h"
 #include "platform/linux/SystemCalendar.h"
 #include "platform/linux/SystemClock.h"
 #include "platform/linux/ThemeSoundPlayer.h"
@@ -26,7 +27,7 @@ public:
     struct Base {
         SdEventRunLoop& loop;
         sd_bus* session;
-        sd_bus* system;  // null without a system bus
+        SystemBus::Opener openSystem;
         DesktopApplication& application;
     };
     explicit LinuxServices(Base base);
@@ -35,6 +36,7 @@ public:
 
 private:
     Base base_;
+    SystemBus system;
     SystemClock clock;
     SystemCalendar calendar;
     XdgFileManager files;

@@ -2,7 +2,7 @@
 
 #include <fcntl.h>
 
-#include <string_view>
+#include <cstdint>
 #include <utility>
 
 namespace vorlane::platform {
@@ -12,26 +12,25 @@ namespace {
 constexpr const char* service = "org.freedesktop.login1";
 constexpr const char* path = "/org/freedesktop/login1";
 constexpr const char* manager = "org.freedesktop.login1.Manager";
+constexpr std::uint64_t forever = UINT64_MAX;
 
 }  // namespace
 
-LogindWorkspace::LogindWorkspace(sd_bus* system) : system_(system)
+void LogindWorkspace::connect(sd_bus* system)
 {
+    names.reset();
+    sleepSignal.reset();
+    setOwner("");
+    system_ = system;
     if (!system_) return;
+
     sleepSignal = owned<SlotPointer>([this](sd_bus_slot** slot) {
         return sd_bus_match_signal_async(
             system_, slot, service, path, manager, "PrepareForSleep",
             onMessage<LogindWorkspace, &LogindWorkspace::prepareForSleep>, matchInstalled, this);
     });
-    // By its first argument, or every name that comes and goes on the bus would wake the program.
-    ownerSignal = owned<SlotPointer>([this](sd_bus_slot** slot) {
-        return sd_bus_add_match_async(
-            system_, slot,
-            "type='signal',sender='org.freedesktop.DBus',interface='org.freedesktop.DBus',"
-            "member='NameOwnerChanged',arg0='org.freedesktop.login1'",
-            onMessage<LogindWorkspace, &LogindWorkspace::ownerChanged>, matchInstalled, this);
-    });
-    takeLock();
+    names.emplace(system_, service, [this](const char* name) { setOwner(name); });
+    names->ask();
 }
 
 Subscription LogindWorkspace::observeWillSleep(std::function<void()> willSleep)
@@ -44,13 +43,21 @@ Subscription LogindWorkspace::observeDidWake(std::function<void()> didWake)
     return wakers.add(std::move(didWake));
 }
 
+// No time limit: a lock is as good when it is granted late.
 void LogindWorkspace::takeLock()
 {
-    request = owned<SlotPointer>([this](sd_bus_slot** slot) {
-        return sd_bus_call_method_async(system_, slot, service, path, manager, "Inhibit",
-                                        onMessage<LogindWorkspace, &LogindWorkspace::lockTaken>,
-                                        this, "ssss", "sleep", "Vorlane",
-                                        "Save the battery's history", "delay");
+    const auto call = owned<MessagePointer>([this](sd_bus_message** message) {
+        return sd_bus_message_new_method_call(system_, message, owner.c_str(), path, manager,
+                                              "Inhibit");
+    });
+    if (!call || sd_bus_message_append(call.get(), "ssss", "sleep", "Vorlane",
+                                       "Save the battery's history", "delay") < 0) {
+        return;
+    }
+    request = owned<SlotPointer>([&](sd_bus_slot** slot) {
+        return sd_bus_call_async(system_, slot, call.get(),
+                                 onMessage<LogindWorkspace, &LogindWorkspace::lockTaken>, this,
+                                 forever);
     });
 }
 
@@ -67,7 +74,7 @@ void LogindWorkspace::lockTaken(sd_bus_message* reply)
 void LogindWorkspace::prepareForSleep(sd_bus_message* signal)
 {
     int goingToSleep = 0;
-    if (sd_bus_message_read(signal, "b", &goingToSleep) < 0) return;
+    if (!isFrom(signal, owner) || sd_bus_message_read(signal, "b", &goingToSleep) < 0) return;
     if (goingToSleep) {
         sleepers.call();
         request.reset();  // a lock granted only now would hold up the sleep for nothing
@@ -79,14 +86,13 @@ void LogindWorkspace::prepareForSleep(sd_bus_message* signal)
 }
 
 // Locks end with the service that gave them.
-void LogindWorkspace::ownerChanged(sd_bus_message* signal)
+void LogindWorkspace::setOwner(const char* name)
 {
-    const char* name = nullptr;
-    const char* before = nullptr;
-    const char* after = nullptr;
-    if (sd_bus_message_read(signal, "sss", &name, &before, &after) < 0) return;
+    if (owner == name) return;
+    owner = name;
+    request.reset();
     lock.reset();
-    if (!std::string_view(after).empty()) takeLock();
+    if (!owner.empty()) takeLock();
 }
 
 }  // namespace vorlane::platform

@@ -2,10 +2,13 @@
 #pragma once
 
 #include <functional>
+#include <optional>
+#include <string>
 
 #include "App/Listeners.h"
 #include "App/services/Workspace.h"
 #include "platform/linux/FileDescriptor.h"
+#include "platform/linux/NameWatch.h"
 #include "platform/linux/SdBus.h"
 
 namespace vorlane::platform {
@@ -14,8 +17,12 @@ namespace vorlane::platform {
 // it sleeps. Without logind nothing is ever observed.
 class LogindWorkspace : public Workspace {
 public:
-    // `system` is attached to the main loop and outlives this object; null without a system bus.
-    explicit LogindWorkspace(sd_bus* system);
+    // As `connect`.
+    explicit LogindWorkspace(sd_bus* system) { connect(system); }
+
+    // From now on by this connection, which is attached to the main loop and stays until the next
+    // call or the end of this object; null without a system bus.
+    void connect(sd_bus* system);
 
     Subscription observeWillSleep(std::function<void()> willSleep) override;
     Subscription observeDidWake(std::function<void()> didWake) override;
@@ -24,14 +31,15 @@ private:
     void takeLock();
     void lockTaken(sd_bus_message* reply);
     void prepareForSleep(sd_bus_message* signal);
-    void ownerChanged(sd_bus_message* signal);
+    void setOwner(const char* name);
 
-    sd_bus* system_;
+    sd_bus* system_ = nullptr;
+    std::string owner;  // logind's unique name; empty while it does not run
     Listeners sleepers;
     Listeners wakers;
     FileDescriptor lock;
     SlotPointer sleepSignal;
-    SlotPointer ownerSignal;
+    std::optional<NameWatch> names;
     SlotPointer request;
 };
 

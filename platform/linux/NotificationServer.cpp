@@ -1,7 +1,7 @@
 #include "platform/linux/NotificationServer.h"
 
 #include <cstdint>
-#include <set>
+#include <string_view>
 #include <utility>
 
 namespace vorlane::platform {
@@ -16,19 +16,23 @@ constexpr const char* busPath = "/org/freedesktop/DBus";
 constexpr std::uint64_t patience = 5'000'000;  // microseconds for the bus itself to answer
 constexpr std::uint64_t forever = UINT64_MAX;
 
-// What an "as" holds; nothing when the message is an error or holds something else.
-std::set<std::string> stringsIn(sd_bus_message* message)
+// Hands on what an "as" holds; nothing when the message is an error or holds something else. One by
+// one: a message may hold millions.
+void readStrings(sd_bus_message* message, const std::function<void(std::string_view)>& take)
 {
-    std::set<std::string> strings;
     if (sd_bus_message_is_method_error(message, nullptr) ||
         sd_bus_message_enter_container(message, SD_BUS_TYPE_ARRAY, "s") <= 0) {
-        return strings;
+        return;
     }
     const char* string = nullptr;
-    while (sd_bus_message_read_basic(message, SD_BUS_TYPE_STRING, &string) > 0) {
-        strings.insert(string);
-    }
-    return strings;
+    while (sd_bus_message_read_basic(message, SD_BUS_TYPE_STRING, &string) > 0) take(string);
+}
+
+bool namesTheService(sd_bus_message* list)
+{
+    bool found = false;
+    readStrings(list, [&](std::string_view name) { found = found || name == service; });
+    return found;
 }
 
 MessagePointer newCall(sd_bus* session, const char* destination, const char* object,
@@ -50,16 +54,10 @@ MessagePointer answerOfBus(sd_bus* session, sd_bus_message* call)
 }  // namespace
 
 NotificationServer::NotificationServer(sd_bus* session, Events callbacks)
-    : session_(session), events(std::move(callbacks))
+    : session_(session),
+      events(std::move(callbacks)),
+      names(session, service, [this](const char* name) { setOwner(name); })
 {
-    // By its first argument, or every name that comes and goes on the bus would wake the program.
-    ownerSignal = owned<SlotPointer>([this](sd_bus_slot** slot) {
-        return sd_bus_add_match_async(
-            session_, slot,
-            "type='signal',sender='org.freedesktop.DBus',interface='org.freedesktop.DBus',"
-            "member='NameOwnerChanged',arg0='org.freedesktop.Notifications'",
-            onMessage<NotificationServer, &NotificationServer::ownerChanged>, matchInstalled, this);
-    });
     servicesSignal = owned<SlotPointer>([this](sd_bus_slot** slot) {
         return sd_bus_match_signal_async(
             session_, slot, bus, busPath, bus, "ActivatableServicesChanged",
@@ -107,15 +105,7 @@ void NotificationServer::askActivatable()
 {
     const auto call = newCall(session_, bus, busPath, "ListActivatableNames");
     const auto reply = call ? answerOfBus(session_, call.get()) : nullptr;
-    if (reply) activatable = stringsIn(reply.get()).contains(service);
-}
-
-void NotificationServer::ownerChanged(sd_bus_message* signal)
-{
-    const char* name = nullptr;
-    const char* before = nullptr;
-    const char* after = nullptr;
-    if (sd_bus_message_read(signal, "sss", &name, &before, &after) > 0) setOwner(after);
+    if (reply) activatable = namesTheService(reply.get());
 }
 
 void NotificationServer::servicesChanged(sd_bus_message* /*signal*/)
@@ -130,7 +120,7 @@ void NotificationServer::servicesChanged(sd_bus_message* /*signal*/)
 void NotificationServer::servicesListed(sd_bus_message* reply)
 {
     if (sd_bus_message_is_method_error(reply, nullptr)) return;
-    activatable = stringsIn(reply).contains(service);
+    activatable = namesTheService(reply);
 }
 
 // A server that answers nonsense or an error has no capabilities.
@@ -139,10 +129,13 @@ void NotificationServer::capabilitiesAnswered(sd_bus_message* reply)
     capabilitiesQuestion.reset();
     if (owner_.empty()) return;  // the bus could not start it
 
-    const auto names = stringsIn(reply);
-    known = {.actions = names.contains("actions"),
-             .bodyMarkup = names.contains("body-markup"),
-             .sound = names.contains("sound")};
+    NotificationCapabilities told;
+    readStrings(reply, [&](std::string_view name) {
+        told.actions = told.actions || name == "actions";
+        told.bodyMarkup = told.bodyMarkup || name == "body-markup";
+        told.sound = told.sound || name == "sound";
+    });
+    known = told;
     events.ready();
 }
 

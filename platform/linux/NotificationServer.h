@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 
+#include "platform/linux/NameWatch.h"
 #include "platform/linux/NotificationMessage.h"
 #include "platform/linux/SdBus.h"
 
@@ -40,7 +41,6 @@ public:
 private:
     void askOwner();
     void askActivatable();
-    void ownerChanged(sd_bus_message* signal);
     void servicesChanged(sd_bus_message* signal);
     void servicesListed(sd_bus_message* reply);
     void capabilitiesAnswered(sd_bus_message* reply);
@@ -48,7 +48,7 @@ private:
 
     sd_bus* session_;
     Events events;
-    SlotPointer ownerSignal;
+    NameWatch names;
     SlotPointer servicesSignal;
     SlotPointer servicesQuestion;
     SlotPointer capabilitiesQuestion;

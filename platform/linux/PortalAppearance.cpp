@@ -20,6 +20,8 @@ constexpr const char* rule =
     "interface='org.freedesktop.portal.Settings',member='SettingChanged',"
     "arg0='org.freedesktop.appearance'";
 
+constexpr std::uint64_t forever = UINT64_MAX;
+
 // Values that are not defined mean no preference.
 Appearance::Scheme scheme(std::uint32_t value)
 {
@@ -76,22 +78,45 @@ void readValues(sd_bus_message* message, Appearance& appearance)
 }  // namespace
 
 PortalAppearance::PortalAppearance(sd_bus* session, std::function<void(const Appearance&)> changed)
-    : changed_(std::move(changed)),
-      signal(owned<SlotPointer>([&](sd_bus_slot** slot) {
+    : session_(session),
+      changed_(std::move(changed)),
+      names(session, portal, [this](const char* name) { setOwner(name); }),
+      signal(owned<SlotPointer>([this](sd_bus_slot** slot) {
           return sd_bus_add_match_async(
-              session, slot, rule, onMessage<PortalAppearance, &PortalAppearance::settingChanged>,
-              nullptr, this);
-      })),
-      // All of one namespace: reading single keys is done differently by each version.
-      question(owned<SlotPointer>([&](sd_bus_slot** slot) {
-          return sd_bus_call_method_async(session, slot, portal, path, settings, "ReadAll",
-                                          onMessage<PortalAppearance, &PortalAppearance::answered>,
-                                          this, "as", 1, appearanceNamespace);
+              session_, slot, rule, onMessage<PortalAppearance, &PortalAppearance::settingChanged>,
+              matchInstalled, this);
       }))
-{}
+{
+    names.ask();
+    ask();  // by its name, which starts it where it is to be started
+}
+
+void PortalAppearance::setOwner(const char* name)
+{
+    if (owner == name) return;
+    owner = name;
+    if (owner.empty()) question.reset();  // who could answer it has gone
+    if (!owner.empty() && !question) ask();
+}
+
+// All of one namespace: reading single keys is done differently by each version. No time limit: a
+// portal may take half a minute to start, and what it says holds then as well.
+void PortalAppearance::ask()
+{
+    const auto call = owned<MessagePointer>([this](sd_bus_message** message) {
+        return sd_bus_message_new_method_call(session_, message, portal, path, settings, "ReadAll");
+    });
+    if (!call || sd_bus_message_append(call.get(), "as", 1, appearanceNamespace) < 0) return;
+    question = owned<SlotPointer>([&](sd_bus_slot** slot) {
+        return sd_bus_call_async(session_, slot, call.get(),
+                                 onMessage<PortalAppearance, &PortalAppearance::answered>, this,
+                                 forever);
+    });
+}
 
 void PortalAppearance::answered(sd_bus_message* reply)
 {
+    question.reset();
     if (sd_bus_message_is_method_error(reply, nullptr)) return;
     if (sd_bus_message_enter_container(reply, 'a', "{sa{sv}}") < 0) return;
     auto next = appearance;
@@ -112,7 +137,7 @@ void PortalAppearance::settingChanged(sd_bus_message* message)
 {
     const char* name = nullptr;
     const char* key = nullptr;
-    if (sd_bus_message_read(message, "ss", &name, &key) < 0) return;
+    if (!isFrom(message, owner) || sd_bus_message_read(message, "ss", &name, &key) < 0) return;
     auto next = appearance;
     if (readValue(message, key, next)) publish(next);
 }

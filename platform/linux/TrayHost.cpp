@@ -11,6 +11,7 @@ namespace vorlane::platform {
 
 namespace {
 
+constexpr const char* service = "org.kde.StatusNotifierWatcher";
 constexpr std::size_t longestName = 64;
 
 // Empty when it cannot be read, as of a process in another namespace: a tray like most.
@@ -26,24 +27,14 @@ std::string nameOfProcess(std::uint32_t process)
 TrayHost::TrayHost(sd_bus* session, std::function<void()> changed)
     : session_(session),
       changed_(std::move(changed)),
-      signal_(owned<SlotPointer>([this](sd_bus_slot** slot) {
-          return sd_bus_add_match_async(
-              session_, slot,
-              "type='signal',sender='org.freedesktop.DBus',interface='org.freedesktop.DBus',"
-              "member='NameOwnerChanged',arg0='org.kde.StatusNotifierWatcher'",
-              onMessage<TrayHost, &TrayHost::watcherChanged>, matchInstalled, this);
-      }))
+      watcher(session, service, [this](const char* owner) { watcherChanged(owner); })
 {
-    ask("org.kde.StatusNotifierWatcher");
+    ask(service);
 }
 
-void TrayHost::watcherChanged(sd_bus_message* signal)
+void TrayHost::watcherChanged(const char* owner)
 {
-    const char* name = nullptr;
-    const char* before = nullptr;
-    const char* after = nullptr;
-    if (sd_bus_message_read(signal, "sss", &name, &before, &after) < 0) return;
-    if (!std::string_view(after).empty()) ask(after);
+    if (!std::string_view(owner).empty()) ask(owner);
 }
 
 void TrayHost::ask(const char* owner)

@@ -4,6 +4,7 @@
 #include <functional>
 #include <string>
 
+#include "platform/linux/NameWatch.h"
 #include "platform/linux/SdBus.h"
 #include "platform/linux/TrayKind.h"
 
@@ -20,14 +21,14 @@ public:
     TrayKind kind() const { return kind_; }
 
 private:
-    void watcherChanged(sd_bus_message* signal);
+    void watcherChanged(const char* owner);
     void ask(const char* owner);
     void answered(sd_bus_message* reply);
 
     sd_bus* session_;
     std::function<void()> changed_;
     TrayKind kind_ = TrayKind::labels;
-    SlotPointer signal_;
+    NameWatch watcher;
     SlotPointer question;
 };
 

@@ -20,10 +20,11 @@ constexpr int mostRetries = 6;
 TrayRegistration::TrayRegistration(sd_bus* session, RunLoop& loop)
     : session_(session),
       loop_(loop),
-      name("org.kde.StatusNotifierItem-" + std::to_string(getpid()) + "-1")
+      name("org.kde.StatusNotifierItem-" + std::to_string(getpid()) + "-1"),
+      watcherOwner(session, watcher, [this](const char* owner) { watcherChanged(owner); })
 {
     // The bus keeps the order: it watches, then names, before the watcher hears of the item.
-    watch();
+    watchHosts();
     requestName();
     send();
 }
@@ -35,16 +36,8 @@ void TrayRegistration::registerAgain()
     send();
 }
 
-void TrayRegistration::watch()
+void TrayRegistration::watchHosts()
 {
-    // By its first argument, or every name that comes and goes on the bus would wake the program.
-    watcherSignal = owned<SlotPointer>([this](sd_bus_slot** slot) {
-        return sd_bus_add_match_async(
-            session_, slot,
-            "type='signal',sender='org.freedesktop.DBus',interface='org.freedesktop.DBus',"
-            "member='NameOwnerChanged',arg0='org.kde.StatusNotifierWatcher'",
-            onMessage<TrayRegistration, &TrayRegistration::watcherChanged>, matchInstalled, this);
-    });
     hostSignal = owned<SlotPointer>([this](sd_bus_slot** slot) {
         return sd_bus_match_signal_async(
             session_, slot, watcher, watcherPath, watcher, "StatusNotifierHostRegistered",
@@ -76,13 +69,9 @@ void TrayRegistration::nameAnswered(sd_bus_message* reply)
     send();
 }
 
-void TrayRegistration::watcherChanged(sd_bus_message* signal)
+void TrayRegistration::watcherChanged(const char* owner)
 {
-    const char* changed = nullptr;
-    const char* before = nullptr;
-    const char* after = nullptr;
-    if (sd_bus_message_read(signal, "sss", &changed, &before, &after) < 0) return;
-    if (std::string_view(after).empty()) {
+    if (std::string_view(owner).empty()) {
         request.reset();  // who could answer it has gone
         return told_(false);
     }

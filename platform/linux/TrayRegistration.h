@@ -7,6 +7,7 @@
 
 #include "App/Subscription.h"
 #include "App/services/RunLoop.h"
+#include "platform/linux/NameWatch.h"
 #include "platform/linux/SdBus.h"
 
 namespace vorlane::platform {
@@ -26,10 +27,10 @@ public:
     void registerAgain();
 
 private:
-    void watch();
+    void watchHosts();
     void requestName();
     void nameAnswered(sd_bus_message* reply);
-    void watcherChanged(sd_bus_message* signal);
+    void watcherChanged(const char* owner);
     void hostRegistered(sd_bus_message* signal);
     void send();
     void answered(sd_bus_message* reply);
@@ -37,7 +38,7 @@ private:
     sd_bus* session_;
     RunLoop& loop_;
     std::string name;
-    SlotPointer watcherSignal;
+    NameWatch watcherOwner;
     SlotPointer hostSignal;
     SlotPointer nameRequest;
     SlotPointer request;  // on its way to the watcher

@@ -27,27 +27,26 @@ bool isChange(std::optional<std::int64_t> before, std::optional<std::int64_t> no
 }  // namespace
 
 UPowerEstimates::UPowerEstimates(sd_bus* system, std::function<Seconds()> uptime)
-    : system_(system), uptime_(std::move(uptime))
+    : uptime_(std::move(uptime))
 {
+    connect(system);
+}
+
+void UPowerEstimates::connect(sd_bus* system)
+{
+    names.reset();
+    propertiesSignal.reset();
+    setOwner("");
+    system_ = system;
     if (!system_) return;
-    ownerSignal = owned<SlotPointer>([this](sd_bus_slot** slot) {
-        return sd_bus_add_match_async(
-            system_, slot,
-            "type='signal',sender='org.freedesktop.DBus',interface='org.freedesktop.DBus',"
-            "member='NameOwnerChanged',arg0='org.freedesktop.UPower'",
-            onMessage<UPowerEstimates, &UPowerEstimates::ownerChanged>, matchInstalled, this);
-    });
+
+    names.emplace(system_, service, [this](const char* name) { setOwner(name); });
     propertiesSignal = owned<SlotPointer>([this](sd_bus_slot** slot) {
         return sd_bus_match_signal_async(
             system_, slot, service, path, properties, "PropertiesChanged",
             onMessage<UPowerEstimates, &UPowerEstimates::propertiesChanged>, matchInstalled, this);
     });
-    ownerRequest = owned<SlotPointer>([this](sd_bus_slot** slot) {
-        return sd_bus_call_method_async(
-            system_, slot, "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
-            "GetNameOwner", onMessage<UPowerEstimates, &UPowerEstimates::ownerFound>, this, "s",
-            service);
-    });
+    names->ask();
 }
 
 TimeEstimates::Minutes UPowerEstimates::estimate(ChargeStatus status)
@@ -63,25 +62,6 @@ TimeEstimates::Minutes UPowerEstimates::estimate(ChargeStatus status)
 Subscription UPowerEstimates::observe(std::function<void()> changed)
 {
     return listeners.add(std::move(changed));
-}
-
-void UPowerEstimates::ownerFound(sd_bus_message* reply)
-{
-    const char* name = nullptr;
-    if (sd_bus_message_is_method_error(reply, nullptr) ||
-        sd_bus_message_read(reply, "s", &name) < 0) {
-        return;
-    }
-    setOwner(name);
-}
-
-void UPowerEstimates::ownerChanged(sd_bus_message* signal)
-{
-    const char* name = nullptr;
-    const char* before = nullptr;
-    const char* after = nullptr;
-    if (sd_bus_message_read(signal, "sss", &name, &before, &after) < 0) return;
-    setOwner(after);
 }
 
 void UPowerEstimates::setOwner(const char* name)
@@ -120,9 +100,8 @@ void UPowerEstimates::answered(sd_bus_message* reply)
 
 void UPowerEstimates::propertiesChanged(sd_bus_message* signal)
 {
-    const char* const sender = sd_bus_message_get_sender(signal);
     const char* interface = nullptr;
-    if (owner.empty() || !sender || owner != sender) return;
+    if (!isFrom(signal, owner)) return;
     if (sd_bus_message_read(signal, "s", &interface) < 0) return;
     if (std::string_view(interface) != deviceInterface) return;
 

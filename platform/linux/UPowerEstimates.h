@@ -7,6 +7,7 @@
 
 #include "App/Date.h"
 #include "App/Listeners.h"
+#include "platform/linux/NameWatch.h"
 #include "platform/linux/SdBus.h"
 #include "platform/linux/TimeEstimates.h"
 #include "platform/linux/UPowerDevice.h"
@@ -17,9 +18,12 @@ namespace vorlane::platform {
 // kernel's own energy and rate will do. A UPower that has been silent for minutes is not believed.
 class UPowerEstimates : public TimeEstimates {
 public:
-    // `system` is attached to the main loop and outlives this object; null without a system bus.
-    // `uptime` counts the time asleep.
+    // As `connect`. `uptime` counts the time asleep.
     UPowerEstimates(sd_bus* system, std::function<Seconds()> uptime);
+
+    // From now on by this connection, which is attached to the main loop and stays until the next
+    // call or the end of this object; null without a system bus.
+    void connect(sd_bus* system);
 
     // Absent where UPower does not agree that the battery is doing this.
     Minutes estimate(ChargeStatus status) override;
@@ -28,8 +32,6 @@ public:
     Subscription observe(std::function<void()> changed) override;
 
 private:
-    void ownerFound(sd_bus_message* reply);
-    void ownerChanged(sd_bus_message* signal);
     void setOwner(const char* name);
     void ask();
     void answered(sd_bus_message* reply);
@@ -38,7 +40,7 @@ private:
     Minutes current(ChargeStatus status) const;
     void tellOfChange();
 
-    sd_bus* system_;
+    sd_bus* system_ = nullptr;
     std::function<Seconds()> uptime_;
     Listeners listeners;
     std::string owner;  // UPower's unique name; empty while it does not run
@@ -47,9 +49,8 @@ private:
     std::optional<Seconds> asked;
     ChargeStatus lastStatus = ChargeStatus::unknown;  // of the last estimate given
     Minutes lastGiven;
-    SlotPointer ownerSignal;
+    std::optional<NameWatch> names;
     SlotPointer propertiesSignal;
-    SlotPointer ownerRequest;
     SlotPointer request;  // while an answer is awaited
 };
 

@@ -82,11 +82,11 @@ End run(MenuAction action)
 
     if (action == MenuAction::quit) return End::done;  // there was none to quit
 
-    const auto system = openBus(sd_bus_open_system, loop.event());
-    LinuxServices platform({.loop = loop,
-                            .session = session.get(),
-                            .system = system.get(),
-                            .application = application});
+    LinuxServices platform(
+        {.loop = loop,
+         .session = session.get(),
+         .openSystem = [&loop] { return openBus(sd_bus_open_system, loop.event()); },
+         .application = application});
     VorlaneApp app(platform.services());
     const ExitHook saving([&app] { app.terminate(); });
     application.perform(action);

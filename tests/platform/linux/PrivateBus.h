@@ -36,6 +36,9 @@ public:
     // Ends the daemon, as when the user's session goes away.
     void end();
 
+    // After `end`: a new daemon at the same address, which knows nothing of the first.
+    void begin() { start(); }
+
     // Hangs the daemon, until `resume`.
     void stop() const;
     void resume() const;
