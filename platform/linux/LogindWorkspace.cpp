@@ -20,7 +20,9 @@ void LogindWorkspace::connect(sd_bus* system)
 {
     names.reset();
     sleepSignal.reset();
-    setOwner("");
+    request.reset();
+    lock.reset();
+    owner.clear();
     system_ = system;
     if (!system_) return;
 
@@ -31,6 +33,7 @@ void LogindWorkspace::connect(sd_bus* system)
     });
     names.emplace(system_, service, [this](const char* name) { setOwner(name); });
     names->ask();
+    takeLock();  // by logind's name, at once: the machine may go to sleep next
 }
 
 Subscription LogindWorkspace::observeWillSleep(std::function<void()> willSleep)
@@ -47,8 +50,7 @@ Subscription LogindWorkspace::observeDidWake(std::function<void()> didWake)
 void LogindWorkspace::takeLock()
 {
     const auto call = owned<MessagePointer>([this](sd_bus_message** message) {
-        return sd_bus_message_new_method_call(system_, message, owner.c_str(), path, manager,
-                                              "Inhibit");
+        return sd_bus_message_new_method_call(system_, message, service, path, manager, "Inhibit");
     });
     if (!call || sd_bus_message_append(call.get(), "ssss", "sleep", "Vorlane",
                                        "Save the battery's history", "delay") < 0) {
@@ -63,6 +65,7 @@ void LogindWorkspace::takeLock()
 
 void LogindWorkspace::lockTaken(sd_bus_message* reply)
 {
+    request.reset();
     int borrowed = -1;
     if (sd_bus_message_is_method_error(reply, nullptr) ||
         sd_bus_message_read(reply, "h", &borrowed) < 0) {
@@ -89,10 +92,12 @@ void LogindWorkspace::prepareForSleep(sd_bus_message* signal)
 void LogindWorkspace::setOwner(const char* name)
 {
     if (owner == name) return;
+    if (!owner.empty()) {
+        request.reset();
+        lock.reset();
+    }
     owner = name;
-    request.reset();
-    lock.reset();
-    if (!owner.empty()) takeLock();
+    if (!owner.empty() && !request && !lock) takeLock();
 }
 
 }  // namespace vorlane::platform

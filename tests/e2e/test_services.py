@@ -179,6 +179,16 @@ def test_the_program_works_without_a_system_bus(laptop, vorlane, dunst, notifica
     assert notifications.wait_for(1).title == LOW
 
 
+def test_a_system_bus_that_comes_back_is_used_again(laptop, vorlane, item):
+    vorlane.start()
+    laptop.system_bus.close()
+    laptop.system_bus.open()
+    laptop.upower.start()
+    laptop.start_logind()
+
+    wait_until(lambda: 'Vorlane' in laptop.logind.sleep_delays(), 'sleep to be held up again')
+
+
 def test_losing_the_system_bus_leaves_the_reminders(laptop, vorlane, dunst, notifications, item):
     vorlane.start()
     laptop.system_bus.close()

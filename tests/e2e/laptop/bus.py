@@ -38,10 +38,15 @@ class Bus:
         self.services = machine.folder('run', kind + '-services')
         path = machine.write(CONFIGURATION.format(kind=kind, socket=socket, services=self.services),
                              'run', kind + '-bus.conf')
-        self._daemon = machine.start('dbus-' + kind, ['/usr/bin/dbus-daemon', '--config-file=' + path,
-                                                      '--nofork', '--nopidfile'])
+        self._start_daemon = lambda: machine.start(
+            'dbus-' + kind, ['/usr/bin/dbus-daemon', '--config-file=' + path, '--nofork', '--nopidfile'])
         machine.environment[f'DBUS_{kind.upper()}_BUS_ADDRESS'] = self.address
-        self._connection = wait_until(self.connect, f'the {kind} bus', look_every=0.01)
+        self.open()
+
+    def open(self):
+        """The bus is there, again after `close`; nobody is on it yet."""
+        self._daemon = self._start_daemon()
+        self._connection = wait_until(self.connect, f'the bus at {self.address}', look_every=0.01)
         # Each change of an owner wakes whoever waits for a name.
         self._connection.add_signal_receiver(lambda *_: None, 'NameOwnerChanged', BUS, BUS)
 

@@ -27,12 +27,15 @@ class Laptop:
         share = os.path.join(os.path.dirname(os.path.dirname(os.path.abspath(program))), 'share')
         self.machine.environment['XDG_DATA_DIRS'] = f'/usr/local/share:/usr/share:{share}'
         self.system_bus = Bus(self.machine, 'system')
-        self.logind = Logind(self.machine, self.system_bus)
+        self.start_logind()
         self.testbed = Testbed(self.machine)
         self.testbed.add('AC', ADAPTER)
         self.testbed.add('BAT0', BATTERY)
         self.upower = UPower(self.machine, self.system_bus, self.testbed)
         self.session_bus = Bus(self.machine, 'session')
+
+    def start_logind(self):
+        self.logind = Logind(self.machine, self.system_bus)
 
     def x_screen(self):
         return XScreen(self.machine)

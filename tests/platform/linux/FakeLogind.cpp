@@ -5,6 +5,7 @@
 #include <poll.h>
 
 #include <array>
+#include <utility>
 
 namespace vorlane::platform {
 
@@ -54,17 +55,30 @@ void FakeLogind::restart()
 int FakeLogind::inhibit(sd_bus_message* call, void* self, sd_bus_error* /*error*/)
 {
     auto* const logind = static_cast<FakeLogind*>(self);
+    if (!logind->hangs) return logind->give(call);
+    logind->unanswered.emplace_back(sd_bus_message_ref(call));
+    return 1;
+}
+
+void FakeLogind::answerLate()
+{
+    hangs = false;
+    for (const auto& call : std::exchange(unanswered, {})) EXPECT_GE(give(call.get()), 0);
+}
+
+int FakeLogind::give(sd_bus_message* call)
+{
     std::array<const char*, 4> words{};
     std::array<int, 2> ends{};
     if (sd_bus_message_read(call, "ssss", &words[0], &words[1], &words[2], &words[3]) < 0 ||
         pipe2(ends.data(), O_CLOEXEC) < 0) {
         return -1;
     }
-    logind->ourEnd = FileDescriptor(ends[0]);
+    ourEnd = FileDescriptor(ends[0]);
     const FileDescriptor lock(ends[1]);
-    ++logind->locksGiven;
-    logind->lastLock.clear();
-    for (const auto* const word : words) logind->lastLock += std::string(word) + "/";
+    ++locksGiven;
+    lastLock.clear();
+    for (const auto* const word : words) lastLock += std::string(word) + "/";
     return sd_bus_reply_method_return(call, "h", lock.get());
 }
 

@@ -1,6 +1,9 @@
 // A login manager that hands out delay locks and announces sleep.
 #pragma once
 
+#include <string>
+#include <vector>
+
 #include "platform/linux/FileDescriptor.h"
 #include "platform/linux/SdBus.h"
 #include "tests/platform/linux/PrivateBus.h"
@@ -12,6 +15,7 @@ public:
     FakeLogind(const PrivateBus& bus, const SdEventRunLoop& loop);
 
     int locksGiven = 0;
+    bool hangs = false;    // takes requests and leaves them until `answerLate`
     std::string lastLock;  // "what who why mode" of the last request
 
     // Whether somebody holds the lock that was given last.
@@ -19,17 +23,21 @@ public:
 
     void prepareForSleep(bool goingToSleep);
 
+    void answerLate();
+
     // As in a restart: the name goes and comes, and the locks with it.
     void restart();
 
 private:
     static int inhibit(sd_bus_message* call, void* self, sd_bus_error* error);
+    int give(sd_bus_message* call);
     void own();
 
     static const sd_bus_vtable vtable[];
 
     BusPointer connection;
     SlotPointer object;
+    std::vector<MessagePointer> unanswered;
     FileDescriptor ourEnd;  // of a pipe whose other end is the lock
 };
 

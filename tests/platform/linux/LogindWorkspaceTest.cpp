@@ -72,6 +72,25 @@ TEST_F(LogindWorkspaceTest, TakesANewLockFromALoginManagerThatRestarted)
     runUntilLocks(2);
 }
 
+TEST_F(LogindWorkspaceTest, TakesALockThatIsGrantedLate)
+{
+    runUntilLocks(1);
+    logind.prepareForSleep(true);
+    ASSERT_TRUE(runUntil(loop, [&] { return !logind.isLockHeld(); }));
+    logind.hangs = true;
+    constexpr std::uint64_t usualPatience = 20'000;  // microseconds; others wait 25 s
+    ASSERT_GE(sd_bus_set_method_call_timeout(system.get(), usualPatience), 0);
+    logind.prepareForSleep(false);
+    ASSERT_TRUE(runUntil(loop, [&] { return heard.size() == 2; }));
+    bool isOver = false;
+    const auto timer = loop.after(Seconds{0.05}, [&] { isOver = true; });
+    ASSERT_TRUE(runUntil(loop, [&] { return isOver; }));
+
+    logind.answerLate();
+
+    runUntilLocks(2);
+}
+
 TEST_F(LogindWorkspaceTest, TellsNobodyWhoseSubscriptionEnded)
 {
     runUntilLocks(1);

@@ -26,6 +26,7 @@ public:
     std::optional<std::uint32_t> scheme;
     std::optional<std::array<double, 3>> accent;
     int readings = 0;
+    bool hangs = false;  // leaves what it is asked until `answerLate`
 
     explicit FakePortal(sd_bus* bus)
         : bus_(bus), object(owned<SlotPointer>([this](sd_bus_slot** slot) {
@@ -57,10 +58,20 @@ public:
                   0);
     }
 
+    void answerLate()
+    {
+        hangs = false;
+        for (const auto& call : std::exchange(unanswered, {})) EXPECT_GE(readAll(call.get()), 0);
+    }
+
 private:
     int readAll(sd_bus_message* call)
     {
         ++readings;
+        if (hangs) {
+            unanswered.emplace_back(sd_bus_message_ref(call));
+            return 1;
+        }
         MessagePointer reply;
         sd_bus_message* message = nullptr;
         (void)sd_bus_message_new_method_return(call, &message);
@@ -92,6 +103,7 @@ private:
     };
 
     sd_bus* bus_;
+    std::vector<MessagePointer> unanswered;
     SlotPointer object;
 };
 
@@ -133,7 +145,7 @@ TEST_F(PortalAppearanceTest, TellsWhatThePortalSays)
     there.accent = {1.0, 0.5, 0.0};
 
     ask();
-    runUntil(loop, [&] { return !told.empty(); });
+    ASSERT_TRUE(runUntil(loop, [&] { return !told.empty(); }));
 
     EXPECT_THAT(told, ElementsAre(Appearance{.scheme = Scheme::dark,
                                              .accent = Rgb{.red = 255, .green = 128, .blue = 0}}));
@@ -145,7 +157,7 @@ TEST_F(PortalAppearanceTest, TellsNothingWhenThereIsNoPreference)
     there.scheme = 0;
 
     ask();
-    runUntil(loop, [&] { return there.readings == 1; });
+    ASSERT_TRUE(runUntil(loop, [&] { return there.readings == 1; }));
     settle();
 
     EXPECT_THAT(told, IsEmpty());
@@ -155,14 +167,14 @@ TEST_F(PortalAppearanceTest, FollowsTheUsersChanges)
 {
     auto& there = offerPortal();
     ask();
-    runUntil(loop, [&] { return there.readings == 1; });
+    ASSERT_TRUE(runUntil(loop, [&] { return there.readings == 1; }));
     settle();
 
     there.tellScheme(2);
     there.tellScheme(2);
     there.tellAccent({0.0, 0.0, 1.0});
     there.tellScheme(1);
-    runUntil(loop, [&] { return told.size() == 3; });
+    ASSERT_TRUE(runUntil(loop, [&] { return told.size() == 3; }));
 
     const Rgb blue{.red = 0, .green = 0, .blue = 255};
     EXPECT_THAT(told, ElementsAre(Appearance{.scheme = Scheme::light, .accent = std::nullopt},
@@ -175,10 +187,10 @@ TEST_F(PortalAppearanceTest, TakesAnImpossibleAccentForNone)
     auto& there = offerPortal();
     there.accent = {0.2, 0.4, 0.6};
     ask();
-    runUntil(loop, [&] { return told.size() == 1; });
+    ASSERT_TRUE(runUntil(loop, [&] { return told.size() == 1; }));
 
     there.tellAccent({-1.0, -1.0, -1.0});
-    runUntil(loop, [&] { return told.size() == 2; });
+    ASSERT_TRUE(runUntil(loop, [&] { return told.size() == 2; }));
 
     EXPECT_EQ(told.back(), Appearance{});
 }
@@ -187,13 +199,13 @@ TEST_F(PortalAppearanceTest, PassesOverWhatItDoesNotKnow)
 {
     auto& there = offerPortal();
     ask();
-    runUntil(loop, [&] { return there.readings == 1; });
+    ASSERT_TRUE(runUntil(loop, [&] { return there.readings == 1; }));
 
     there.tellText("color-scheme");
     there.tellText("accent-color");
     there.tellScheme(1, "org.example.other");
     there.tellScheme(2);
-    runUntil(loop, [&] { return !told.empty(); });
+    ASSERT_TRUE(runUntil(loop, [&] { return !told.empty(); }));
 
     EXPECT_THAT(told, ElementsAre(Appearance{.scheme = Scheme::light, .accent = std::nullopt}));
 }
@@ -202,7 +214,7 @@ TEST_F(PortalAppearanceTest, BelievesThePortalAlone)
 {
     auto& there = offerPortal();
     ask();
-    runUntil(loop, [&] { return there.readings == 1; });
+    ASSERT_TRUE(runUntil(loop, [&] { return there.readings == 1; }));
     settle();
 
     EXPECT_GE(sd_bus_emit_signal(stranger.get(), path, interfaceName, "SettingChanged", "ssv",
@@ -210,9 +222,67 @@ TEST_F(PortalAppearanceTest, BelievesThePortalAlone)
               0);
     settle();
     there.tellScheme(2);
-    runUntil(loop, [&] { return !told.empty(); });
+    ASSERT_TRUE(runUntil(loop, [&] { return !told.empty(); }));
 
     EXPECT_EQ(told.front().scheme, Scheme::light);
+}
+
+TEST_F(PortalAppearanceTest, AsksAPortalThatComesLater)
+{
+    ask();
+    settle();
+
+    offerPortal().scheme = 1;
+    ASSERT_TRUE(runUntil(loop, [&] { return !told.empty(); }));
+
+    EXPECT_EQ(told.front().scheme, Scheme::dark);
+}
+
+TEST_F(PortalAppearanceTest, AsksAPortalThatIsRestarted)
+{
+    offerPortal().scheme = 1;
+    ask();
+    ASSERT_TRUE(runUntil(loop, [&] { return told.size() == 1; }));
+
+    portal.reset();
+    desktop = bus.connect(loop);
+    offerPortal().scheme = 2;
+    ASSERT_TRUE(runUntil(loop, [&] { return told.size() == 2; }));
+
+    EXPECT_EQ(told.back().scheme, Scheme::light);
+}
+
+TEST_F(PortalAppearanceTest, AsksTheNextPortalWhenOneDiedBeforeItAnswered)
+{
+    offerPortal().hangs = true;
+    ask();
+    ASSERT_TRUE(runUntil(loop, [&] { return portal->readings == 1; }));
+
+    portal.reset();
+    desktop = bus.connect(loop);
+    offerPortal().scheme = 1;
+    ASSERT_TRUE(runUntil(loop, [&] { return !told.empty(); }));
+
+    EXPECT_EQ(told.front().scheme, Scheme::dark);
+}
+
+TEST_F(PortalAppearanceTest, TakesAnAnswerThatComesLate)
+{
+    auto& there = offerPortal();
+    there.scheme = 1;
+    there.hangs = true;
+    constexpr std::uint64_t usualPatience = 20'000;  // microseconds; others wait 25 s
+    ASSERT_GE(sd_bus_set_method_call_timeout(session.get(), usualPatience), 0);
+    ask();
+    ASSERT_TRUE(runUntil(loop, [&] { return there.readings == 1; }));
+    bool isOver = false;
+    const auto timer = loop.after(Seconds{0.05}, [&] { isOver = true; });
+    ASSERT_TRUE(runUntil(loop, [&] { return isOver; }));
+
+    there.answerLate();
+    ASSERT_TRUE(runUntil(loop, [&] { return !told.empty(); }));
+
+    EXPECT_EQ(told.front().scheme, Scheme::dark);
 }
 
 TEST_F(PortalAppearanceTest, HasNoPreferenceWithoutAPortal)

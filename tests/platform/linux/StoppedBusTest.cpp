@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/linux/LogindWorkspace.h"
+#include "platform/linux/PortalAppearance.h"
 #include "platform/linux/TrayRegistration.h"
 #include "platform/linux/UPowerEstimates.h"
 #include "tests/platform/linux/PrivateBus.h"
@@ -47,6 +48,7 @@ TEST_F(StoppedBusTest, DoesNotLoseItsConnectionWhenItsMatchesAreNotAnswered)
     const LogindWorkspace workspace(connection.get());
     const UPowerEstimates estimates(connection.get(), [] { return Seconds{0}; });
     const TrayRegistration registration(connection.get(), loop);
+    const PortalAppearance appearance(connection.get(), [](const Appearance&) {});
     askInVain();
 
     EXPECT_GT(sd_bus_is_open(connection.get()), 0);
