@@ -1,6 +1,8 @@
 #include "platform/linux/ActivationToken.h"
 
 #include <algorithm>
+#include <array>
+#include <cstddef>
 #include <cstdlib>
 #include <iterator>
 #include <string>
@@ -11,6 +13,7 @@ namespace vorlane::platform {
 namespace {
 
 constexpr std::string_view platformData = "a{sv}";
+constexpr std::size_t longestToken = 1024;  // desktops make them of some dozens of characters
 
 struct Kept {
     std::string_view key;  // in the platform data
@@ -18,6 +21,19 @@ struct Kept {
 };
 constexpr Kept kinds[] = {{"activation-token", "XDG_ACTIVATION_TOKEN"},
                           {"desktop-startup-id", "DESKTOP_STARTUP_ID"}};
+
+// In memory of our own: the C library never frees a value that it was given for a variable. Who
+// sends an endless one would leave no program room to start in.
+void keep(const Kept& kind, std::string_view token)
+{
+    static std::array<std::array<char, 64 + longestToken>, std::size(kinds)> texts;
+    if (token.size() > longestToken) return;
+
+    auto& text = texts.at(static_cast<std::size_t>(&kind - std::begin(kinds)));
+    const auto assignment = std::string(kind.variable).append("=").append(token);
+    *std::ranges::copy(assignment, text.begin()).out = '\0';
+    (void)putenv(text.data());
+}
 
 bool skipToPlatformData(sd_bus_message* call)
 {
@@ -41,7 +57,7 @@ bool keepEntry(sd_bus_message* call)
     }
     const char* token = nullptr;
     if (sd_bus_message_read(call, "v", "s", &token) < 0) return false;
-    (void)setenv(kind->variable, token, 1);
+    keep(*kind, token);
     return true;
 }
 
@@ -56,7 +72,7 @@ bool isPlain(std::string_view token)
 
 void keepActivationToken(const char* token)
 {
-    (void)setenv("XDG_ACTIVATION_TOKEN", token, 1);
+    keep(kinds[0], token);
 }
 
 void keepActivationTokenOf(sd_bus_message* call)

@@ -1,8 +1,8 @@
 #include "platform/linux/StatusMenu.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstddef>
-#include <set>
 #include <span>
 #include <string>
 #include <utility>
@@ -24,15 +24,14 @@ MenuLayout::Names readNames(sd_bus_message* message)
     return names;
 }
 
-// Once each: what is asked for a million times is answered once.
-std::set<std::int32_t> readIds(sd_bus_message* message)
+// Valid while the message is, which may hold millions.
+std::span<const std::int32_t> readIds(sd_bus_message* message)
 {
     const void* first = nullptr;
     std::size_t bytes = 0;
     if (sd_bus_message_read_array(message, SD_BUS_TYPE_INT32, &first, &bytes) < 0 || !first)
         return {};
-    const std::span ids(static_cast<const std::int32_t*>(first), bytes / sizeof(std::int32_t));
-    return {ids.begin(), ids.end()};
+    return {static_cast<const std::int32_t*>(first), bytes / sizeof(std::int32_t)};
 }
 
 void appendIds(sd_bus_message* message, const std::vector<std::int32_t>& ids)
@@ -100,17 +99,14 @@ const sd_bus_vtable StatusMenu::vtable[] = {
 };
 
 StatusMenu::StatusMenu(sd_bus* session, RunLoop& loop)
-    : session_(session),
-      loop_(loop),
-      chosen(std::make_shared<std::function<void(MenuAction)>>([](MenuAction) {})),
-      object(owned<SlotPointer>([this](sd_bus_slot** slot) {
+    : session_(session), loop_(loop), object(owned<SlotPointer>([this](sd_bus_slot** slot) {
           return sd_bus_add_object_vtable(session_, slot, path, interfaceName, vtable, this);
       }))
 {}
 
 void StatusMenu::onMenu(std::function<void(MenuAction)> callback)
 {
-    *chosen = std::move(callback);
+    choices->told = std::move(callback);
 }
 
 void StatusMenu::show(const std::vector<MenuItem>& items)
@@ -173,7 +169,7 @@ int StatusMenu::getGroupProperties(sd_bus_message* call)
 
     (void)sd_bus_message_open_container(reply.get(), SD_BUS_TYPE_ARRAY, "(ia{sv})");
     for (const auto id : layout.ids()) {
-        if (!wanted.empty() && !wanted.contains(id)) continue;
+        if (!wanted.empty() && std::ranges::find(wanted, id) == wanted.end()) continue;
         (void)sd_bus_message_open_container(reply.get(), SD_BUS_TYPE_STRUCT, "ia{sv}");
         (void)sd_bus_message_append(reply.get(), "i", id);
         layout.appendProperties(reply.get(), id, names);
@@ -203,8 +199,12 @@ bool StatusMenu::handle(std::int32_t id, std::string_view event)
     if (!layout.has(id)) return false;
     const auto action = layout.action(id);
     if (event != "clicked" || !action) return true;
-    loop_.async([weak = std::weak_ptr(chosen), action = *action] {
-        if (const auto callback = weak.lock()) (*callback)(action);
+    if (!choices->waiting.insert(*action).second) return true;
+    loop_.async([weak = std::weak_ptr(choices), action = *action] {
+        const auto alive = weak.lock();
+        if (!alive) return;
+        alive->waiting.erase(action);
+        alive->told(action);
     });
     return true;
 }
@@ -249,6 +249,8 @@ int StatusMenu::aboutToShowGroup(sd_bus_message* call)
     for (const auto id : readIds(call)) {
         if (!layout.has(id)) unknown.push_back(id);
     }
+    std::ranges::sort(unknown);
+    unknown.erase(std::ranges::unique(unknown).begin(), unknown.end());  // once each
     const auto reply = replyTo(call);
     if (!reply) return -ENOMEM;
     appendIds(reply.get(), {});

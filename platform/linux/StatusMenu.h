@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <set>
 #include <string_view>
 #include <vector>
 
@@ -25,7 +26,8 @@ public:
     // Tells the trays what differs; nothing when nothing does.
     void show(const std::vector<MenuItem>& items);
 
-    // A line was chosen. Called on a turn of the loop of its own, never inside a bus call.
+    // A line was chosen, however often since the last turn. Called on a turn of the loop of its
+    // own, never inside a bus call.
     void onMenu(std::function<void(MenuAction)> callback);
 
 private:
@@ -46,7 +48,11 @@ private:
     RunLoop& loop_;
     MenuLayout layout;
     std::uint32_t revision = 1;  // of the layout's shape
-    std::shared_ptr<std::function<void(MenuAction)>> chosen;
+    struct Choices {
+        std::function<void(MenuAction)> told = [](MenuAction) {};
+        std::set<MenuAction> waiting;  // for their turn of the loop
+    };
+    std::shared_ptr<Choices> choices = std::make_shared<Choices>();
     SlotPointer object;
 };
 

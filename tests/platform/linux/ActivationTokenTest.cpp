@@ -1,8 +1,12 @@
 #include "platform/linux/ActivationToken.h"
 
 #include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
+#include <cerrno>
 #include <cstdlib>
+#include <string>
 
 #include "tests/platform/linux/PrivateBus.h"
 
@@ -52,6 +56,42 @@ TEST_F(ActivationTokenTest, ReachesTheInstanceThatIsCalled)
 
     EXPECT_STREQ(std::getenv(tokenVariable), "token");
     EXPECT_STREQ(std::getenv(startupVariable), "launcher/vorlane/7-0-host_TIME42");
+}
+
+TEST_F(ActivationTokenTest, IsTheNewestOne)
+{
+    keepActivationToken("a long one that came first");
+    keepActivationToken("newer");
+
+    EXPECT_STREQ(std::getenv(tokenVariable), "newer");
+}
+
+TEST_F(ActivationTokenTest, IsKeptInTheSamePlaceHoweverManyCome)
+{
+    keepActivationToken("first");
+    const char* const place = std::getenv(tokenVariable);
+
+    for (int i = 0; i < 1000; ++i) keepActivationToken(("token-" + std::to_string(i)).c_str());
+
+    EXPECT_EQ(std::getenv(tokenVariable), place);  // the C library keeps all that it is given
+    EXPECT_STREQ(place, "token-999");
+}
+
+TEST_F(ActivationTokenTest, IsNotKeptWhenItWouldLeaveNoRoomForOtherVariables)
+{
+    keepActivationToken("token");
+
+    keepActivationToken(std::string(200'000, 'x').c_str());
+
+    EXPECT_STREQ(std::getenv(tokenVariable), "token");
+    const pid_t child = fork();
+    if (child == 0) {
+        (void)execl("/bin/true", "true", nullptr);
+        _exit(errno == E2BIG ? 1 : 2);
+    }
+    int status = 0;
+    ASSERT_EQ(waitpid(child, &status, 0), child);
+    EXPECT_EQ(WEXITSTATUS(status), 0);
 }
 
 TEST_F(ActivationTokenTest, IsNotMadeUp)

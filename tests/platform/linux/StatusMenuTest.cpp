@@ -194,6 +194,29 @@ TEST_F(StatusMenuTest, TakesEventsInGroupsAndNamesTheUnknown)
     EXPECT_THAT(chosen, ElementsAre(MenuAction::snooze, MenuAction::quit));
 }
 
+TEST_F(StatusMenuTest, TakesAThousandClicksOfOneTurnForOne)
+{
+    const auto call = owned<MessagePointer>([&](sd_bus_message** message) {
+        const char* owner = nullptr;
+        (void)sd_bus_get_unique_name(session.get(), &owner);
+        return sd_bus_message_new_method_call(desktop.get(), message, owner, StatusMenu::path,
+                                              "com.canonical.dbusmenu", "EventGroup");
+    });
+    ASSERT_GE(sd_bus_message_open_container(call.get(), 'a', "(isvu)"), 0);
+    for (int i = 0; i < 1000; ++i) {
+        ASSERT_GE(sd_bus_message_append(call.get(), "(isvu)", snoozeId, "clicked", "i", 0, 0U), 0);
+    }
+    ASSERT_GE(sd_bus_message_close_container(call.get()), 0);
+
+    EXPECT_TRUE(answer(busLoop, call.get()));
+    runLoop.settle();
+
+    EXPECT_THAT(chosen, ElementsAre(MenuAction::snooze));
+    EXPECT_EQ(tray.call("Event", "isvu", snoozeId, "clicked", "i", 0, 0U), "()");
+    runLoop.settle();
+    EXPECT_THAT(chosen, ElementsAre(MenuAction::snooze, MenuAction::snooze));
+}
+
 TEST_F(StatusMenuTest, IsReadyWhenItIsAboutToShow)
 {
     EXPECT_EQ(tray.call("AboutToShow", "i", 0), "(false)");
