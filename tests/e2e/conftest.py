@@ -18,6 +18,7 @@ REPOSITORY = pathlib.Path(__file__).resolve().parents[2]
 def pytest_addoption(parser):
     parser.addoption('--vorlane', default=str(REPOSITORY / 'build/sanitize/bin/vorlane'),
                      help='the program to test')
+    parser.addoption('--flood', type=int, help='the messages of each flood')
 
 
 @pytest.fixture(scope='session')

@@ -1,0 +1,121 @@
+"""Somebody who never stops talking: the program stays with its user, and forgets all of it."""
+import os
+import time
+
+import dbus
+import pytest
+
+from laptop.flood import Flood, cpu_of, memory_of
+from laptop.status_item import ITEM, MENU, PATH
+
+BUS = 'org.freedesktop.DBus'
+BUS_PATH = '/org/freedesktop/DBus'
+NOTIFICATIONS = 'org.freedesktop.Notifications'
+DISPLAY_DEVICE = '/org/freedesktop/UPower/devices/DisplayDevice'
+DEVICE = 'org.freedesktop.UPower.Device'
+APPLICATION = 'org.freedesktop.Application'
+MOST_GROWTH = 4096  # KiB
+
+
+def properties(minutes):
+    return dbus.Dictionary({'TimeToEmpty': dbus.Int64(minutes * 60)}, signature='sv')
+
+
+def of_upower(system, session, count):
+    system.signals(count, DISPLAY_DEVICE, BUS + '.Properties', 'PropertiesChanged', 'sa{sv}as', DEVICE,
+                   properties(7), [])
+
+
+def of_owners(system, session, count):
+    for name in ('org.freedesktop.UPower', 'org.freedesktop.login1', 'org.example.Other'):
+        system.signals(count // 3, BUS_PATH, BUS, 'NameOwnerChanged', 'sss', name, '', ':1.999')
+    for name in (NOTIFICATIONS, 'org.kde.StatusNotifierWatcher'):
+        session.signals(count // 2, BUS_PATH, BUS, 'NameOwnerChanged', 'sss', name, '', ':1.999')
+
+
+def of_sleep(system, session, count):
+    system.signals(count, '/org/freedesktop/login1', 'org.freedesktop.login1.Manager',
+                   'PrepareForSleep', 'b', True)
+
+
+def of_notifications(system, session, count):
+    path = '/org/freedesktop/Notifications'
+    session.signals(count // 2, path, NOTIFICATIONS, 'ActionInvoked', 'us', 1, 'SNOOZE')
+    session.signals(count // 2, path, NOTIFICATIONS, 'NotificationClosed', 'uu', 1, 2)
+
+
+def of_trays(system, session, count):
+    menu = PATH + '/Menu'
+    layout = (0, -1, dbus.Array([], signature='s'))
+    session.calls(count // 4, menu, MENU, 'GetLayout', 'iias', *layout)
+    session.calls(count // 4, menu, MENU, 'AboutToShow', 'i', 0)
+    session.calls(count // 4, menu, MENU, 'Event', 'isvu', 0, 'opened', dbus.Int32(0), 0)
+    session.calls(count // 4, PATH, BUS + '.Properties', 'Get', 'ss', ITEM, 'ToolTip')
+
+
+def of_tokens(system, session, count):
+    for number in range(count):
+        session.calls(1, PATH, ITEM, 'ProvideXdgActivationToken', 's', f'token-{number}' + 500 * 'x')
+
+
+def expect_no_growth(vorlane, first, second):
+    """What comes once may stay, as in caches; what comes twice would come for ever."""
+    first()
+    before, used, began = memory_of(vorlane.process), cpu_of(vorlane.process), time.monotonic()
+    second()
+    growth = memory_of(vorlane.process) - before
+    print(f'{time.monotonic() - began:.2f} s, {cpu_of(vorlane.process) - used:.2f} s of CPU, {growth} KiB more')
+    assert growth < MOST_GROWTH
+
+
+@pytest.fixture
+def count(pytestconfig):
+    """Of what takes the laptop itself longer than the program."""
+    return (pytestconfig.getoption('--flood') or 2500) // 25
+
+
+@pytest.mark.parametrize('talk', [of_upower, of_owners, of_sleep, of_notifications, of_trays, of_tokens],
+                         ids=lambda talk: talk.__name__)
+def test_a_flood_is_lived_through(laptop, vorlane, item, talk, pytestconfig):
+    count = pytestconfig.getoption('--flood') or 2500
+    # What the sanitizer keeps of freed memory is no growth.
+    vorlane.start(environment=vorlane.with_small_quarantine())
+    floods = [Flood(laptop.system_bus, vorlane.process), Flood(laptop.session_bus, vorlane.process)]
+
+    def live_through(change, percent):
+        talk(*floods, count // 2)
+        change(percent)
+        talk(*floods, count // 2)
+        item.wait_for_label(f'{percent}%')
+        for flood in floods:
+            flood.flush()
+        vorlane.round_trip()
+
+    expect_no_growth(vorlane, lambda: live_through(laptop.unplug, 59), lambda: live_through(laptop.plug_in, 61))
+    assert item.icon.endswith('bolt-symbolic')
+    assert 'snoozeUntil' not in (vorlane.settings() if os.path.exists(vorlane.settings_path) else '')
+
+
+def test_settings_that_are_written_over_and_over_are_those_of_the_last_time(vorlane, item, count):
+    vorlane.start(environment=vorlane.with_small_quarantine())
+
+    def live_through():
+        for number in range(count):
+            vorlane.write_settings(f'showTime = {"true" if number % 2 else "false"}\n')
+        item.wait_for_label('60% · 3:00')
+
+    expect_no_growth(vorlane, live_through, live_through)
+
+
+def test_events_of_the_kernel_without_end_are_heard(laptop, vorlane, item, count):
+    vorlane.start(environment=vorlane.with_small_quarantine())
+
+    def live_through(percent):
+        for number in range(count):
+            laptop.testbed.change('AC', online=number % 2)
+            if number % 50 == 49:
+                vorlane.round_trip()  # the sender of the events has room for some hundred
+        laptop.charge_to(percent)
+        item.wait_for_label(f'{percent}%')
+
+    expect_no_growth(vorlane, lambda: live_through(59), lambda: live_through(58))
