@@ -9,7 +9,9 @@
 namespace vorlane::platform {
 
 struct Colour {
-    std::uint8_t red, green, blue;
+    std::uint8_t red = 0;
+    std::uint8_t green = 0;
+    std::uint8_t blue = 0;
 
     friend bool operator==(const Colour&, const Colour&) = default;
 };
