@@ -63,9 +63,29 @@ void AppModel::observeSleep()
     services_.workspace.observeDidWake(calling(&AppModel::woke)).detach();
 }
 
+Date AppModel::now()
+{
+    const auto now = services_.clock.now();
+    const auto set = clockSteps.look({.now = now, .uptime = services_.clock.uptime()});
+    if (set) followClock(*set, now);
+    return now;
+}
+
+// Spans count, not the hands: what began an hour ago began an hour ago by the clock as it is set.
+void AppModel::followClock(Seconds set, Date now)
+{
+    if (const auto since = pluggedSince.get()) pluggedSince.set(*since + set);
+    if (const auto until = snoozeUntil.get(); until && snoozedHere) {
+        Prefs::setSnoozeUntil(services_.defaults, *until + set);
+        snoozeUntil.set(*until + set);
+    }
+    engine.chargeLast = engine.chargeLast + set;
+    history.clockWasSet(set, now);
+}
+
 void AppModel::goToSleep()
 {
-    history.save(services_.clock.now());
+    history.save(now());
     beginSettling();  // the kernel may tell of the battery before the session tells of the resume
 }
 
@@ -101,7 +121,7 @@ std::function<void()> AppModel::refreshing(Reason reason)
 void AppModel::refresh(Reason reason)
 {
     const auto fresh = reader.read();
-    const auto now = services_.clock.now();
+    const auto now = this->now();
     if (settling.doubts(fresh, state.get())) {
         wakeIsDue = wakeIsDue || reason == Reason::wake;
         return;
@@ -155,7 +175,8 @@ bool AppModel::canDeliver(const Prefs& prefs, Date now)
 
 void AppModel::snooze()
 {
-    const auto now = services_.clock.now();
+    const auto now = this->now();
+    snoozedHere = true;
     Prefs::setSnoozeUntil(services_.defaults, now + snoozeSpan);
     snoozeUntil.set(Prefs::snoozeUntil(services_.defaults, now));
 }
@@ -168,8 +189,8 @@ void AppModel::cancelSnooze()
 
 void AppModel::resetHistory()
 {
-    history.samples.clear();
-    history.save(services_.clock.now());
+    history.clear();
+    history.save(now());
     historyVersion.set(historyVersion.get() + 1);
 }
 

@@ -9,6 +9,7 @@
 #include "App/AlertEngine.h"
 #include "App/BatteryReader.h"
 #include "App/BatteryState.h"
+#include "App/ClockSteps.h"
 #include "App/Date.h"
 #include "App/HistoryStore.h"
 #include "App/Notifier.h"
@@ -53,6 +54,8 @@ public:
     void resetHistory();
 
 private:
+    Date now();
+    void followClock(Seconds set, Date now);
     void observeSleep();
     void goToSleep();
     void woke();
@@ -68,6 +71,8 @@ private:
     Subscription settled;
     Subscription settlingLooks;
     bool wakeIsDue = false;  // the machine woke, and no reading was believed since
+    ClockSteps clockSteps;
+    bool snoozedHere = false;  // the deadline is of this run, by the clock as it goes now
     Services services_;
 };
 

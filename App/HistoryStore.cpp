@@ -15,6 +15,7 @@ constexpr Seconds kept = std::chrono::hours{30 * 24};
 constexpr Seconds saveSpacing{300};
 constexpr Seconds trustedAge{600};
 constexpr Seconds longestGap{900};
+constexpr Seconds asideFor = std::chrono::hours{24};
 
 auto firstAtOrAfter(const std::vector<Sample>& samples, Date date)
 {
@@ -58,6 +59,7 @@ void HistoryStore::record(const BatteryState& state, Offer offer)
                            .p = state.percent,
                            .c = state.isCharging,
                            .a = state.pluggedIn};
+    if (!samples.empty() && samples.back().t > candidate.t) setAside(offer.at);
     const bool powerChanged =
         !samples.empty() && (samples.back().a != candidate.a || samples.back().c != candidate.c);
     const bool percentChanged = samples.empty() || samples.back().p != candidate.p;
@@ -65,6 +67,7 @@ void HistoryStore::record(const BatteryState& state, Offer offer)
 
     samples.push_back(candidate);
     prune(offer.at);
+    if (offer.at - asideSince > asideFor) aside = {};
     if (powerChanged || offer.at - lastSave > saveSpacing) save(offer.at);
 }
 
@@ -77,6 +80,21 @@ void HistoryStore::save(Date now)
     loadFailed = false;
     SampleEncoder encoder(samples);
     (void)files_.replace(url, [&] { return encoder.next(); });
+}
+
+void HistoryStore::clockWasSet(Seconds by, Date now)
+{
+    lastSave = lastSave + by;
+    samples.insert(samples.end(), aside.begin(), aside.end());
+    aside.clear();
+    std::ranges::stable_sort(samples, {}, &Sample::t);
+    setAside(now);
+}
+
+void HistoryStore::clear()
+{
+    samples.clear();
+    aside = {};
 }
 
 std::span<const Sample> HistoryStore::samplesSince(Date since) const
@@ -95,12 +113,23 @@ std::optional<Date> HistoryStore::pluggedSinceEstimate(Date now) const
         if (!earlier->a || start - date > longestGap) break;
         start = date;
     }
-    return start;
+    return std::min(start, now);  // the clock may have been set back since
 }
 
 void HistoryStore::prune(Date now)
 {
     samples.erase(samples.begin(), firstAtOrAfter(samples, now - kept));
+}
+
+void HistoryStore::setAside(Date now)
+{
+    const auto inside = [&](const Sample& sample) {
+        return Date{sample.t} >= now - kept && Date{sample.t} <= now;
+    };
+    const auto outside = std::stable_partition(samples.begin(), samples.end(), inside);
+    aside.insert(aside.end(), outside, samples.end());
+    samples.erase(outside, samples.end());
+    asideSince = now;
 }
 
 }  // namespace vorlane

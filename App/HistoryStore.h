@@ -22,7 +22,8 @@ public:
     HistoryStore(FileManager& files, Date now);
 
     // Offers one reading. It becomes a sample when it differs from the last one, or when `force`
-    // asks for one whatever changed. Times must not decrease.
+    // asks for one whatever changed. Samples that are later than it are of a clock that was wrong,
+    // or this one is: they are set aside.
     struct Offer {
         Date at;
         bool force = false;
@@ -33,6 +34,13 @@ public:
     // What could not be loaded is first kept beside the file.
     void save(Date now);
 
+    // The clock was set, by `by`, to `now`. What is no longer of the last 30 days is set aside, and
+    // what was set aside before may be of them again. After a day it is forgotten.
+    void clockWasSet(Seconds by, Date now);
+
+    // Forgets all samples; the file keeps them until the next save.
+    void clear();
+
     // From the first sample at or after `since` to the end; valid until the next change.
     std::span<const Sample> samplesSince(Date since) const;
 
@@ -42,7 +50,10 @@ public:
 private:
     void load(Date now);
     void prune(Date now);
+    void setAside(Date now);
 
+    std::vector<Sample> aside;  // in no order; of no file
+    Date asideSince = distantPast;
     std::string url;
     bool loadFailed = false;  // what stands at `url` is not in `samples`
     FileManager& files_;

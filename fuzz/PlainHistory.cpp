@@ -4,18 +4,26 @@
 
 namespace vorlane::fuzz {
 
+namespace {
+
+constexpr double month = 30 * 24 * 3600;
+
+}  // namespace
+
 void PlainHistory::record(const BatteryState& state, Date now, bool force)
 {
     if (!state.hasBattery) return;
 
     const Sample fresh{
         .t = now.secondsSince1970, .p = state.percent, .c = state.isCharging, .a = state.pluggedIn};
+    if (!samples.empty() && samples.back().t > fresh.t) setAside(now);
     const auto last = samples.empty() ? std::nullopt : std::optional(samples.back());
     const bool power = last && (last->a != fresh.a || last->c != fresh.c);
     if (!force && last && !power && last->p == fresh.p) return;
 
     samples.push_back(fresh);
     dropOld(now);
+    if (asideSince && now.secondsSince1970 - asideSince->secondsSince1970 > 86400) aside.clear();
     const bool isTime = !lastSave || now.secondsSince1970 - lastSave->secondsSince1970 > 300;
     if (power || isTime) save(now);
 }
@@ -29,20 +37,43 @@ void PlainHistory::save(Date now)
 void PlainHistory::clear(Date now)
 {
     samples.clear();
+    aside.clear();
     save(now);
+}
+
+void PlainHistory::clockWasSet(double by, Date now)
+{
+    if (lastSave) lastSave = Date{lastSave->secondsSince1970 + by};
+    for (const auto& sample : aside) samples.push_back(sample);
+    aside.clear();
+    std::ranges::stable_sort(samples, {}, &Sample::t);
+    setAside(now);
+}
+
+// Of neither the last 30 days nor this moment, by a clock that may be wrong.
+void PlainHistory::setAside(Date now)
+{
+    const auto all = samples;
+    samples.clear();
+    for (const auto& sample : all) {
+        const double age = now.secondsSince1970 - sample.t;
+        (age >= 0 && sample.t >= now.secondsSince1970 - month ? samples : aside).push_back(sample);
+    }
+    asideSince = now;
 }
 
 void PlainHistory::restart(Date now)
 {
     samples = file;
+    aside.clear();
     lastSave.reset();
+    asideSince.reset();
     std::ranges::stable_sort(samples, {}, &Sample::t);
     dropOld(now);
 }
 
 void PlainHistory::dropOld(Date now)
 {
-    constexpr double month = 30 * 24 * 3600;
     while (!samples.empty() && samples.front().t < now.secondsSince1970 - month) {
         samples.erase(samples.begin());
     }
@@ -58,7 +89,7 @@ std::optional<Date> PlainHistory::pluggedSince(Date now) const
         if (!earlier.a || start - earlier.t > 900) break;
         start = earlier.t;
     }
-    return Date{start};
+    return Date{std::min(start, now.secondsSince1970)};
 }
 
 }  // namespace vorlane::fuzz

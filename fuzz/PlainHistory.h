@@ -19,6 +19,9 @@ public:
     void save(Date now);
     void clear(Date now);
 
+    // The clock says `now` instead, `by` later than before.
+    void clockWasSet(double by, Date now);
+
     // The program ends, and begins again with what the file holds.
     void restart(Date now);
 
@@ -26,7 +29,10 @@ public:
 
 private:
     void dropOld(Date now);
+    void setAside(Date now);
 
+    std::vector<Sample> aside;
+    std::optional<Date> asideSince;
     std::vector<Sample> file;
     std::optional<Date> lastSave;
 };

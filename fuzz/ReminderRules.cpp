@@ -101,6 +101,14 @@ std::optional<PendingAlert> ReminderRules::health(const Look& look)
                             "% of its original capacity."};
 }
 
+void ReminderRules::clockWasSet(double by)
+{
+    for (auto& before : past) {
+        before.look.now = {before.look.now.secondsSince1970 + by};
+        if (before.look.since) before.look.since = {before.look.since->secondsSince1970 + by};
+    }
+}
+
 std::vector<PendingAlert> ReminderRules::due(const Look& look)
 {
     std::vector<PendingAlert> alerts;

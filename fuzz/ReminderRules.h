@@ -29,6 +29,9 @@ public:
     // What is due at this look, which is the past of the next one.
     std::vector<PendingAlert> due(const Look& look);
 
+    // The clock was set, this much later: what was said an hour ago was said an hour ago.
+    void clockWasSet(double by);
+
     static bool holds(AlertKind kind, const Look& look);
 
     // How often this kind was told since its condition began to hold.

@@ -1,9 +1,11 @@
 // The model on a laptop in memory against the rules said plainly: readings, settings of every
 // kind, a clock that is set forth and back, snoozes, starts, sleeps, wakes, and time that passes.
 #include <array>
+#include <cmath>
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <utility>
 #include <vector>
 
 #include "App/AppModel.h"
@@ -40,6 +42,7 @@ public:
         for (int step = 0; step < longestCase && !input.empty(); ++step) {
             const auto choice = input.byte();
             happen(choice % 13);
+            if (choice >= 230 && choice < 250) setClock(input.oneOf(steps));
             if (choice < 100) refresh(Reason::timer);
             if (choice >= 100 && choice < 180) refresh(Reason::change);
             if (choice >= 180 && choice < 200) refresh(Reason::wake);
@@ -101,8 +104,10 @@ private:
     {
         machine.clock.time = now;
         model->snooze();
+        followClock();
         snoozeStored = now + Seconds{3600};
         snoozeShown = snoozeStored;
+        snoozedHere = true;
     }
 
     void cancelSnooze()
@@ -117,6 +122,7 @@ private:
     {
         machine.clock.time = now;
         machine.workspace.willSleep();
+        followClock();
         history.save(now);
         timers.sleep();
         if (!input.flag()) return;
@@ -148,7 +154,31 @@ private:
     {
         machine.clock.time = now;
         model->resetHistory();
+        followClock();
         history.clear(now);
+    }
+
+    // The program notices when it next asks for the time.
+    void setClock(double by)
+    {
+        now = now + Seconds{by};
+        machine.clock.set(now);
+        wasSet += by;
+    }
+
+    // What was so long ago, or is to be so long from now, still is by the clock as it is set.
+    void followClock()
+    {
+        const auto by = std::exchange(wasSet, 0);
+        if (std::abs(by) < 0.5) return;
+
+        if (since) since = *since + Seconds{by};
+        if (snoozedHere && snoozeShown) {
+            snoozeShown = *snoozeShown + Seconds{by};
+            snoozeStored = *snoozeShown;
+        }
+        rules.clockWasSet(by);
+        history.clockWasSet(by, now);
     }
 
     // The program ends as if its power had been cut, and begins anew.
@@ -166,6 +196,8 @@ private:
         timers = {};
         wakeIsDue = false;
         history.restart(now);
+        wasSet = 0;
+        snoozedHere = false;
         snoozeShown.reset();
         if (now < snoozeStored) snoozeShown = snoozeStored;
         const auto before = machine.notifications.posted.size();
@@ -232,6 +264,7 @@ private:
     // What the program must make of one look at the battery; `due` is what it tells.
     void look(PlainTimers::Look one, std::vector<PendingAlert>& due)
     {
+        followClock();
         auto reason = one.reason;
         const auto seen = state.hasBattery ? state : BatteryState();
         if (one.doubts && isGoneOrEmpty(seen)) {
@@ -303,6 +336,8 @@ private:
     BatteryState believed;  // the last reading that was
     ReminderRules::Look last;
     bool wakeIsDue = false;  // it woke, and nothing was believed since
+    double wasSet = 0;       // since the program last asked for the time
+    bool snoozedHere = false;
     Date snoozeStored{0};
     std::optional<Date> snoozeShown;
     std::optional<Date> since;

@@ -10,6 +10,9 @@ public:
     virtual ~Clock() = default;
 
     virtual Date now() const = 0;
+
+    // Since some moment; nobody sets it, and it goes on while the machine sleeps.
+    virtual Seconds uptime() const = 0;
 };
 
 }  // namespace vorlane

@@ -1,6 +1,5 @@
 #include "platform/linux/LinuxServices.h"
 
-#include <ctime>
 #include <functional>
 #include <optional>
 #include <utility>
@@ -9,6 +8,7 @@
 #include "platform/linux/LocalXDisplay.h"
 #include "platform/linux/PluginFile.h"
 #include "platform/linux/PowerSupplyEvents.h"
+#include "platform/linux/Uptime.h"
 
 namespace vorlane::platform {
 
@@ -18,14 +18,6 @@ namespace {
 // hold in the sleep, and the program itself looks three seconds after the wake.
 constexpr Seconds resuming{3.5};
 constexpr Seconds longestFallingAsleep{30};  // then it has come to nothing
-
-// Counts the time that the machine sleeps.
-Seconds uptime()
-{
-    timespec time{};
-    (void)clock_gettime(CLOCK_BOOTTIME, &time);
-    return Seconds{static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) / 1e9};
-}
 
 std::optional<XTrayItem::Origin> xTray()
 {

@@ -1,9 +1,10 @@
-// The system's wall clock.
+// The system's wall clock, and the one that nobody sets.
 #pragma once
 
 #include <chrono>
 
 #include "App/services/Clock.h"
+#include "platform/linux/Uptime.h"
 
 namespace vorlane::platform {
 
@@ -14,6 +15,8 @@ public:
         const Seconds sinceEpoch = std::chrono::system_clock::now().time_since_epoch();
         return {sinceEpoch.count()};
     }
+
+    Seconds uptime() const override { return platform::uptime(); }
 };
 
 }  // namespace vorlane::platform

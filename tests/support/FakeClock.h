@@ -13,6 +13,17 @@ public:
     Date time = mondayMorning;
 
     Date now() const override { return time; }
+    Seconds uptime() const override { return (time - mondayMorning) - wasSet; }
+
+    // Somebody sets it: no time passes.
+    void set(Date next)
+    {
+        wasSet += next - time;
+        time = next;
+    }
+
+private:
+    Seconds wasSet{0};
 };
 
 }  // namespace vorlane
