@@ -12,6 +12,7 @@
 #include "platform/linux/ExitHook.h"
 #include "platform/linux/Installation.h"
 #include "platform/linux/LinuxServices.h"
+#include "platform/linux/TimeZone.h"
 
 namespace vorlane::platform {
 namespace {
@@ -66,6 +67,7 @@ End run(MenuAction action)
 {
     openStandardStreams();
     returnFreedMemory();
+    followSystemTimeZone();
     SdEventRunLoop loop;
     const auto session = openBus(sd_bus_open_user, loop.event());
     if (!session) return refuse("no session bus; start it from a desktop session");
