@@ -1,4 +1,4 @@
-// Loaded before a program's own libraries: adds an offset, read from a shared file, to every clock.
+// Loaded before a program's own libraries: adds offsets, read from a shared file, to every clock.
 //
 // It takes no lock and no memory and asks the kernel directly. The address sanitizer asks the time
 // while it holds its allocator's lock: a library that opens files to know the time hangs there.
@@ -9,6 +9,7 @@
 #include <sys/timerfd.h>
 #include <unistd.h>
 
+#include <array>
 #include <cstdint>
 #include <cstdlib>
 #include <ctime>
@@ -16,24 +17,45 @@
 namespace {
 
 constexpr std::int64_t second = 1'000'000'000;
-const volatile std::int64_t* sharedOffset = nullptr;  // nanoseconds; null until it is mapped
 
-__attribute__((constructor)) void mapOffset()
+// In nanoseconds.
+struct Offsets {
+    std::int64_t passed;  // of every clock
+    std::int64_t set;     // of the time of day alone
+    std::int64_t asleep;  // part of `passed`, and nothing to the clock that stands still in sleep
+};
+const volatile Offsets* shared = nullptr;  // null until it is mapped
+
+// Of a timer's number its clock, plus one: 0 is not known.
+std::array<volatile unsigned char, 1024> timerClocks{};
+
+__attribute__((constructor)) void mapOffsets()
 {
     const char* path = std::getenv("MOVED_CLOCK_FILE");
     if (!path) return;
 
     const long file = syscall(SYS_openat, AT_FDCWD, path, O_RDONLY | O_CLOEXEC);
     if (file < 0) return;
-    void* memory =
-        mmap(nullptr, sizeof *sharedOffset, PROT_READ, MAP_SHARED, static_cast<int>(file), 0);
+    void* memory = mmap(nullptr, sizeof *shared, PROT_READ, MAP_SHARED, static_cast<int>(file), 0);
     (void)syscall(SYS_close, file);
-    if (memory != MAP_FAILED) sharedOffset = static_cast<const volatile std::int64_t*>(memory);
+    if (memory != MAP_FAILED) shared = static_cast<const volatile Offsets*>(memory);
 }
 
-std::int64_t offset()
+std::int64_t offset(clockid_t clock)
 {
-    return sharedOffset ? *sharedOffset : 0;
+    if (!shared) return 0;
+    if (clock == CLOCK_BOOTTIME || clock == CLOCK_BOOTTIME_ALARM) return shared->passed;
+    const bool ofDay = clock == CLOCK_REALTIME || clock == CLOCK_REALTIME_COARSE ||
+                       clock == CLOCK_REALTIME_ALARM || clock == CLOCK_TAI;
+    return shared->passed + (ofDay ? shared->set : -shared->asleep);
+}
+
+clockid_t clockOf(int timer)
+{
+    const auto known = timer >= 0 && timer < static_cast<int>(timerClocks.size())
+                           ? timerClocks[static_cast<unsigned>(timer)]
+                           : 0;
+    return known > 0 ? known - 1 : CLOCK_MONOTONIC;
 }
 
 std::int64_t nanoseconds(const timespec& time)
@@ -58,7 +80,7 @@ extern "C" {
 int clock_gettime(clockid_t clock, timespec* time) noexcept
 {
     if (syscall(SYS_clock_gettime, clock, time) < 0) return -1;
-    if (!measuresProcessorTime(clock)) *time = asTime(nanoseconds(*time) + offset());
+    if (!measuresProcessorTime(clock)) *time = asTime(nanoseconds(*time) + offset(clock));
     return 0;
 }
 
@@ -78,13 +100,22 @@ time_t time(time_t* result) noexcept
     return now.tv_sec;
 }
 
-// The kernel's timers know nothing of the offset.
+int timerfd_create(int clock, int flags) noexcept
+{
+    const int timer = static_cast<int>(syscall(SYS_timerfd_create, clock, flags));
+    if (timer >= 0 && timer < static_cast<int>(timerClocks.size())) {
+        timerClocks[static_cast<unsigned>(timer)] = static_cast<unsigned char>(clock + 1);
+    }
+    return timer;
+}
+
+// The kernel's timers know nothing of the offsets.
 int timerfd_settime(int timer, int flags, const itimerspec* wanted, itimerspec* before) noexcept
 {
     itimerspec real = *wanted;
     const std::int64_t at = nanoseconds(wanted->it_value);
     if ((flags & TFD_TIMER_ABSTIME) != 0 && at > 0) {
-        const std::int64_t shifted = at - offset();
+        const std::int64_t shifted = at - offset(clockOf(timer));
         real.it_value = asTime(shifted > 0 ? shifted : 1);  // 0 would switch the timer off
     }
     return static_cast<int>(syscall(SYS_timerfd_settime, timer, flags, &real, before));

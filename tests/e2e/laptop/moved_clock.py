@@ -8,8 +8,9 @@ import mmap
 import os
 import struct
 import subprocess
+import time
 
-OFFSET = struct.Struct('q')  # nanoseconds, as moved_clock.cpp reads them
+OFFSETS = struct.Struct('qqq')  # nanoseconds, as moved_clock.cpp reads them: passed, set, asleep
 
 
 class MovedClock:
@@ -20,19 +21,34 @@ class MovedClock:
                        check=True)
         self._path = machine.folder('clock')
         with open(self._path, 'wb') as file:
-            file.write(OFFSET.pack(0))
+            file.write(OFFSETS.pack(0, 0, 0))
         with open(self._path, 'r+b') as file:
-            self._shared = mmap.mmap(file.fileno(), OFFSET.size)
+            self._shared = mmap.mmap(file.fileno(), OFFSETS.size)
 
     def environment(self):
         return {'MOVED_CLOCK_FILE': self._path}
 
     def now(self):
-        offset = datetime.timedelta(microseconds=self._offset() / 1000)
+        passed, was_set, _ = self._offsets()
+        offset = datetime.timedelta(microseconds=(passed + was_set) / 1000)
         return datetime.datetime.now(datetime.timezone.utc) + offset
 
+    def monotonic(self):
+        """Seconds by the clock that stands still in sleep and that nobody sets."""
+        passed, _, asleep = self._offsets()
+        return time.monotonic() + (passed - asleep) / 1e9
+
     def move(self, seconds):
-        OFFSET.pack_into(self._shared, 0, self._offset() + int(seconds * 1e9))
+        """Time passes."""
+        self._add(passed=seconds)
+
+    def sleep(self, seconds):
+        """Time passes in which the machine sleeps."""
+        self._add(passed=seconds, asleep=seconds)
+
+    def set(self, seconds):
+        """Somebody sets it, so much later; no time passes."""
+        self._add(was_set=seconds)
 
     def set_time_of_day(self, hour, minute=0):
         """The next time that the clock shows this."""
@@ -42,5 +58,9 @@ class MovedClock:
             then += datetime.timedelta(days=1)
         self.move((then - now).total_seconds())
 
-    def _offset(self):
-        return OFFSET.unpack_from(self._shared)[0]
+    def _offsets(self):
+        return OFFSETS.unpack_from(self._shared)
+
+    def _add(self, passed=0, was_set=0, asleep=0):
+        changes = [int(seconds * 1e9) for seconds in (passed, was_set, asleep)]
+        OFFSETS.pack_into(self._shared, 0, *map(sum, zip(self._offsets(), changes)))
