@@ -29,10 +29,11 @@ SANITIZERS = {
 
 
 class Vorlane:
-    def __init__(self, program, machine, session_bus, system_bus, testbed):
-        self._program, self._machine = program, machine
+    def __init__(self, program, machine, session_bus, system_bus, testbed, wrapper=(), settles=True):
+        """`wrapper` is a command that runs the program. One that does not settle cannot be advanced."""
+        self._program, self._machine, self._wrapper = program, machine, list(wrapper)
         self._bus, self._testbed = session_bus, testbed
-        self._open_calls = [OpenCalls(session_bus), OpenCalls(system_bus)]
+        self._open_calls = [OpenCalls(bus) for bus in (session_bus, system_bus) if settles]
         self._clock = None
         self.process = None
 
@@ -103,7 +104,7 @@ class Vorlane:
     def spawn(self, clock=None, environment=None, arguments=()):
         """Starts the program and does not wait."""
         self._clock = clock
-        return self._machine.start('vorlane', [self._program, *arguments],
+        return self._machine.start('vorlane', [*self._wrapper, self._program, *arguments],
                                    {**self.environment(clock), **(environment or {})})
 
     def spawn_in_shell(self, command):

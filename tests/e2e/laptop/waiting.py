@@ -8,12 +8,13 @@ class NeverHappened(AssertionError):
     """What was waited for did not come."""
 
 
-def wait_until(condition, what, patience=PATIENCE, look_every=None):
+def wait_until(condition, what, patience=None, look_every=None):
     """The first true value of `condition`, which is looked at after every event.
 
     `look_every` (seconds) is for what announces itself by no event, such as pixels.
     `what` may be a function, called only to explain a failure.
     """
+    patience = patience or PATIENCE
     context = GLib.MainContext.default()
     expired = []
     sources = [GLib.timeout_add(int(patience * 1000), lambda: expired.append(True) or True)]

@@ -1,0 +1,44 @@
+"""What the program holds and has spent, as the kernel and the buses count it."""
+import os
+import pathlib
+import re
+from dataclasses import dataclass
+
+import dbus
+
+from ..bus import BUS
+from ..status_item import OWNER
+
+
+@dataclass(frozen=True)
+class Costs:
+    dirty: int  # bytes that it alone holds and has written
+    resident: int
+    descriptors: int
+    matches: int  # rules by which the session's bus sends it messages
+    processor: float  # seconds
+    wakeups: int
+    written: int  # bytes, as it wrote them
+
+
+def costs(pid, bus):
+    process = pathlib.Path(f'/proc/{pid}')
+    rollup = (process / 'smaps_rollup').read_text()
+    tasks = list((process / 'task').iterdir())
+    return Costs(
+        dirty=_number('Private_Dirty', rollup) * 1024,
+        resident=_number('Rss', rollup) * 1024,
+        descriptors=len(os.listdir(process / 'fd')),
+        matches=_matches(bus),
+        processor=sum(int((task / 'schedstat').read_text().split()[0]) for task in tasks) / 1e9,
+        wakeups=sum(_number('voluntary_ctxt_switches', (task / 'status').read_text()) for task in tasks),
+        written=_number('wchar', (process / 'io').read_text()))
+
+
+def _matches(bus):
+    rules = bus.call(BUS, '/org/freedesktop/DBus', BUS + '.Debug.Stats', 'GetAllMatchRules')
+    return len(rules.get(dbus.String(bus.owner(OWNER)), []))
+
+
+def _number(name, text):
+    return int(re.search(rf'^{name}:\s*(\d+)', text, re.MULTILINE).group(1))

@@ -1,0 +1,56 @@
+"""What happens to a laptop that somebody lives with: for each minute a list of happenings, at random but always the
+same, and no two of them in one minute that would only say which came first."""
+import random
+
+DAY = 1440
+NIGHT = (23 * 60, 7 * 60)
+TROUBLES = ('panel restarts', 'notification daemon restarts', 'upower restarts')
+
+
+class Days:
+    def __init__(self, days, popovers, seed=1):
+        self._random = random.Random(seed)
+        self.happenings = {}  # minute: (what, value)
+        for day in range(days):
+            self._live(day * DAY, day, days)
+        self._spread('popover', popovers, days)
+        self._spread('settings', days, days)
+
+    def at(self, minute):
+        return self.happenings.get(minute)
+
+    def count(self, what):
+        return sum(happening == what for happening, _ in self.happenings.values())
+
+    def _live(self, midnight, day, days):
+        somewhen = self._random.randint
+        # On most days on and off the adapter; on some it stays on it from noon through the night.
+        self._add(midnight + somewhen(430, 500), 'unplug')
+        self._add(midnight + somewhen(660, 730), 'plug')
+        if day % 3:
+            self._add(midnight + somewhen(880, 960), 'unplug')
+            self._add(midnight + somewhen(1200, 1290), 'plug')
+        # A nap in the day, and every third night.
+        self._add(midnight + somewhen(760, 800), 'sleep', somewhen(1, 60))
+        if day % 3 == 2:
+            self._add(midnight + somewhen(20, 60), 'sleep', somewhen(300, 380))
+        self._add(midnight + somewhen(740, 840), 'snooze')
+        if day % 4 == 1:
+            self._add(midnight + somewhen(845, 870), 'cancel snooze')
+        self._add(midnight + somewhen(540, 600), 'quiet hours', day % 2 == 0)
+        self._add(midnight + somewhen(600, 640), 'limit', self._random.choice((70, 80, 80, 90)))
+        if day % 5 == 3:
+            self._add(midnight + somewhen(900, 1000), 'health', 79)
+        if day % 5 == 4:
+            self._add(midnight + somewhen(900, 1000), 'health', 90)
+        for trouble in TROUBLES:
+            self._add(midnight + somewhen(480, 1380), trouble)
+
+    def _spread(self, what, times, days):
+        for _ in range(times):
+            self._add(self._random.randrange(30, days * DAY - 30), what)
+
+    def _add(self, minute, what, value=None):
+        while any(near in self.happenings for near in (minute - 1, minute, minute + 1)):
+            minute += 1
+        self.happenings[minute] = (what, value)

@@ -1,0 +1,270 @@
+"""Lives the days of a laptop: has them happen to the real program, minute by minute, and to the plain rules beside it.
+
+The program's clock is moved to each minute and the program woken, so that its own timer fires; nothing is left out
+but the waiting. That its reminders are those of the rules is checked in the minute in which one is due, and every hour.
+"""
+import collections
+import datetime
+import json
+import re
+import time
+import zoneinfo
+
+from ..laptop import Laptop
+from ..notification_daemons import Dunst
+from ..notifications import Notifications
+from ..status_item import StatusItem
+from ..vorlane import Vorlane
+from ..waiting import wait_until
+from ..x_screen import XScreen
+from ..xfce_panel import XfcePanel
+from .costs import costs
+from .days import DAY
+from .plain_rules import PlainRules, Reading
+
+ZONE = 'Europe/Berlin'
+BEGIN = datetime.datetime(2026, 10, 1, tzinfo=zoneinfo.ZoneInfo(ZONE)).timestamp()  # summer time ends on the 25th
+LATE = 5  # seconds after the full minute; the timer then fires some seconds later, and what happens follows in 25
+FULL_HISTORY = 43200
+POPOVER, SETTINGS = '^Vorlane$', '^Vorlane Settings$'
+NEVER = 'infinity'  # a minute passes while an answer is on its way
+
+
+class Life:
+    def __init__(self, program, days, begin_at=0, history=FULL_HISTORY, wrapper=()):
+        """Begins in that minute of the first day, after so many samples. `wrapper` is a command that runs the program."""
+        self.days, self.minute = days, begin_at
+        self.expected, self.daily, self.happened = [], [], collections.Counter()
+        self._laptop = Laptop(program)
+        try:
+            self._set_up(program, history, wrapper)
+        except BaseException:
+            self.close()
+            raise
+
+    def live(self, minutes, each_day=lambda day: None):
+        """So many minutes awake."""
+        for _ in range(minutes):
+            self._pass_minute()
+            happening = self.days.at(self.minute)
+            if happening:
+                self._pass(25)
+                self._happen(*happening)
+                self.happened[happening[0]] += 1
+            self._live_through_what_passed()
+            if self.minute % 60 == 59:
+                self._compare()
+            if self.minute % DAY == DAY - 1:
+                self.daily.append(costs(self.pid, self._laptop.session_bus))
+                each_day(len(self.daily))
+
+    def end(self):
+        """Ends the program, cleanly."""
+        self._compare()
+        self.vorlane.quit()
+
+    def check_history(self):
+        """Its file has the samples of the rules, in order; gives how many it has besides.
+
+        Those must be changes, seen before the minute was over.
+        """
+        surplus, wanted = 0, iter(self.rules.samples)
+        expected, before = next(wanted, None), None
+        for sample in self.vorlane.history():
+            found = (sample['p'], sample['c'], sample['a'])
+            assert before is None or sample['t'] >= before[0], f'{sample} after {before}'
+            if expected and found == expected[1:] and abs(sample['t'] - expected[0]) < 20:
+                expected = next(wanted, None)
+            else:
+                assert before is None or found != before[1:], f'{sample} after {before} instead of {expected}'
+                surplus += 1
+            before = (sample['t'], *found)
+        assert expected is None, f'{expected} is missing'
+        return surplus
+
+    def close(self):
+        self._laptop.close()
+
+    def _set_up(self, program, history, wrapper):
+        machine, bus = self._laptop.machine, self._laptop.session_bus
+        self._laptop.upower.start()
+        self._screen = XScreen(machine)
+        self._panel = XfcePanel(machine, bus)
+        self._panel.start()
+        self._dunst = Dunst(machine, bus).start()
+        self._notifications, self._item = Notifications(bus), StatusItem(bus)
+        self._clock = self._laptop.moved_clock()
+        self._clock.set(BEGIN + 60 * self.minute + LATE - time.time())
+        self.rules = PlainRules(ZONE)
+        self._level, self._plugged, self._charging, self._health = 60.0, False, False, 90.0
+        self.vorlane = Vorlane(program, machine, bus, self._laptop.system_bus, self._laptop.testbed,
+                               settles=False, wrapper=wrapper)
+        self._write_history(history)
+        self.vorlane.start(self._clock, {'TZ': ZONE, 'SYSTEMD_BUS_TIMEOUT': NEVER})
+        self.pid = self.vorlane.process.pid
+        self._look('launch')
+        # The timer's first minute began when the first sample was taken.
+        since = self._clock.now().timestamp() - self.vorlane.history()[-1]['t']
+        self._origin = self._clock.monotonic() - since
+        self._passed = 0  # minutes that the timer has counted
+
+    def _write_history(self, count):
+        now = self._clock.now().timestamp()
+        self.rules.samples.extend((now - 60 * (count - i), 50 + i // 240 % 2, False, False) for i in range(count))
+        self.vorlane.write_history([dict(zip('tpca', sample)) for sample in self.rules.samples])
+
+    # Time
+
+    def _pass_minute(self):
+        self.minute += 1
+        self._drain_or_charge(1)
+        self._pass(self._origin + 60 * (self._passed + 1) + 1 - self._clock.monotonic())
+        self._passed += 1
+        self._look('timer')
+
+    def _pass(self, seconds):
+        """Two round trips: after the first the program may have answered and not yet done what was due."""
+        self._clock.move(max(seconds, 0))
+        for _ in range(2):
+            self.vorlane.round_trip()
+
+    def _live_through_what_passed(self):
+        """What took long was itself minutes of the program's, whose timer has fired by itself."""
+        while (early := self._origin + 60 * (self._passed + 1) - self._clock.monotonic()) < 1:
+            self._pass(early + 1)  # too close to say whether it has fired
+            self._passed += 1
+            self._look('timer')
+
+    def _look(self, reason):
+        now = self._clock.now().timestamp()
+        reading = Reading(int(self._level), self._plugged, self._charging, self._health)
+        due = self.rules.look(reason, reading, now)
+        if due:
+            self.expected += due
+            # A notification daemon that has just come is asked first what it can do.
+            wait_until(lambda: len(self._notifications.posted) >= len(self.expected),
+                       lambda: f'{due} in minute {self.minute}')
+            self._compare()
+
+    def _compare(self):
+        self._notifications.titles()
+        posted = [(one.title, one.body) for one in self._notifications.posted]
+        assert posted == self.expected, (
+            f'minute {self.minute}: {len(posted)} reminders and {len(self.expected)} expected, '
+            f'the last ones {posted[-4:]} and {self.expected[-4:]}')
+
+    # The battery
+
+    def _drain_or_charge(self, minutes, asleep=False):
+        before = int(self._level)
+        rate = (0.55 if self._plugged else -0.22) * (0.1 if asleep and not self._plugged else 1)
+        self._level = min(max(self._level + rate * minutes, 5.0), 100.0)
+        if self._plugged and self._level == 100.0 and self._charging:
+            self._charging = False
+            self._laptop.testbed.change('BAT0', announce=False, status='Full')
+        percent = int(self._level)
+        if percent != before:
+            self._laptop.charge_silently_to(percent)
+
+    def _tell_of_change(self):
+        """The kernel has spoken: the program looks once the burst is over."""
+        self._pass(0.1)
+        self._pass(0.4)
+        self._look('change')
+
+    # What happens
+
+    def _happen(self, what, value):
+        {'plug': self._plug, 'unplug': self._unplug, 'health': self._wear, 'sleep': self._sleep,
+         'snooze': self._snooze, 'cancel snooze': self._cancel_snooze, 'quiet hours': self._set_quiet_hours,
+         'limit': self._set_limit, 'popover': self._open_popover, 'settings': self._open_settings,
+         'panel restarts': self._restart_panel, 'notification daemon restarts': self._restart_notification_daemon,
+         'upower restarts': self._restart_upower}[what](value)
+
+    def _plug(self, _):
+        self._plugged = self._charging = True
+        self._laptop.plug_in()
+        self._tell_of_change()
+
+    def _unplug(self, _):
+        self._plugged = self._charging = False
+        self._laptop.unplug()
+        self._tell_of_change()
+
+    def _wear(self, percent):
+        self._health = float(percent)
+        self._laptop.wear_to(percent)
+        self._tell_of_change()
+
+    def _sleep(self, minutes):
+        self._laptop.logind.say_sleep(True)
+        self._pass(0)
+        self._clock.sleep(60 * minutes)
+        self._drain_or_charge(minutes, asleep=True)
+        self._laptop.logind.say_sleep(False)
+        self._pass(0)
+        self._pass(3.2)
+        self._look('wake')
+        self.minute += minutes
+
+    def _snooze(self, _):
+        self._item.choose('Snooze 1 hour')
+        self.rules.snoozed_until = self._clock.now().timestamp() + 3600
+        self._pass(0)
+
+    def _cancel_snooze(self, _):
+        snoozed = self.rules.snoozed_until > self._clock.now().timestamp()
+        assert ('Cancel Snooze' in self._item.menu_lines()) == snoozed, f'snoozed: {snoozed}'
+        if snoozed:
+            self._item.choose('Cancel Snooze')
+            self.rules.snoozed_until = 0.0
+            self._pass(0)
+
+    def _set_quiet_hours(self, on):
+        self._change_setting('quietEnabled', on)
+
+    def _set_limit(self, percent):
+        self._change_setting('limit', percent)
+
+    def _open_popover(self, _):
+        self._item.activate()
+        wait_until(lambda: self._screen.window_titled(POPOVER), 'the popover', look_every=0.01)
+        self._look('change')
+        self._item.activate()
+        wait_until(lambda: not self._screen.window_titled(POPOVER), 'the popover to close', look_every=0.01)
+
+    def _open_settings(self, _):
+        self._item.choose('Settings')
+        wait_until(lambda: self._screen.window_titled(SETTINGS), 'the settings', look_every=0.02)
+
+        def closed():
+            self._screen.press_keys('ctrl+w')
+            return not self._screen.window_titled(SETTINGS)
+        wait_until(closed, 'the settings to close', look_every=0.1)
+
+    def _restart_panel(self, _):
+        self._panel.kill()
+        self._panel.start()
+        self._item.wait_until_registered()
+
+    def _restart_notification_daemon(self, _):
+        self._dunst.kill()
+        self._dunst.start()
+
+    def _restart_upower(self, _):
+        self._laptop.upower.kill()
+        self._laptop.upower.start()
+
+    def _change_setting(self, key, value):
+        """As in an editor; what the program keeps there stays."""
+        self.rules.settings[key] = value
+        line = f'{key} = {json.dumps(value)}\n'
+        text, found = re.subn(rf'^{key} = .*\n', line, self._settings_text(), flags=re.MULTILINE)
+        self.vorlane.write_settings(text if found else line + text)
+        self._pass(0.5)
+
+    def _settings_text(self):
+        try:
+            return self.vorlane.settings()
+        except FileNotFoundError:
+            return ''
