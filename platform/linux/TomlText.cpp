@@ -160,6 +160,7 @@ std::optional<std::string> withAsciiValue(std::string_view text, const std::stri
     auto edited = node != nullptr ? replaced(text, *node, tomlLiteral(value))
                                   : inserted(text, tomlKey(key) + " = " + tomlLiteral(value));
     std::visit([&](const auto& plain) { table->insert_or_assign(key, plain); }, value);
+    if (says(text, *table)) return std::string(text);  // set already, however it is spelt
     if (says(edited, *table)) return edited;
 
     // A key that is a table of several lines: everything is kept but comments and layout.

@@ -105,6 +105,16 @@ TEST(TomlTextTest, ChangesNothingButTheValue)
     EXPECT_EQ(withLimit("other = nan\nlimit = nan"), "other = nan\nlimit = 85");
 }
 
+TEST(TomlTextTest, LeavesTheSpellingOfAValueThatIsSetAlready)
+{
+    const std::string text = "limit = 0x50\nsound = 'Glass'\nlow = { a = 1 }\n";
+
+    EXPECT_EQ(withTomlValue(text, "limit", std::int64_t{80}), text);
+    EXPECT_EQ(withTomlValue(text, "sound", "Glass"), text);
+    const auto made = withTomlValue(text, "low", "").value();  // written anew as a whole
+    EXPECT_EQ(withTomlValue(made, "low", ""), made);
+}
+
 TEST(TomlTextTest, KeepsTheLineBreaksOfOtherSystems)
 {
     EXPECT_EQ(withLimit("low = 20\r\nlimit = 80\r\n"), "low = 20\r\nlimit = 85\r\n");
