@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <cstring>
+#include <new>
 #include <optional>
 
 #include "platform/UiBuild.h"
@@ -35,12 +36,22 @@ bool isOurs(const std::string& file)
     return file.find(uiBuild) != std::string::npos;
 }
 
+// The one place of the resident part that asks for megabytes at once.
+bool isFit(const std::string& path)
+{
+    try {
+        const auto file = readFile(path, largest);
+        return file && isWhole(*file) && isOurs(*file);
+    } catch (const std::bad_alloc&) {
+        return false;
+    }
+}
+
 }  // namespace
 
 void* openPlugin(const std::string& path, const char* entryName)
 {
-    const auto file = readFile(path, largest);
-    if (!file || !isWhole(*file) || !isOurs(*file)) return nullptr;
+    if (!isFit(path)) return nullptr;
 
     // Never closed: a toolkit leaves threads and handlers behind that need its code.
     void* const library = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);

@@ -2,11 +2,14 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <utility>
 
 #include "platform/UiBuild.h"
 #include "platform/linux/ExitHook.h"
+#include "platform/linux/LocalXDisplay.h"
 #include "platform/linux/PluginFile.h"
+#include "platform/linux/XDisplayProbe.h"
 
 namespace vorlane::platform {
 
@@ -110,6 +113,21 @@ void UiLoader::popUpMenu(const std::vector<MenuItem>& items, std::function<void(
     if (auto* const ui = plugin()) ui->popUpMenu(items, std::move(chosen));
 }
 
+// The X libraries wait for the display without end. One that is not there at all is the plugin's to
+// find out.
+bool UiLoader::displayHangs() const
+{
+    const auto socket = LocalXDisplay::ofSession().socket();
+    const auto event = owned<EventPointer>(sd_event_new);
+    if (!socket || !event) return false;
+
+    bool said = false;
+    const XDisplayProbe probe(event.get(), *socket, [&](bool /*answers*/) { said = true; });
+    if (!probe.isAsking()) return false;
+    (void)sd_event_run(event.get(), static_cast<std::uint64_t>(origin_.patience.count() * 1e6));
+    return !said;
+}
+
 UiPlugin* UiLoader::plugin()
 {
     if (loaded) return loaded;
@@ -119,6 +137,7 @@ UiPlugin* UiLoader::plugin()
         return nullptr;
     }
 
+    if (displayHangs()) return nullptr;
     loaded = entry({.build = uiBuild, .loop = driven, .displayLost = ExitHook::runNow});
     if (!loaded) return nullptr;
     loop_.handOver(

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "App/Date.h"
 #include "App/services/AlertPanel.h"
 #include "App/services/Windows.h"
 #include "platform/UiPlugin.h"
@@ -25,6 +26,7 @@ public:
         std::string plugin;  // the path of its file
         sd_bus* session;     // tells how windows are to look, once there are some; may be null
         std::function<void()> refused = [] {};  // told of each plugin that is not ours
+        Seconds patience{2};  // with a display that takes its time; the program waits meanwhile
     };
 
     // The loop and the session's bus outlive this object, which outlives what it makes.
@@ -43,6 +45,8 @@ public:
     UiPlugin* plugin();
 
 private:
+    bool displayHangs() const;
+
     SdEventRunLoop& loop_;
     SdEventDrivenLoop driven;
     Origin origin_;

@@ -5,12 +5,22 @@
 #include "platform/UiPlugin.h"
 #include "platform/qt/Display.h"
 #include "platform/qt/QtUi.h"
+#include "platform/qt/Room.h"
+
+namespace {
+
+// Qt's threads for the display's and the bus's messages, and one to spare; twice the memory of the
+// first windows.
+constexpr vorlane::platform::Room roomForWindows{.threads = 3, .bytes = 64 << 20};
+
+}  // namespace
 
 extern "C" Q_DECL_EXPORT vorlane::platform::UiPlugin* vorlaneUi(
     const vorlane::platform::UiHost& host)
 {
     using namespace vorlane::platform;
     if (host.build != uiBuild) return nullptr;
+    if (!hasRoom(roomForWindows)) return nullptr;
     const auto platformName = reachablePlatform();
     if (!platformName) return nullptr;
 

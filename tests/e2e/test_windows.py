@@ -122,6 +122,20 @@ def test_a_display_that_dies_under_the_windows_costs_no_history(laptop, desk, vo
     assert vorlane.history()[-1]['p'] == 59
 
 
+def test_a_display_that_hangs_does_not_hold_up_reminders(laptop, screen, vorlane, dunst, notifications, item):
+    vorlane.start()
+    screen.hang()
+    item.activate()
+
+    laptop.charge_to(20)
+    item.wait_for_label('20%')
+
+    screen.go_on()
+    assert notifications.wait_for(1).title == 'Low battery'
+    item.activate()
+    wait_until(lambda: screen.window_titled(POPOVER), 'the popover', look_every=0.05)
+
+
 def test_reminders_go_on_while_a_window_is_open(laptop, dunst, desk, notifications):
     desk.open_popover()
 

@@ -2,16 +2,25 @@
 
 #include <dlfcn.h>
 #include <gmock/gmock.h>
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <sys/un.h>
+#include <unistd.h>
 
+#include <cstddef>
+#include <cstdlib>
+#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <optional>
 #include <sstream>
 #include <string>
+#include <thread>
 
 #include "FakeUi.h"
 #include "TemporaryFolder.h"
 #include "platform/UiBuild.h"
+#include "platform/linux/FileDescriptor.h"
 
 namespace vorlane::platform {
 namespace {
@@ -201,6 +210,76 @@ TEST_F(UiLoaderTest, FindsADisplayThatComesLater)
     EXPECT_EQ(fake().entries, 2);
 }
 
+// Takes connections, and says nothing before it is told to.
+class HungDisplay {
+public:
+    HungDisplay()
+    {
+        const auto number = std::to_string(10'000 + getpid() % 50'000);
+        const auto path = "/tmp/.X11-unix/X" + number;
+        sockaddr_un address{};
+        address.sun_family = AF_UNIX;
+        std::memcpy(address.sun_path + 1, path.data(), path.size());  // an abstract name
+        const auto length = offsetof(sockaddr_un, sun_path) + 1 + path.size();
+        EXPECT_EQ(bind(listener.get(), reinterpret_cast<const sockaddr*>(&address),
+                       static_cast<socklen_t>(length)),
+                  0);
+        EXPECT_EQ(listen(listener.get(), 8), 0);
+        (void)setenv("DISPLAY", (":" + number).c_str(), 1);
+        (void)unsetenv("WAYLAND_DISPLAY");
+    }
+    HungDisplay(const HungDisplay&) = delete;
+    HungDisplay& operator=(const HungDisplay&) = delete;
+    ~HungDisplay() { (void)unsetenv("DISPLAY"); }
+
+    // To who asks next.
+    void answer()
+    {
+        answering = std::thread([this] {
+            const FileDescriptor asked(accept(listener.get(), nullptr, nullptr));
+            const FileDescriptor next(accept(listener.get(), nullptr, nullptr));
+            (void)send(next.get(), "x", 1, MSG_NOSIGNAL);
+        });
+    }
+
+    void join() { answering.join(); }
+
+private:
+    FileDescriptor listener{socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0)};
+    std::thread answering;
+};
+
+TEST_F(UiLoaderTest, WaitsForNoDisplayThatHangs)
+{
+    install();
+    HungDisplay display;
+    UiLoader hasty(loop,
+                   {.plugin = plugin, .session = nullptr, .refused = [] {}, .patience = 20ms});
+    const auto popover = hasty.makePopover({});
+
+    popover->show({});
+
+    EXPECT_FALSE(popover->isShown());
+    EXPECT_EQ(fake().entries, 0);
+}
+
+TEST_F(UiLoaderTest, ShowsItsWindowsOnADisplayThatGoesOn)
+{
+    install();
+    HungDisplay display;
+    UiLoader hasty(loop,
+                   {.plugin = plugin, .session = nullptr, .refused = [] {}, .patience = 20ms});
+    UiLoader patient(loop, {.plugin = plugin, .session = nullptr});
+    hasty.makePopover({})->show({});
+    display.answer();
+    const auto popover = patient.makePopover({});
+
+    popover->show({});
+    display.join();
+
+    EXPECT_TRUE(popover->isShown());
+}
+
 TEST_F(UiLoaderTest, RefusesAPluginOfAnotherBuild)
 {
     auto other = contentOf(VORLANE_FAKE_UI);
@@ -229,6 +308,30 @@ TEST_F(UiLoaderTest, RefusesAPluginThatIsCutShort)
         EXPECT_FALSE(popover->isShown()) << length;
     }
     EXPECT_FALSE(isLoaded(plugin));
+}
+
+TEST_F(UiLoaderTest, RefusesWhatIsNoFileAtAll)
+{
+    const auto popover = makePopover();
+
+    std::filesystem::create_directory(plugin);
+    popover->show({});
+    EXPECT_FALSE(popover->isShown());
+
+    std::filesystem::remove(plugin);
+    std::filesystem::create_symlink("/dev/zero", plugin);
+    popover->show({});
+    EXPECT_FALSE(popover->isShown());
+
+    std::filesystem::remove(plugin);
+    ASSERT_EQ(mkfifo(plugin.c_str(), 0600), 0);
+    popover->show({});
+    EXPECT_FALSE(popover->isShown());
+
+    std::filesystem::remove(plugin);
+    install();
+    popover->show({});
+    EXPECT_TRUE(popover->isShown());
 }
 
 TEST_F(UiLoaderTest, RefusesAFileThatIsNoPlugin)
