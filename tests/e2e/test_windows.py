@@ -110,6 +110,22 @@ def test_ending_with_an_open_window_saves_the_history(laptop, desk, vorlane):
     assert vorlane.history()[-1]['p'] == 59
 
 
+def test_a_session_bus_that_dies_under_a_window_and_a_reminder_costs_no_history(
+        laptop, dunst, desk, vorlane, notifications):
+    desk.open_popover()
+    laptop.wear_to(79)
+    notifications.wait_for(1)
+    dunst.freeze()
+    laptop.charge_to(20)
+    wait_until(lambda: len(notifications.posted) == 2, 'the post to the frozen daemon')
+    process, vorlane.process = vorlane.process, None
+
+    laptop.session_bus.close()
+
+    assert (process.wait_for_end(), process.stderr) == (0, '')
+    assert vorlane.history()[-1]['p'] == 20
+
+
 def test_a_display_that_dies_under_the_windows_costs_no_history(laptop, desk, vorlane):
     desk.open_popover()
     laptop.charge_to(59)

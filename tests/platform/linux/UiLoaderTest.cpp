@@ -242,7 +242,11 @@ public:
         });
     }
 
-    void join() { answering.join(); }
+    void join()
+    {
+        (void)shutdown(listener.get(), SHUT_RDWR);  // nobody asks any more
+        answering.join();
+    }
 
 private:
     FileDescriptor listener{socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0)};
