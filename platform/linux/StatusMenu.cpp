@@ -250,7 +250,7 @@ int StatusMenu::aboutToShowGroup(sd_bus_message* call)
         if (!layout.has(id)) unknown.push_back(id);
     }
     std::ranges::sort(unknown);
-    unknown.erase(std::ranges::unique(unknown).begin(), unknown.end());  // once each
+    unknown.erase(std::unique(unknown.begin(), unknown.end()), unknown.end());  // once each
     const auto reply = replyTo(call);
     if (!reply) return -ENOMEM;
     appendIds(reply.get(), {});
