@@ -22,8 +22,7 @@ std::optional<std::string> SoundFiles::path(const std::string& name) const
 
 std::string soundThemeName(const std::string& name)
 {
-    const bool isName = name != "default" && name.find('/') == std::string::npos;
-    return isName ? name : "message-new-instant";
+    return name == "default" ? "message-new-instant" : name;
 }
 
 }  // namespace vorlane::platform

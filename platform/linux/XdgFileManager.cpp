@@ -7,9 +7,8 @@ namespace vorlane::platform {
 
 namespace {
 
-// Seven times a full history, so whatever is longer is none. To find out that a text is no history
-// may take fourteen times its length, for a moment.
-constexpr std::size_t longestFile = 16U << 20U;
+// Thirty times a full history, so whatever is longer is none; and little enough to hold.
+constexpr std::size_t longestFile = 64U << 20U;
 
 }  // namespace
 
@@ -27,7 +26,7 @@ void XdgFileManager::createFolder(const std::string& path)
 
 std::optional<std::string> XdgFileManager::read(const std::string& path)
 {
-    return readOwnFile(path, longestFile);
+    return readFile(path, longestFile);
 }
 
 bool XdgFileManager::replace(const std::string& path, const Pieces& next)

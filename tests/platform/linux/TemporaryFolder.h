@@ -13,14 +13,10 @@ namespace vorlane::platform {
 
 class TemporaryFolder {
 public:
-    static constexpr const char* memory = "/dev/shm";  // where there is such a disk
-
-    TemporaryFolder() { make(testing::TempDir()); }
-
-    explicit TemporaryFolder(const char* disk)
+    TemporaryFolder()
     {
-        make(disk);
-        if (folder.empty()) make(testing::TempDir());
+        std::string pattern = testing::TempDir() + "/vorlane-XXXXXX";
+        if (mkdtemp(pattern.data())) folder = pattern;
     }
     TemporaryFolder(const TemporaryFolder&) = delete;
     TemporaryFolder& operator=(const TemporaryFolder&) = delete;
@@ -40,12 +36,6 @@ public:
     }
 
 private:
-    void make(const std::string& parent)
-    {
-        std::string pattern = parent + "/vorlane-XXXXXX";
-        if (mkdtemp(pattern.data())) folder = pattern;
-    }
-
     std::filesystem::path folder;
 };
 
