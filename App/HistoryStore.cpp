@@ -42,6 +42,7 @@ void HistoryStore::load(Date now)
     auto decoded = content ? decodeSamples(std::move(*content)) : std::nullopt;
     loadFailed = !decoded;
     if (!decoded) return;
+    decoded->insert(decoded->end(), samples.begin(), samples.end());
 
     // As it usually is; sorting a month that is sorted costs as much as reading it.
     if (!std::ranges::is_sorted(*decoded, {}, &Sample::t)) {
@@ -76,6 +77,7 @@ void HistoryStore::save(Date now)
     lastSave = now;
     if (!canEncode(samples)) return;
 
+    if (loadFailed && !samples.empty()) load(now);  // it may have been for the moment only
     if (loadFailed && !files_.keepAside(url)) return;
     loadFailed = false;
     SampleEncoder encoder(samples);

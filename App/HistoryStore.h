@@ -31,7 +31,7 @@ public:
     void record(const BatteryState& state, Offer offer);
 
     // Writes the whole history. A failure is silent and not retried before the next save is due.
-    // What could not be loaded is first kept beside the file.
+    // What could not be loaded is tried once more, and kept beside the file if it still cannot be.
     void save(Date now);
 
     // The clock was set, by `by`, to `now`. What is no longer of the last 30 days is set aside, and

@@ -28,10 +28,17 @@ bool exists(const std::string& path)
     return access(path.c_str(), F_OK) == 0;
 }
 
-// Without the group when it cannot be read: such a file starts nothing.
-DesktopEntry read(const std::string& path)
+// Absent when there is none, for which errno is 0, or when that cannot be told. Without the group
+// when it is no such file: it starts nothing.
+std::optional<DesktopEntry> read(const std::string& path)
 {
-    return DesktopEntry(readFile(path, largest).value_or(""));
+    const auto text = readFile(path, largest);
+    if (!text && !isSettled(errno)) return std::nullopt;
+    if (!text && !exists(path)) {
+        errno = 0;
+        return std::nullopt;
+    }
+    return DesktopEntry(text.value_or(""));
 }
 
 std::string reason()
@@ -41,7 +48,6 @@ std::string reason()
 
 std::optional<std::string> write(const std::string& path, const std::string& text)
 {
-    makeFolders(folderOf(path));
     std::string_view rest = text;
     if (replaceFile(path, [&rest] { return std::exchange(rest, {}); })) return std::nullopt;
     return reason();
@@ -89,20 +95,27 @@ AutostartLoginItem::AutostartLoginItem(Places places) : places_(std::move(places
 
 bool AutostartLoginItem::enabled() const
 {
-    if (exists(places_.own)) return starts(read(places_.own));
-    return startsBySystem();
+    return startsBy(read(places_.own));
 }
 
 std::optional<std::string> AutostartLoginItem::setEnabled(bool on)
 {
-    if (on == enabled()) return std::nullopt;
-    return on ? turnOn() : turnOff();
+    auto own = read(places_.own);
+    if (!own && errno != 0) return reason();
+    if (on == startsBy(own)) return std::nullopt;
+    if (on) return turnOn(std::move(own).value_or(DesktopEntry("")));
+    return turnOff(std::move(own).value_or(fresh()));
+}
+
+bool AutostartLoginItem::startsBy(const std::optional<DesktopEntry>& own) const
+{
+    return own ? starts(*own) : startsBySystem();
 }
 
 bool AutostartLoginItem::startsBySystem() const
 {
     const auto file = std::ranges::find_if(places_.systems, exists);
-    return file != places_.systems.end() && starts(read(*file));
+    return file != places_.systems.end() && starts(read(*file).value_or(DesktopEntry("")));
 }
 
 bool AutostartLoginItem::starts(const DesktopEntry& entry) const
@@ -147,10 +160,9 @@ bool AutostartLoginItem::isOurs(DesktopEntry entry) const
     return entry.text() == fresh().text();
 }
 
-std::optional<std::string> AutostartLoginItem::turnOn() const
+std::optional<std::string> AutostartLoginItem::turnOn(DesktopEntry entry) const
 {
-    auto entry = read(places_.own);
-    if (!entry.isValid()) (void)keepFileAside(places_.own);  // whatever it is
+    if (!entry.isValid() && !keepFileAside(places_.own)) return reason();  // whatever it is
     if (!entry.isValid() || isOurs(entry)) return write(places_.own, fresh().text());
 
     entry.remove("Hidden");
@@ -164,9 +176,8 @@ std::optional<std::string> AutostartLoginItem::turnOn() const
     return write(places_.own, entry.text());
 }
 
-std::optional<std::string> AutostartLoginItem::turnOff() const
+std::optional<std::string> AutostartLoginItem::turnOff(DesktopEntry entry) const
 {
-    auto entry = exists(places_.own) ? read(places_.own) : fresh();
     if (isOurs(entry) && !startsBySystem()) {
         if (unlink(places_.own.c_str()) == 0 || errno == ENOENT) return std::nullopt;
         return reason();

@@ -35,10 +35,11 @@ private:
     bool starts(const DesktopEntry& entry) const;
     bool isForThisDesktop(const DesktopEntry& entry) const;
     bool startsBySystem() const;
+    bool startsBy(const std::optional<DesktopEntry>& own) const;
     bool isOurs(DesktopEntry entry) const;
     DesktopEntry fresh() const;
-    std::optional<std::string> turnOn() const;
-    std::optional<std::string> turnOff() const;
+    std::optional<std::string> turnOn(DesktopEntry entry) const;
+    std::optional<std::string> turnOff(DesktopEntry entry) const;
 
     Places places_;
 };

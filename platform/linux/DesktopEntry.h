@@ -38,7 +38,7 @@ private:
     std::optional<std::size_t> group;  // the line of its header
 };
 
-// The value of Exec that starts the program at `path`, whatever letters that has.
+// The value of Exec that starts the program at `path`, whatever bytes that has.
 std::string execCommand(std::string_view path);
 
 // The program that a value of Exec starts; empty when there is none.

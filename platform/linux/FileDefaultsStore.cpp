@@ -1,6 +1,8 @@
 #include "platform/linux/FileDefaultsStore.h"
 
+#include <cerrno>
 #include <cmath>
+#include <ctime>
 #include <utility>
 
 #include "platform/linux/Files.h"
@@ -45,10 +47,26 @@ bool replaceWith(const std::string& path, std::string_view content)
 
 }  // namespace
 
-FileDefaultsStore::FileDefaultsStore(sd_event* event, std::string file)
-    : path(inItsFolder(std::move(file))), watch(event, path, [this] { fileChanged(); })
+FileDefaultsStore::FileDefaultsStore(sd_event* event, std::string file, Seconds interval)
+    : event_(event),
+      path(inItsFolder(std::move(file))),
+      untilNextTry(interval),
+      watch(event, path, [this] { fileChanged(); })
 {
+    // Now: in trouble there may be no timers left either.
+    nextTry_ = owned<EventSourcePointer>([&](sd_event_source** source) {
+        return sd_event_add_time(event_, source, CLOCK_MONOTONIC, 0, 0, onNextTry, this);
+    });
+    if (nextTry_) (void)sd_event_source_set_enabled(nextTry_.get(), SD_EVENT_OFF);
     (void)load();
+    if (!watch.watches()) tryAgainLater();
+}
+
+FileDefaultsStore::~FileDefaultsStore()
+{
+    if (unsaved.empty()) return;
+    (void)load();
+    (void)save();
 }
 
 std::string FileDefaultsStore::usualPath()
@@ -99,7 +117,7 @@ void FileDefaultsStore::set(const std::string& key, const DefaultsValue& value)
     const bool editedOutside = load();
     const bool differs = !holds(key, value);
     if (differs) unsaved.insert_or_assign(key, value);
-    save();
+    if (!save()) tryAgainLater();
     if (editedOutside || differs) listeners.call();
 }
 
@@ -128,37 +146,67 @@ bool FileDefaultsStore::holds(const std::string& key, const DefaultsValue& value
 // True when the values differ from those read before.
 bool FileDefaultsStore::load()
 {
-    auto content = readFile(path, longestFile);
-    if (content && content == text) return false;
+    auto content = readOwnFile(path, longestFile);
+    if (!content && !isSettled(errno)) {
+        isText = false;
+        tryAgainLater();
+        return false;
+    }
+    isText = content && content == text;
+    if (isText) return false;
 
     auto fresh = content ? tomlValues(*content) : std::nullopt;
+    isText = fresh.has_value();
     text = fresh ? std::move(content) : std::nullopt;
     const auto before = std::exchange(stored, std::move(fresh).value_or(TomlValues()));
     return stored != before;
 }
 
-void FileDefaultsStore::save()
+// False when it should be tried again.
+bool FileDefaultsStore::save()
 {
     auto next = text.value_or("");
     for (const auto& [key, value] : unsaved) {
         if (auto edited = withTomlValue(next, key, value)) next = std::move(*edited);
     }
-    if (next == text.value_or("")) return;
-    if (!text && !keepFileAside(path)) return;
+    if (next == text.value_or("")) return true;
+    if (!isText && !keepFileAside(path)) return false;
+    if (!replaceWith(path, next)) return false;
 
-    makeFolders(folderOf(path));
-    if (!replaceWith(path, next)) return;
     stored = tomlValues(next).value_or(TomlValues());
     text = std::move(next);
+    isText = true;
     std::erase_if(unsaved, [this](const auto& entry) {
         const auto found = stored.find(entry.first);
         return found != stored.end() && found->second == entry.second;
     });
+    return true;
 }
 
 void FileDefaultsStore::fileChanged()
 {
-    if (load()) listeners.call();
+    const bool differs = load();
+    if (!save() || !watch.watches()) tryAgainLater();
+    if (differs) listeners.call();
+}
+
+// A file tells when it changes, but not when its disk has room again; nor at all while the system
+// has no watches left.
+void FileDefaultsStore::tryAgainLater()
+{
+    if (path.empty() || !nextTry_) return;
+    const auto microseconds = static_cast<std::uint64_t>(untilNextTry.count() * 1e6);
+    (void)sd_event_source_set_time_relative(nextTry_.get(), microseconds);
+    (void)sd_event_source_set_time_accuracy(nextTry_.get(), microseconds / 4);
+    (void)sd_event_source_set_enabled(nextTry_.get(), SD_EVENT_ONESHOT);
+}
+
+int FileDefaultsStore::onNextTry(sd_event_source* /*source*/, std::uint64_t /*due*/, void* self)
+{
+    auto* const store = static_cast<FileDefaultsStore*>(self);
+    if (!store->watch.watches()) store->watch.renew();
+    store->fileChanged();
+    return 0;
 }
 
 }  // namespace vorlane::platform

@@ -18,9 +18,27 @@ constexpr std::uint32_t watchMask = IN_CLOSE_WRITE | IN_CREATE | IN_MOVED_TO | I
                                     IN_DELETE | IN_ATTRIB | goneMask | IN_ONLYDIR;
 constexpr std::uint32_t lostMask = goneMask | IN_IGNORED | IN_UNMOUNT | IN_Q_OVERFLOW;
 
+constexpr int mostLinks = 40;  // as the kernel follows
+
 std::string_view nameOf(std::string_view path)
 {
     return path.substr(path.rfind('/') + 1);
+}
+
+// Where a file is that `path` is a link to, or where it would be; empty when it is no such link.
+std::string targetOf(const std::string& path)
+{
+    namespace fs = std::filesystem;
+    std::error_code trouble;
+    fs::path target = path;
+    for (int links = 0; fs::is_symlink(target, trouble); ++links) {
+        const auto next = fs::read_symlink(target, trouble);
+        if (trouble || links == mostLinks) return {};
+        target = target.parent_path() / next;
+    }
+    const auto kind = fs::status(target, trouble).type();
+    const bool mayBeFile = kind == fs::file_type::regular || kind == fs::file_type::not_found;
+    return mayBeFile && target != path ? target.string() : "";
 }
 
 }  // namespace
@@ -33,10 +51,13 @@ FileWatch::FileWatch(sd_event* event, std::string file, std::function<void()> ca
     });
     if (!turn_) return;
     (void)sd_event_source_set_enabled(turn_.get(), SD_EVENT_OFF);
-    arm();
+    // After all that the watches have to report: what has reported to one of two in the same folder
+    // would be reported to each new one again, and that for ever.
+    (void)sd_event_source_set_priority(turn_.get(), SD_EVENT_PRIORITY_NORMAL + 1);
+    renew();
 }
 
-void FileWatch::arm()
+void FileWatch::renew()
 {
     watchNearestFolder();
     // The folder may have come between the look and the watch.
@@ -55,11 +76,8 @@ void FileWatch::watchNearestFolder()
 
 void FileWatch::watchTarget()
 {
-    target.clear();
     targetWatch_.reset();
-    std::error_code trouble;
-    if (!std::filesystem::is_symlink(path, trouble)) return;
-    target = std::filesystem::canonical(path, trouble);
+    target = targetOf(path);
     if (!target.empty()) targetWatch_ = watchFolderOf(target);
 }
 
@@ -87,7 +105,7 @@ int FileWatch::onChange(sd_event_source* /*source*/, const inotify_event* change
 int FileWatch::onTurn(sd_event_source* /*source*/, void* self)
 {
     auto* const watch = static_cast<FileWatch*>(self);
-    watch->arm();
+    watch->renew();
     watch->changed();
     return 0;
 }

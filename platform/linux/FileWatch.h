@@ -1,5 +1,6 @@
 // Tells when a file may have changed: written, replaced, removed or come back, and also when its
-// folder goes or comes. A link to a file is watched at both ends. It does not look into the file.
+// folder goes or comes. A link to a file is watched at both ends; what is no file, as a device that
+// others write to all the time, is not. It does not look into the file.
 #pragma once
 
 #include <sys/inotify.h>
@@ -16,8 +17,13 @@ public:
     // Calls `changed` on a later turn of the loop, once for what happened together.
     FileWatch(sd_event* event, std::string path, std::function<void()> changed);
 
+    // False while the system grants no watch.
+    bool watches() const { return watch_ != nullptr; }
+
+    // Asks the system once more.
+    void renew();
+
 private:
-    void arm();
     void watchNearestFolder();
     void watchTarget();
     EventSourcePointer watchFolderOf(const std::string& entry);

@@ -4,12 +4,14 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 
 #include "platform/linux/FileDescriptor.h"
+#include "platform/linux/Leftovers.h"
 
 namespace vorlane::platform {
 
@@ -85,44 +87,102 @@ int keepAs(const std::string& name, const std::string& path)
     return rename(path.c_str(), name.c_str()) == 0 ? 0 : errno;
 }
 
-}  // namespace
+void makeFolder(const std::string& path)
+{
+    if (mkdir(path.c_str(), S_IRWXU) != 0) return;
+    (void)chmod(path.c_str(), S_IRWXU);  // whatever the umask took from it
+}
+
+// For a call that sets no errno itself.
+bool failed(int reason)
+{
+    errno = reason;
+    return false;
+}
+
+// Over whatever stands there; a folder would have to be empty, and is kept aside.
+bool moveOver(const std::string& temporary, const std::string& path)
+{
+    const auto move = [&] { return rename(temporary.c_str(), path.c_str()) == 0; };
+    return move() || (errno == EISDIR && keepFileAside(path) && move());
+}
+
+struct Reading {
+    std::size_t limit;
+    bool whosever;  // not only the user's own and root's
+};
+
+// 0, or why it is not to be read.
+int objection(const struct stat& status, const Reading& reading)
+{
+    if (!S_ISREG(status.st_mode)) return EINVAL;
+    if (status.st_size < 0 || static_cast<std::size_t>(status.st_size) > reading.limit)
+        return EFBIG;
+    const bool isOwn = status.st_uid == geteuid() || status.st_uid == 0;
+    return isOwn || reading.whosever ? 0 : EPERM;
+}
 
 // Parsers look a little beyond the end of a text; where there is no room they copy it.
 constexpr std::size_t roomForParsers = 64;
 
-std::optional<std::string> readFile(const std::string& path, std::size_t limit)
+std::optional<std::string> read(const std::string& path, const Reading& reading)
 {
     const auto file = openFile(path, O_RDONLY | O_NONBLOCK | O_NOCTTY);
     struct stat status {};
-    if (!file || fstat(file.get(), &status) != 0 || !S_ISREG(status.st_mode)) return std::nullopt;
-    if (status.st_size < 0 || static_cast<std::size_t>(status.st_size) > limit) return std::nullopt;
+    if (!file || fstat(file.get(), &status) != 0) return std::nullopt;
+    errno = objection(status, reading);
+    if (errno != 0) return std::nullopt;
 
     std::string content;
     content.reserve(static_cast<std::size_t>(status.st_size) + roomForParsers);
     std::array<char, pieceSize> piece;
     for (;;) {
         const auto count =
-            uninterrupted([&] { return read(file.get(), piece.data(), piece.size()); });
+            uninterrupted([&] { return ::read(file.get(), piece.data(), piece.size()); });
         if (count < 0) return std::nullopt;
         if (count == 0) return content;
         content.append(piece.data(), static_cast<std::size_t>(count));
-        if (content.size() > limit) return std::nullopt;  // it grew meanwhile
+        if (content.size() <= reading.limit) continue;
+        errno = EFBIG;  // it grew meanwhile
+        return std::nullopt;
     }
+}
+
+}  // namespace
+
+std::optional<std::string> readFile(const std::string& path, std::size_t limit)
+{
+    return read(path, {.limit = limit, .whosever = true});
+}
+
+std::optional<std::string> readOwnFile(const std::string& path, std::size_t limit)
+{
+    return read(path, {.limit = limit, .whosever = false});
+}
+
+bool isSettled(int reason)
+{
+    constexpr std::array settled{ENOENT, ENOTDIR, EINVAL, EFBIG, EPERM, ELOOP, ENXIO, ENODEV};
+    return std::ranges::find(settled, reason) != settled.end();
 }
 
 bool replaceFile(const std::string& path, const FilePieces& next)
 {
     const auto folder = folderOf(path);
     const auto name = path.substr(path.rfind('/') + 1);
+    if (name.empty()) return failed(ENOENT);
+
+    makeFolders(folder);
+    removeLeftovers(folder, "." + name + ".");
     auto temporary = folder + "/." + name + ".XXXXXX";
     const FileDescriptor file(mkostemp(temporary.data(), O_CLOEXEC));
     if (!file) return false;
 
-    if (!writeAll(file.get(), next) || rename(temporary.c_str(), path.c_str()) != 0) {
+    (void)fchmod(file.get(), S_IRUSR | S_IWUSR);  // whatever the umask took from it
+    if (!writeAll(file.get(), next) || !moveOver(temporary, path)) {
         const int reason = errno;
         (void)unlink(temporary.c_str());
-        errno = reason;
-        return false;
+        return failed(reason);
     }
     syncFolder(folder);
     return true;
@@ -144,9 +204,9 @@ bool keepFileAside(const std::string& path)
 void makeFolders(const std::string& path)
 {
     for (auto end = path.find('/', 1); end != std::string::npos; end = path.find('/', end + 1)) {
-        (void)mkdir(path.substr(0, end).c_str(), S_IRWXU);
+        makeFolder(path.substr(0, end));
     }
-    (void)mkdir(path.c_str(), S_IRWXU);
+    makeFolder(path);
 }
 
 std::string folderOf(const std::string& path)

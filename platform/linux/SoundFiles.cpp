@@ -22,7 +22,8 @@ std::optional<std::string> SoundFiles::path(const std::string& name) const
 
 std::string soundThemeName(const std::string& name)
 {
-    return name == "default" ? "message-new-instant" : name;
+    const bool isName = name != "default" && name.find('/') == std::string::npos;
+    return isName ? name : "message-new-instant";
 }
 
 }  // namespace vorlane::platform

@@ -7,8 +7,9 @@ namespace vorlane::platform {
 
 namespace {
 
-// Thirty times a full history, so whatever is longer is none; and little enough to hold.
-constexpr std::size_t longestFile = 64U << 20U;
+// Seven times a full history, so whatever is longer is none. To find out that a text is no history
+// may take fourteen times its length, for a moment.
+constexpr std::size_t longestFile = 16U << 20U;
 
 }  // namespace
 
@@ -26,7 +27,7 @@ void XdgFileManager::createFolder(const std::string& path)
 
 std::optional<std::string> XdgFileManager::read(const std::string& path)
 {
-    return readFile(path, longestFile);
+    return readOwnFile(path, longestFile);
 }
 
 bool XdgFileManager::replace(const std::string& path, const Pieces& next)

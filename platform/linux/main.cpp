@@ -3,6 +3,7 @@
 #include <malloc.h>
 #include <unistd.h>
 
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <string>
@@ -40,6 +41,13 @@ void openStandardStreams()
     if (lowest > STDERR_FILENO) (void)close(lowest);
 }
 
+// Where the size of files is limited, a save that is too long fails as on a full disk; unless told,
+// the kernel ends the program.
+void outliveFileSizeLimits()
+{
+    (void)std::signal(SIGXFSZ, SIG_IGN);
+}
+
 enum class End { failed, done, restart, restartAndOpen };
 
 End refuse(const char* reason)
@@ -66,6 +74,7 @@ int startAnew(const std::string& program, bool open)
 End run(MenuAction action)
 {
     openStandardStreams();
+    outliveFileSizeLimits();
     returnFreedMemory();
     followSystemTimeZone();
     SdEventRunLoop loop;
@@ -112,15 +121,21 @@ int start(const CommandLine& commandLine)
     return EXIT_FAILURE;
 }
 
+int print(const char* text)
+{
+    const bool arrived = std::fputs(text, stdout) >= 0 && std::fflush(stdout) == 0;
+    return arrived ? EXIT_SUCCESS : EXIT_FAILURE;
+}
+
 int follow(const CommandLine& commandLine)
 {
     switch (commandLine.kind) {
         case CommandLine::Kind::start:
             return start(commandLine);
         case CommandLine::Kind::help:
-            return std::fputs(commandLineHelp, stdout) < 0 ? EXIT_FAILURE : EXIT_SUCCESS;
+            return print(commandLineHelp);
         case CommandLine::Kind::version:
-            return std::puts("vorlane " VORLANE_VERSION) < 0 ? EXIT_FAILURE : EXIT_SUCCESS;
+            return print("vorlane " VORLANE_VERSION "\n");
         case CommandLine::Kind::unknown:
             (void)std::fputs(commandLineHelp, stderr);
             return 2;

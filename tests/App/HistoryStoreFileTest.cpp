@@ -208,6 +208,37 @@ TEST_F(HistoryStoreFileTest, KeepsAnUnreadableFileAside)
     EXPECT_EQ(file(), "[]");
 }
 
+TEST_F(HistoryStoreFileTest, GoesOnWithAFileThatCouldNotBeReadForAMoment)
+{
+    {
+        auto before = open(start);
+        before.record(onBattery(50), {.at = start});
+    }
+    files.readable = false;
+    auto store = open(start + 1min);
+    files.readable = true;
+
+    store.record(onBattery(49), {.at = start + 1min});
+
+    EXPECT_THAT(store.samples, ElementsAre(at(start, 50), at(start + 1min, 49)));
+    EXPECT_EQ(saved(), store.samples);
+    EXPECT_EQ(aside(), std::nullopt);
+}
+
+TEST_F(HistoryStoreFileTest, StaysEmptyWhenItWasClearedBeforeTheFileCouldBeRead)
+{
+    files.contents[url] = "[{\"t\":1767603600,\"p\":50,\"c\":true,\"a\":true}]";
+    files.readable = false;
+    auto store = open();
+    files.readable = true;
+
+    store.save(start);
+    store.save(start + 1h);
+
+    EXPECT_THAT(store.samples, IsEmpty());
+    EXPECT_EQ(file(), "[]");
+}
+
 TEST_F(HistoryStoreFileTest, KeepsNothingAsideThatItCouldLoad)
 {
     auto store = openOn("[]");

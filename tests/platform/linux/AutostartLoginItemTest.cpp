@@ -2,6 +2,10 @@
 
 #include <gmock/gmock.h>
 
+#include <unistd.h>
+
+#include <cstdlib>
+#include <random>
 #include <sstream>
 
 #include "tests/platform/linux/TemporaryFolder.h"
@@ -176,6 +180,99 @@ TEST_F(AutostartLoginItemTest, StartsAProgramWithAnyName)
     (void)item().setEnabled(true);
 
     EXPECT_TRUE(item().enabled());
+}
+
+// Bytes that mean something to a reader of desktop files, or to a shell; and any others.
+std::vector<std::string> awkwardNames()
+{
+    std::vector<std::string> names{"plain",
+                                   "a b",
+                                   " lead",
+                                   "trail ",
+                                   "q\"q",
+                                   "s'q",
+                                   "$HOME",
+                                   "`id`",
+                                   "$(id)",
+                                   "50%",
+                                   "%f%u%%",
+                                   "back\\slash",
+                                   "\\n\\s",
+                                   "new\nline",
+                                   "tab\tx",
+                                   "cr\rx",
+                                   "caf\xC3\xA9",
+                                   "bad\xFF\xFE",
+                                   "caf\xE9 50%",
+                                   "a=b",
+                                   ";&|<>*?#()~!{}[]",
+                                   "\x01\x7F",
+                                   "-c",
+                                   "~",
+                                   "#"};
+    constexpr std::string_view nasty = "\"'`$\\%= \n\t;&|*?<>()#~!\xC3\xA9\xFFn0";
+    std::mt19937 random(7);
+    for (int i = 0; i < 40; ++i) {
+        std::string name = "r" + std::to_string(i);
+        for (auto left = 1 + random() % 8; left > 0; --left) name += nasty[random() % nasty.size()];
+        names.push_back(name);
+    }
+    return names;
+}
+
+bool appearsSoon(const std::filesystem::path& path)
+{
+    for (int look = 0; look < 1000 && !std::filesystem::exists(path); ++look) (void)usleep(10'000);
+    return std::filesystem::exists(path);
+}
+
+TEST_F(AutostartLoginItemTest, IsStartedFromAnyFolder)
+{
+    if (std::system("/usr/bin/python3 -c 'from gi.repository import Gio' 2>/dev/null") != 0) {
+        GTEST_SKIP() << "there is no GLib for Python here, which would start the programs";
+    }
+    std::vector<std::filesystem::path> started;
+    std::string command = "/usr/bin/python3 " VORLANE_LAUNCH;
+    for (const auto& name : awkwardNames()) {
+        const auto program = std::filesystem::path(name) / "vorlane";
+        folder.write(program, "#!/bin/sh\n: > \"$0.started\"\n");
+        std::filesystem::permissions(folder.path() / program, std::filesystem::perms::owner_all);
+        places.program = (folder.path() / program).string();
+        places.own =
+            (folder.path() / "home" / std::to_string(started.size())).string() + ".desktop";
+
+        EXPECT_EQ(item().setEnabled(true), std::nullopt);
+        EXPECT_TRUE(item().enabled()) << name;
+        started.emplace_back(places.program + ".started");
+        command += " " + places.own;
+    }
+
+    EXPECT_EQ(std::system(command.c_str()), 0);
+
+    for (const auto& mark : started) EXPECT_TRUE(appearsSoon(mark)) << mark;
+}
+
+TEST_F(AutostartLoginItemTest, SeesThatAProgramInAnOddFolderIsGone)
+{
+    writeProgram("50%/vorlane");
+    places.program = (folder.path() / "50%/vorlane").string();
+    (void)item().setEnabled(true);
+
+    std::filesystem::remove(places.program);
+
+    EXPECT_FALSE(item().enabled());
+}
+
+TEST_F(AutostartLoginItemTest, ChangesNothingThatItCannotKeepAside)
+{
+    folder.write(std::filesystem::path("home/autostart") / fileName, "mine");
+    for (int i = 0; i < 1000; ++i) {
+        std::ofstream(places.own + ".bad" + (i == 0 ? "" : "." + std::to_string(i)));
+    }
+
+    EXPECT_EQ(item().setEnabled(true), "File exists");
+
+    EXPECT_EQ(own(), "mine");
 }
 
 TEST_F(AutostartLoginItemTest, TakesGarbageForOffAndKeepsItAside)

@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 
+#include <random>
+
 namespace vorlane::platform {
 namespace {
 
@@ -84,7 +86,39 @@ TEST(DesktopEntryTest, KeepsAllThatItDoesNotChange)
 TEST(DesktopEntryTest, QuotesAnyPath)
 {
     EXPECT_EQ(execCommand("/usr/bin/vorlane"), "\"/usr/bin/vorlane\"");
-    EXPECT_EQ(execCommand("/a b/50%/$x/`y`/\"z\"/\\"), "\"/a b/50%%/\\$x/\\`y\\`/\\\"z\\\"/\\\\\"");
+    EXPECT_EQ(execCommand("/a b/$x/`y`/\"z\"/\\"), "\"/a b/\\$x/\\`y\\`/\\\"z\\\"/\\\\\"");
+    EXPECT_EQ(execCommand("/caf\xC3\xA9"), "\"/caf\xC3\xA9\"");
+}
+
+TEST(DesktopEntryTest, HasAShellMakeWhatAValueCannotHold)
+{
+    EXPECT_EQ(execCommand("/a b/50%/caf\xE9"),
+              "/bin/sh -c \"exec \\\"\\$(printf %%b '/a\\\\0040b/50\\\\0045/caf\\\\0351')\\\"\"");
+}
+
+TEST(DesktopEntryTest, TakesNoOtherCommandOfAShellForItsOwn)
+{
+    const std::string own = execCommand("/50%");
+    for (const auto* other : {"/bin/sh -c \"exec true\"", "/bin/sh -c"}) {
+        EXPECT_EQ(programOf(other), "/bin/sh");
+    }
+    for (std::size_t length = 12; length < own.size(); ++length) {
+        EXPECT_EQ(programOf(own.substr(0, length)), "/bin/sh");
+    }
+}
+
+TEST(DesktopEntryTest, ReadsBackPathsOfAnyBytes)
+{
+    std::mt19937 random(1);
+    for (int i = 0; i < 2000; ++i) {
+        std::string path = "/";
+        for (auto left = random() % 20; left > 0; --left)
+            path += static_cast<char>(1 + random() % 255);
+        DesktopEntry entry("[Desktop Entry]\n");
+        entry.set("Exec", execCommand(path));
+
+        EXPECT_EQ(programOf(DesktopEntry(entry.text()).value("Exec").value()), path);
+    }
 }
 
 TEST(DesktopEntryTest, ReadsBackAnyPathThatItWrote)

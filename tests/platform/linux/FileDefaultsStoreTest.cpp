@@ -1,7 +1,9 @@
 #include "platform/linux/FileDefaultsStore.h"
 
 #include <gmock/gmock.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <cmath>
 #include <memory>
@@ -407,6 +409,76 @@ TEST_F(FileDefaultsStoreTest, WritesAnUnsavedValueWhenItIsSetOnceMore)
 
     EXPECT_EQ(text(), "limit = 85\n");
     EXPECT_EQ(toldNow(), 1);
+}
+
+TEST_F(FileDefaultsStoreTest, TriesAgainByItselfToWrite)
+{
+    folder.write("vorlane", "a file where the folder should be");
+    FileDefaultsStore store(loop.event(), file, Seconds{0.001});
+    store.set("limit", std::int64_t{85});
+    fs::remove(file.parent_path());
+
+    while (text() == "none") (void)sd_event_run(loop.event(), UINT64_MAX);
+
+    EXPECT_EQ(text(), "limit = 85\n");
+}
+
+TEST_F(FileDefaultsStoreTest, WritesAtItsEndWhatItCouldNotBefore)
+{
+    folder.write("vorlane", "a file where the folder should be");
+    {
+        const auto store = open();
+        store->set("limit", std::int64_t{85});
+        fs::remove(file.parent_path());
+    }
+
+    EXPECT_EQ(text(), "limit = 85\n");
+}
+
+TEST_F(FileDefaultsStoreTest, NoticesAnEditAlsoWhenTheSystemHadNoWatchForAWhile)
+{
+    write("limit = 70\n");
+    FileDefaultsStore store(loop.event(), file, Seconds{0.05});
+    EXPECT_EQ(store.integerForKey("limit"), 70);
+    const auto folderPath = file.parent_path();
+    fs::rename(folderPath, folderPath.string() + ".away");
+    fs::rename(folderPath.string() + ".away", folderPath);  // it must be watched anew
+    rlimit before{};
+    (void)getrlimit(RLIMIT_NOFILE, &before);
+    const rlimit none{.rlim_cur = 3, .rlim_max = before.rlim_max};
+    (void)setrlimit(RLIMIT_NOFILE, &none);
+    (void)toldNow();
+    (void)setrlimit(RLIMIT_NOFILE, &before);
+
+    write("limit = 60\n");
+    while (store.integerForKey("limit") != 60) (void)sd_event_run(loop.event(), UINT64_MAX);
+    write("limit = 50\n");
+    (void)toldNow();
+
+    EXPECT_EQ(store.integerForKey("limit"), 50);
+}
+
+TEST_F(FileDefaultsStoreTest, IsIdleWhenThereIsNoTrouble)
+{
+    FileDefaultsStore store(loop.event(), file, Seconds{0.001});
+    store.set("limit", std::int64_t{85});
+    (void)toldNow();
+
+    EXPECT_EQ(sd_event_run(loop.event(), 50'000), 0);
+}
+
+TEST_F(FileDefaultsStoreTest, TakesAnotherUsersFileForNone)
+{
+    if (getuid() != 0) GTEST_SKIP() << "only root can give a file to somebody else";
+    write("limit = 60\n");
+    ASSERT_EQ(chown(file.c_str(), 12'345, 12'345), 0);
+    const auto store = open();
+    EXPECT_EQ(store->integerForKey("limit"), 0);
+
+    store->set("low", std::int64_t{10});
+
+    EXPECT_EQ(text(), "low = 10\n");
+    EXPECT_EQ(text(".bad"), "limit = 60\n");
 }
 
 TEST_F(FileDefaultsStoreTest, KeepsInMemoryWhatAFileCannotHold)

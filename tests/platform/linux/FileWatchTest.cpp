@@ -1,6 +1,7 @@
 #include "platform/linux/FileWatch.h"
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 
 #include "platform/linux/SdEventRunLoop.h"
 #include "tests/platform/linux/TemporaryFolder.h"
@@ -25,8 +26,9 @@ protected:
     int callsNow()
     {
         calls = 0;
-        while (sd_event_run(loop.event(), 0) > 0) {
-        }
+        int turns = 0;
+        while (turns < 10'000 && sd_event_run(loop.event(), 0) > 0) ++turns;
+        EXPECT_LT(turns, 10'000) << "it comes to no end";
         return calls;
     }
 
@@ -84,6 +86,68 @@ TEST_F(FileWatchTest, TellsOfAWriteToWhatTheFileIsALinkTo)
     EXPECT_EQ(callsNow(), 1);
     write(elsewhere / "target", "no longer meant");
     EXPECT_EQ(callsNow(), 0);
+}
+
+TEST_F(FileWatchTest, TellsOnceOfAWriteToWhatALinkLeadsToInItsFolder)
+{
+    write(parent / "other", "old");
+    fs::create_symlink("other", file);
+    const FileWatch watch(loop.event(), file, [this] { ++calls; });
+
+    write(parent / "other", "new");
+
+    EXPECT_EQ(callsNow(), 1);
+}
+
+TEST_F(FileWatchTest, TellsWhenWhatALinkLeadsToAppears)
+{
+    fs::create_symlink("other", parent / "link");
+    fs::create_symlink("link", file);
+    const FileWatch watch(loop.event(), file, [this] { ++calls; });
+
+    write(parent / "other", "new");
+
+    EXPECT_EQ(callsNow(), 1);
+}
+
+// Everybody writes to it all the time.
+TEST_F(FileWatchTest, DoesNotWatchADeviceThatTheFileIsALinkTo)
+{
+    fs::create_symlink("/dev/null", file);
+    const FileWatch watch(loop.event(), file, [this] { ++calls; });
+
+    write("/dev/null", "nothing");
+
+    EXPECT_EQ(callsNow(), 0);
+}
+
+TEST_F(FileWatchTest, CopesWithLinksInACircle)
+{
+    fs::create_symlink("other", file);
+    fs::create_symlink(file, parent / "other");
+    const FileWatch watch(loop.event(), file, [this] { ++calls; });
+
+    fs::remove(file);
+    write(file, "new");
+
+    EXPECT_EQ(callsNow(), 1);
+}
+
+TEST_F(FileWatchTest, SaysThatItCannotWatchUntilItCan)
+{
+    rlimit before{};
+    (void)getrlimit(RLIMIT_NOFILE, &before);
+    const rlimit none{.rlim_cur = 3, .rlim_max = before.rlim_max};
+    (void)setrlimit(RLIMIT_NOFILE, &none);
+    FileWatch watch(loop.event(), file, [this] { ++calls; });
+    (void)setrlimit(RLIMIT_NOFILE, &before);
+    EXPECT_FALSE(watch.watches());
+
+    watch.renew();
+
+    EXPECT_TRUE(watch.watches());
+    write(file, "new");
+    EXPECT_EQ(callsNow(), 1);
 }
 
 TEST_F(FileWatchTest, TellsWhenTheFileBecomesReadable)

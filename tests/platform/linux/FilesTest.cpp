@@ -4,13 +4,17 @@
 #include <gmock/gmock.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <csignal>
 #include <fstream>
+#include <set>
 #include <utility>
 #include <vector>
 
+#include "tests/platform/linux/ChildProcess.h"
 #include "tests/platform/linux/TemporaryFolder.h"
 
 namespace vorlane::platform {
@@ -57,6 +61,19 @@ protected:
         }
         std::ranges::sort(names);
         return names;
+    }
+
+    static unsigned modeOf(const fs::path& path)
+    {
+        return static_cast<unsigned>(fs::symlink_status(path).permissions());
+    }
+
+    // As if nobody had touched it for years.
+    void makeOld(const char* name) const
+    {
+        const timespec old[] = {{.tv_sec = 1'000'000'000, .tv_nsec = 0},
+                                {.tv_sec = 1'000'000'000, .tv_nsec = 0}};
+        (void)utimensat(AT_FDCWD, (folder.path() / name).c_str(), old, AT_SYMLINK_NOFOLLOW);
     }
 
     bool replaceWith(std::string_view content) const
@@ -180,22 +197,134 @@ TEST_F(FilesTest, LeavesTheOldFileUntouchedOnAFullDisk)
     EXPECT_THAT(names(), ElementsAre("file"));
 }
 
-TEST_F(FilesTest, LeavesNothingBehindWhenAFolderStandsInTheWay)
+TEST_F(FilesTest, KeepsAFolderAsideThatStandsInTheWay)
 {
     fs::create_directories(fs::path(file) / "inner");
 
-    EXPECT_FALSE(replaceWith("new"));
+    EXPECT_TRUE(replaceWith("new"));
 
-    EXPECT_THAT(names(), ElementsAre("file"));
-    EXPECT_TRUE(fs::is_directory(fs::path(file) / "inner"));
+    EXPECT_EQ(readFile(file, limit), "new");
+    EXPECT_THAT(names(), ElementsAre("file", "file.bad"));
+    EXPECT_TRUE(fs::is_directory(fs::path(file + ".bad") / "inner"));
 }
 
-TEST_F(FilesTest, CannotWriteWhereThereIsNoFolder)
+TEST_F(FilesTest, MakesAFileAndItsFoldersWhateverTheUmask)
+{
+    file = folder.path() / "new" / "inner" / "file";
+    const auto before = umask(0777);
+    const bool replaced = replaceWith("content");
+    (void)umask(before);
+
+    EXPECT_TRUE(replaced);
+    EXPECT_EQ(modeOf(file), 0600U);
+    EXPECT_EQ(modeOf(folder.path() / "new" / "inner"), 0700U);
+    EXPECT_EQ(modeOf(folder.path() / "new"), 0700U);
+}
+
+TEST_F(FilesTest, LeavesAFolderThatIsThereAsItIs)
+{
+    fs::permissions(folder.path(), fs::perms{0755});
+
+    EXPECT_TRUE(replaceWith("content"));
+
+    EXPECT_EQ(modeOf(folder.path()), 0755U);
+    EXPECT_EQ(modeOf(file), 0600U);
+}
+
+TEST_F(FilesTest, GivesAnOpenFileToNobodyElse)
+{
+    folder.write("file", "old");
+    fs::permissions(file, fs::perms{0666});
+
+    EXPECT_TRUE(replaceFile(file, [&, first = true]() mutable -> std::string_view {
+        for (const auto& name : names())
+            EXPECT_TRUE(name == "file" || modeOf(folder.path() / name) == 0600);
+        return std::exchange(first, false) ? "new" : "";
+    }));
+
+    EXPECT_EQ(modeOf(file), 0600U);
+}
+
+// Whoever knew the name could have made a link there.
+TEST_F(FilesTest, WritesToAFileWhoseNameNobodyCanTellBeforehand)
+{
+    std::set<std::string> seen;
+    for (int i = 0; i < 20; ++i) {
+        std::string_view content = "new";
+        EXPECT_TRUE(replaceFile(file, [&] {
+            for (const auto& name : names()) seen.insert(name);
+            return std::exchange(content, {});
+        }));
+    }
+
+    seen.erase("file");
+    EXPECT_EQ(seen.size(), 20U);
+}
+
+TEST_F(FilesTest, TakesAwayWhatAKilledProcessLeft)
+{
+    for (const auto* name : {".file.aB3xY9", ".file.young1", ".file.other", ".file.six-le",
+                             ".file2.aB3xY9", "file.aB3xY9"}) {
+        folder.write(name, "left");
+        if (name != std::string_view(".file.young1")) makeOld(name);
+    }
+    fs::create_directory(folder.path() / ".file.folder");
+    fs::create_symlink("file", folder.path() / ".file.aalink");
+    makeOld(".file.folder");
+    makeOld(".file.aalink");
+
+    EXPECT_TRUE(replaceWith("new"));
+
+    EXPECT_THAT(names(), ElementsAre(".file.aalink", ".file.folder", ".file.other", ".file.six-le",
+                                     ".file.young1", ".file2.aB3xY9", "file", "file.aB3xY9"));
+}
+
+TEST_F(FilesTest, ReadsItsOwnAndRootsFilesOnly)
+{
+    if (getuid() != 0) GTEST_SKIP() << "only root can give a file to somebody else";
+    folder.write("file", "content");
+    fs::permissions(folder.path(), fs::perms{0777});
+    fs::permissions(file, fs::perms{0666});
+    ASSERT_EQ(chown(file.c_str(), 12'345, 12'345), 0);
+
+    EXPECT_EQ(readOwnFile(file, limit), std::nullopt);
+    EXPECT_EQ(errno, EPERM);
+    EXPECT_EQ(readFile(file, limit), "content");
+    fs::create_symlink(file, folder.path() / "link");
+    EXPECT_EQ(readOwnFile(folder.path() / "link", limit), std::nullopt);
+
+    ASSERT_EQ(chown(file.c_str(), 0, 0), 0);
+    EXPECT_TRUE(holdsInChild([&] {
+        ASSERT_EQ(setresuid(nobody, nobody, nobody), 0);
+        EXPECT_EQ(readOwnFile(file, limit), "content");
+    }));
+}
+
+TEST_F(FilesTest, SaysWhyAFileCannotBeRead)
+{
+    const auto why = [](const std::string& path) {
+        EXPECT_EQ(readFile(path, limit), std::nullopt);
+        return errno;
+    };
+    folder.write("long", std::string(limit + 1, 'x'));
+
+    EXPECT_EQ(why(file), ENOENT);
+    EXPECT_EQ(why(folder.path()), EINVAL);
+    EXPECT_EQ(why("/dev/zero"), EINVAL);
+    EXPECT_EQ(why(folder.path() / "long"), EFBIG);
+    EXPECT_TRUE(isSettled(EFBIG));
+    EXPECT_FALSE(isSettled(EIO));
+    EXPECT_FALSE(isSettled(EMFILE));
+}
+
+TEST_F(FilesTest, CannotWriteWhereThereCanBeNoFolder)
 {
     folder.write("plain", "");
 
-    EXPECT_FALSE(replaceFile(folder.path() / "missing" / "file", [] { return ""; }));
     EXPECT_FALSE(replaceFile(folder.path() / "plain" / "file", [] { return ""; }));
+    EXPECT_FALSE(replaceFile("", [] { return ""; }));
+    EXPECT_FALSE(replaceFile(folder.path().string() + "/", [] { return ""; }));
+    EXPECT_THAT(names(), ElementsAre("plain"));
 }
 
 TEST_F(FilesTest, KeepsAFileUnderASecondNameUntilItIsReplaced)

@@ -36,5 +36,12 @@ TEST(SoundFilesTest, KnowsTheDesktopsNameOfTheDefault)
     EXPECT_EQ(soundThemeName("bell"), "bell");
 }
 
+// Whoever plays it makes a path of it.
+TEST(SoundFilesTest, TakesNoPathForAName)
+{
+    EXPECT_EQ(soundThemeName("../../secret"), "message-new-instant");
+    EXPECT_EQ(soundThemeName("/secret"), "message-new-instant");
+}
+
 }  // namespace
 }  // namespace vorlane::platform

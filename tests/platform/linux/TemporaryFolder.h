@@ -13,10 +13,14 @@ namespace vorlane::platform {
 
 class TemporaryFolder {
 public:
-    TemporaryFolder()
+    static constexpr const char* memory = "/dev/shm";  // where there is such a disk
+
+    TemporaryFolder() { make(testing::TempDir()); }
+
+    explicit TemporaryFolder(const char* disk)
     {
-        std::string pattern = testing::TempDir() + "/vorlane-XXXXXX";
-        if (mkdtemp(pattern.data())) folder = pattern;
+        make(disk);
+        if (folder.empty()) make(testing::TempDir());
     }
     TemporaryFolder(const TemporaryFolder&) = delete;
     TemporaryFolder& operator=(const TemporaryFolder&) = delete;
@@ -36,6 +40,12 @@ public:
     }
 
 private:
+    void make(const std::string& parent)
+    {
+        std::string pattern = parent + "/vorlane-XXXXXX";
+        if (mkdtemp(pattern.data())) folder = pattern;
+    }
+
     std::filesystem::path folder;
 };
 

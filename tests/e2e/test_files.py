@@ -1,0 +1,49 @@
+"""The program with files that it cannot read or write; what else can be wrong with them is tried in
+tests/platform/linux."""
+import os
+import resource
+import stat
+
+import pytest
+
+
+def test_pipes_in_the_place_of_files_do_not_hold_it_up(laptop, vorlane, item):
+    for path in (vorlane.history_path, vorlane.settings_path):
+        os.makedirs(os.path.dirname(path), exist_ok=True)
+        os.mkfifo(path)
+
+    vorlane.start()
+    laptop.charge_to(59)
+    item.wait_for_label('59%')
+    item.choose('Snooze 1 hour')
+    item.wait_for_menu_line('Cancel Snooze')
+    vorlane.quit()
+
+    assert [sample['p'] for sample in vorlane.history()] == [60, 59]
+    assert vorlane.snooze_deadline()
+    for path in (vorlane.history_path, vorlane.settings_path):
+        assert stat.S_ISFIFO(os.stat(path + '.bad').st_mode)
+        assert stat.S_IMODE(os.stat(path).st_mode) == 0o600
+
+
+def test_a_limit_to_the_size_of_files_does_not_end_it(laptop, vorlane, item):
+    vorlane.start()
+    _, hard = resource.prlimit(vorlane.process.pid, resource.RLIMIT_FSIZE)
+    resource.prlimit(vorlane.process.pid, resource.RLIMIT_FSIZE, (0, hard))
+
+    laptop.plug_in()
+    vorlane.round_trip()
+    laptop.charge_to(59)
+    item.wait_for_label('59%')
+    assert len(vorlane.history()) == 1
+
+    resource.prlimit(vorlane.process.pid, resource.RLIMIT_FSIZE, (hard, hard))
+    vorlane.quit()
+    assert [sample['p'] for sample in vorlane.history()][-1] == 59
+
+
+@pytest.mark.parametrize('argument', ['--help', '--version'])
+def test_an_answer_that_cannot_be_written_is_a_failure(laptop, vorlane, argument):
+    process = vorlane.spawn_in_shell(f'"$0" {argument} >/dev/full')
+
+    assert process.wait_for_end() == 1
