@@ -156,16 +156,19 @@ std::optional<std::string> withAsciiValue(std::string_view text, const std::stri
     auto table = parsed(text);
     if (!table) return std::nullopt;
 
+    const auto line = tomlKey(key) + " = " + tomlLiteral(value);
     const auto* node = table->get(key);
-    auto edited = node != nullptr ? replaced(text, *node, tomlLiteral(value))
-                                  : inserted(text, tomlKey(key) + " = " + tomlLiteral(value));
+    auto edited =
+        node != nullptr ? replaced(text, *node, tomlLiteral(value)) : inserted(text, line);
+    auto others = *table;
+    others.erase(key);
     std::visit([&](const auto& plain) { table->insert_or_assign(key, plain); }, value);
     if (says(text, *table)) return std::string(text);  // set already, however it is spelt
     if (says(edited, *table)) return edited;
 
     // A key that is a table of several lines: everything is kept but comments and layout.
-    if (!isWritable(*table)) return std::nullopt;
-    auto whole = written(*table);
+    if (!isWritable(others)) return std::nullopt;
+    auto whole = inserted(written(others), line);
     if (says(whole, *table)) return whole;
     return std::nullopt;
 }

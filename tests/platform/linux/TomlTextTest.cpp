@@ -160,6 +160,13 @@ TEST(TomlTextTest, KeepsTheContentWhenATableStandsInTheWay)
               DefaultsValue(std::int64_t{85}));
 }
 
+TEST(TomlTextTest, PutsAnyValueWhereATableStoodInTheWay)
+{
+    constexpr auto least = std::numeric_limits<std::int64_t>::min();
+    const auto edited = withTomlValue("[limit]\na = 1", "limit", least);
+    EXPECT_EQ(tomlValues(edited.value_or(""))->at("limit"), DefaultsValue(least));
+}
+
 TEST(TomlTextTest, KeepsNumbersOfOthersThatHaveNoLogarithm)
 {
     const std::string odd =
