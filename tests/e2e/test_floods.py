@@ -15,6 +15,7 @@ DISPLAY_DEVICE = '/org/freedesktop/UPower/devices/DisplayDevice'
 DEVICE = 'org.freedesktop.UPower.Device'
 APPLICATION = 'org.freedesktop.Application'
 MOST_GROWTH = 4096  # KiB
+MOST_ROUNDS = 5
 
 
 def properties(minutes):
@@ -59,13 +60,19 @@ def of_tokens(system, session, count):
 
 
 def expect_no_growth(vorlane, first, second):
-    """What comes once may stay, as in caches; what comes twice would come for ever."""
-    first()
-    before, used, began = memory_of(vorlane.process), cpu_of(vorlane.process), time.monotonic()
-    second()
-    growth = memory_of(vorlane.process) - before
-    print(f'{time.monotonic() - began:.2f} s, {cpu_of(vorlane.process) - used:.2f} s of CPU, {growth} KiB more')
-    assert growth < MOST_GROWTH
+    """What grows each time grows for ever; what waited in a longer queue than ever before leaves its
+    room behind once."""
+    growths = []
+    for _ in range(MOST_ROUNDS):
+        first()
+        before, used, began = memory_of(vorlane.process), cpu_of(vorlane.process), time.monotonic()
+        second()
+        growths.append(memory_of(vorlane.process) - before)
+        print(f'{time.monotonic() - began:.2f} s, {cpu_of(vorlane.process) - used:.2f} s of CPU, '
+              f'{growths[-1]} KiB more')
+        if growths[-1] < MOST_GROWTH:
+            return
+    pytest.fail(f'grew by {growths} KiB')
 
 
 @pytest.fixture
