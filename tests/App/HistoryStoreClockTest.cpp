@@ -1,0 +1,123 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "tests/App/HistoryStoreFixture.h"
+
+namespace vorlane {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using namespace std::chrono_literals;
+
+using HistoryStoreClockTest = HistoryStoreFixture;
+
+TEST_F(HistoryStoreClockTest, SetsAsideWhatIsLaterThanTheClock)
+{
+    auto store = open();
+    store.samples = {at(start, 1), at(start + 1h, 2), at(start + 1h + 1ms, 3), at(start + 2h, 4)};
+
+    store.clockWasSet(-1h, start + 1h);
+
+    EXPECT_THAT(store.samples, ElementsAre(at(start, 1), at(start + 1h, 2)));
+}
+
+TEST_F(HistoryStoreClockTest, SetsAsideWhatIsOlderThanThirtyDays)
+{
+    auto store = open();
+    store.samples = {at(start - 1ms, 1), at(start, 2), at(start + 1h, 3)};
+
+    store.clockWasSet(29 * 24h, start + 30 * 24h);
+
+    EXPECT_THAT(store.samples, ElementsAre(at(start, 2), at(start + 1h, 3)));
+}
+
+TEST_F(HistoryStoreClockTest, SetsAsideWhatIsLaterThanAReading)
+{
+    auto store = open();
+    store.record(onBattery(50), {.at = start + 1h});
+
+    store.record(onBattery(49), {.at = start});
+    EXPECT_THAT(store.samples, ElementsAre(at(start, 49)));
+
+    store.clockWasSet(1h, start + 1h);
+    EXPECT_THAT(store.samples, ElementsAre(at(start, 49), at(start + 1h, 50)));
+}
+
+TEST_F(HistoryStoreClockTest, TakesBackInItsPlaceWhatWasSetAside)
+{
+    auto store = open();
+    store.samples = {at(start, 1), at(start + 2h, 3), at(start + 4h, 5)};
+    store.clockWasSet(-4h, start);
+    store.record(onBattery(2), {.at = start + 1h});
+
+    store.clockWasSet(2h, start + 3h);
+    EXPECT_THAT(store.samples, ElementsAre(at(start, 1), at(start + 1h, 2), at(start + 2h, 3)));
+
+    store.clockWasSet(1h, start + 4h);
+    EXPECT_THAT(store.samples,
+                ElementsAre(at(start, 1), at(start + 1h, 2), at(start + 2h, 3), at(start + 4h, 5)));
+}
+
+TEST_F(HistoryStoreClockTest, ForgetsAfterADayWhatWasSetAside)
+{
+    const auto afterLookingAt = [&](Date date) {
+        auto store = open();
+        store.samples = {at(start, 1), at(start + 48h, 3)};
+        store.clockWasSet(-48h, start);
+        store.record(onBattery(2), {.at = date});
+        store.clockWasSet(24h, start + 48h);
+        return store.samples;
+    };
+
+    const Date day = start + 24h;
+    EXPECT_THAT(afterLookingAt(day), ElementsAre(at(start, 1), at(day, 2), at(start + 48h, 3)));
+    EXPECT_THAT(afterLookingAt(day + 1ms), ElementsAre(at(start, 1), at(day + 1ms, 2)));
+}
+
+TEST_F(HistoryStoreClockTest, KeepsNothingAsideLongerForReadingsInBetween)
+{
+    auto store = open();
+    store.samples = {at(start, 1), at(start + 48h, 9)};
+    store.clockWasSet(-48h, start);
+
+    store.record(onBattery(2), {.at = start + 20h});
+    store.record(onBattery(3), {.at = start + 20h});
+    store.record(onBattery(4), {.at = start + 25h});
+    store.clockWasSet(24h, start + 49h);
+
+    EXPECT_THAT(store.samples, ElementsAre(at(start, 1), at(start + 20h, 2), at(start + 20h, 3),
+                                           at(start + 25h, 4)));
+}
+
+TEST_F(HistoryStoreClockTest, ForgetsWhatWasSetAsideWhenItIsCleared)
+{
+    auto store = open();
+    store.samples = {at(start, 1), at(start + 2h, 2)};
+    store.clockWasSet(-2h, start);
+
+    store.clear();
+    store.clockWasSet(2h, start + 2h);
+
+    EXPECT_THAT(store.samples, IsEmpty());
+}
+
+TEST_F(HistoryStoreClockTest, SavesNoSoonerAndNoLaterThanByAClockThatWasNotSet)
+{
+    for (const Seconds set : {Seconds{1h}, Seconds{-1h}}) {
+        files.contents.clear();
+        auto store = open();
+        store.record(onBattery(50), {.at = start});
+        files.replacements = 0;
+
+        store.clockWasSet(set, start + set);
+        store.record(onBattery(49), {.at = start + set + 300s});
+        EXPECT_EQ(files.replacements, 0);
+
+        store.record(onBattery(48), {.at = start + set + 301s});
+        EXPECT_EQ(files.replacements, 1);
+    }
+}
+
+}  // namespace
+}  // namespace vorlane
