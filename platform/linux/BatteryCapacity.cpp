@@ -80,8 +80,9 @@ BatteryCapacity estimatedEnergyOf(const PowerSupply& battery)
 
 std::optional<double> percentOf(const PowerSupply& battery)
 {
-    if (const auto capacity = battery.integer("CAPACITY")) {
-        return std::clamp(static_cast<double>(*capacity), 0.0, 100.0);
+    const auto capacity = battery.integer("CAPACITY");
+    if (capacity && *capacity >= 0) {  // below, the gauge says that it does not know
+        return std::min(static_cast<double>(*capacity), 100.0);
     }
     const auto percent = percentOf(energyOf(battery));
     return percent ? percent : percentOf(chargeOf(battery));

@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <csignal>
 #include <cstddef>
 #include <iterator>
+#include <span>
 #include <string_view>
 #include <utility>
 
@@ -58,6 +60,16 @@ Answer activateOther(sd_bus* session, MenuAction action)
     return wentAway ? Answer::wentAway : Answer::refused;
 }
 
+// For good: a second signal would otherwise end the program in the midst of ending. One that comes
+// just before a new start is heard after it.
+void block(std::span<const int> signals)
+{
+    sigset_t blocked;
+    (void)sigemptyset(&blocked);
+    for (const int signal : signals) (void)sigaddset(&blocked, signal);
+    (void)pthread_sigmask(SIG_BLOCK, &blocked, nullptr);
+}
+
 }  // namespace
 
 const sd_bus_vtable DesktopApplication::vtable[] = {
@@ -84,10 +96,10 @@ DesktopApplication::DesktopApplication(SdEventRunLoop& loop, sd_bus* session)
       }))
 {
     constexpr std::array signals{SIGTERM, SIGINT, SIGHUP, SIGUSR1};
+    block(signals);
     for (std::size_t i = 0; i < signals.size(); ++i) {
         quitSignals[i] = owned<EventSourcePointer>([&](sd_event_source** source) {
-            return sd_event_add_signal(loop_.event(), source, signals[i] | SD_EVENT_SIGNAL_PROCMASK,
-                                       quitSignal, this);
+            return sd_event_add_signal(loop_.event(), source, signals[i], quitSignal, this);
         });
     }
 }

@@ -1,5 +1,6 @@
 #include "platform/linux/KernelPowerSources.h"
 
+#include <cerrno>
 #include <utility>
 
 #include "platform/linux/BatteryDictionaries.h"
@@ -22,7 +23,16 @@ KernelPowerSources::KernelPowerSources(Tools tools, std::string powerSupplies)
 std::vector<PropertyDictionary> KernelPowerSources::descriptions()
 {
     const auto supplies = readPowerSupplies(folder);
-    auto battery = supplies ? machineBattery(*supplies) : std::nullopt;
+    if (supplies || !isWantOfMeans(errno)) {
+        last = descriptionsOf(supplies.value_or(std::vector<PowerSupply>()));
+    }
+    return last;
+}
+
+std::vector<PropertyDictionary> KernelPowerSources::descriptionsOf(
+    const std::vector<PowerSupply>& supplies)
+{
+    auto battery = machineBattery(supplies);
     if (!battery) return {};
 
     const auto better = tools_.estimates.estimate(battery->status);

@@ -37,6 +37,7 @@ public:
 
 private:
     void tell();
+    std::vector<PropertyDictionary> descriptionsOf(const std::vector<PowerSupply>& supplies);
     PowerSituation shownFor(const PowerSituation& raw);
 
     Tools tools_;
@@ -49,6 +50,7 @@ private:
     Subscription lookAgain;  // while a plug change is held back
     Subscription holding;
     bool heldBack = false;
+    std::vector<PropertyDictionary> last;  // stands for a reading for which means are wanting
 };
 
 }  // namespace vorlane::platform

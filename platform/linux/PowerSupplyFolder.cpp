@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <memory>
 #include <string_view>
 #include <utility>
@@ -114,10 +115,17 @@ std::optional<std::vector<PowerSupply>> readPowerSupplies(const std::string& fol
 
     std::vector<PowerSupply> supplies;
     for (const auto& name : *names) {
+        errno = 0;
         auto supply = readSupply(folder, name);
+        if (isWantOfMeans(errno)) return std::nullopt;
         if (!supply.values.empty()) supplies.push_back(std::move(supply));
     }
     return supplies;
+}
+
+bool isWantOfMeans(int error)
+{
+    return error == EMFILE || error == ENFILE || error == ENOMEM;
 }
 
 }  // namespace vorlane::platform

@@ -12,8 +12,21 @@
 namespace vorlane::platform {
 namespace {
 
+// The application blocks the signals that end it, for good.
+class BlockedSignals {
+public:
+    BlockedSignals() { (void)pthread_sigmask(SIG_SETMASK, nullptr, &before); }
+    BlockedSignals(const BlockedSignals&) = delete;
+    BlockedSignals& operator=(const BlockedSignals&) = delete;
+    ~BlockedSignals() { (void)pthread_sigmask(SIG_SETMASK, &before, nullptr); }
+
+private:
+    sigset_t before{};
+};
+
 class DesktopApplicationTest : public testing::Test {
 protected:
+    BlockedSignals signals;
     SdEventRunLoop loop;
     PrivateBus bus;
     BusPointer session = bus.connect(loop);
@@ -206,6 +219,21 @@ TEST_P(DesktopApplicationSignalTest, EndsTheLoop)
     ASSERT_EQ(std::raise(GetParam()), 0);
 
     loop.run();
+}
+
+TEST(DesktopApplicationEndTest, IsNotCutShortByASecondSignal)
+{
+    const auto end = [] {
+        SdEventRunLoop loop;
+        {
+            const DesktopApplication ending(loop, nullptr);
+            (void)std::raise(SIGTERM);
+            loop.run();
+            (void)std::raise(SIGTERM);
+        }
+        std::_Exit(0);
+    };
+    EXPECT_EXIT(end(), testing::ExitedWithCode(0), "");
 }
 
 TEST_F(DesktopApplicationTest, AsksForANewStartWhenTheFileWasUpgraded)

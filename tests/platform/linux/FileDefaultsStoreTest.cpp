@@ -1,7 +1,6 @@
 #include "platform/linux/FileDefaultsStore.h"
 
 #include <gmock/gmock.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -10,6 +9,7 @@
 
 #include "platform/linux/Files.h"
 #include "platform/linux/SdEventRunLoop.h"
+#include "tests/platform/linux/NoMoreFiles.h"
 #include "tests/platform/linux/TemporaryFolder.h"
 
 namespace vorlane::platform {
@@ -443,12 +443,10 @@ TEST_F(FileDefaultsStoreTest, NoticesAnEditAlsoWhenTheSystemHadNoWatchForAWhile)
     const auto folderPath = file.parent_path();
     fs::rename(folderPath, folderPath.string() + ".away");
     fs::rename(folderPath.string() + ".away", folderPath);  // it must be watched anew
-    rlimit before{};
-    (void)getrlimit(RLIMIT_NOFILE, &before);
-    const rlimit none{.rlim_cur = 3, .rlim_max = before.rlim_max};
-    (void)setrlimit(RLIMIT_NOFILE, &none);
-    (void)toldNow();
-    (void)setrlimit(RLIMIT_NOFILE, &before);
+    {
+        const NoMoreFiles fault;
+        (void)toldNow();
+    }
 
     write("limit = 60\n");
     while (store.integerForKey("limit") != 60) (void)sd_event_run(loop.event(), UINT64_MAX);

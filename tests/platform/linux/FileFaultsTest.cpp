@@ -1,6 +1,5 @@
 // The program goes on reminding whatever becomes of its files, and takes them up again afterwards.
 #include <gmock/gmock.h>
-#include <sys/resource.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/sysmacros.h>
@@ -11,6 +10,7 @@
 #include "platform/linux/FileDescriptor.h"
 #include "tests/platform/linux/ChildProcess.h"
 #include "tests/platform/linux/FaultyFilesFixture.h"
+#include "tests/platform/linux/NoMoreFiles.h"
 
 namespace vorlane::platform {
 namespace {
@@ -322,17 +322,14 @@ TEST_F(FileFaultsTest, KeepsTheSettingsWhenNoMoreFilesCanBeOpened)
     EXPECT_TRUE(holdsInChild([&] {
         writeBoth();
         launch();
-        rlimit before{};
-        (void)getrlimit(RLIMIT_NOFILE, &before);
-        const rlimit none{.rlim_cur = 3, .rlim_max = before.rlim_max};
         folder.write("vorlane/settings.toml", settingsText + std::string("low = 15\n"));
-        (void)setrlimit(RLIMIT_NOFILE, &none);
+        auto fault = std::make_unique<NoMoreFiles>();
         settle();
 
         expectReminders(75);
         settings->set("limit", std::int64_t{60});
         expectReminders(65);
-        (void)setrlimit(RLIMIT_NOFILE, &before);
+        fault.reset();
 
         quit();
         EXPECT_EQ(readFile(settingsFile, limit), "limit = 60 # mine\nlow = 15\n");

@@ -1,9 +1,9 @@
 #include "platform/linux/FileWatch.h"
 
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 
 #include "platform/linux/SdEventRunLoop.h"
+#include "tests/platform/linux/NoMoreFiles.h"
 #include "tests/platform/linux/TemporaryFolder.h"
 
 namespace vorlane::platform {
@@ -135,12 +135,9 @@ TEST_F(FileWatchTest, CopesWithLinksInACircle)
 
 TEST_F(FileWatchTest, SaysThatItCannotWatchUntilItCan)
 {
-    rlimit before{};
-    (void)getrlimit(RLIMIT_NOFILE, &before);
-    const rlimit none{.rlim_cur = 3, .rlim_max = before.rlim_max};
-    (void)setrlimit(RLIMIT_NOFILE, &none);
+    auto fault = std::make_unique<NoMoreFiles>();
     FileWatch watch(loop.event(), file, [this] { ++calls; });
-    (void)setrlimit(RLIMIT_NOFILE, &before);
+    fault.reset();
     EXPECT_FALSE(watch.watches());
 
     watch.renew();

@@ -8,6 +8,7 @@
 
 #include "TemporaryFolder.h"
 #include "platform/linux/KernelBatteryRegistry.h"
+#include "tests/platform/linux/NoMoreFiles.h"
 #include "tests/support/FakeRunLoop.h"
 
 namespace vorlane::platform {
@@ -95,6 +96,18 @@ TEST_F(KernelPowerSourcesTest, DescribesTheMachinesBattery)
     EXPECT_EQ(description.string("Name"), "X");
     EXPECT_EQ(description.integer("Time to Empty"), 150);
     EXPECT_EQ(description.integer("Time to Full Charge"), std::nullopt);
+}
+
+TEST_F(KernelPowerSourcesTest, TakesNoBatteryAwayWhenNoFileCanBeOpened)
+{
+    setCable(true);
+    (void)sources.descriptions();
+    {
+        const NoMoreFiles fault;
+        EXPECT_EQ(only().real("Current Capacity"), 50.0);
+    }
+    std::filesystem::remove_all(std::filesystem::path(folder.path()) / "BAT0");
+    EXPECT_THAT(sources.descriptions(), IsEmpty());
 }
 
 TEST_F(KernelPowerSourcesTest, SaysWhenItIsPluggedInAndCharging)

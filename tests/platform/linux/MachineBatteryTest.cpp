@@ -86,7 +86,15 @@ TEST(MachineBatteryTest, BelievesTheGaugeBeforeTheCapacities)
 TEST(MachineBatteryTest, ClampsTheGauge)
 {
     EXPECT_EQ(readOne({{"CAPACITY", "106"}}).percent, 100);
-    EXPECT_EQ(readOne({{"CAPACITY", "-3"}}).percent, 0);
+    EXPECT_EQ(readOne({{"CAPACITY", "0"}}).percent, 0);
+}
+
+TEST(MachineBatteryTest, TakesANegativeGaugeForNone)
+{
+    EXPECT_EQ(readOne({{"CAPACITY", "-1"}, {"ENERGY_NOW", "30000000"}, {"ENERGY_FULL", "50000000"}})
+                  .percent,
+              60);
+    EXPECT_EQ(readOne({{"CAPACITY", "-1"}}).percent, std::nullopt);
 }
 
 TEST(MachineBatteryTest, MakesThePercentFromCapacitiesWithoutAGauge)
