@@ -65,8 +65,12 @@ FileDefaultsStore::FileDefaultsStore(sd_event* event, std::string file, Seconds 
 FileDefaultsStore::~FileDefaultsStore()
 {
     if (unsaved.empty()) return;
-    (void)load();
-    (void)save();
+    try {
+        (void)load();
+        (void)save();
+    } catch (...) {
+        // Out of memory at the very end: what is in the file stays whole.
+    }
 }
 
 std::string FileDefaultsStore::usualPath()
