@@ -24,7 +24,13 @@ struct Offsets {
     std::int64_t set;     // of the time of day alone
     std::int64_t asleep;  // part of `passed`, and nothing to the clock that stands still in sleep
 };
-const volatile Offsets* shared = nullptr;  // null until it is mapped
+
+// The ones that do not count are free to be written, which takes several steps.
+struct Shared {
+    std::int64_t turn;
+    Offsets first, second;
+};
+const volatile Shared* shared = nullptr;  // null until it is mapped
 
 // Of a timer's number its clock, plus one: 0 is not known.
 std::array<volatile unsigned char, 1024> timerClocks{};
@@ -38,16 +44,17 @@ __attribute__((constructor)) void mapOffsets()
     if (file < 0) return;
     void* memory = mmap(nullptr, sizeof *shared, PROT_READ, MAP_SHARED, static_cast<int>(file), 0);
     (void)syscall(SYS_close, file);
-    if (memory != MAP_FAILED) shared = static_cast<const volatile Offsets*>(memory);
+    if (memory != MAP_FAILED) shared = static_cast<const volatile Shared*>(memory);
 }
 
 std::int64_t offset(clockid_t clock)
 {
     if (!shared) return 0;
-    if (clock == CLOCK_BOOTTIME || clock == CLOCK_BOOTTIME_ALARM) return shared->passed;
+    const volatile Offsets& offsets = shared->turn == 0 ? shared->first : shared->second;
+    if (clock == CLOCK_BOOTTIME || clock == CLOCK_BOOTTIME_ALARM) return offsets.passed;
     const bool ofDay = clock == CLOCK_REALTIME || clock == CLOCK_REALTIME_COARSE ||
                        clock == CLOCK_REALTIME_ALARM || clock == CLOCK_TAI;
-    return shared->passed + (ofDay ? shared->set : -shared->asleep);
+    return offsets.passed + (ofDay ? offsets.set : -offsets.asleep);
 }
 
 clockid_t clockOf(int timer)

@@ -10,7 +10,8 @@ import struct
 import subprocess
 import time
 
-OFFSETS = struct.Struct('qqq')  # nanoseconds, as moved_clock.cpp reads them: passed, set, asleep
+# As moved_clock.cpp reads them: which of two offsets counts, then both, in nanoseconds: passed, set, asleep.
+TURN, OFFSETS = struct.Struct('q'), struct.Struct('qqq')
 
 
 class MovedClock:
@@ -21,9 +22,10 @@ class MovedClock:
                        check=True)
         self._path = machine.folder('clock')
         with open(self._path, 'wb') as file:
-            file.write(OFFSETS.pack(0, 0, 0))
+            file.write(bytes(self._place(2)))
         with open(self._path, 'r+b') as file:
-            self._shared = mmap.mmap(file.fileno(), OFFSETS.size)
+            self._shared = mmap.mmap(file.fileno(), self._place(2))
+        self._turn = memoryview(self._shared).cast(TURN.format)
 
     def environment(self):
         return {'MOVED_CLOCK_FILE': self._path}
@@ -59,8 +61,14 @@ class MovedClock:
         self.move((then - now).total_seconds())
 
     def _offsets(self):
-        return OFFSETS.unpack_from(self._shared)
+        return OFFSETS.unpack_from(self._shared, self._place(self._turn[0]))
+
+    @staticmethod
+    def _place(turn):
+        return TURN.size + turn * OFFSETS.size
 
     def _add(self, passed=0, was_set=0, asleep=0):
         changes = [int(seconds * 1e9) for seconds in (passed, was_set, asleep)]
-        OFFSETS.pack_into(self._shared, 0, *map(sum, zip(self._offsets(), changes)))
+        turn = 1 - self._turn[0]
+        OFFSETS.pack_into(self._shared, self._place(turn), *map(sum, zip(self._offsets(), changes)))
+        self._turn[0] = turn  # at once: whoever reads meanwhile has the ones of before

@@ -20,7 +20,8 @@ from ..x_screen import XScreen
 from ..xfce_panel import XfcePanel
 from .costs import costs
 from .days import DAY
-from .plain_rules import MONTH, PlainRules, Reading
+from .plain_rules import PlainRules, Reading
+from .recorded import Recorded
 
 ZONE = 'Europe/Berlin'
 BEGIN = datetime.datetime(2026, 10, 1, tzinfo=zoneinfo.ZoneInfo(ZONE)).timestamp()  # summer time ends on the 25th
@@ -64,28 +65,8 @@ class Life:
         self.vorlane.quit()
 
     def check_history(self):
-        """Its file has the samples of the rules, in order; gives how many it has besides.
-
-        Those must be changes, seen before the minute was over: soon after a wake it looks every five seconds, and
-        here such a look and the minute's own come at one instant, in either order.
-        """
-        history = self.vorlane.history()
-        # Whether one that is 30 days old to the tenth of a second is still there may differ.
-        edge = self.rules.samples[-1][0] - MONTH + 1
-        wanted = (one for one in self.rules.samples if one[0] > edge or one[0] > history[0]['t'] - 1)
-        surplus, expected, before = 0, next(wanted, None), None
-        for sample in history:
-            found = (sample['p'], sample['c'], sample['a'])
-            assert before is None or sample['t'] >= before[0], f'{sample} after {before}'
-            if expected and found == expected[1:] and abs(sample['t'] - expected[0]) < 20:
-                expected = next(wanted, None)
-            else:
-                at_once = before is not None and sample['t'] - before[0] < 1
-                assert before is None or at_once or found != before[1:], f'{sample} after {before} instead of {expected}'
-                surplus += 1
-            before = (sample['t'], *found)
-        assert expected is None, f'{expected} is missing'
-        return surplus
+        """Its file has what each look recorded; gives how many changes it has besides, seen before."""
+        return self._recorded.check([tuple(sample[key] for key in 'tpca') for sample in self.vorlane.history()])
 
     def close(self):
         self._laptop.close()
@@ -105,43 +86,58 @@ class Life:
         self.vorlane = Vorlane(program, machine, bus, self._laptop.system_bus, self._laptop.testbed,
                                settles=False, wrapper=wrapper)
         self._write_history(history)
+        self._recorded = Recorded(self.rules.samples)
+        started = self._now()
         self.vorlane.start(self._clock, {'TZ': ZONE, 'SYSTEMD_BUS_TIMEOUT': NEVER})
         self.pid = self.vorlane.process.pid
-        self._look('launch')
+        self._look('launch', started)
         # The timer's first minute began when the first sample was taken.
-        since = self._clock.now().timestamp() - self.vorlane.history()[-1]['t']
+        since = self._now() - self.vorlane.history()[-1]['t']
         self._origin = self._clock.monotonic() - since
         self._passed = 0  # minutes that the timer has counted
 
     def _write_history(self, count):
-        now = self._clock.now().timestamp()
+        now = self._now()
         self.rules.samples.extend((now - 60 * (count - i), 50 + i // 240 % 2, False, False) for i in range(count))
         self.vorlane.write_history([dict(zip('tpca', sample)) for sample in self.rules.samples])
 
     # Time
 
+    def _now(self):
+        return self._clock.now().timestamp()
+
+    def _until_timer(self):
+        return self._origin + 60 * (self._passed + 1) - self._clock.monotonic()
+
     def _pass_minute(self):
         self.minute += 1
         self._drain_or_charge(1)
-        self._pass(self._origin + 60 * (self._passed + 1) + 1 - self._clock.monotonic())
+        self._let_timer_fire()
+
+    def _let_timer_fire(self):
+        """Unless it has, by itself."""
+        until = self._until_timer()
+        due = self._now() + until
+        self._pass(until + 1)
         self._passed += 1
-        self._look('timer')
+        self._look('timer', due)
 
     def _pass(self, seconds):
-        """Two round trips: after the first the program may have answered and not yet done what was due."""
+        """The program may answer the first question as part of a turn that began before, and the second one as part of
+        the turn that finds its timers due, but before them. With the third one answered they have had their turn."""
         self._clock.move(max(seconds, 0))
-        for _ in range(2):
+        for _ in range(3):
             self.vorlane.round_trip()
 
     def _live_through_what_passed(self):
         """What took long was itself minutes of the program's, whose timer has fired by itself."""
-        while (early := self._origin + 60 * (self._passed + 1) - self._clock.monotonic()) < 1:
-            self._pass(early + 1)  # too close to say whether it has fired
-            self._passed += 1
-            self._look('timer')
+        while self._until_timer() < 1:  # or too close to say whether it has
+            self._let_timer_fire()
 
-    def _look(self, reason):
-        now = self._clock.now().timestamp()
+    def _look(self, reason, since):
+        """It has looked, and not before `since`."""
+        now = self._now()
+        self._recorded.note(reason, since, now, (int(self._level), self._charging, self._plugged))
         reading = Reading(int(self._level), self._plugged, self._charging, self._health)
         due = self.rules.look(reason, reading, now)
         if due:
@@ -173,9 +169,10 @@ class Life:
 
     def _tell_of_change(self):
         """The kernel has spoken: the program looks once the burst is over."""
+        since = self._now()
         self._pass(0.1)
         self._pass(0.4)
-        self._look('change')
+        self._look('change', since)
 
     # What happens
 
@@ -208,8 +205,9 @@ class Life:
         self._drain_or_charge(minutes, asleep=True)
         self._laptop.logind.say_sleep(False)
         self._pass(0)
+        woken = self._now()
         self._pass(3.2)
-        self._look('wake')
+        self._look('wake', woken)
         self.minute += minutes
 
     def _snooze(self, _):
@@ -232,9 +230,11 @@ class Life:
         self._change_setting('limit', percent)
 
     def _open_popover(self, _):
+        since = self._now()
         self._item.activate()
         wait_until(lambda: self._screen.window_titled(POPOVER), 'the popover', look_every=0.01)
-        self._look('change')
+        self._live_through_what_passed()
+        self._look('change', since)
         self._item.activate()
         wait_until(lambda: not self._screen.window_titled(POPOVER), 'the popover to close', look_every=0.01)
 

@@ -1,0 +1,60 @@
+"""What holds the history's file to the looks that were had (laptop/life) notices whatever is wrong with it."""
+import pytest
+
+from laptop.life.recorded import MONTH, Recorded
+
+AT = 1_790_000_000.0
+BEFORE = [(AT - MONTH - 1, 50, False, False), (AT - 60, 50, False, False)]
+FILE = [(AT - 60, 50, False, False), (AT + 0.1, 50, False, False), (AT + 25, 50, True, True),
+        (AT + 90.1, 51, True, True), (AT + 90.2, 51, True, True), (AT + 150.1, 51, True, True)]
+
+
+@pytest.fixture
+def recorded():
+    recorded = Recorded(BEFORE)
+    recorded.note('launch', AT, AT + 1, (50, False, False))
+    recorded.note('change', AT + 24, AT + 26, (50, True, True))
+    recorded.note('timer', AT + 90, AT + 91, (51, True, True))
+    recorded.note('timer', AT + 150, AT + 151, (51, True, True))
+    return recorded
+
+
+def test_a_right_file_has_nothing_but_changes_besides(recorded):
+    assert recorded.check(FILE) == 1  # the 51% of the first timer, seen a moment before
+
+
+def test_what_began_more_than_a_month_ago_is_gone_from_the_file():
+    recorded = Recorded(BEFORE)
+    recorded.note('launch', AT, AT + 1, (50, False, False))
+    recorded.note('timer', AT + MONTH + 60, AT + MONTH + 61, (50, False, False))
+
+    assert recorded.check([(AT + MONTH + 60.1, 50, False, False)]) == 0
+    with pytest.raises(AssertionError):
+        recorded.check([(AT + 0.1, 50, False, False), (AT + MONTH + 60.1, 50, False, False)])
+
+
+@pytest.mark.parametrize('missing', [0, 1, 2, 5])
+def test_a_sample_that_is_missing_is_noticed(recorded, missing):
+    with pytest.raises(AssertionError):
+        recorded.check(FILE[:missing] + FILE[missing + 1:])
+
+
+@pytest.mark.parametrize('doubled', range(len(FILE)))
+def test_a_sample_too_many_is_noticed(recorded, doubled):
+    with pytest.raises(AssertionError):
+        recorded.check(FILE[:doubled] + FILE[doubled:doubled + 1] + FILE[doubled:])
+
+
+@pytest.mark.parametrize('place', range(len(FILE)))
+@pytest.mark.parametrize('wrong', [(0, 1, False, False), (0, 0, True, False), (0, 0, False, True),
+                                   (-70, 0, False, False), (70, 0, False, False)])
+def test_a_sample_that_is_wrong_is_noticed(recorded, place, wrong):
+    time, percent, charging, plugged = FILE[place]
+    other = (time + wrong[0], percent + wrong[1], charging != wrong[2], plugged != wrong[3])
+    with pytest.raises(AssertionError):
+        recorded.check(FILE[:place] + [other] + FILE[place + 1:])
+
+
+def test_a_value_that_never_was_is_no_change(recorded):
+    with pytest.raises(AssertionError):
+        recorded.check(FILE[:3] + [(AT + 90.1, 52, True, True)] + FILE[4:])
