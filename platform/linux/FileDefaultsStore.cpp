@@ -51,12 +51,12 @@ FileDefaultsStore::FileDefaultsStore(sd_event* event, std::string file, Seconds 
     : event_(event),
       path(inItsFolder(std::move(file))),
       untilNextTry(interval),
-      watch(event, path, [this] { fileChanged(); })
+      watch(event, path, [this] { fileChanged(); }),
+      // Now: in trouble there may be no timers left either.
+      nextTry_(owned<EventSourcePointer>([this](sd_event_source** source) {
+          return sd_event_add_time(event_, source, CLOCK_MONOTONIC, 0, 0, onNextTry, this);
+      }))
 {
-    // Now: in trouble there may be no timers left either.
-    nextTry_ = owned<EventSourcePointer>([&](sd_event_source** source) {
-        return sd_event_add_time(event_, source, CLOCK_MONOTONIC, 0, 0, onNextTry, this);
-    });
     if (nextTry_) (void)sd_event_source_set_enabled(nextTry_.get(), SD_EVENT_OFF);
     (void)load();
     if (!watch.watches()) tryAgainLater();
