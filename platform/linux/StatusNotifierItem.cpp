@@ -84,7 +84,11 @@ StatusNotifierItem::StatusNotifierItem(sd_bus* session, RunLoop& loop)
       })),
       host(session, [this] { showIcon({.described = false}); }),
       registration(session, loop)
-{}
+{
+    registration.onRedraw([this] {
+        if (shown) emit("NewIcon");
+    });
+}
 
 void StatusNotifierItem::show(const StatusItemContent& fresh)
 {
@@ -102,7 +106,8 @@ void StatusNotifierItem::show(const StatusItemContent& fresh)
                              statusLabelGuide(text).c_str());
 }
 
-// Trays read and draw a new icon from its beginning: they hear of one that differs alone.
+// Trays read and draw a new icon from its beginning: they hear of one that differs, and of no other
+// but the one redraw after they have taken the item.
 void StatusNotifierItem::showIcon(IconChange change)
 {
     const auto before = std::exchange(icon, StatusIcon::of(content, host.kind()));

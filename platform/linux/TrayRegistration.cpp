@@ -15,6 +15,9 @@ constexpr const char* watcherPath = "/StatusNotifierWatcher";
 // One second after the first failure, twice as long after each further one: a minute in all.
 constexpr int mostRetries = 6;
 
+// Long enough for a tray that starts to have drawn itself.
+constexpr Seconds drawingTime{2};
+
 }  // namespace
 
 TrayRegistration::TrayRegistration(sd_bus* session, RunLoop& loop)
@@ -107,6 +110,7 @@ void TrayRegistration::answered(sd_bus_message* reply)
     request.reset();
     if (!sd_bus_message_is_method_error(reply, nullptr)) {
         failures = 0;
+        redraw = loop_.after(drawingTime, [this] { redraw_(); });
         return told_(true);
     }
     // Without a watcher there is nothing to try: its coming is watched.

@@ -23,6 +23,10 @@ public:
     // changed.
     void onWatcher(std::function<void(bool present)> told) { told_ = std::move(told); }
 
+    // Calls `callback` some time after a watcher has taken the item. Waybar may take one while it
+    // starts and not draw it until its icon is said to be new.
+    void onRedraw(std::function<void()> callback) { redraw_ = std::move(callback); }
+
     // The tray may have forgotten the item, as after the machine's sleep.
     void registerAgain();
 
@@ -43,7 +47,9 @@ private:
     SlotPointer nameRequest;
     SlotPointer request;  // on its way to the watcher
     Subscription retry;
+    Subscription redraw;
     std::function<void(bool present)> told_ = [](bool) {};
+    std::function<void()> redraw_ = [] {};
     int failures = 0;
 };
 

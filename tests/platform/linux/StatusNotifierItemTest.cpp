@@ -192,6 +192,16 @@ TEST_F(StatusNotifierItemTest, SignalsNothingForTheSameContent)
     EXPECT_THAT(tray.newSignals(), IsEmpty());
 }
 
+TEST_F(StatusNotifierItemTest, SignalsANewIconOnceMoreForATrayThatHasJustTakenIt)
+{
+    showFirst();
+
+    runLoop.advance(Seconds{2});
+    tray.settle();
+
+    EXPECT_THAT(tray.newSignals(), ElementsAre("NewIcon()"));
+}
+
 TEST_F(StatusNotifierItemTest, SignalsANewIconForAnotherSymbol)
 {
     showFirst();

@@ -31,6 +31,7 @@ protected:
     FakeWatcher watcher{desktop.get()};
     std::optional<TrayRegistration> registration;
     std::vector<bool> told;  // whether there is a watcher
+    int redraws = 0;
 
     const std::string itemName = "org.kde.StatusNotifierItem-" + std::to_string(getpid()) + "-1";
 
@@ -38,6 +39,7 @@ protected:
     {
         registration.emplace(session.get(), runLoop);
         registration->onWatcher([this](bool present) { told.push_back(present); });
+        registration->onRedraw([this] { ++redraws; });
     }
 
     bool runUntilRegistered(std::size_t times)
@@ -251,6 +253,39 @@ TEST_F(TrayRegistrationTest, TriesAnewWithANewWatcherAfterGivingUp)
     settle();
 
     EXPECT_THAT(watcher.items, SizeIs(8));
+}
+
+TEST_F(TrayRegistrationTest, HasTheItemDrawnAnewTwoSecondsAfterAWatcherHasTakenIt)
+{
+    watcher.appear();
+    start();
+    settle();
+
+    runLoop.advance(Seconds{1.9});
+    EXPECT_EQ(redraws, 0);
+    runLoop.advance(Seconds{0.1});
+    EXPECT_EQ(redraws, 1);
+    runLoop.advance(Seconds{3600});
+    EXPECT_EQ(redraws, 1);
+
+    watcher.vanish();
+    watcher.appear();
+    settle();
+    runLoop.advance(Seconds{2});
+
+    EXPECT_EQ(redraws, 2);
+}
+
+TEST_F(TrayRegistrationTest, HasNothingDrawnWhereNoWatcherTakesTheItem)
+{
+    watcher.appear();
+    watcher.refusals = 100;
+    start();
+    settle();
+
+    runLoop.advance(Seconds{3600});
+
+    EXPECT_EQ(redraws, 0);
 }
 
 TEST_F(TrayRegistrationTest, UsesItsUniqueNameWhenAnotherOneHasTheProcessId)
