@@ -1,4 +1,6 @@
 """Installed like an application: started from its desktop file and by the bus, with no tray at all."""
+import os
+import pathlib
 import signal
 import subprocess
 
@@ -58,6 +60,25 @@ def test_its_actions_work_whether_it_runs_or_not(installation, desktop, item):
 
     installation.choose('quit')
     installation.wait_for_end()
+
+
+def test_the_next_login_starts_it_wherever_it_lies(laptop, vorlane, desktop):
+    prefix = pathlib.Path(laptop.machine.folder('home', r'100% "quoted" $HOME `of` \ mine, grüße'))
+    vorlane.install_to(prefix)
+    desktop.start(notifications=False)
+    desktop.open_settings().find('Launch at Login', 'check box').do('Toggle')
+    wait_until(vorlane.autostart_path.exists, 'the autostart file', look_every=0.02)
+    vorlane.quit()
+
+    launcher = laptop.machine.start('vorlane', ['/usr/bin/gio', 'launch', str(vorlane.autostart_path)],
+                                    vorlane.environment())
+    laptop.session_bus.wait_for(OWNER)
+    process = laptop.session_bus.pid_of(OWNER)
+
+    assert os.readlink(f'/proc/{process}/exe') == str(prefix / 'bin/vorlane')
+    os.kill(process, signal.SIGTERM)
+    laptop.session_bus.wait_until_free(OWNER)
+    assert (launcher.wait_for_end(), launcher.stderr) == (0, '')
 
 
 def test_options_are_for_those_who_know_no_activation(laptop, vorlane, desktop, item):

@@ -66,6 +66,25 @@ def test_losing_the_session_bus_ends_the_program_with_its_history_saved(laptop, 
     assert [sample['p'] for sample in vorlane.history()] == [60, 59]
 
 
+def test_a_session_bus_that_dies_in_the_midst_of_a_save_leaves_the_history_whole(laptop, vorlane, clock):
+    laptop.machine.write(json.dumps(month_of_samples(clock.now().timestamp())), 'data', 'Vorlane', 'history.json')
+    vorlane.start()
+    known = len(vorlane.history())
+    folder = os.path.dirname(vorlane.history_path)
+    events = FolderEvents(folder)
+
+    laptop.plug_in()
+    wait_until(lambda: events.count() >= 2, 'a save to have begun')
+    vorlane.process.signal(signal.SIGSTOP)
+    laptop.session_bus.close()
+    vorlane.process.signal(signal.SIGCONT)
+    vorlane.expect_clean_end()
+
+    assert len(vorlane.history()) == known + 1
+    assert os.listdir(folder) == ['history.json']
+    events.close()
+
+
 def test_without_a_session_bus_one_line_says_so(laptop, vorlane):
     process = vorlane.spawn(environment={'DBUS_SESSION_BUS_ADDRESS': 'unix:path=/nonexistent'})
 
