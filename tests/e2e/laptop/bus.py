@@ -47,8 +47,8 @@ class Bus:
         """The bus is there, again after `close`; nobody is on it yet."""
         self._daemon = self._start_daemon()
         self._connection = wait_until(self.connect, f'the bus at {self.address}', look_every=0.01)
-        # Each change of an owner wakes whoever waits for a name.
-        self._connection.add_signal_receiver(lambda *_: None, 'NameOwnerChanged', BUS, BUS)
+        self._changes = 0  # of owners; each wakes whoever waits for a name
+        self._connection.add_signal_receiver(self._count_change, 'NameOwnerChanged', BUS, BUS)
 
     def connect(self):
         """A connection of its own; None while nobody listens."""
@@ -108,14 +108,28 @@ class Bus:
 
     def wait_for(self, name, process=None):
         """Waits for an owner of the name, as long as the process that is to own it lives."""
-        def owned():
+        def not_ended(owner):
             if process is not None and not process.running:
                 raise RuntimeError(f'{process.name} ended with {process.code}:\n{process.stderr[-2000:]}')
-            return self.owner(name)
-        return wait_until(owned, f'{name} on the bus')
+            return owner
+        return self._wait_for_owner(name, not_ended, f'{name} on the bus')
 
     def wait_until_free(self, name):
-        wait_until(lambda: not self.owner(name), f'{name} to leave the bus')
+        self._wait_for_owner(name, lambda owner: not owner, f'{name} to leave the bus')
+
+    def _wait_for_owner(self, name, condition, what):
+        """Asks the bus once for each change, for its answer wakes the main loop as well."""
+        owner, changes = self.owner(name), self._changes
+
+        def met():
+            nonlocal owner, changes
+            if changes != self._changes:
+                owner, changes = self.owner(name), self._changes
+            return condition(owner)
+        return wait_until(met, what)
+
+    def _count_change(self, *_):
+        self._changes += 1
 
     def pid_of(self, name):
         return int(self.call(BUS, '/org/freedesktop/DBus', BUS, 'GetConnectionUnixProcessID', 's', name))
