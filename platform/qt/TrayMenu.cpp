@@ -1,7 +1,6 @@
 #include "platform/qt/TrayMenu.h"
 
 #include <QString>
-#include <utility>
 
 namespace vorlane::platform {
 
@@ -15,7 +14,8 @@ QString label(const std::string& title)
 
 }  // namespace
 
-TrayMenu::TrayMenu(const std::vector<MenuItem>& items, std::function<void(MenuAction)> chosen)
+TrayMenu::TrayMenu(const std::vector<MenuItem>& items,
+                   const std::function<void(MenuAction)>& chosen)
 {
     setAttribute(Qt::WA_DeleteOnClose);
     for (const auto& item : items) {

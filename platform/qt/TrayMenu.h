@@ -14,7 +14,7 @@ class TrayMenu : public QMenu {
     Q_OBJECT
 
 public:
-    TrayMenu(const std::vector<MenuItem>& items, std::function<void(MenuAction)> chosen);
+    TrayMenu(const std::vector<MenuItem>& items, const std::function<void(MenuAction)>& chosen);
 };
 
 }  // namespace vorlane::platform

@@ -19,8 +19,9 @@ using Pixel = std::array<int, 4>;
 
 Pixel pixel(const Pixmap& pixmap, int x, int y)
 {
-    const auto at = static_cast<std::size_t>((y * pixmap.size + x) * 4);
-    return {pixmap.argb[at], pixmap.argb[at + 1], pixmap.argb[at + 2], pixmap.argb[at + 3]};
+    const int offset = (y * pixmap.size + x) * 4;
+    const auto* const argb = pixmap.argb.data() + offset;
+    return {argb[0], argb[1], argb[2], argb[3]};
 }
 
 TEST(StatusPictureTest, DrawsTheSymbolAloneWithoutAText)

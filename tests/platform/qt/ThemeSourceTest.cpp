@@ -13,13 +13,13 @@ protected:
     ThemeSource themes;
     int changes = 0;
 
-    ThemeSourceTest()
+    void SetUp() override
     {
         settle();
         QObject::connect(&themes, &ThemeSource::changed, [this] { ++changes; });
     }
 
-    ~ThemeSourceTest() override
+    void TearDown() override
     {
         themes.setAppearance({});
         settle();
