@@ -29,12 +29,12 @@ protected:
     static constexpr const char* oldHistory =
         "[{\"t\":1783000000,\"p\":33,\"c\":false,\"a\":false}]";
 
-    FaultyFilesFixture()
+    void SetUp() override
     {
         (void)setenv("XDG_DATA_HOME", folder.path().c_str(), 1);
         machine.clock.time = Date{1'783'000'060};
     }
-    ~FaultyFilesFixture() override { (void)unsetenv("XDG_DATA_HOME"); }
+    void TearDown() override { (void)unsetenv("XDG_DATA_HOME"); }
 
     void launch()
     {

@@ -18,7 +18,7 @@ protected:
     XdgFileManager files;
     std::map<const char*, std::optional<std::string>> before;
 
-    XdgFileManagerTest()
+    void SetUp() override
     {
         for (const auto* name : {"HOME", "XDG_DATA_HOME", "XDG_CONFIG_HOME"}) {
             const auto* const value = std::getenv(name);
@@ -27,7 +27,7 @@ protected:
         }
     }
 
-    ~XdgFileManagerTest() override
+    void TearDown() override
     {
         for (const auto& [name, value] : before) {
             value ? (void)setenv(name, value->c_str(), 1) : (void)unsetenv(name);

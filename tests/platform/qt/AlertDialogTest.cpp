@@ -43,7 +43,7 @@ protected:
         ADD_FAILURE() << "no such button";
     }
 
-    ~AlertDialogTest() override
+    void TearDown() override
     {
         if (dialog) dialog->close();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
