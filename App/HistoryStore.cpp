@@ -1,6 +1,7 @@
 #include "App/HistoryStore.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <iterator>
 #include <utility>
 
@@ -21,6 +22,11 @@ auto firstAtOrAfter(const std::vector<Sample>& samples, Date date)
 {
     return std::ranges::find_if(samples,
                                 [&](const Sample& s) { return s.t >= date.secondsSince1970; });
+}
+
+bool isOfLastDays(const Sample& sample, Date now)
+{
+    return Date{sample.t} >= now - kept && Date{sample.t} <= now;
 }
 
 }  // namespace
@@ -75,9 +81,9 @@ void HistoryStore::record(const BatteryState& state, Offer offer)
 void HistoryStore::save(Date now)
 {
     lastSave = now;
-    if (!canEncode(samples)) return;
+    if (!canEncode(samples) || mostIsAhead()) return;
 
-    if (loadFailed && !samples.empty()) load(now);  // it may have been for the moment only
+    if (loadFailed && !cleared) load(now);  // it may have been for the moment only
     if (loadFailed && !files_.keepAside(url)) return;
     loadFailed = false;
     SampleEncoder encoder(samples);
@@ -87,8 +93,14 @@ void HistoryStore::save(Date now)
 void HistoryStore::clockWasSet(Seconds by, Date now)
 {
     lastSave = lastSave + by;
-    samples.insert(samples.end(), aside.begin(), aside.end());
-    aside.clear();
+    asideSince = asideSince + by;
+    for (auto& one : aside) one.at = one.at + by;
+
+    const auto back = std::ranges::partition(
+        aside, [](const SetAside& one) { return !isOfLastDays(one.sample, one.at); });
+    std::ranges::transform(back, std::back_inserter(samples), &SetAside::sample);
+    aside.erase(back.begin(), back.end());
+    aside.shrink_to_fit();
     std::ranges::stable_sort(samples, {}, &Sample::t);
     setAside(now);
 }
@@ -97,6 +109,7 @@ void HistoryStore::clear()
 {
     samples.clear();
     aside = {};
+    cleared = true;
 }
 
 std::span<const Sample> HistoryStore::samplesSince(Date since) const
@@ -125,13 +138,20 @@ void HistoryStore::prune(Date now)
 
 void HistoryStore::setAside(Date now)
 {
-    const auto inside = [&](const Sample& sample) {
-        return Date{sample.t} >= now - kept && Date{sample.t} <= now;
-    };
-    const auto outside = std::stable_partition(samples.begin(), samples.end(), inside);
-    aside.insert(aside.end(), outside, samples.end());
-    samples.erase(outside, samples.end());
+    const auto outside = std::ranges::stable_partition(
+        samples, [&](const Sample& sample) { return isOfLastDays(sample, now); });
+    if (outside.empty()) return;
+
+    for (const auto& sample : outside) aside.push_back({.sample = sample, .at = now});
+    samples.erase(outside.begin(), outside.end());
     asideSince = now;
+}
+
+bool HistoryStore::mostIsAhead() const
+{
+    const auto ahead = std::ranges::count_if(
+        aside, [](const SetAside& one) { return Date{one.sample.t} > one.at; });
+    return static_cast<std::size_t>(ahead) > samples.size();
 }
 
 }  // namespace vorlane

@@ -32,10 +32,12 @@ public:
 
     // Writes the whole history. A failure is silent and not retried before the next save is due.
     // What could not be loaded is tried once more, and kept beside the file if it still cannot be.
+    // A file most of which lies in the future stays as it is: the clock may be wrong.
     void save(Date now);
 
-    // The clock was set, by `by`, to `now`. What is no longer of the last 30 days is set aside, and
-    // what was set aside before may be of them again. After a day it is forgotten.
+    // The clock was set, by `by`, to `now`. What is no longer of the last 30 days is set aside.
+    // What was set aside before is back if by this clock it was of them. After a day it is
+    // forgotten.
     void clockWasSet(Seconds by, Date now);
 
     // Forgets all samples; the file keeps them until the next save.
@@ -48,14 +50,21 @@ public:
     std::optional<Date> pluggedSinceEstimate(Date now) const;
 
 private:
+    struct SetAside {
+        Sample sample;
+        Date at;  // when that was, by the clock as it is now
+    };
+
     void load(Date now);
     void prune(Date now);
     void setAside(Date now);
+    bool mostIsAhead() const;
 
-    std::vector<Sample> aside;  // in no order; of no file
+    std::vector<SetAside> aside;  // in no order
     Date asideSince = distantPast;
     std::string url;
     bool loadFailed = false;  // what stands at `url` is not in `samples`
+    bool cleared = false;     // and is not wanted there
     FileManager& files_;
 };
 

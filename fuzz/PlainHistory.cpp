@@ -1,12 +1,18 @@
 #include "fuzz/PlainHistory.h"
 
 #include <algorithm>
+#include <cstddef>
 
 namespace vorlane::fuzz {
 
 namespace {
 
 constexpr double month = 30 * 24 * 3600;
+
+bool isOfMonth(const Sample& sample, double now)
+{
+    return sample.t <= now && sample.t >= now - month;
+}
 
 }  // namespace
 
@@ -31,7 +37,9 @@ void PlainHistory::record(const BatteryState& state, Date now, bool force)
 void PlainHistory::save(Date now)
 {
     lastSave = now;
-    file = samples;
+    std::size_t ahead = 0;
+    for (const auto& one : aside) ahead += one.sample.t > one.at ? 1 : 0;
+    if (ahead <= samples.size()) file = samples;
 }
 
 void PlainHistory::clear(Date now)
@@ -44,8 +52,17 @@ void PlainHistory::clear(Date now)
 void PlainHistory::clockWasSet(double by, Date now)
 {
     if (lastSave) lastSave = Date{lastSave->secondsSince1970 + by};
-    for (const auto& sample : aside) samples.push_back(sample);
-    aside.clear();
+    if (asideSince) asideSince = Date{asideSince->secondsSince1970 + by};
+    std::vector<SetAside> still;
+    for (auto one : aside) {
+        one.at += by;
+        if (isOfMonth(one.sample, one.at)) {
+            samples.push_back(one.sample);
+        } else {
+            still.push_back(one);
+        }
+    }
+    aside = still;
     std::ranges::stable_sort(samples, {}, &Sample::t);
     setAside(now);
 }
@@ -56,10 +73,13 @@ void PlainHistory::setAside(Date now)
     const auto all = samples;
     samples.clear();
     for (const auto& sample : all) {
-        const double age = now.secondsSince1970 - sample.t;
-        (age >= 0 && sample.t >= now.secondsSince1970 - month ? samples : aside).push_back(sample);
+        if (isOfMonth(sample, now.secondsSince1970)) {
+            samples.push_back(sample);
+        } else {
+            aside.push_back({.sample = sample, .at = now.secondsSince1970});
+            asideSince = now;
+        }
     }
-    asideSince = now;
 }
 
 void PlainHistory::restart(Date now)

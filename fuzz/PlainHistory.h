@@ -28,10 +28,16 @@ public:
     std::optional<Date> pluggedSince(Date now) const;
 
 private:
+    // A sample that is of no day by the clock, and what that clock would say now.
+    struct SetAside {
+        Sample sample;
+        double at;
+    };
+
     void dropOld(Date now);
     void setAside(Date now);
 
-    std::vector<Sample> aside;
+    std::vector<SetAside> aside;
     std::optional<Date> asideSince;
     std::vector<Sample> file;
     std::optional<Date> lastSave;

@@ -229,6 +229,7 @@ TEST_F(AppModelClockTest, GoesOnAfterSamplesOfTheFutureAndLeavesThem)
 TEST_F(AppModelClockTest, SavesEveryFiveMinutesWhateverTheClockSays)
 {
     for (const auto time : wrong) {
+        machine.files.contents.clear();
         const auto model = launch();
         machine.clock.set(time);
         const auto before = machine.files.replacements;

@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "tests/App/EncodedSamples.h"
 #include "tests/App/HistoryStoreFixture.h"
 
 namespace vorlane {
@@ -8,6 +9,8 @@ namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::IsSupersetOf;
+using testing::SizeIs;
 using namespace std::chrono_literals;
 
 using HistoryStoreClockTest = HistoryStoreFixture;
@@ -54,9 +57,81 @@ TEST_F(HistoryStoreClockTest, TakesBackInItsPlaceWhatWasSetAside)
     store.clockWasSet(2h, start + 3h);
     EXPECT_THAT(store.samples, ElementsAre(at(start, 1), at(start + 1h, 2), at(start + 2h, 3)));
 
-    store.clockWasSet(1h, start + 4h);
+    store.clockWasSet(2h, start + 5h);
     EXPECT_THAT(store.samples,
                 ElementsAre(at(start, 1), at(start + 1h, 2), at(start + 2h, 3), at(start + 4h, 5)));
+}
+
+TEST_F(HistoryStoreClockTest, LeavesAsideWhatAClockThatWasAheadHadTaken)
+{
+    auto store = open();
+    store.samples = {at(start, 1), at(start + 3h, 9)};
+    store.clockWasSet(-3h, start);
+    store.record(onBattery(2), {.at = start + 4h});
+
+    store.clockWasSet(1s, start + 4h + 1s);
+
+    EXPECT_THAT(store.samples, ElementsAre(at(start, 1), at(start + 4h, 2)));
+}
+
+TEST_F(HistoryStoreClockTest, ForgetsAfterADayInWhichTheClockIsSetAgain)
+{
+    auto store = open();
+    store.samples = {at(start, 1), at(start + 48h, 9)};
+    store.clockWasSet(-48h, start);
+
+    store.clockWasSet(1s, start + 23h);
+    store.record(onBattery(2), {.at = start + 25h});
+    store.clockWasSet(48h, start + 73h);
+
+    EXPECT_THAT(store.samples, ElementsAre(at(start, 1), at(start + 25h, 2)));
+}
+
+TEST_F(HistoryStoreClockTest, CountsTheDayByAClockThatIsSet)
+{
+    auto store = open();
+    store.samples = {at(start, 1), at(start + 48h, 9)};
+    store.clockWasSet(-48h, start);
+
+    store.clockWasSet(20h, start + 20h);
+    store.record(onBattery(2), {.at = start + 30h});
+    store.clockWasSet(28h, start + 58h);
+
+    EXPECT_THAT(store.samples, ElementsAre(at(start, 1), at(start + 30h, 2), at(start + 48h, 9)));
+}
+
+TEST_F(HistoryStoreClockTest, LeavesAFileAloneMostOfWhichLiesAhead)
+{
+    const std::vector all{at(start, 1), at(start + 1h, 2), at(start + 2h, 3)};
+    auto store = openOn(encode(all), start - 48h);
+    store.record(onBattery(4), {.at = start - 48h});
+    store.record(charging(4), {.at = start - 47h});
+    store.save(start - 46h);
+    EXPECT_EQ(saved(), all);
+
+    store.clockWasSet(51h, start + 5h);
+    store.save(start + 5h);
+    EXPECT_THAT(saved(), SizeIs(5));
+    EXPECT_THAT(saved(), IsSupersetOf(all));
+}
+
+TEST_F(HistoryStoreClockTest, WritesAFileThatLiesAheadOnceTheClockIsBelieved)
+{
+    auto store = openOn(encode({at(start, 1), at(start + 1h, 2)}), start - 48h);
+    store.record(onBattery(4), {.at = start - 48h});
+
+    store.record(onBattery(5), {.at = start - 23h});
+
+    EXPECT_THAT(saved(), ElementsAre(at(start - 48h, 4), at(start - 23h, 5)));
+}
+
+TEST_F(HistoryStoreClockTest, WritesAFileHalfOfWhichLiesAhead)
+{
+    auto store = openOn(encode({at(start, 1), at(start + 1h, 2)}));
+
+    store.record(onBattery(4), {.at = start + 30min});
+
+    EXPECT_THAT(saved(), ElementsAre(at(start, 1), at(start + 30min, 4)));
 }
 
 TEST_F(HistoryStoreClockTest, ForgetsAfterADayWhatWasSetAside)
@@ -66,7 +141,7 @@ TEST_F(HistoryStoreClockTest, ForgetsAfterADayWhatWasSetAside)
         store.samples = {at(start, 1), at(start + 48h, 3)};
         store.clockWasSet(-48h, start);
         store.record(onBattery(2), {.at = date});
-        store.clockWasSet(24h, start + 48h);
+        store.clockWasSet(48h, date + 48h);
         return store.samples;
     };
 
@@ -84,7 +159,7 @@ TEST_F(HistoryStoreClockTest, KeepsNothingAsideLongerForReadingsInBetween)
     store.record(onBattery(2), {.at = start + 20h});
     store.record(onBattery(3), {.at = start + 20h});
     store.record(onBattery(4), {.at = start + 25h});
-    store.clockWasSet(24h, start + 49h);
+    store.clockWasSet(48h, start + 73h);
 
     EXPECT_THAT(store.samples, ElementsAre(at(start, 1), at(start + 20h, 2), at(start + 20h, 3),
                                            at(start + 25h, 4)));

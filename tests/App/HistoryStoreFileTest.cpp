@@ -225,6 +225,20 @@ TEST_F(HistoryStoreFileTest, GoesOnWithAFileThatCouldNotBeReadForAMoment)
     EXPECT_EQ(aside(), std::nullopt);
 }
 
+TEST_F(HistoryStoreFileTest, WritesNoEmptyHistoryOverAFileThatCouldNotBeReadForAMoment)
+{
+    const auto content = "[{\"t\":1767603600,\"p\":50,\"c\":true,\"a\":true}]";
+    files.contents[url] = content;
+    files.readable = false;
+    auto store = open();
+    files.readable = true;
+
+    store.save(start);
+
+    EXPECT_EQ(file(), content);
+    EXPECT_EQ(aside(), std::nullopt);
+}
+
 TEST_F(HistoryStoreFileTest, StaysEmptyWhenItWasClearedBeforeTheFileCouldBeRead)
 {
     files.contents[url] = "[{\"t\":1767603600,\"p\":50,\"c\":true,\"a\":true}]";
@@ -232,6 +246,7 @@ TEST_F(HistoryStoreFileTest, StaysEmptyWhenItWasClearedBeforeTheFileCouldBeRead)
     auto store = open();
     files.readable = true;
 
+    store.clear();
     store.save(start);
     store.save(start + 1h);
 
