@@ -52,7 +52,7 @@ FileDefaultsStore::FileDefaultsStore(sd_event* event, std::string file, Seconds 
       path(inItsFolder(std::move(file))),
       untilNextTry(interval),
       watch(event, path, [this] { fileChanged(); }),
-      // Now: in trouble there may be no timers left either.
+      // Now: in trouble there may be no descriptors left for one.
       nextTry_(owned<EventSourcePointer>([this](sd_event_source** source) {
           return sd_event_add_time(event_, source, CLOCK_MONOTONIC, 0, 0, onNextTry, this);
       }))
@@ -173,18 +173,24 @@ bool FileDefaultsStore::save()
     for (const auto& [key, value] : unsaved) {
         if (auto edited = withTomlValue(next, key, value)) next = std::move(*edited);
     }
-    if (next == text.value_or("")) return true;
-    if (!isText && !keepFileAside(path)) return false;
-    if (!replaceWith(path, next)) return false;
+    if (next != text.value_or("")) {
+        if (!isText && !keepFileAside(path)) return false;
+        if (!replaceWith(path, next)) return false;
+        stored = tomlValues(next).value_or(TomlValues());
+        text = std::move(next);
+        isText = true;
+    }
+    if (isText) forgetWhatIsStored();
+    return true;
+}
 
-    stored = tomlValues(next).value_or(TomlValues());
-    text = std::move(next);
-    isText = true;
+// Or it would be written over what the file is to say later.
+void FileDefaultsStore::forgetWhatIsStored()
+{
     std::erase_if(unsaved, [this](const auto& entry) {
         const auto found = stored.find(entry.first);
         return found != stored.end() && found->second == entry.second;
     });
-    return true;
 }
 
 void FileDefaultsStore::fileChanged()

@@ -44,6 +44,7 @@ private:
     bool holds(const std::string& key, const DefaultsValue& value) const;
     bool load();
     bool save();
+    void forgetWhatIsStored();
     void fileChanged();
     void tryAgainLater();
     static int onNextTry(sd_event_source* source, std::uint64_t due, void* self);
@@ -52,7 +53,7 @@ private:
     std::string path;
     Seconds untilNextTry;
     std::optional<std::string> text;  // of the file when it was understood last; absent: empty
-    bool isText = false;              // whether it is what stands there
+    bool isText = false;              // whether it is what stands in the file
     TomlValues stored;
     std::map<std::string, DefaultsValue> unsaved;
     std::map<std::string, DefaultsValue> registered;

@@ -1,9 +1,10 @@
 #include "platform/linux/FreedesktopNotificationCenter.h"
 
-#include <chrono>
 #include <cstdint>
 #include <string_view>
 #include <utility>
+
+#include "platform/linux/Uptime.h"
 
 namespace vorlane::platform {
 
@@ -11,12 +12,6 @@ namespace {
 
 constexpr const char* service = "org.freedesktop.Notifications";
 constexpr const char* path = "/org/freedesktop/Notifications";
-constexpr std::uint64_t forever = UINT64_MAX;
-
-Seconds uptime()
-{
-    return std::chrono::steady_clock::now().time_since_epoch();
-}
 
 // Whether the server was gone before it could answer. All other errors are its answer.
 bool diedFirst(sd_bus_message* reply)

@@ -1,5 +1,6 @@
 #include "platform/linux/KernelBatteryRegistry.h"
 
+#include <cerrno>
 #include <utility>
 
 #include "platform/linux/BatteryDictionaries.h"
@@ -13,9 +14,10 @@ KernelBatteryRegistry::KernelBatteryRegistry(std::string powerSupplies)
 std::optional<PropertyDictionary> KernelBatteryRegistry::properties()
 {
     const auto supplies = readPowerSupplies(folder);
+    if (!supplies && isWantOfMeans(errno)) return last;
     const auto battery = supplies ? machineBattery(*supplies) : std::nullopt;
-    if (!battery) return std::nullopt;
-    return registryProperties(*battery);
+    last = battery ? std::optional(registryProperties(*battery)) : std::nullopt;
+    return last;
 }
 
 }  // namespace vorlane::platform

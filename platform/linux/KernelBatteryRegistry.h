@@ -1,4 +1,5 @@
-// The battery registry from the kernel's power supplies, read anew each time.
+// The battery registry from the kernel's power supplies, read anew each time; while it cannot be
+// read for want of means, such as file descriptors, it is what it was.
 #pragma once
 
 #include <optional>
@@ -17,6 +18,7 @@ public:
 
 private:
     std::string folder;
+    std::optional<PropertyDictionary> last;
 };
 
 }  // namespace vorlane::platform

@@ -12,7 +12,6 @@ namespace {
 constexpr const char* service = "org.freedesktop.login1";
 constexpr const char* path = "/org/freedesktop/login1";
 constexpr const char* manager = "org.freedesktop.login1.Manager";
-constexpr std::uint64_t forever = UINT64_MAX;
 
 }  // namespace
 

@@ -9,7 +9,6 @@ namespace {
 
 constexpr const char* busName = "org.freedesktop.DBus";
 constexpr const char* busPath = "/org/freedesktop/DBus";
-constexpr std::uint64_t forever = UINT64_MAX;
 
 // By its first argument, or every name that comes and goes on the bus would wake the program.
 std::string rule(const std::string& name)

@@ -14,7 +14,6 @@ constexpr const char* path = "/org/freedesktop/Notifications";
 constexpr const char* bus = "org.freedesktop.DBus";
 constexpr const char* busPath = "/org/freedesktop/DBus";
 constexpr std::uint64_t patience = 5'000'000;  // microseconds for the bus itself to answer
-constexpr std::uint64_t forever = UINT64_MAX;
 
 // Hands on what an "as" holds; nothing when the message is an error or holds something else. One by
 // one: a message may hold millions.

@@ -20,8 +20,6 @@ constexpr const char* rule =
     "interface='org.freedesktop.portal.Settings',member='SettingChanged',"
     "arg0='org.freedesktop.appearance'";
 
-constexpr std::uint64_t forever = UINT64_MAX;
-
 // Values that are not defined mean no preference.
 Appearance::Scheme scheme(std::uint32_t value)
 {
@@ -94,8 +92,8 @@ PortalAppearance::PortalAppearance(sd_bus* session, std::function<void(const App
 void PortalAppearance::setOwner(const char* name)
 {
     if (owner == name) return;
+    if (!owner.empty()) question.reset();  // who could answer it has gone
     owner = name;
-    if (owner.empty()) question.reset();  // who could answer it has gone
     if (!owner.empty() && !question) ask();
 }
 

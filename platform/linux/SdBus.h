@@ -5,6 +5,7 @@
 #include <systemd/sd-device.h>
 #include <systemd/sd-event.h>
 
+#include <cstdint>
 #include <memory>
 
 namespace vorlane::platform {
@@ -18,13 +19,23 @@ struct Releaser {
     }
 };
 
-using BusPointer = std::unique_ptr<sd_bus, Releaser<sd_bus_flush_close_unref>>;
+// Sends what waits to be sent, except where the bus has never answered: sd-bus would wait 90 s for
+// its greeting.
+inline sd_bus* leaveBus(sd_bus* bus)
+{
+    return sd_bus_is_ready(bus) > 0 ? sd_bus_flush_close_unref(bus) : sd_bus_close_unref(bus);
+}
+
+using BusPointer = std::unique_ptr<sd_bus, Releaser<leaveBus>>;
 using SlotPointer = std::unique_ptr<sd_bus_slot, Releaser<sd_bus_slot_unref>>;
 using MessagePointer = std::unique_ptr<sd_bus_message, Releaser<sd_bus_message_unref>>;
 using EventPointer = std::unique_ptr<sd_event, Releaser<sd_event_unref>>;
 using EventSourcePointer =
     std::unique_ptr<sd_event_source, Releaser<sd_event_source_disable_unref>>;
 using DeviceMonitorPointer = std::unique_ptr<sd_device_monitor, Releaser<sd_device_monitor_unref>>;
+
+// For a call whose answer holds whenever it comes.
+inline constexpr std::uint64_t forever = UINT64_MAX;
 
 // An error that a call fills in.
 struct BusError {

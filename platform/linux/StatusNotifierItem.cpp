@@ -106,8 +106,8 @@ void StatusNotifierItem::show(const StatusItemContent& fresh)
                              statusLabelGuide(text).c_str());
 }
 
-// Trays read and draw a new icon from its beginning: they hear of one that differs, and of no other
-// but the one redraw after they have taken the item.
+// Trays read and draw a new icon from its beginning: they hear of one that differs, and besides
+// once after each time that they have taken the item.
 void StatusNotifierItem::showIcon(IconChange change)
 {
     const auto before = std::exchange(icon, StatusIcon::of(content, host.kind()));

@@ -1,6 +1,7 @@
 #include "platform/linux/ThemeSoundPlayer.h"
 
 #include <fcntl.h>
+#include <poll.h>
 #include <spawn.h>
 #include <sys/epoll.h>
 #include <sys/wait.h>
@@ -61,13 +62,33 @@ FileDescriptor start(std::string program, std::string kind, std::string sound)
                     arguments.data(), environ) != 0) {
         return {};
     }
-    return FileDescriptor(pidfd_open(process, 0));
+    FileDescriptor handle(pidfd_open(process, 0));
+    if (!handle) {  // nobody could be told of its end
+        (void)kill(process, SIGKILL);
+        (void)waitpid(process, nullptr, 0);
+    }
+    return handle;
 }
 
 void bury(int process)
 {
     siginfo_t how{};
     (void)waitid(P_PIDFD, static_cast<id_t>(process), &how, WEXITED | WNOHANG);
+}
+
+void cut(const FileDescriptor& process)
+{
+    (void)pidfd_send_signal(process.get(), SIGKILL, nullptr, 0);
+}
+
+// Where the loop will not tell of the end: one that is cut off ends within moments.
+void cutAndBury(const FileDescriptor& process)
+{
+    constexpr int patience = 200;  // milliseconds
+    cut(process);
+    pollfd end{.fd = process.get(), .events = POLLIN, .revents = 0};
+    (void)poll(&end, 1, patience);
+    bury(process.get());
 }
 
 }  // namespace
@@ -78,7 +99,7 @@ ThemeSoundPlayer::ThemeSoundPlayer(sd_event* event, std::string program, SoundFi
 
 ThemeSoundPlayer::~ThemeSoundPlayer()
 {
-    cutOff();
+    for (const auto& player : players) cutAndBury(player.process);
 }
 
 std::string ThemeSoundPlayer::usualProgram()
@@ -97,9 +118,7 @@ void ThemeSoundPlayer::play(const std::string& name)
 
 void ThemeSoundPlayer::cutOff()
 {
-    for (const auto& player : players) {
-        (void)pidfd_send_signal(player.process.get(), SIGKILL, nullptr, 0);
-    }
+    for (const auto& player : players) cut(player.process);
 }
 
 void ThemeSoundPlayer::watch(FileDescriptor process)
@@ -108,6 +127,9 @@ void ThemeSoundPlayer::watch(FileDescriptor process)
     player.ended = owned<EventSourcePointer>([&](sd_event_source** source) {
         return sd_event_add_io(event_, source, player.process.get(), EPOLLIN, onEnd, &player);
     });
+    if (player.ended) return;
+    cutAndBury(player.process);
+    players.pop_back();
 }
 
 int ThemeSoundPlayer::onEnd(sd_event_source* /*source*/, int process, std::uint32_t /*events*/,

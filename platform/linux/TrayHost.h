@@ -17,7 +17,7 @@ public:
     // object.
     TrayHost(sd_bus* session, std::function<void()> changed);
 
-    // `labels` while there is no tray, or none that the bus told of.
+    // `labels` until the bus has told of a tray; of one that has gone, what it was.
     TrayKind kind() const { return kind_; }
 
 private:

@@ -1,7 +1,5 @@
 #include "platform/qt/Display.h"
 
-#include <sys/socket.h>
-#include <sys/un.h>
 #include <unistd.h>
 #include <xcb/xcb.h>
 
@@ -12,7 +10,8 @@
 #include <QThread>
 #include <QtGlobal>
 #include <cstdlib>
-#include <cstring>
+
+#include "platform/qt/WaylandDisplay.h"
 
 namespace vorlane::platform {
 
@@ -40,32 +39,10 @@ bool xAnswers()
     return answers;
 }
 
-bool waylandAnswers()
+bool isReachable(const QByteArray& name)
 {
-    if (qEnvironmentVariableIsSet("WAYLAND_SOCKET")) return true;  // connected by who started us
-    const auto name = qgetenv("WAYLAND_DISPLAY");
-    const auto path = name.startsWith('/') ? name : qgetenv("XDG_RUNTIME_DIR") + '/' + name;
-    sockaddr_un address{};
-    if (name.isEmpty() || path.size() >= static_cast<qsizetype>(sizeof address.sun_path)) {
-        return false;
-    }
-    address.sun_family = AF_UNIX;
-    std::memcpy(address.sun_path, path.constData(), static_cast<std::size_t>(path.size()));
-
-    const int probe = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
-    if (probe < 0) return false;
-    const bool answers =
-        connect(probe, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0;
-    (void)close(probe);
-    return answers;
-}
-
-// `choice` may carry parameters after a colon.
-bool isReachable(const QByteArray& choice)
-{
-    const auto name = choice.split(':').first();
     if (name == "xcb") return xAnswers() && hasPlugin("libqxcb.so");
-    if (name.startsWith("wayland")) return waylandAnswers() && hasPlugin("libqwayland*.so");
+    if (name.startsWith("wayland")) return hasPlugin("libqwayland*.so");
     return hasPlugin("libq" + QString::fromLocal8Bit(name) + ".so");
 }
 
@@ -101,7 +78,11 @@ std::optional<QByteArray> reachablePlatform()
     const auto chosen = qgetenv("QT_QPA_PLATFORM");
     const auto candidates = (chosen.isEmpty() ? QByteArray("wayland;xcb") : chosen).split(';');
     for (const auto& candidate : candidates) {
-        if (isReachable(candidate)) return candidate;
+        const auto name = candidate.split(':').first();  // parameters may follow
+        const auto answer = name.startsWith("wayland") ? askWayland() : WaylandAnswer::given;
+        // A compositor that hangs serves the old programs of X no sooner.
+        if (answer == WaylandAnswer::late) return std::nullopt;
+        if (answer == WaylandAnswer::given && isReachable(name)) return candidate;
     }
     return std::nullopt;
 }

@@ -1,4 +1,6 @@
 """Services that are late, absent, frozen or killed, and the machine's sleep."""
+import socket
+
 from laptop.waiting import wait_until
 from test_reminders import LIMIT, LOW
 
@@ -177,6 +179,18 @@ def test_the_program_works_without_a_system_bus(laptop, vorlane, dunst, notifica
 
     item.wait_for_label('20%')
     assert notifications.wait_for(1).title == LOW
+
+
+def test_a_system_bus_that_never_greets_holds_nothing_up(laptop, vorlane, item):
+    path = laptop.machine.folder('run', 'silent-bus')
+    with socket.socket(socket.AF_UNIX) as silent:
+        silent.bind(path)
+        silent.listen()
+        vorlane.start(environment={'DBUS_SYSTEM_BUS_ADDRESS': 'unix:path=' + path})
+
+        laptop.charge_to(59)
+        item.wait_for_label('59%')
+        vorlane.quit()
 
 
 def test_a_system_bus_that_comes_back_is_used_again(laptop, vorlane, item):

@@ -63,3 +63,15 @@ def test_the_popover_closes_when_the_focus_goes_elsewhere(wayland, tree, item, p
     wayland.focus(SETTINGS)
 
     tree.wait_until_gone(POPOVER)
+
+
+def test_a_compositor_that_hangs_does_not_hold_up_reminders(laptop, wayland, tree, item):
+    wayland.hang()
+    item.activate()
+
+    laptop.charge_to(20)
+    item.wait_for_label('20%')
+
+    wayland.go_on()
+    item.activate()
+    tree.wait_for_window(POPOVER)

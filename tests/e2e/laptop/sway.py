@@ -2,6 +2,7 @@
 import json
 import os
 import re
+import signal
 import subprocess
 import time
 
@@ -31,6 +32,13 @@ class Sway:
             'DBUS_SESSION_BUS_ADDRESS': None, 'DBUS_SYSTEM_BUS_ADDRESS': None})
         machine.environment['WAYLAND_DISPLAY'] = os.path.join(self._folder, self._socket('wayland-'))
         machine.environment['SWAYSOCK'] = os.path.join(self._folder, self._socket('sway-ipc'))
+
+    def hang(self):
+        """It answers nobody until `go_on`."""
+        self._process.signal(signal.SIGSTOP)
+
+    def go_on(self):
+        self._process.signal(signal.SIGCONT)
 
     def picture(self):
         shot = subprocess.run(['/usr/bin/grim', '-t', 'ppm', '-'], env=self._machine.environment,

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <set>
 #include <string>
 #include <utility>
@@ -37,12 +38,13 @@ TEST(DigitShapesTest, DrawsADigitOfWholePixels)
 
 TEST(DigitShapesTest, RoundsTheCornersOfBoldDigits)
 {
-    EXPECT_EQ(drawn("5", 22, 12).substr(0, 23 * 3),
+    constexpr std::size_t threeRows = 69;  // each with its end
+    EXPECT_EQ(drawn("5", 22, 12).substr(0, threeRows),
               "........#######.......\n"
               ".......########.......\n"
               ".......##.............\n")
         << drawn("5", 22, 12);
-    EXPECT_EQ(drawn("0", 22, 12).substr(0, 23 * 3),
+    EXPECT_EQ(drawn("0", 22, 12).substr(0, threeRows),
               "........######........\n"
               ".......########.......\n"
               ".......##....##.......\n")

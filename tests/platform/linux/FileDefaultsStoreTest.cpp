@@ -9,6 +9,7 @@
 
 #include "platform/linux/Files.h"
 #include "platform/linux/SdEventRunLoop.h"
+#include "tests/platform/linux/FullDisk.h"
 #include "tests/platform/linux/NoMoreFiles.h"
 #include "tests/platform/linux/TemporaryFolder.h"
 
@@ -409,6 +410,39 @@ TEST_F(FileDefaultsStoreTest, WritesAnUnsavedValueWhenItIsSetOnceMore)
 
     EXPECT_EQ(text(), "limit = 85\n");
     EXPECT_EQ(toldNow(), 1);
+}
+
+TEST_F(FileDefaultsStoreTest, WritesNothingOverAnEditOnceTheFileSaysWhatWaited)
+{
+    const auto store = open("limit = 80\n");
+    {
+        const FullDisk fault(0);
+        store->set("limit", std::int64_t{81});
+        store->set("limit", std::int64_t{80});
+    }
+
+    write("limit = 60\n");
+    (void)toldNow();
+
+    EXPECT_EQ(store->integerForKey("limit"), 60);
+    EXPECT_EQ(text(), "limit = 60\n");
+}
+
+TEST_F(FileDefaultsStoreTest, WritesNothingOverAnEditOnceItsUserHasWrittenWhatWaited)
+{
+    const auto store = open("limit = 80\n");
+    {
+        const NoMoreFiles fault;
+        store->set("limit", std::int64_t{85});
+    }
+    write("limit = 85\n");
+    (void)toldNow();
+
+    write("limit = 60\n");
+    (void)toldNow();
+
+    EXPECT_EQ(store->integerForKey("limit"), 60);
+    EXPECT_EQ(text(), "limit = 60\n");
 }
 
 TEST_F(FileDefaultsStoreTest, TriesAgainByItselfToWrite)

@@ -18,9 +18,6 @@ namespace {
 namespace fs = std::filesystem;
 
 using testing::Contains;
-using testing::ElementsAreArray;
-using testing::HasSubstr;
-using testing::IsEmpty;
 using testing::IsSupersetOf;
 using testing::SizeIs;
 
@@ -170,7 +167,7 @@ TEST_F(FileFaultsTest, HoldsLittleOfAFileThatIsTooLong)
 {
     for (const auto& file : {historyFile, settingsFile}) {
         fs::create_directories(fs::path(file).parent_path());
-        std::ofstream{file};
+        std::ofstream(file).close();
         fs::resize_file(file, 1'000'000'000);
     }
 

@@ -2,50 +2,26 @@
 
 #include <fcntl.h>
 #include <gmock/gmock.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
-#include <csignal>
 #include <fstream>
 #include <set>
 #include <utility>
 #include <vector>
 
 #include "tests/platform/linux/ChildProcess.h"
+#include "tests/platform/linux/FullDisk.h"
 #include "tests/platform/linux/TemporaryFolder.h"
 
 namespace vorlane::platform {
 namespace {
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 namespace fs = std::filesystem;
-
-// No file may grow beyond this while it lives: a disk that is full.
-class FullDisk {
-public:
-    explicit FullDisk(rlim_t bytes) : handler(std::signal(SIGXFSZ, SIG_IGN))
-    {
-        (void)getrlimit(RLIMIT_FSIZE, &before);
-        const rlimit small{.rlim_cur = bytes, .rlim_max = before.rlim_max};
-        (void)setrlimit(RLIMIT_FSIZE, &small);
-    }
-    FullDisk(const FullDisk&) = delete;
-    FullDisk& operator=(const FullDisk&) = delete;
-    ~FullDisk()
-    {
-        (void)setrlimit(RLIMIT_FSIZE, &before);
-        (void)std::signal(SIGXFSZ, handler);
-    }
-
-private:
-    rlimit before{};
-    void (*handler)(int);
-};
 
 class FilesTest : public testing::Test {
 protected:

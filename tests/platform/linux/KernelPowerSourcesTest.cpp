@@ -110,6 +110,23 @@ TEST_F(KernelPowerSourcesTest, TakesNoBatteryAwayWhenNoFileCanBeOpened)
     EXPECT_THAT(sources.descriptions(), IsEmpty());
 }
 
+TEST_F(KernelPowerSourcesTest, TakesNoDetailsAwayWhenNoFileCanBeOpened)
+{
+    folder.write("BAT0/uevent", "POWER_SUPPLY_TYPE=Battery\nPOWER_SUPPLY_CYCLE_COUNT=213\n");
+    KernelBatteryRegistry registry(folder.path());
+    const auto cycles = [&] {
+        const auto all = registry.properties();
+        return all ? all->integer("CycleCount") : std::nullopt;
+    };
+    EXPECT_EQ(cycles(), 213);
+    {
+        const NoMoreFiles fault;
+        EXPECT_EQ(cycles(), 213);
+    }
+    std::filesystem::remove_all(std::filesystem::path(folder.path()) / "BAT0");
+    EXPECT_FALSE(registry.properties());
+}
+
 TEST_F(KernelPowerSourcesTest, SaysWhenItIsPluggedInAndCharging)
 {
     setCable(true);

@@ -28,12 +28,12 @@ public:
     int readings = 0;
     bool hangs = false;  // leaves what it is asked until `answerLate`
 
-    explicit FakePortal(sd_bus* bus)
+    explicit FakePortal(sd_bus* bus, std::uint64_t flags = SD_BUS_NAME_ALLOW_REPLACEMENT)
         : bus_(bus), object(owned<SlotPointer>([this](sd_bus_slot** slot) {
               return sd_bus_add_object_vtable(bus_, slot, path, interfaceName, vtable, this);
           }))
     {
-        EXPECT_GT(sd_bus_request_name(bus_, "org.freedesktop.portal.Desktop", 0), 0);
+        EXPECT_GT(sd_bus_request_name(bus_, "org.freedesktop.portal.Desktop", flags), 0);
     }
 
     void tellScheme(std::uint32_t value, const char* space = appearanceNamespace)
@@ -261,6 +261,20 @@ TEST_F(PortalAppearanceTest, AsksTheNextPortalWhenOneDiedBeforeItAnswered)
     portal.reset();
     desktop = bus.connect(loop);
     offerPortal().scheme = 1;
+    ASSERT_TRUE(runUntil(loop, [&] { return !told.empty(); }));
+
+    EXPECT_EQ(told.front().scheme, Scheme::dark);
+}
+
+TEST_F(PortalAppearanceTest, AsksTheOneThatTookThePlaceOfAPortalThatHadNotAnswered)
+{
+    auto& first = offerPortal();
+    first.hangs = true;
+    ask();
+    ASSERT_TRUE(runUntil(loop, [&] { return first.readings == 1; }));
+
+    FakePortal next(stranger.get(), SD_BUS_NAME_REPLACE_EXISTING);
+    next.scheme = 1;
     ASSERT_TRUE(runUntil(loop, [&] { return !told.empty(); }));
 
     EXPECT_EQ(told.front().scheme, Scheme::dark);

@@ -61,10 +61,11 @@ TEST(StatusIconTest, OffersANumberLastAtTwiceTheUsualSize)
     const auto large = icon.picture.draw(44).argb;
 
     ASSERT_EQ(icon.sizes().back(), 44);
-    for (std::size_t y = 0; y < 44; ++y) {
-        for (std::size_t x = 0; x < 44 * 4; ++x) {
+    constexpr std::size_t size = 44;
+    for (std::size_t y = 0; y < size; ++y) {
+        for (std::size_t x = 0; x < size * 4; ++x) {
             const auto half = (y / 2 * 22 + x / 8) * 4 + x % 4;
-            ASSERT_EQ(large[y * 44 * 4 + x], small[half]) << x << ", " << y;
+            ASSERT_EQ(large[y * size * 4 + x], small[half]) << x << ", " << y;
         }
     }
 }

@@ -98,6 +98,18 @@ TEST_F(ThemeSoundPlayerTest, CutsOffASoundThatStillPlays)
     EXPECT_THAT(lines("calls"), IsEmpty());
 }
 
+TEST_F(ThemeSoundPlayerTest, LeavesNoProcessBehindThatStillPlays)
+{
+    {
+        auto sounds = player("read line < pipe");
+        ASSERT_EQ(mkfifo((folder.path() / "pipe").c_str(), S_IRWXU), 0);
+        sounds.play("Glass");
+        EXPECT_TRUE(hasChildren());
+    }
+
+    EXPECT_FALSE(hasChildren());
+}
+
 TEST_F(ThemeSoundPlayerTest, LetsThePlayingProgramBeStopped)
 {
     sigset_t blocked;

@@ -1,0 +1,31 @@
+// While it lives, no file may grow beyond so many bytes, as on a disk that is full.
+#pragma once
+
+#include <sys/resource.h>
+
+#include <csignal>
+
+namespace vorlane::platform {
+
+class FullDisk {
+public:
+    explicit FullDisk(rlim_t bytes) : handler(std::signal(SIGXFSZ, SIG_IGN))
+    {
+        (void)getrlimit(RLIMIT_FSIZE, &before);
+        const rlimit small{.rlim_cur = bytes, .rlim_max = before.rlim_max};
+        (void)setrlimit(RLIMIT_FSIZE, &small);
+    }
+    FullDisk(const FullDisk&) = delete;
+    FullDisk& operator=(const FullDisk&) = delete;
+    ~FullDisk()
+    {
+        (void)setrlimit(RLIMIT_FSIZE, &before);
+        (void)std::signal(SIGXFSZ, handler);
+    }
+
+private:
+    rlimit before{};
+    void (*handler)(int);
+};
+
+}  // namespace vorlane::platform
