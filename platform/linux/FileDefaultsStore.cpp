@@ -64,6 +64,11 @@ FileDefaultsStore::FileDefaultsStore(sd_event* event, std::string file, Seconds 
 
 FileDefaultsStore::~FileDefaultsStore()
 {
+    writeWhatWaits();
+}
+
+void FileDefaultsStore::writeWhatWaits() noexcept
+{
     if (unsaved.empty()) return;
     try {
         (void)load();

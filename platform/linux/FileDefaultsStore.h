@@ -17,7 +17,7 @@ public:
     // Makes the file's folder when it is missing.
     FileDefaultsStore(sd_event* event, std::string path, Seconds untilNextTry = Seconds{60});
 
-    // Writes what could not be written before, if it can be now.
+    // As the last thing, `writeWhatWaits`.
     ~FileDefaultsStore() override;
 
     FileDefaultsStore(const FileDefaultsStore&) = delete;
@@ -36,6 +36,9 @@ public:
     // memory, before whatever the file says, and tried again a minute later, with the next value,
     // and at the end.
     void set(const std::string& key, const DefaultsValue& value) override;
+
+    // Writes what could not be written before, if it can be now.
+    void writeWhatWaits() noexcept;
 
     Subscription observe(std::function<void()> changed) override;
 

@@ -34,6 +34,9 @@ public:
 
     Services services();
 
+    // What would be done at the end, where the process ends without it.
+    void writeWhatWaits() { defaults.writeWhatWaits(); }
+
 private:
     Base base_;
     SystemBus system;

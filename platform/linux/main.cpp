@@ -99,7 +99,10 @@ End run(MenuAction action)
          .openSystem = [&loop] { return openBus(sd_bus_open_system, loop.event()); },
          .application = application});
     VorlaneApp app(platform.services());
-    const ExitHook saving([&app] { app.terminate(); });
+    const ExitHook saving([&] {
+        app.terminate();
+        platform.writeWhatWaits();
+    });
     application.perform(action);
     app.run([&loop] { loop.run(); });
     return endOf(application);

@@ -126,8 +126,11 @@ def test_a_session_bus_that_dies_under_a_window_and_a_reminder_costs_no_history(
     assert vorlane.history()[-1]['p'] == 20
 
 
-def test_a_display_that_dies_under_the_windows_costs_no_history(laptop, desk, vorlane):
+def test_a_display_that_dies_under_the_windows_costs_neither_history_nor_settings(laptop, desk, vorlane):
     desk.open_popover()
+    with vorlane.without_room():
+        desk.item.choose('Snooze 1 hour')
+        desk.item.wait_for_menu_line('Cancel Snooze')
     laptop.charge_to(59)
     desk.item.wait_for_label('59%')
     process, vorlane.process = vorlane.process, None
@@ -136,6 +139,7 @@ def test_a_display_that_dies_under_the_windows_costs_no_history(laptop, desk, vo
 
     assert process.wait_for_end() == 1
     assert vorlane.history()[-1]['p'] == 59
+    assert vorlane.snooze_deadline()
 
 
 def test_a_display_that_hangs_does_not_hold_up_reminders(laptop, screen, vorlane, dunst, notifications, item):

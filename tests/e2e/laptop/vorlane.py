@@ -1,7 +1,9 @@
 """The program under test: started, spoken to, and ended with nothing to complain about."""
+import contextlib
 import json
 import os
 import pathlib
+import resource
 import shutil
 import signal
 import tomllib
@@ -145,6 +147,14 @@ class Vorlane:
         """What a desktop does when its user starts the program again."""
         self._bus.call(OWNER, '/org/vorlane/Vorlane', APPLICATION, 'Activate', 'a{sv}',
                        dbus.Dictionary({}, signature='sv'))
+
+    @contextlib.contextmanager
+    def without_room(self):
+        """Nothing that it writes meanwhile finds room, as on a full disk."""
+        _, hard = resource.prlimit(self.process.pid, resource.RLIMIT_FSIZE)
+        resource.prlimit(self.process.pid, resource.RLIMIT_FSIZE, (0, hard))
+        yield
+        resource.prlimit(self.process.pid, resource.RLIMIT_FSIZE, (hard, hard))
 
     def kill(self):
         """No chance to save or to say anything."""
