@@ -338,7 +338,9 @@ TEST_F(FileDefaultsStoreTest, TakesUpAMalformedFileOnceItIsMended)
 TEST_F(FileDefaultsStoreTest, TakesAHugeFileForMalformed)
 {
     const auto store = open("limit = 60\n");
-    write(std::string(100'000'000, '#'));
+    std::string comment;
+    comment.resize(100'000'000, '#');
+    write(comment);
     EXPECT_EQ(toldNow(), 1);
     EXPECT_EQ(store->integerForKey("limit"), 0);
 

@@ -11,12 +11,12 @@
 #include <memory>
 
 #include "App/HistoryStore.h"
-#include "App/SampleJson.h"
 #include "platform/linux/AutostartLoginItem.h"
 #include "platform/linux/FileDefaultsStore.h"
 #include "platform/linux/Files.h"
 #include "platform/linux/SdEventRunLoop.h"
 #include "platform/linux/XdgFileManager.h"
+#include "tests/App/EncodedSamples.h"
 #include "tests/platform/linux/TemporaryFolder.h"
 #include "tests/platform/linux/TracedChild.h"
 
@@ -33,13 +33,11 @@ constexpr Date now{1'800'000'000};
 std::string historyOf(int samples, double last)
 {
     std::vector<Sample> all;
+    all.reserve(static_cast<std::size_t>(samples));
     for (int i = 0; i < samples; ++i) {
         all.push_back({.t = last - 60.0 * (samples - 1 - i), .p = i % 100, .c = false, .a = false});
     }
-    SampleEncoder encoder(all);
-    std::string text;
-    for (auto piece = encoder.next(); !piece.empty(); piece = encoder.next()) text += piece;
-    return text;
+    return encode(all);
 }
 
 // One file of the user's that the program reads and writes again.
