@@ -96,10 +96,12 @@ void HistoryStore::clockWasSet(Seconds by, Date now)
     asideSince = asideSince + by;
     for (auto& one : aside) one.at = one.at + by;
 
-    const auto back = std::ranges::partition(
-        aside, [](const SetAside& one) { return !isOfLastDays(one.sample, one.at); });
-    std::ranges::transform(back, std::back_inserter(samples), &SetAside::sample);
-    aside.erase(back.begin(), back.end());
+    const auto back = std::partition(aside.begin(), aside.end(), [](const SetAside& one) {
+        return !isOfLastDays(one.sample, one.at);
+    });
+    std::transform(back, aside.end(), std::back_inserter(samples),
+                   [](const SetAside& one) { return one.sample; });
+    aside.erase(back, aside.end());
     aside.shrink_to_fit();
     std::ranges::stable_sort(samples, {}, &Sample::t);
     setAside(now);
@@ -138,12 +140,14 @@ void HistoryStore::prune(Date now)
 
 void HistoryStore::setAside(Date now)
 {
-    const auto outside = std::ranges::stable_partition(
-        samples, [&](const Sample& sample) { return isOfLastDays(sample, now); });
-    if (outside.empty()) return;
+    const auto outside =
+        std::stable_partition(samples.begin(), samples.end(),
+                              [&](const Sample& sample) { return isOfLastDays(sample, now); });
+    if (outside == samples.end()) return;
 
-    for (const auto& sample : outside) aside.push_back({.sample = sample, .at = now});
-    samples.erase(outside.begin(), outside.end());
+    std::transform(outside, samples.end(), std::back_inserter(aside),
+                   [&](const Sample& sample) { return SetAside{.sample = sample, .at = now}; });
+    samples.erase(outside, samples.end());
     asideSince = now;
 }
 
