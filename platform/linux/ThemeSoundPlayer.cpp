@@ -84,7 +84,7 @@ void cut(const FileDescriptor& process)
 // Where the loop will not tell of the end: one that is cut off ends within moments.
 void cutAndBury(const FileDescriptor& process)
 {
-    constexpr int patience = 200;  // milliseconds
+    constexpr int patience = 1000;  // milliseconds
     cut(process);
     pollfd end{.fd = process.get(), .events = POLLIN, .revents = 0};
     (void)poll(&end, 1, patience);

@@ -194,6 +194,7 @@ TEST_F(StatusNotifierItemTest, SignalsNothingForTheSameContent)
 
 TEST_F(StatusNotifierItemTest, SignalsANewIconOnceMoreForATrayThatHasJustTakenIt)
 {
+    ASSERT_TRUE(runUntil(busLoop, [&] { return !watcher.items.empty(); }));
     showFirst();
 
     runLoop.advance(Seconds{2});
