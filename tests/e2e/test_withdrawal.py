@@ -18,10 +18,10 @@ def test_low_battery_goes_when_the_cable_comes(laptop, vorlane, dunst, notificat
 
 def test_the_reminders_of_power_go_with_the_cable(laptop, vorlane, dunst, notifications, clock):
     laptop.plug_in(79)
+    vorlane.write_settings('longHours = 1\nrepeatReminder = false\n')
     vorlane.start(clock)
     laptop.charge_to(80)
     limit = notifications.wait_for(1)
-    vorlane.write_settings('longHours = 1\nlimitEnabled = true\nrepeatReminder = false\n')
     vorlane.advance(3700)
     too_long = notifications.wait_for(2)
     assert [limit.title, too_long.title] == [LIMIT, TOO_LONG]
