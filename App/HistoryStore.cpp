@@ -96,7 +96,7 @@ void HistoryStore::clockWasSet(Seconds by, Date now)
     asideSince = asideSince + by;
     for (auto& one : aside) one.at = one.at + by;
 
-    const auto back = std::partition(aside.begin(), aside.end(), [](const SetAside& one) {
+    const auto back = std::stable_partition(aside.begin(), aside.end(), [](const SetAside& one) {
         return !isOfLastDays(one.sample, one.at);
     });
     std::transform(back, aside.end(), std::back_inserter(samples),

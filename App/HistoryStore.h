@@ -60,7 +60,7 @@ private:
     void setAside(Date now);
     bool mostIsAhead() const;
 
-    std::vector<SetAside> aside;  // in no order
+    std::vector<SetAside> aside;  // in the order in which they were
     Date asideSince = distantPast;
     std::string url;
     bool loadFailed = false;  // what stands at `url` is not in `samples`
