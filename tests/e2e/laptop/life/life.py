@@ -26,6 +26,7 @@ from .recorded import Recorded
 ZONE = 'Europe/Berlin'
 BEGIN = datetime.datetime(2026, 10, 1, tzinfo=zoneinfo.ZoneInfo(ZONE)).timestamp()  # summer time ends on the 25th
 LATE = 5  # seconds after the full minute; the timer then fires some seconds later, and what happens follows in 25
+SLACK = 5  # seconds after the first sample, in which the timer's first minute has begun: the history is saved before
 FULL_HISTORY = 43200
 POPOVER, SETTINGS = '^Vorlane$', '^Vorlane Settings$'
 NEVER = 'infinity'  # a minute passes while an answer is on its way
@@ -118,7 +119,7 @@ class Life:
         """Unless it has, by itself."""
         until = self._until_timer()
         due = self._now() + until
-        self._pass(until + 1)
+        self._pass(until + SLACK)
         self._passed += 1
         self._look('timer', due)
 
@@ -131,7 +132,7 @@ class Life:
 
     def _live_through_what_passed(self):
         """What took long was itself minutes of the program's, whose timer has fired by itself."""
-        while self._until_timer() < 1:  # or too close to say whether it has
+        while self._until_timer() < SLACK:  # or too close to say whether it has
             self._let_timer_fire()
 
     def _look(self, reason, since):
