@@ -11,7 +11,9 @@ namespace vorlane {
 // Keys, each missing when unknown: "CycleCount", "DesignCapacity", "AppleRawMaxCapacity",
 // "NominalChargeCapacity" and "MaxCapacity" (whole numbers, capacities in one unit), "Temperature"
 // (hundredths of a degree Celsius), "Voltage" (millivolts), "Amperage" and "InstantAmperage"
-// (milliamperes, negative while discharging), "AdapterDetails" (dictionary with "Watts").
+// (milliamperes, negative while discharging), "AdapterDetails" (dictionary with "Watts"),
+// "ChargeThreshold" (percent, 1 to 99, at which the machine stops charging by itself),
+// "KeepsBelowFull" (boolean: it stops somewhere below 100% by itself).
 class BatteryRegistry {
 public:
     virtual ~BatteryRegistry() = default;

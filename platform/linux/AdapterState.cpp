@@ -2,6 +2,9 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
+
+#include "platform/linux/BatteryGauge.h"
 
 namespace vorlane::platform {
 
@@ -44,16 +47,35 @@ std::optional<double> wattsOf(const PowerSupply& adapter)
 
 }  // namespace
 
+AdapterClaim adapterClaim(const std::vector<PowerSupply>& supplies, ChargeStatus status)
+{
+    const auto isAny = [&](bool online, auto kind) {
+        return std::ranges::any_of(supplies, [&](const PowerSupply& supply) {
+            return supply.isAdapter() && kind(supply) && isOnline(supply) == online;
+        });
+    };
+    const auto ofAnyKind = std::mem_fn(&PowerSupply::isAdapter);
+    if (!isAny(true, ofAnyKind)) {
+        return isAny(false, ofAnyKind) ? AdapterClaim::offline : AdapterClaim::none;
+    }
+    const bool isContradicted =
+        status == ChargeStatus::discharging && isAny(false, std::mem_fn(&PowerSupply::isMains));
+    const bool isOnlyUsb = !isAny(true, std::not_fn(&PowerSupply::isUsb));
+    return isContradicted && isOnlyUsb ? AdapterClaim::staleOnline : AdapterClaim::online;
+}
+
 bool isPluggedIn(const std::vector<PowerSupply>& supplies, ChargeStatus status)
 {
-    bool isTold = false;
-    for (const auto& supply : supplies) {
-        const auto online = supply.isAdapter() ? isOnline(supply) : std::nullopt;
-        if (online == true) return true;
-        if (online) isTold = true;
-    }
+    const auto claim = adapterClaim(supplies, status);
+    if (claim == AdapterClaim::online) return true;
+    if (status == ChargeStatus::discharging) return false;
     if (status == ChargeStatus::charging || status == ChargeStatus::notCharging) return true;
-    return !isTold && status == ChargeStatus::full;
+
+    // Of two batteries one may be full while the other does not know what it is doing.
+    return claim == AdapterClaim::none &&
+           std::ranges::any_of(supplies, [](const PowerSupply& supply) {
+               return supply.isMachineBattery() && chargeStatus(supply) == ChargeStatus::full;
+           });
 }
 
 std::optional<std::int64_t> adapterWatts(const std::vector<PowerSupply>& supplies)

@@ -10,7 +10,14 @@
 
 namespace vorlane::platform {
 
-// `status` is the battery's; it decides where the adapters cannot be believed.
+// `staleOnline` is a USB supply's claim that a mains adapter and the battery contradict, as after a
+// phone or a dock was on its port.
+enum class AdapterClaim { none, offline, online, staleOnline };
+
+// `status` is the battery's.
+AdapterClaim adapterClaim(const std::vector<PowerSupply>& supplies, ChargeStatus status);
+
+// The status decides where the adapters are silent or wrong.
 bool isPluggedIn(const std::vector<PowerSupply>& supplies, ChargeStatus status);
 
 // Watts of the strongest adapter that feeds the machine; those with a barrel plug do not tell.

@@ -63,10 +63,12 @@ std::optional<Total> totalOf(const Batteries& all, ChargeStatus status)
     return total;
 }
 
-std::optional<std::int64_t> minutesAt(const Total& total, double amount)
+// In percent; 100 where charging is not stopped.
+double thresholdOf(const PowerSupply& battery)
 {
-    if (!total.isRateKnown || total.rate <= 0.0) return std::nullopt;
-    return plausibleMinutes(amount / total.rate * 3600.0);
+    const auto threshold = battery.integer("CHARGE_CONTROL_END_THRESHOLD");
+    return threshold && *threshold >= 1 && *threshold < 100 ? static_cast<double>(*threshold)
+                                                            : 100.0;
 }
 
 double meanPercent(const std::vector<double>& percents)
@@ -104,18 +106,34 @@ std::optional<std::int64_t> combinedPercent(const Batteries& batteries)
     return static_cast<std::int64_t>(std::round(percent));
 }
 
-std::optional<std::int64_t> minutesToFull(const Batteries& batteries)
+std::optional<std::int64_t> ChargeFlow::minutes() const
 {
-    const auto total = totalOf(batteries, ChargeStatus::charging);
-    if (!total) return std::nullopt;
-    return minutesAt(*total, total->size - total->held);
+    return plausibleMinutes(left / perHour * 3600.0);
 }
 
-std::optional<std::int64_t> minutesToEmpty(const Batteries& batteries)
+std::optional<ChargeFlow> chargeFlow(const Batteries& batteries, ChargeStatus status)
 {
-    const auto total = totalOf(batteries, ChargeStatus::discharging);
-    if (!total) return std::nullopt;
-    return minutesAt(*total, total->held);
+    const bool flows = status == ChargeStatus::charging || status == ChargeStatus::discharging;
+    const auto total = flows ? totalOf(batteries, status) : std::nullopt;
+    if (!total || !total->isRateKnown || total->rate <= 0.0) return std::nullopt;
+
+    const bool fills = status == ChargeStatus::charging;
+    const double left = fills ? total->size - total->held : total->held;
+    return ChargeFlow{.left = left / total->size, .perHour = total->rate / total->size};
+}
+
+std::optional<std::int64_t> chargeThreshold(const Batteries& batteries)
+{
+    const auto capacities = inOneUnit(batteries, hasSize);
+    double size = 0;
+    double held = 0;
+    for (std::size_t index = 0; index < batteries.size(); ++index) {
+        const double part = capacities.empty() ? 1.0 : capacities[index].size().value_or(0.0);
+        size += part;
+        held += part * thresholdOf(batteries[index]);
+    }
+    const auto percent = static_cast<std::int64_t>(std::round(held / size));
+    return percent < 100 ? std::optional(percent) : std::nullopt;
 }
 
 CombinedCapacity combinedCapacity(const Batteries& batteries)

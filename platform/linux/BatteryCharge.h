@@ -5,6 +5,7 @@
 #include <optional>
 #include <vector>
 
+#include "platform/linux/ChargeStatus.h"
 #include "platform/linux/PowerSupply.h"
 
 namespace vorlane::platform {
@@ -12,9 +13,23 @@ namespace vorlane::platform {
 // Of a single battery exactly what its gauge says.
 std::optional<std::int64_t> combinedPercent(const std::vector<PowerSupply>& batteries);
 
-// At the rate of those that charge (discharge) now; absent when it is unknown or 0.
-std::optional<std::int64_t> minutesToFull(const std::vector<PowerSupply>& batteries);
-std::optional<std::int64_t> minutesToEmpty(const std::vector<PowerSupply>& batteries);
+// How far the charge has to go, and how fast it goes, both in parts of the whole.
+struct ChargeFlow {
+    double left = 0;     // to full or to empty
+    double perHour = 0;  // above 0
+
+    std::optional<std::int64_t> minutes() const;
+
+    friend bool operator==(const ChargeFlow&, const ChargeFlow&) = default;
+};
+
+// Of those that charge (discharge) now; absent when their rate is unknown or 0, and for a battery
+// that does neither.
+std::optional<ChargeFlow> chargeFlow(const std::vector<PowerSupply>& batteries,
+                                     ChargeStatus status);
+
+// The percentage of the whole at which the firmware stops charging, 1..99; absent when it does not.
+std::optional<std::int64_t> chargeThreshold(const std::vector<PowerSupply>& batteries);
 
 struct CombinedCapacity {
     std::optional<std::int64_t> design;  // both in mWh or both in mAh

@@ -11,6 +11,15 @@ void setIfKnown(PropertyDictionary& dictionary, const char* key, std::optional<s
     if (value) dictionary.set(key, *value);
 }
 
+// The firmware's threshold is as full as the battery gets.
+std::optional<std::int64_t> minutesUntilChargingStops(const MachineBattery& battery)
+{
+    const auto threshold = battery.chargeThreshold.value_or(100);
+    const auto percent = battery.percent.value_or(100);
+    if (!battery.minutesToFull || percent >= threshold) return battery.minutesToFull;
+    return *battery.minutesToFull * (threshold - percent) / (100 - percent);
+}
+
 }  // namespace
 
 PowerSituation situationOf(const MachineBattery& battery)
@@ -33,7 +42,7 @@ PropertyDictionary powerSourceDescription(const MachineBattery& battery,
         {.key = "Power Source State",
          .value = std::string(situation.pluggedIn ? "AC Power" : "Battery Power")}};
     setIfKnown(description, "Current Capacity", battery.percent);
-    setIfKnown(description, "Time to Full Charge", battery.minutesToFull);
+    setIfKnown(description, "Time to Full Charge", minutesUntilChargingStops(battery));
     setIfKnown(description, "Time to Empty", battery.minutesToEmpty);
     return description;
 }
@@ -47,6 +56,8 @@ PropertyDictionary registryProperties(const MachineBattery& battery)
     setIfKnown(registry, "Temperature", battery.temperature);
     setIfKnown(registry, "Voltage", battery.voltage);
     setIfKnown(registry, "Amperage", battery.current);
+    setIfKnown(registry, "ChargeThreshold", battery.chargeThreshold);
+    if (battery.keepsBelowFull) registry.set("KeepsBelowFull", true);
     if (battery.adapterWatts) {
         registry.set("AdapterDetails",
                      PropertyDictionary{{.key = "Watts", .value = *battery.adapterWatts}});

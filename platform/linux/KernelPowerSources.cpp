@@ -35,10 +35,14 @@ std::vector<PropertyDictionary> KernelPowerSources::descriptionsOf(
     auto battery = machineBattery(supplies);
     if (!battery) return {};
 
+    const auto now = tools_.uptime();
+    if (charger.drains(*battery, now)) battery->pluggedIn = false;
+    const auto averaged = rate.flow(*battery, now);
+    battery->setMinutes(averaged ? averaged->minutes() : std::nullopt);
     const auto better = tools_.estimates.estimate(battery->status);
     if (better.toFull) battery->minutesToFull = better.toFull;
     if (better.toEmpty) battery->minutesToEmpty = better.toEmpty;
-    return {powerSourceDescription(*battery, shownFor(situationOf(*battery)))};
+    return {powerSourceDescription(*battery, shownFor(situationOf(*battery), now))};
 }
 
 Subscription KernelPowerSources::observe(std::function<void()> changed)
@@ -46,6 +50,11 @@ Subscription KernelPowerSources::observe(std::function<void()> changed)
     if (!supplyEvents) supplyEvents = tools_.watchSupplies([this] { changes.call(); });
     if (!estimateEvents) estimateEvents = tools_.estimates.observe([this] { changes.call(); });
     return listeners.add(std::move(changed));
+}
+
+void KernelPowerSources::resumed()
+{
+    rate.startOver();
 }
 
 void KernelPowerSources::hold(Seconds span)
@@ -65,9 +74,8 @@ void KernelPowerSources::tell()
     listeners.call();
 }
 
-PowerSituation KernelPowerSources::shownFor(const PowerSituation& raw)
+PowerSituation KernelPowerSources::shownFor(const PowerSituation& raw, Seconds now)
 {
-    const auto now = tools_.uptime();
     const auto shown = filter.filter(raw, now);
     lookAgain = {};
     if (shown.lookAgain) {

@@ -10,7 +10,9 @@
 #include "platform/linux/Coalescer.h"
 #include "platform/linux/PlugFilter.h"
 #include "platform/linux/PowerSupplyFolder.h"
+#include "platform/linux/RateAverage.h"
 #include "platform/linux/TimeEstimates.h"
+#include "platform/linux/WeakCharger.h"
 
 namespace vorlane::platform {
 
@@ -32,16 +34,21 @@ public:
     // Tells of a burst of changes once.
     Subscription observe(std::function<void()> changed) override;
 
+    // The machine woke: what was measured before its sleep says nothing of now.
+    void resumed();
+
     // Tells of no change for so long, then once if there was any.
     void hold(Seconds span);
 
 private:
     void tell();
     std::vector<PropertyDictionary> descriptionsOf(const std::vector<PowerSupply>& supplies);
-    PowerSituation shownFor(const PowerSituation& raw);
+    PowerSituation shownFor(const PowerSituation& raw, Seconds now);
 
     Tools tools_;
     std::string folder;
+    WeakCharger charger;
+    RateAverage rate;
     PlugFilter filter;
     Listeners listeners;
     Coalescer changes;

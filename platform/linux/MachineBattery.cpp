@@ -4,10 +4,10 @@
 #include <array>
 #include <cmath>
 #include <iterator>
+#include <string_view>
 
 #include "platform/linux/AdapterState.h"
 #include "platform/linux/BatteryCapacity.h"
-#include "platform/linux/BatteryCharge.h"
 #include "platform/linux/BatteryGauge.h"
 
 namespace vorlane::platform {
@@ -85,6 +85,14 @@ std::optional<double> currentOf(const Batteries& batteries)
     return sum;
 }
 
+// The kernel lists all choices and puts brackets around the one in force.
+bool isChosen(const Batteries& batteries, std::string_view key, std::string_view choice)
+{
+    return std::ranges::any_of(batteries, [&](const PowerSupply& battery) {
+        return battery.text(key).value_or("").find(choice) != std::string::npos;
+    });
+}
+
 // Power is voltage times current, so the voltage is that of the battery with the most current.
 std::optional<double> voltageOf(const Batteries& batteries)
 {
@@ -102,6 +110,12 @@ std::optional<double> voltageOf(const Batteries& batteries)
 
 }  // namespace
 
+void MachineBattery::setMinutes(std::optional<std::int64_t> minutes)
+{
+    if (status == ChargeStatus::charging) minutesToFull = minutes;
+    if (status == ChargeStatus::discharging) minutesToEmpty = minutes;
+}
+
 std::optional<MachineBattery> machineBattery(const std::vector<PowerSupply>& supplies)
 {
     const auto batteries = batteriesOf(supplies);
@@ -112,9 +126,11 @@ std::optional<MachineBattery> machineBattery(const std::vector<PowerSupply>& sup
     machine.percent = combinedPercent(batteries);
     machine.status = statusOf(batteries);
     machine.pluggedIn = isPluggedIn(supplies, machine.status);
-    if (machine.status == ChargeStatus::charging) machine.minutesToFull = minutesToFull(batteries);
-    if (machine.status == ChargeStatus::discharging)
-        machine.minutesToEmpty = minutesToEmpty(batteries);
+    machine.flow = chargeFlow(batteries, machine.status);
+    machine.setMinutes(machine.flow ? machine.flow->minutes() : std::nullopt);
+    machine.chargeThreshold = chargeThreshold(batteries);
+    machine.keepsBelowFull = isChosen(batteries, "CHARGE_TYPES", "[Long_Life]");
+    machine.isForcedToDischarge = isChosen(batteries, "CHARGE_BEHAVIOUR", "[force-discharge]");
     const auto capacity = combinedCapacity(batteries);
     machine.designCapacity = capacity.design;
     machine.fullCapacity = capacity.full;

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/linux/BatteryCharge.h"
 #include "platform/linux/ChargeStatus.h"
 #include "platform/linux/PowerSupply.h"
 
@@ -16,8 +17,12 @@ struct MachineBattery {
     std::optional<std::int64_t> percent;  // 0..100
     ChargeStatus status = ChargeStatus::unknown;
     bool pluggedIn = false;
-    std::optional<std::int64_t> minutesToFull;   // while charging
-    std::optional<std::int64_t> minutesToEmpty;  // while discharging
+    std::optional<ChargeFlow> flow;               // while charging or discharging
+    std::optional<std::int64_t> minutesToFull;    // while charging, at the rate of this moment
+    std::optional<std::int64_t> minutesToEmpty;   // while discharging, likewise
+    std::optional<std::int64_t> chargeThreshold;  // 1..99: where the firmware stops charging
+    bool keepsBelowFull = false;       // the firmware stops before 100%, and does not say where
+    bool isForcedToDischarge = false;  // on the adapter, by the user's wish or a calibration
     std::optional<std::int64_t> designCapacity;  // both in mWh or both in mAh
     std::optional<std::int64_t> fullCapacity;
     std::optional<std::int64_t> cycleCount;   // of the most worn battery
@@ -25,6 +30,9 @@ struct MachineBattery {
     std::optional<std::int64_t> voltage;      // millivolts, of the one that works hardest
     std::optional<std::int64_t> current;      // milliamperes, negative while discharging
     std::optional<std::int64_t> adapterWatts;
+
+    // To full or to empty, as the status says.
+    void setMinutes(std::optional<std::int64_t> minutes);
 };
 
 // Absent when there is no battery but those of peripherals and empty bays.

@@ -41,9 +41,18 @@ bool PowerSupply::isMachineBattery() const
 
 bool PowerSupply::isAdapter() const
 {
-    const auto type = text("TYPE").value_or("");
-    // Older kernels tell the kinds of USB chargers apart: USB_DCP, USB_PD and others.
-    return !isPeripheral() && (type == "Mains" || type == "Wireless" || type.starts_with("USB"));
+    return !isPeripheral() && (isMains() || isUsb() || text("TYPE") == "Wireless");
+}
+
+bool PowerSupply::isMains() const
+{
+    return text("TYPE") == "Mains";
+}
+
+bool PowerSupply::isUsb() const
+{
+    // Older kernels name the kind of charger, too: USB_DCP, USB_PD and others.
+    return text("TYPE").value_or("").starts_with("USB");
 }
 
 }  // namespace vorlane::platform

@@ -30,6 +30,8 @@ struct PowerSupply {
 
     // Something that can feed the machine from outside.
     bool isAdapter() const;
+    bool isMains() const;
+    bool isUsb() const;
 };
 
 }  // namespace vorlane::platform

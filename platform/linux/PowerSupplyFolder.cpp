@@ -79,19 +79,27 @@ void addUeventLines(PowerSupply& supply, std::string_view text)
     }
 }
 
+// Platform drivers add these to a battery, often without a line of its uevent file.
+constexpr std::array besideUevent{"charge_behaviour", "charge_control_end_threshold",
+                                  "charge_types"};
+
+void addAttribute(PowerSupply& supply, const std::string& folder, const std::string& name)
+{
+    std::string key = name;
+    for (char& letter : key) {
+        if (letter >= 'a' && letter <= 'z') letter = static_cast<char>(letter - 'a' + 'A');
+    }
+    if (supply.values.contains(key)) return;
+    auto value = contentsOf(pathIn(folder, name));
+    if (!value) return;
+    if (value->ends_with('\n')) value->pop_back();
+    supply.values.emplace(std::move(key), *std::move(value));
+}
+
 void addAttributes(PowerSupply& supply, const std::string& folder)
 {
     for (const auto& name : entriesOf(folder).value_or(std::vector<std::string>{})) {
-        if (name == "uevent") continue;
-        auto value = contentsOf(pathIn(folder, name));
-        if (!value) continue;
-
-        std::string key = name;
-        for (char& letter : key) {
-            if (letter >= 'a' && letter <= 'z') letter = static_cast<char>(letter - 'a' + 'A');
-        }
-        if (value->ends_with('\n')) value->pop_back();
-        supply.values.emplace(std::move(key), *std::move(value));
+        if (name != "uevent") addAttribute(supply, folder, name);
     }
 }
 
@@ -103,6 +111,9 @@ PowerSupply readSupply(const std::string& folder, const std::string& name)
     // One property that fails makes the kernel fail the whole uevent file, and old kernels leave
     // the type out of it; the properties are there one by one as well.
     if (!supply.text("TYPE")) addAttributes(supply, path);
+    if (supply.isMachineBattery()) {
+        for (const auto* const attribute : besideUevent) addAttribute(supply, path, attribute);
+    }
     return supply;
 }
 

@@ -6,6 +6,7 @@
 #include "App/BatteryReader.h"
 #include "platform/linux/BatteryDictionaries.h"
 #include "platform/linux/MachineBattery.h"
+#include "platform/linux/PowerNotes.h"
 
 namespace vorlane::platform {
 
@@ -96,7 +97,8 @@ std::string reportJson(const std::vector<PowerSupply>& supplies, const BatterySt
 {
     ordered_json listed = ordered_json::object();
     for (const auto& supply : supplies) listed[supply.name] = jsonOf(supply);
-    const ordered_json report{{"supplies", listed}, {"state", jsonOf(state)}};
+    const ordered_json report{
+        {"supplies", listed}, {"state", jsonOf(state)}, {"notes", powerNotes(supplies)}};
     return report.dump(4, ' ', false, ordered_json::error_handler_t::replace);
 }
 

@@ -9,6 +9,10 @@ gi.require_version('UMockdev', '1.0')
 from gi.repository import UMockdev  # noqa: E402
 
 
+# What platform drivers add to a battery has a file and no line in its uevent.
+BESIDE_UEVENT = {'charge_behaviour', 'charge_control_end_threshold', 'charge_types'}
+
+
 class Supplies:
     """The supplies of the testbed, each with the `uevent` file that the kernel would show."""
 
@@ -46,6 +50,8 @@ class Supplies:
     def _lines(self, name):
         yield 'POWER_SUPPLY_NAME', name
         for key, value in self._attributes[name].items():
+            if key in BESIDE_UEVENT:
+                continue
             yield 'POWER_SUPPLY_' + key.upper(), value
 
     def _write_uevent(self, name):

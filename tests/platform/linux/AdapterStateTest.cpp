@@ -14,13 +14,39 @@ PowerSupply usb(Values values)
     return supply("ucsi-source-psy-USBC000:001", std::move(values));
 }
 
+const PowerSupply full = battery({{"STATUS", "Full"}});
+
 TEST(AdapterStateTest, IsPluggedInByAnyAdapterOnline)
 {
     for (const char* const type : {"Mains", "USB", "Wireless"}) {
-        const std::vector supplies{mains("0"), supply("x", {{"TYPE", type}, {"ONLINE", "1"}})};
+        const auto online = supply("x", {{"TYPE", type}, {"ONLINE", "1"}});
 
-        EXPECT_TRUE(isPluggedIn(supplies, ChargeStatus::discharging)) << type;
+        EXPECT_TRUE(isPluggedIn({online}, ChargeStatus::discharging)) << type;
+        EXPECT_TRUE(isPluggedIn({mains("0"), online}, ChargeStatus::unknown)) << type;
     }
+}
+
+TEST(AdapterStateTest, BelievesMainsAndBatteryRatherThanAUsbSupply)
+{
+    const std::vector stale{mains("0"), usb({})};
+
+    EXPECT_FALSE(isPluggedIn(stale, ChargeStatus::discharging));
+    EXPECT_EQ(adapterClaim(stale, ChargeStatus::discharging), AdapterClaim::staleOnline);
+    for (const auto status : {ChargeStatus::charging, ChargeStatus::notCharging, ChargeStatus::full,
+                              ChargeStatus::unknown}) {
+        EXPECT_TRUE(isPluggedIn(stale, status));
+    }
+}
+
+TEST(AdapterStateTest, BelievesAUsbSupplyThatNoMainsAdapterContradicts)
+{
+    const auto wireless = supply("w", {{"TYPE", "Wireless"}, {"ONLINE", "1"}});
+    const auto offlineUsb = supply("u", {{"TYPE", "USB_PD"}, {"ONLINE", "0"}});
+
+    EXPECT_TRUE(isPluggedIn({usb({}), offlineUsb}, ChargeStatus::discharging));
+    EXPECT_TRUE(isPluggedIn({mains("?"), usb({})}, ChargeStatus::discharging));
+    EXPECT_TRUE(isPluggedIn({mains("0"), usb({}), mains("1")}, ChargeStatus::discharging));
+    EXPECT_TRUE(isPluggedIn({mains("0"), usb({}), wireless}, ChargeStatus::discharging));
 }
 
 TEST(AdapterStateTest, IsPluggedInByAProgrammableUsbSupply)
@@ -46,14 +72,22 @@ TEST(AdapterStateTest, FollowsTheStatusWithoutAnyAdapter)
 {
     EXPECT_FALSE(isPluggedIn({}, ChargeStatus::discharging));
     EXPECT_TRUE(isPluggedIn({}, ChargeStatus::charging));
-    EXPECT_TRUE(isPluggedIn({}, ChargeStatus::full));
+    EXPECT_TRUE(isPluggedIn({full}, ChargeStatus::full));
     EXPECT_TRUE(isPluggedIn({}, ChargeStatus::notCharging));
     EXPECT_FALSE(isPluggedIn({}, ChargeStatus::unknown));
 }
 
+TEST(AdapterStateTest, IsPluggedInWithAFullBatteryBesideOneThatKnowsNothing)
+{
+    const std::vector batteries{full, battery({{"STATUS", "Unknown"}}, "BAT1")};
+
+    EXPECT_TRUE(isPluggedIn(batteries, ChargeStatus::unknown));
+    EXPECT_FALSE(isPluggedIn({full, mains("0")}, ChargeStatus::unknown));
+}
+
 TEST(AdapterStateTest, FollowsAStatusThatShowsAnAdapterWhichNoneAdmits)
 {
-    const std::vector offline{mains("0")};
+    const std::vector offline{mains("0"), full};
 
     EXPECT_TRUE(isPluggedIn(offline, ChargeStatus::charging));
     EXPECT_TRUE(isPluggedIn(offline, ChargeStatus::notCharging));
@@ -64,7 +98,7 @@ TEST(AdapterStateTest, FollowsAStatusThatShowsAnAdapterWhichNoneAdmits)
 
 TEST(AdapterStateTest, TakesAnAdapterThatDoesNotTellForNone)
 {
-    const std::vector silent{mains("?")};
+    const std::vector silent{mains("?"), full};
 
     EXPECT_TRUE(isPluggedIn(silent, ChargeStatus::full));
     EXPECT_FALSE(isPluggedIn(silent, ChargeStatus::discharging));

@@ -60,6 +60,15 @@ protected:
                                         "POWER_SUPPLY_POWER_NOW=10000000\n");
     }
 
+    void setPower(const std::string& microwatts)
+    {
+        folder.write("BAT0/uevent",
+                     "POWER_SUPPLY_TYPE=Battery\nPOWER_SUPPLY_STATUS=Discharging\n"
+                     "POWER_SUPPLY_CAPACITY=50\nPOWER_SUPPLY_ENERGY_NOW=25000000\n"
+                     "POWER_SUPPLY_ENERGY_FULL=50000000\nPOWER_SUPPLY_POWER_NOW=" +
+                         microwatts + "\n");
+    }
+
     void setCable(bool online)
     {
         folder.write("AC/uevent", std::string("POWER_SUPPLY_TYPE=Mains\nPOWER_SUPPLY_ONLINE=") +
@@ -180,6 +189,72 @@ TEST_F(KernelPowerSourcesTest, PrefersTheBetterInformedEstimates)
 
     EXPECT_EQ(only().integer("Time to Empty"), 42);
     EXPECT_EQ(estimates.asked, ChargeStatus::discharging);
+}
+
+TEST_F(KernelPowerSourcesTest, TellsTheTimeUntilTheFirmwareStopsCharging)
+{
+    setCable(true);
+    folder.write("BAT0/charge_control_end_threshold", "80\n");
+    EXPECT_EQ(only().integer("Time to Full Charge"), 150 * 30 / 50);
+
+    estimates.minutes = {.toFull = 100, .toEmpty = std::nullopt};
+    EXPECT_EQ(only().integer("Time to Full Charge"), 60);
+
+    setBattery("Charging", "80");  // it charges on all the same
+    EXPECT_EQ(only().integer("Time to Full Charge"), 100);
+}
+
+TEST_F(KernelPowerSourcesTest, AveragesTheRateOfTheKernel)
+{
+    setBattery("Discharging");
+    EXPECT_EQ(only().integer("Time to Empty"), 150);
+
+    loop.advance(240s);
+    setPower("40000000");
+    EXPECT_EQ(only().integer("Time to Empty"), 51);  // 25 Wh at 10 + 30 * (1 - 1/e) = 28.96 W
+
+    sources.resumed();
+    EXPECT_EQ(only().integer("Time to Empty"), 37);
+}
+
+TEST_F(KernelPowerSourcesTest, HasNoTimeOnBatteryAtARateOfZero)
+{
+    setBattery("Discharging");
+    (void)only();
+
+    setPower("0");
+
+    EXPECT_EQ(only().integer("Time to Empty"), std::nullopt);
+}
+
+TEST_F(KernelPowerSourcesTest, IsOnBatteryOnAChargerThatIsTooWeak)
+{
+    folder.write("AC/uevent", "POWER_SUPPLY_TYPE=Mains\nPOWER_SUPPLY_ONLINE=1\n");
+    setBattery("Discharging", "49");
+    EXPECT_EQ(only().string("Power Source State"), "AC Power");
+
+    loop.advance(60s);
+    EXPECT_EQ(only().string("Power Source State"), "Battery Power");
+    EXPECT_EQ(only().integer("Time to Empty"), 150);
+
+    setBattery("Charging", "49");
+    loop.advance(60s);
+    EXPECT_EQ(only().string("Power Source State"), "AC Power");
+}
+
+TEST_F(KernelPowerSourcesTest, HoldsBackAWeakChargerThatFlaps)
+{
+    folder.write("AC/uevent", "POWER_SUPPLY_TYPE=Mains\nPOWER_SUPPLY_ONLINE=1\n");
+    setBattery("Discharging", "49");
+    (void)only();
+    loop.advance(60s);
+    EXPECT_EQ(only().string("Power Source State"), "Battery Power");
+
+    loop.advance(3s);
+    setBattery("Charging", "49");
+    EXPECT_EQ(only().string("Power Source State"), "Battery Power");
+    loop.advance(10s);
+    EXPECT_EQ(only().string("Power Source State"), "AC Power");
 }
 
 TEST_F(KernelPowerSourcesTest, TellsOfABurstOfKernelEventsOnce)
@@ -378,6 +453,20 @@ TEST(KernelBatteryRegistryTest, GivesTheKeysOfTheRegistry)
     EXPECT_EQ(registry.integer("Amperage"), -1234);
     const auto adapter = registry.dictionary("AdapterDetails").value_or(PropertyDictionary{});
     EXPECT_EQ(adapter.integer("Watts"), 60);
+}
+
+TEST(KernelBatteryRegistryTest, TellsOfALimitOfTheFirmware)
+{
+    const TemporaryFolder folder;
+    folder.write("BAT0/uevent", "POWER_SUPPLY_TYPE=Battery\n");
+    folder.write("BAT0/charge_control_end_threshold", "80\n");
+    folder.write("BAT0/charge_types", "Standard [Long_Life]\n");
+
+    const auto registry =
+        KernelBatteryRegistry(folder.path()).properties().value_or(PropertyDictionary{});
+
+    EXPECT_EQ(registry.integer("ChargeThreshold"), 80);
+    EXPECT_EQ(registry.boolean("KeepsBelowFull"), true);
 }
 
 TEST(KernelBatteryRegistryTest, LeavesOutWhatIsUnknown)

@@ -250,6 +250,43 @@ TEST(MachineBatteryTest, TellsNoTimeWithoutARate)
     EXPECT_EQ(read({healthy({{"POWER_NOW", "1000"}})}).minutesToEmpty, std::nullopt);
 }
 
+TEST(MachineBatteryTest, KnowsWhereTheFirmwareStopsCharging)
+{
+    const auto threshold = [](const char* text) {
+        return read({healthy({{"CHARGE_CONTROL_END_THRESHOLD", text}})}).chargeThreshold;
+    };
+
+    EXPECT_EQ(threshold("80"), 80);
+    EXPECT_EQ(threshold("1"), 1);
+    EXPECT_EQ(threshold("99"), 99);
+    for (const char* const none : {"100", "0", "-1", "101", "80%", ""}) {
+        EXPECT_EQ(threshold(none), std::nullopt) << none;
+    }
+    EXPECT_EQ(read({healthy()}).chargeThreshold, std::nullopt);
+}
+
+TEST(MachineBatteryTest, KnowsThatTheFirmwareKeepsItBelowFull)
+{
+    const auto keepsBelowFull = [](const char* types) {
+        return read({healthy({{"CHARGE_TYPES", types}})}).keepsBelowFull;
+    };
+
+    EXPECT_TRUE(keepsBelowFull("Fast Standard [Long_Life]"));
+    EXPECT_FALSE(keepsBelowFull("Fast [Standard] Long_Life"));
+    EXPECT_FALSE(read({healthy()}).keepsBelowFull);
+}
+
+TEST(MachineBatteryTest, KnowsThatItIsForcedToDischarge)
+{
+    const auto isForced = [](const char* behaviour) {
+        return read({healthy({{"CHARGE_BEHAVIOUR", behaviour}})}).isForcedToDischarge;
+    };
+
+    EXPECT_TRUE(isForced("auto inhibit-charge [force-discharge]"));
+    EXPECT_FALSE(isForced("[auto] inhibit-charge force-discharge"));
+    EXPECT_FALSE(read({healthy()}).isForcedToDischarge);
+}
+
 TEST(MachineBatteryTest, TellsNoTimeWhileNothingFlows)
 {
     for (const char* const status : {"Full", "Not charging", "Unknown", "gibberish"}) {

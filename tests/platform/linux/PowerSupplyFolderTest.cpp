@@ -123,6 +123,24 @@ TEST_F(PowerSupplyFolderTest, CompletesAUeventThatDoesNotTellTheType)
     EXPECT_EQ(battery.integer("CAPACITY"), 50);
 }
 
+TEST_F(PowerSupplyFolderTest, ReadsWhatPlatformDriversAddBesideTheUeventOfABattery)
+{
+    folder.write("BAT0/uevent", "POWER_SUPPLY_TYPE=Battery\nPOWER_SUPPLY_CHARGE_TYPES=[Fast]\n");
+    folder.write("BAT0/charge_control_end_threshold", "80\n");
+    folder.write("BAT0/charge_behaviour", "[auto] inhibit-charge force-discharge\n");
+    folder.write("BAT0/charge_types", "[Standard] Long_Life\n");
+    folder.write("BAT0/unrelated", "1\n");
+
+    const auto supplies = read();
+
+    ASSERT_EQ(supplies.size(), 1U);
+    EXPECT_EQ(supplies[0].values, (decltype(PowerSupply::values){
+                                      {"TYPE", "Battery"},
+                                      {"CHARGE_CONTROL_END_THRESHOLD", "80"},
+                                      {"CHARGE_BEHAVIOUR", "[auto] inhibit-charge force-discharge"},
+                                      {"CHARGE_TYPES", "[Fast]"}}));
+}
+
 TEST_F(PowerSupplyFolderTest, LeavesOutWhatCannotBeRead)
 {
     std::filesystem::create_directory(folder.path() / "empty");

@@ -117,6 +117,27 @@ TEST(TwoBatteriesTest, AreFullOnlyWhenBothAre)
     EXPECT_EQ(read({first(full), second({{"STATUS", "Unknown"}})}).status, ChargeStatus::unknown);
 }
 
+TEST(TwoBatteriesTest, ArePluggedInWhenOneIsFullAndNeitherDischarges)
+{
+    const auto machine = read({first({{"STATUS", "Full"}}), second({{"STATUS", "Unknown"}})});
+
+    EXPECT_TRUE(machine.pluggedIn);
+    EXPECT_NE(machine.status, ChargeStatus::full);
+}
+
+TEST(TwoBatteriesTest, StopChargingWhereTheirThresholdsAddUp)
+{
+    const auto thresholds = [](const char* ofFirst, const char* ofSecond) {
+        return read({first({{"CHARGE_CONTROL_END_THRESHOLD", ofFirst}}),
+                     second({{"CHARGE_CONTROL_END_THRESHOLD", ofSecond}})})
+            .chargeThreshold;
+    };
+
+    EXPECT_EQ(thresholds("80", "80"), 80);
+    EXPECT_EQ(thresholds("100", "80"), 85);  // 20 of 20 Wh and 48 of 60 Wh
+    EXPECT_EQ(thresholds("100", "100"), std::nullopt);
+}
+
 TEST(TwoBatteriesTest, CountTheCyclesOfTheMostWorn)
 {
     EXPECT_EQ(read({first(), second()}).cycleCount, 400);

@@ -1,0 +1,36 @@
+#include "platform/linux/PowerNotes.h"
+
+#include "platform/linux/AdapterState.h"
+#include "platform/linux/MachineBattery.h"
+#include "platform/linux/WeakCharger.h"
+
+namespace vorlane::platform {
+
+std::vector<std::string> powerNotes(const std::vector<PowerSupply>& supplies)
+{
+    const auto battery = machineBattery(supplies);
+    if (!battery || battery->status != ChargeStatus::discharging) return {};
+
+    const auto claim = adapterClaim(supplies, battery->status);
+    if (claim == AdapterClaim::staleOnline) {
+        return {
+            "A USB supply says that it is online, but the mains adapter says that it is not and "
+            "the battery is discharging: taken for on battery."};
+    }
+    if (claim != AdapterClaim::online) return {};
+    if (battery->isForcedToDischarge) {
+        return {
+            "The battery is discharging on the adapter because charge_behaviour says "
+            "force-discharge: taken for plugged in."};
+    }
+    if (!WeakCharger::canTell(*battery)) {
+        return {
+            "The battery is discharging although an adapter is online: taken for plugged in at "
+            "50% and above, where the firmware may be keeping to a limit of its own."};
+    }
+    return {
+        "The battery is discharging below 50% although an adapter is online: taken for on battery "
+        "once this has gone on for a minute."};
+}
+
+}  // namespace vorlane::platform
