@@ -32,7 +32,8 @@ AppModel::AppModel(const Services& services)
       notifier(std::make_shared<Notifier>(Notifier::Tools{.center = services.notifications,
                                                           .alertPanel = services.alertPanel,
                                                           .application = services.application,
-                                                          .runLoop = services.runLoop})),
+                                                          .runLoop = services.runLoop,
+                                                          .texts = services.texts})),
       services_(services)
 {}
 

@@ -59,10 +59,7 @@ void Notifier::explainAndRequest()
     tools_.application.activate();
     tools_.alertPanel.runModal(
         {.message = "Allow notifications?",
-         .informativeText =
-             "Vorlane uses notifications to remind you to unplug at your chosen charge level, "
-             "when the battery is low, and when you have been plugged in too long. macOS will "
-             "ask for permission next.",
+         .informativeText = std::string(tools_.texts.permission),
          .buttons = {{.title = "Continue"}, {.title = "Not Now", .role = ButtonRole::cancel}}},
         [weak = weak_from_this()](std::size_t button) {
             const auto notifier = weak.lock();

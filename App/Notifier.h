@@ -8,6 +8,7 @@
 
 #include "App/AlertKind.h"
 #include "App/PendingAlert.h"
+#include "App/content/PlatformTexts.h"
 #include "App/services/AlertPanel.h"
 #include "App/services/Application.h"
 #include "App/services/NotificationCenter.h"
@@ -23,6 +24,7 @@ public:
         AlertPanel& alertPanel;
         Application& application;
         RunLoop& runLoop;
+        const PlatformTexts& texts;
     };
     explicit Notifier(Tools tools);
 

@@ -55,9 +55,8 @@ PopoverContent PopoverView::content(Date now) const
     PopoverContent content{
         .blocks = NoBatteryBlock{.symbol = "battery.0",
                                  .title = "No battery found",
-                                 .text = "This Mac does not report a battery, so Vorlane stays "
-                                         "quiet."},
-        .footnote = "Vorlane can only remind you. A Mac app cannot stop the charger.",
+                                 .text = std::string(tools_.texts.noBattery)},
+        .footnote = std::string(tools_.texts.footnote),
         .settings = "Settings",
         .quit = "Quit",
     };

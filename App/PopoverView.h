@@ -11,6 +11,7 @@
 
 #include "App/AppModel.h"
 #include "App/Published.h"
+#include "App/content/PlatformTexts.h"
 #include "App/content/PopoverContent.h"
 #include "App/services/Application.h"
 #include "App/services/Calendar.h"
@@ -22,6 +23,7 @@ public:
     struct Tools {
         Application& application;
         const Calendar& calendar;
+        const PlatformTexts& texts;
     };
 
     std::shared_ptr<AppModel> model;

@@ -11,16 +11,6 @@ namespace vorlane {
 
 namespace {
 
-constexpr const char* unavailable =
-    "Notifications need Vorlane to run as an app bundle (see make_app.sh). Run from the command "
-    "line, alerts cannot be delivered.";
-constexpr const char* unavailableHere =
-    "On this system that means: no notification service answers on the session bus. Desktops "
-    "bring one along; elsewhere a notification daemon has to run.";
-constexpr const char* closingNote =
-    "macOS may also hold charging at 80% itself (Optimized Battery Charging, System Settings, "
-    "Battery). Vorlane can only remind you; it cannot control charging.";
-
 constexpr std::array<std::string_view, 4> alertToggles{"limitEnabled", "lowEnabled", "longEnabled",
                                                        "healthEnabled"};
 
@@ -50,18 +40,37 @@ Row enabledWhen(bool on, Row row)
     return row;
 }
 
-SettingsSection chargeLimit(const Prefs& prefs, const DefaultsStore& defaults)
+// At the charge at which the machine stops by itself, a reminder would ask for what is done
+// already.
+std::optional<NoteRow> ownLimitNote(const Prefs& prefs, const PropertyDictionary& battery)
+{
+    const auto threshold = battery.integer("ChargeThreshold");
+    if (!threshold && battery.boolean("KeepsBelowFull") == true) {
+        return NoteRow{.text = "This laptop keeps its charge below 100% by itself.", .color = {}};
+    }
+    if (!threshold || *threshold > prefs.limit) return std::nullopt;
+    return NoteRow{.text = "This laptop stops charging at " + std::to_string(*threshold) +
+                           "% by itself. A limit of " + std::to_string(*threshold + 1) +
+                           "% reminds you only if it does not.",
+                   .color = {}};
+}
+
+SettingsSection chargeLimit(const Prefs& prefs, const DefaultsStore& defaults,
+                            const std::optional<NoteRow>& note)
 {
     const bool on = prefs.limitEnabled;
     const auto text = "Alert when charging reaches " + std::to_string(prefs.limit) + "%";
-    return {.header = "Alerts",
-            .rows = {ToggleRow{.key = "limitEnabled", .title = "Charge limit", .value = on},
-                     enabledWhen(on, stepper(limitRange, prefs.limit, text)),
-                     ToggleRow{.key = "repeatReminder",
-                               .title = "Repeat every 5 minutes, up to 3 times",
-                               .value = prefs.repeatReminder,
-                               .enabled = on},
-                     enabledWhen(on, SoundPicker{"limitSound"}.content(defaults))}};
+    SettingsSection section{
+        .header = "Alerts",
+        .rows = {ToggleRow{.key = "limitEnabled", .title = "Charge limit", .value = on},
+                 enabledWhen(on, stepper(limitRange, prefs.limit, text))}};
+    if (note) section.rows.push_back(*note);
+    section.rows.push_back(ToggleRow{.key = "repeatReminder",
+                                     .title = "Repeat every 5 minutes, up to 3 times",
+                                     .value = prefs.repeatReminder,
+                                     .enabled = on});
+    section.rows.push_back(enabledWhen(on, SoundPicker{"limitSound"}.content(defaults)));
+    return section;
 }
 
 SettingsSection lowBattery(const Prefs& prefs, const DefaultsStore& defaults)
@@ -95,13 +104,13 @@ SettingsSection health(const Prefs& prefs, const DefaultsStore& defaults)
                      enabledWhen(on, SoundPicker{"healthSound"}.content(defaults))}};
 }
 
-SettingsSection menuBar(const Prefs& prefs)
+SettingsSection menuBar(const Prefs& prefs, const PlatformTexts& texts)
 {
     return {
-        .header = "Menu bar",
+        .header = std::string(texts.menuBar),
         .rows = {
             ToggleRow{.key = "showPercent",
-                      .title = "Show percentage in the menu bar",
+                      .title = std::string(texts.showPercent),
                       .value = prefs.showPercent},
             ToggleRow{.key = "showTime", .title = "Show time remaining", .value = prefs.showTime}}};
 }
@@ -116,15 +125,17 @@ SettingsContent SettingsView::content() const
 {
     const auto& defaults = tools_.defaults;
     const auto prefs = Prefs::current(tools_.defaults);
-    return {.sections = {
-                chargeLimit(prefs, defaults),
-                lowBattery(prefs, defaults),
-                tooLong(prefs, defaults),
-                health(prefs, defaults),
-                quietHours(prefs),
-                menuBar(prefs),
-                general(),
-                {.header = "", .rows = {NoteRow{.text = closingNote, .color = std::nullopt}}}}};
+    const auto battery = tools_.batteryRegistry.properties().value_or(PropertyDictionary());
+    return {.sections = {chargeLimit(prefs, defaults, ownLimitNote(prefs, battery)),
+                         lowBattery(prefs, defaults),
+                         tooLong(prefs, defaults),
+                         health(prefs, defaults),
+                         quietHours(prefs),
+                         menuBar(prefs, tools_.texts),
+                         general(),
+                         {.header = "",
+                          .rows = {NoteRow{.text = std::string(tools_.texts.closingNote),
+                                           .color = std::nullopt}}}}};
 }
 
 SettingsIntents SettingsView::intents()
@@ -171,8 +182,8 @@ SettingsSection SettingsView::general() const
     }
     section.rows.push_back(ResetRow{.title = "Reset History…"});
     if (!model->notifier->available()) {
-        section.rows.push_back(NoteRow{.text = unavailable, .color = Color::orange});
-        section.rows.push_back(NoteRow{.text = unavailableHere, .color = Color::orange});
+        section.rows.push_back(NoteRow{.text = std::string(tools_.texts.notificationsUnavailable),
+                                       .color = Color::orange});
     }
     return section;
 }

@@ -9,8 +9,10 @@
 #include "App/AppModel.h"
 #include "App/Prefs.h"
 #include "App/Published.h"
+#include "App/content/PlatformTexts.h"
 #include "App/content/SettingsContent.h"
 #include "App/services/AlertPanel.h"
+#include "App/services/BatteryRegistry.h"
 #include "App/services/Calendar.h"
 #include "App/services/Clock.h"
 #include "App/services/DefaultsStore.h"
@@ -24,11 +26,13 @@ class SettingsView : public std::enable_shared_from_this<SettingsView> {
 public:
     struct Tools {
         DefaultsStore& defaults;
+        BatteryRegistry& batteryRegistry;
         LoginItem& loginItem;
         SoundPlayer& soundPlayer;
         AlertPanel& alertPanel;
         const Clock& clock;
         const Calendar& calendar;
+        const PlatformTexts& texts;
     };
 
     std::shared_ptr<AppModel> model;

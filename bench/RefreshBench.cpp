@@ -59,7 +59,8 @@ Services withKernel(FakeMachine& machine, PowerSources& sources, BatteryRegistry
             .workspace = machine.workspace,
             .runLoop = machine.runLoop,
             .clock = machine.clock,
-            .calendar = machine.calendar};
+            .calendar = machine.calendar,
+            .texts = machine.texts};
 }
 
 void Refresh(benchmark::State& state)

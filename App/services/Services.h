@@ -1,6 +1,7 @@
 // Everything that the program asks of its platform; the platform's objects outlive the program's.
 #pragma once
 
+#include "App/content/PlatformTexts.h"
 #include "App/services/AlertPanel.h"
 #include "App/services/Application.h"
 #include "App/services/BatteryRegistry.h"
@@ -35,6 +36,7 @@ struct Services {
     RunLoop& runLoop;
     Clock& clock;
     Calendar& calendar;
+    const PlatformTexts& texts;
 };
 
 }  // namespace vorlane

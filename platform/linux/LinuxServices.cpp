@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "platform/linux/Installation.h"
+#include "platform/linux/LinuxTexts.h"
 #include "platform/linux/LocalXDisplay.h"
 #include "platform/linux/PluginFile.h"
 #include "platform/linux/PowerSupplyEvents.h"
@@ -90,6 +91,7 @@ Services LinuxServices::services()
         .runLoop = base_.loop,
         .clock = clock,
         .calendar = calendar,
+        .texts = linuxTexts,
     };
 }
 

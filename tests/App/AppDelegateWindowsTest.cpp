@@ -390,7 +390,7 @@ TEST_F(AppDelegateWindowsTest, TellsInTheOpenSettingsThatTheNotificationServiceI
 
     machine.advance(1min);
 
-    EXPECT_THAT(general(), SizeIs(4));
+    EXPECT_THAT(general(), SizeIs(3));
 }
 
 TEST_F(AppDelegateWindowsTest, ComputesNothingWhileTheWindowsAreClosed)

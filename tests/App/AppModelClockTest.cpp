@@ -169,7 +169,9 @@ TEST_F(AppModelClockTest, ShowsTheTimeOnPowerRightAfterTheClockWasSet)
 
     const auto view = std::make_shared<PopoverView>(
         model, [] {},
-        PopoverView::Tools{.application = machine.application, .calendar = machine.calendar});
+        PopoverView::Tools{.application = machine.application,
+                           .calendar = machine.calendar,
+                           .texts = machine.texts});
     const auto content = view->content(machine.clock.now());
 
     EXPECT_EQ(std::get<BatteryBlocks>(content.blocks).gauge.pluggedFor,

@@ -158,7 +158,8 @@ struct NotedMachine : FakeMachine {
                 .workspace = notedWorkspace,
                 .runLoop = notedRunLoop,
                 .clock = clock,
-                .calendar = calendar};
+                .calendar = calendar,
+                .texts = texts};
     }
 };
 

@@ -21,11 +21,13 @@ protected:
     FakeNotificationCenter center;
     FakeAlertPanel alertPanel;
     FakeApplication application;
+    PlatformTexts texts;
     std::shared_ptr<Notifier> notifier =
         std::make_shared<Notifier>(Notifier::Tools{.center = center,
                                                    .alertPanel = alertPanel,
                                                    .application = application,
-                                                   .runLoop = runLoop});
+                                                   .runLoop = runLoop,
+                                                   .texts = texts});
 };
 
 }  // namespace vorlane

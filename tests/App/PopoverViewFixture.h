@@ -32,7 +32,9 @@ protected:
     int settingsOpened = 0;
     std::shared_ptr<PopoverView> view = std::make_shared<PopoverView>(
         model, [this] { ++settingsOpened; },
-        PopoverView::Tools{.application = machine.application, .calendar = machine.calendar});
+        PopoverView::Tools{.application = machine.application,
+                           .calendar = machine.calendar,
+                           .texts = machine.texts});
 };
 
 }  // namespace vorlane

@@ -348,13 +348,15 @@ TEST_F(SettingsIntentsTest, AsksOnceAtATime)
         }
     };
     CountingPanel panel;
-    view = std::make_shared<SettingsView>(model,
-                                          SettingsView::Tools{.defaults = machine.defaults,
-                                                              .loginItem = machine.loginItem,
-                                                              .soundPlayer = machine.soundPlayer,
-                                                              .alertPanel = panel,
-                                                              .clock = machine.clock,
-                                                              .calendar = machine.calendar});
+    view = std::make_shared<SettingsView>(
+        model, SettingsView::Tools{.defaults = machine.defaults,
+                                   .batteryRegistry = machine.batteryRegistry,
+                                   .loginItem = machine.loginItem,
+                                   .soundPlayer = machine.soundPlayer,
+                                   .alertPanel = panel,
+                                   .clock = machine.clock,
+                                   .calendar = machine.calendar,
+                                   .texts = machine.texts});
     intents = view->intents();
 
     intents.resetHistory();

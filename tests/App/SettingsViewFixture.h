@@ -17,11 +17,13 @@ protected:
     {
         return std::make_shared<SettingsView>(
             model, SettingsView::Tools{.defaults = machine.defaults,
+                                       .batteryRegistry = machine.batteryRegistry,
                                        .loginItem = machine.loginItem,
                                        .soundPlayer = machine.soundPlayer,
                                        .alertPanel = machine.alertPanel,
                                        .clock = machine.clock,
-                                       .calendar = machine.calendar});
+                                       .calendar = machine.calendar,
+                                       .texts = machine.texts});
     }
 
     // The one row of that kind with that settings key.

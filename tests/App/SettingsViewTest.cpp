@@ -132,6 +132,43 @@ TEST_F(SettingsViewTest, ShowsTheGeneralSettings)
                             ResetRow{.title = "Reset History\u2026"}));
 }
 
+TEST_F(SettingsViewTest, SaysWhereTheMachineStopsChargingAtOrBelowTheLimit)
+{
+    const auto noteAt = [this](std::int64_t threshold) {
+        machine.batteryRegistry.entry =
+            PropertyDictionary{{.key = "ChargeThreshold", .value = threshold}};
+        const auto rows = section(0).rows;
+        return rows.size() == 5 ? std::get<NoteRow>(rows.at(2)).text : std::string();
+    };
+    machine.defaults.set("limit", std::int64_t{80});
+
+    EXPECT_EQ(noteAt(80),
+              "This laptop stops charging at 80% by itself. A limit of 81% reminds you only if it "
+              "does not.");
+    EXPECT_EQ(noteAt(60),
+              "This laptop stops charging at 60% by itself. A limit of 61% reminds you only if it "
+              "does not.");
+    EXPECT_EQ(noteAt(81), "");
+}
+
+TEST_F(SettingsViewTest, SaysThatTheMachineKeepsItsChargeBelowFull)
+{
+    machine.batteryRegistry.entry = PropertyDictionary{{.key = "KeepsBelowFull", .value = true}};
+
+    EXPECT_EQ(std::get<NoteRow>(section(0).rows.at(2)),
+              (NoteRow{.text = "This laptop keeps its charge below 100% by itself.",
+                       .color = std::nullopt}));
+}
+
+TEST_F(SettingsViewTest, PrefersTheNumberOfTheMachinesOwnLimit)
+{
+    machine.batteryRegistry.entry =
+        PropertyDictionary{{.key = "KeepsBelowFull", .value = true},
+                           {.key = "ChargeThreshold", .value = std::int64_t{90}}};
+
+    EXPECT_EQ(section(0).rows.size(), 4);  // at 80% the reminder comes first
+}
+
 TEST_F(SettingsViewTest, EndsWithWhatItCannotDo)
 {
     EXPECT_THAT(
@@ -152,15 +189,13 @@ TEST_F(SettingsViewTest, ExplainsWhyAlertsCannotBeDelivered)
             LoginItemRow{.title = "Launch at Login", .value = false},
             ResetRow{.title = "Reset History\u2026"},
             notice("Notifications need Vorlane to run as an app bundle (see make_app.sh). Run from "
-                   "the command line, alerts cannot be delivered."),
-            notice("On this system that means: no notification service answers on the session bus. "
-                   "Desktops bring one along; elsewhere a notification daemon has to run.")));
+                   "the command line, alerts cannot be delivered.")));
 }
 
 TEST_F(SettingsViewTest, ExplainsNothingMoreWhenTheServiceCame)
 {
     machine.notifications.reachable = false;
-    ASSERT_EQ(section(6).rows.size(), 4);
+    ASSERT_EQ(section(6).rows.size(), 3);
 
     machine.notifications.reachable = true;
 
@@ -286,13 +321,15 @@ TEST_F(SettingsViewTest, ShowsTheNextTimeForOneThatTodaySkips)
         }
     };
     const SpringCalendar calendar;
-    view = std::make_shared<SettingsView>(model,
-                                          SettingsView::Tools{.defaults = machine.defaults,
-                                                              .loginItem = machine.loginItem,
-                                                              .soundPlayer = machine.soundPlayer,
-                                                              .alertPanel = machine.alertPanel,
-                                                              .clock = machine.clock,
-                                                              .calendar = calendar});
+    view = std::make_shared<SettingsView>(
+        model, SettingsView::Tools{.defaults = machine.defaults,
+                                   .batteryRegistry = machine.batteryRegistry,
+                                   .loginItem = machine.loginItem,
+                                   .soundPlayer = machine.soundPlayer,
+                                   .alertPanel = machine.alertPanel,
+                                   .clock = machine.clock,
+                                   .calendar = calendar,
+                                   .texts = machine.texts});
     machine.defaults.set("quietStart", std::int64_t{150});
 
     EXPECT_EQ(row<TimeRow>("quietStart").time, (TimeOfDay{.hour = 3, .minute = 0}));

@@ -8,7 +8,7 @@ from laptop.desktop import Desktop
 from laptop.waiting import wait_until
 
 HOUR = 3600
-FOOTNOTE = 'Vorlane can only remind you. A Mac app cannot stop the charger.'
+FOOTNOTE = 'Vorlane can only remind you. It cannot stop the charger.'
 DAY = 'Charge over the last 24 hours: 60% to 70%, now 60%'
 
 
@@ -107,7 +107,7 @@ def test_a_battery_that_is_pulled_and_put_back_shows_at_once(desktop, popover):
     desktop.laptop.pull_battery()
     popover.wait_for('No battery found')
     assert popover.texts() == [
-        'Vorlane', 'No battery found', 'This Mac does not report a battery, so Vorlane stays quiet.',
+        'Vorlane', 'No battery found', 'This laptop does not report a battery, so Vorlane stays quiet.',
         FOOTNOTE, 'Settings', 'Quit']
 
     desktop.laptop.put_battery_back()

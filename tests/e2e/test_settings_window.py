@@ -13,7 +13,7 @@ TOGGLES = {
     'Plugged in too long': ('longEnabled', True),
     'Battery health below 80% (once)': ('healthEnabled', True),
     'Hold alerts during quiet hours': ('quietEnabled', False),
-    'Show percentage in the menu bar': ('showPercent', True),
+    'Show percentage in the tray': ('showPercent', True),
     'Show time remaining': ('showTime', False),
 }
 NAMES = ['Default', 'None', 'Glass', 'Ping', 'Hero', 'Submarine', 'Funk', 'Basso', 'Blow', 'Bottle', 'Frog',

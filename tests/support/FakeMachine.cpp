@@ -23,7 +23,8 @@ Services FakeMachine::servicesWith(PowerSources& others)
             .workspace = workspace,
             .runLoop = runLoop,
             .clock = clock,
-            .calendar = calendar};
+            .calendar = calendar,
+            .texts = texts};
 }
 
 void FakeMachine::plugIn()

@@ -27,6 +27,7 @@ public:
 
     FakeClock clock;
     FakeCalendar calendar;
+    PlatformTexts texts;
     FakeRunLoop runLoop{clock};
     FakePowerSources powerSources;
     FakeBatteryRegistry batteryRegistry;

@@ -55,7 +55,8 @@ protected:
                                                           .workspace = base.workspace,
                                                           .runLoop = base.runLoop,
                                                           .clock = base.clock,
-                                                          .calendar = base.calendar});
+                                                          .calendar = base.calendar,
+                                                          .texts = base.texts});
         delegate->applicationDidFinishLaunching();
         settle();
     }

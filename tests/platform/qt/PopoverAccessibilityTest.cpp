@@ -60,7 +60,7 @@ TEST_F(PopoverAccessibilityTest, EverythingHasItsRoleAndName)
             text("Power in: 38.2 W"), text("Adapter: 65 W"),
             std::pair(Role::RadioButton, "24 hours"), std::pair(Role::RadioButton, "7 days"),
             std::pair(Role::Chart, "Charge over the last 24 hours: 48% to 100%, now 100%"),
-            text("Vorlane can only remind you. A Mac app cannot stop the charger."),
+            text("Vorlane can only remind you. It cannot stop the charger."),
             std::pair(Role::Button, "Settings"), std::pair(Role::Button, "Quit")));
 }
 
@@ -69,14 +69,14 @@ TEST_F(PopoverAccessibilityTest, NothingIsSaidOfAMissingBattery)
     using Role = QAccessible::Role;
     said(charging());
 
-    EXPECT_THAT(said(noBattery()),
-                testing::UnorderedElementsAre(
-                    std::pair(Role::StaticText, "No battery found"),
-                    std::pair(Role::StaticText,
-                              "This Mac does not report a battery, so Vorlane stays quiet."),
-                    std::pair(Role::StaticText,
-                              "Vorlane can only remind you. A Mac app cannot stop the charger."),
-                    std::pair(Role::Button, "Settings"), std::pair(Role::Button, "Quit")));
+    EXPECT_THAT(
+        said(noBattery()),
+        testing::UnorderedElementsAre(
+            std::pair(Role::StaticText, "No battery found"),
+            std::pair(Role::StaticText,
+                      "This laptop does not report a battery, so Vorlane stays quiet."),
+            std::pair(Role::StaticText, "Vorlane can only remind you. It cannot stop the charger."),
+            std::pair(Role::Button, "Settings"), std::pair(Role::Button, "Quit")));
 }
 
 TEST_F(PopoverAccessibilityTest, TheCyclesAreAValueOfATotal)

@@ -119,7 +119,7 @@ ChartContent today(Date now)
 PopoverContent around(std::variant<NoBatteryBlock, BatteryBlocks> blocks)
 {
     return {.blocks = std::move(blocks),
-            .footnote = "Vorlane can only remind you. A Mac app cannot stop the charger.",
+            .footnote = "Vorlane can only remind you. It cannot stop the charger.",
             .settings = "Settings",
             .quit = "Quit"};
 }
@@ -204,7 +204,7 @@ PopoverContent noBattery()
     return around(
         NoBatteryBlock{.symbol = "battery.0",
                        .title = "No battery found",
-                       .text = "This Mac does not report a battery, so Vorlane stays quiet."});
+                       .text = "This laptop does not report a battery, so Vorlane stays quiet."});
 }
 
 }  // namespace vorlane::platform

@@ -85,9 +85,9 @@ inline SettingsContent sampleSettings()
                                 .value = true},
                       sampleSound("healthSound", true)}},
             sampleQuietHours(false),
-            {.header = "Menu bar",
+            {.header = "Tray",
              .rows = {ToggleRow{.key = "showPercent",
-                                .title = "Show percentage in the menu bar",
+                                .title = "Show percentage in the tray",
                                 .value = true},
                       ToggleRow{.key = "showTime", .title = "Show time remaining"}}},
             {.header = "General",
@@ -95,9 +95,8 @@ inline SettingsContent sampleSettings()
                       ResetRow{.title = "Reset History…"}}},
             {.header = "",
              .rows = {NoteRow{
-                 .text = "macOS may also hold charging at 80% itself (Optimized Battery Charging, "
-                         "System Settings, Battery). Vorlane can only remind you; it cannot "
-                         "control charging.",
+                 .text = "The laptop's firmware or desktop may also hold the charge at a limit of "
+                         "its own. Vorlane can only remind you; it cannot control charging.",
                  .color = std::nullopt}}}}};
 }
 
@@ -106,14 +105,19 @@ inline SettingsContent sampleTroubledSettings()
 {
     auto content = sampleSettings();
     content.sections[0] = sampleAlerts(false);
+    content.sections[0].rows.insert(
+        content.sections[0].rows.begin() + 2,
+        NoteRow{.text = "This laptop stops charging at 80% by itself. A limit of 81% reminds you "
+                        "only if it does not.",
+                .color = std::nullopt});
     content.sections[4] = sampleQuietHours(true);
     auto& general = content.sections[6].rows;
     general.insert(general.begin() + 1,
                    NoteRow{.text = "Could not change Launch at Login: Permission denied",
                            .color = Color::red});
-    general.push_back(NoteRow{.text = "Notifications need Vorlane to run as an app bundle (see "
-                                      "make_app.sh). Run from the command line, alerts cannot be "
-                                      "delivered.",
+    general.push_back(NoteRow{.text = "Reminders need a notification service, and none answers on "
+                                      "the session bus. Desktops bring one along; elsewhere a "
+                                      "notification daemon has to run.",
                               .color = Color::orange});
     return content;
 }

@@ -1,0 +1,33 @@
+// The texts that name the platform: what it calls the machine, the tray and its services.
+#pragma once
+
+#include <string_view>
+
+namespace vorlane {
+
+// A platform hands over its own words; these are those of the system with a menu bar that the
+// program was first drawn up for.
+struct PlatformTexts {
+    std::string_view noBattery = "This Mac does not report a battery, so Vorlane stays quiet.";
+
+    // At the foot of the popover, and at the end of the settings.
+    std::string_view footnote = "Vorlane can only remind you. A Mac app cannot stop the charger.";
+    std::string_view closingNote =
+        "macOS may also hold charging at 80% itself (Optimized Battery Charging, System Settings, "
+        "Battery). Vorlane can only remind you; it cannot control charging.";
+
+    // Instead of notifications, and before the platform asks whether they may be shown.
+    std::string_view notificationsUnavailable =
+        "Notifications need Vorlane to run as an app bundle (see make_app.sh). Run from the "
+        "command line, alerts cannot be delivered.";
+    std::string_view permission =
+        "Vorlane uses notifications to remind you to unplug at your chosen charge level, when the "
+        "battery is low, and when you have been plugged in too long. macOS will ask for "
+        "permission next.";
+
+    // In the settings, for where the status item stands.
+    std::string_view menuBar = "Menu bar";
+    std::string_view showPercent = "Show percentage in the menu bar";
+};
+
+}  // namespace vorlane
