@@ -161,6 +161,10 @@ void checkStrangers(const std::vector<PowerSupply>& supplies)
                 without->status == with->status && without->pluggedIn == with->pluggedIn &&
                 without->minutesToFull == with->minutesToFull &&
                 without->minutesToEmpty == with->minutesToEmpty &&
+                without->flow == with->flow &&
+                without->chargeThreshold == with->chargeThreshold &&
+                without->keepsBelowFull == with->keepsBelowFull &&
+                without->isForcedToDischarge == with->isForcedToDischarge &&
                 without->designCapacity == with->designCapacity &&
                 without->fullCapacity == with->fullCapacity &&
                 without->cycleCount == with->cycleCount &&
