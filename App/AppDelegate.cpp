@@ -58,7 +58,8 @@ void AppDelegate::openSettings()
 void AppDelegate::updateStatusItem()
 {
     if (!statusItem) fatalError("The status item is missing");
-    statusItem->show(StatusItemView{model}.content(services_.defaults, *statusItem));
+    statusItem->show(StatusItemView{.model = model, .calendar = services_.calendar}.content(
+        services_.defaults, *statusItem));
 }
 
 void AppDelegate::makeStatusItem()
@@ -112,6 +113,10 @@ void AppDelegate::subscribe()
     };
     bag.push_back(model->state.subscribe(redrawSoon));
     bag.push_back(model->snoozeUntil.subscribe(redrawSoon));
+    // The menu says when a snooze ends, and the user may have travelled since.
+    bag.push_back(model->historyVersion.subscribe([&snoozeUntil = model->snoozeUntil, redrawSoon] {
+        if (snoozeUntil.get()) redrawSoon();
+    }));
     bag.push_back(services_.defaults.observe(redrawSoon));
 
     const auto updateSoon = weakly(&AppDelegate::updateWindowsSoon);

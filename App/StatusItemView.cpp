@@ -20,12 +20,16 @@ std::string titleText(const BatteryState& state, const Prefs& prefs)
     return text.empty() ? *time : text + " · " + *time;
 }
 
-std::vector<MenuItem> menu(const std::string& stateLine, bool snoozed)
+MenuItem snoozeLine(std::optional<Date> until, const Calendar& calendar)
+{
+    if (!until) return {.action = MenuAction::snooze, .title = "Snooze 1 hour"};
+    return {.action = MenuAction::cancelSnooze,
+            .title = "Cancel Snooze (until " + calendar.shortTime(*until) + ")"};
+}
+
+std::vector<MenuItem> menu(const std::string& stateLine, const MenuItem& snooze)
 {
     const MenuItem separator;
-    const auto snooze = snoozed
-                            ? MenuItem{.action = MenuAction::cancelSnooze, .title = "Cancel Snooze"}
-                            : MenuItem{.action = MenuAction::snooze, .title = "Snooze 1 hour"};
     return {{.action = MenuAction::none, .title = stateLine},      separator,
             {.action = MenuAction::open, .title = "Open Vorlane"}, snooze,
             {.action = MenuAction::settings, .title = "Settings"}, separator,
@@ -45,7 +49,7 @@ StatusItemContent StatusItemView::content(DefaultsStore& defaults, const StatusI
         .imagePosition = text.empty() ? ImagePosition::imageOnly : ImagePosition::imageLeading,
         .title = text.empty() ? "" : " " + text,
         .toolTip = state.stateText(),
-        .menu = menu(state.stateText(), model->snoozeUntil.get().has_value()),
+        .menu = menu(state.stateText(), snoozeLine(model->snoozeUntil.get(), calendar)),
     };
     for (auto& name : state.symbolNames()) {
         if (!item.hasSymbol(name)) continue;

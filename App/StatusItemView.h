@@ -5,6 +5,7 @@
 
 #include "App/AppModel.h"
 #include "App/content/StatusItemContent.h"
+#include "App/services/Calendar.h"
 #include "App/services/DefaultsStore.h"
 #include "App/services/StatusBar.h"
 
@@ -12,6 +13,7 @@ namespace vorlane {
 
 struct StatusItemView {
     std::shared_ptr<const AppModel> model;
+    const Calendar& calendar;
 
     // The symbol is the first that `item` has.
     StatusItemContent content(DefaultsStore& defaults, const StatusItem& item) const;

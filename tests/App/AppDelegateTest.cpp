@@ -103,10 +103,10 @@ TEST_F(AppDelegateTest, SnoozesAndCancelsFromItsMenu)
     ASSERT_TRUE(item().choose("Snooze 1 hour"));
     machine.runLoop.settle();
     EXPECT_EQ(delegate->model->snoozeUntil.get(), start + 1h);
-    EXPECT_THAT(menu(), Contains("Cancel Snooze"));
+    EXPECT_THAT(menu(), Contains("Cancel Snooze (until 10:00)"));
     EXPECT_THAT(menu(), Not(Contains("Snooze 1 hour")));
 
-    ASSERT_TRUE(item().choose("Cancel Snooze"));
+    ASSERT_TRUE(item().choose("Cancel Snooze (until 10:00)"));
     machine.runLoop.settle();
     EXPECT_EQ(delegate->model->snoozeUntil.get(), std::nullopt);
     EXPECT_THAT(menu(), Contains("Snooze 1 hour"));
@@ -121,6 +121,41 @@ TEST_F(AppDelegateTest, OffersTheSnoozeAgainWhenItHasRunOut)
     machine.advance(1h);
 
     EXPECT_THAT(menu(), Contains("Snooze 1 hour"));
+}
+
+TEST_F(AppDelegateTest, TellsTheNewEndOfASnoozeThatIsProlonged)
+{
+    launch();
+    ASSERT_TRUE(item().choose("Snooze 1 hour"));
+    machine.advance(20min);
+
+    delegate->model->snooze();
+    machine.runLoop.settle();
+
+    EXPECT_THAT(menu(), Contains("Cancel Snooze (until 10:20)"));
+}
+
+TEST_F(AppDelegateTest, TellsTheEndOfASnoozeByTheClockAsItIsSet)
+{
+    launch();
+    ASSERT_TRUE(item().choose("Snooze 1 hour"));
+
+    machine.clock.set(start + 8h);
+    machine.advance(1min);
+
+    EXPECT_THAT(menu(), Contains("Cancel Snooze (until 18:00)"));
+}
+
+TEST_F(AppDelegateTest, TellsTheEndOfASnoozeInTheTimeZoneOfTheNextRefresh)
+{
+    launch();
+    ASSERT_TRUE(item().choose("Snooze 1 hour"));
+    machine.runLoop.settle();
+
+    machine.calendar.eastOfGreenwich = 9h;
+    machine.advance(1min);
+
+    EXPECT_THAT(menu(), Contains("Cancel Snooze (until 19:00)"));
 }
 
 TEST_F(AppDelegateTest, ShowsTheStateInItsMenu)

@@ -1,4 +1,6 @@
 """When reminders are held back: after a snooze, and in quiet hours."""
+import time
+
 from test_reminders import LIMIT, LOW
 
 
@@ -58,7 +60,7 @@ def test_a_snooze_outlives_the_program(laptop, vorlane, dunst, notifications, it
 
     vorlane.quit()
     vorlane.start(clock)
-    assert 'Cancel Snooze' in item.menu_lines()
+    assert item.has_menu_line('Cancel Snooze')
     laptop.charge_to(80)
     item.wait_for_label('80%')
     vorlane.advance(600)
@@ -81,6 +83,22 @@ def test_a_snooze_can_be_cancelled_from_the_menu(laptop, vorlane, dunst, notific
     vorlane.advance(70)
 
     assert notifications.wait_for(1).title == LOW
+
+
+def test_the_menu_tells_when_a_snooze_ends(laptop, vorlane, item, clock):
+    def end():
+        return time.strftime('%H:%M', time.gmtime(vorlane.snooze_deadline()))
+    vorlane.start(clock, environment={'LANG': 'C.UTF-8'})
+    item.choose('Snooze 1 hour')
+    item.wait_for_menu_line('Cancel Snooze')
+    before = end()
+    assert item.has_menu_line(f'Cancel Snooze (until {before})')
+
+    clock.set(8 * 3600)
+    vorlane.advance(60)
+
+    assert end() != before
+    item.wait_for_menu_line(f'Cancel Snooze (until {end()})')
 
 
 def test_quiet_hours_hold_a_reminder_back_until_they_end(laptop, vorlane, dunst, notifications, item, clock):

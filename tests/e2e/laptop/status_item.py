@@ -84,13 +84,16 @@ class StatusItem:
         return [str(properties['label']) for _, properties in self._menu_items()
                 if properties.get('type') != 'separator']
 
-    def wait_for_menu_line(self, label):
-        wait_until(lambda: label in self.menu_lines(), lambda: f'{label!r} in {self.menu_lines()}')
+    def has_menu_line(self, beginning):
+        return any(line.startswith(beginning) for line in self.menu_lines())
 
-    def choose(self, label):
-        """Clicks a line of the menu, as a host tells it."""
+    def wait_for_menu_line(self, beginning):
+        wait_until(lambda: self.has_menu_line(beginning), lambda: f'{beginning!r} in {self.menu_lines()}')
+
+    def choose(self, beginning):
+        """Clicks the line of the menu that begins so, as a host tells it."""
         number = next(number for number, properties in self._menu_items()
-                      if properties.get('label') == label)
+                      if properties.get('label', '').startswith(beginning))
         self._bus.call(OWNER, self.get('Menu'), MENU, 'Event', 'isvu', number, 'clicked',
                        dbus.String('', variant_level=1), 0)
 

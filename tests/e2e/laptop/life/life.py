@@ -218,7 +218,7 @@ class Life:
 
     def _cancel_snooze(self, _):
         snoozed = self.rules.snoozed_until > self._clock.now().timestamp()
-        assert ('Cancel Snooze' in self._item.menu_lines()) == snoozed, f'snoozed: {snoozed}'
+        assert self._item.has_menu_line('Cancel Snooze') == snoozed, f'snoozed: {snoozed}'
         if snoozed:
             self._item.choose('Cancel Snooze')
             self.rules.snoozed_until = 0.0
