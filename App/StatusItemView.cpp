@@ -3,6 +3,7 @@
 #include <string>
 #include <utility>
 
+#include "App/AlertConditions.h"
 #include "App/Prefs.h"
 
 namespace vorlane {
@@ -41,7 +42,8 @@ std::vector<MenuItem> menu(const std::string& stateLine, const MenuItem& snooze)
 StatusItemContent StatusItemView::content(DefaultsStore& defaults, const StatusItem& item) const
 {
     const auto& state = model->state.get();
-    const auto text = titleText(state, Prefs::current(defaults));
+    const auto prefs = Prefs::current(defaults);
+    const auto text = titleText(state, prefs);
 
     StatusItemContent content{
         .symbol = std::nullopt,
@@ -50,6 +52,8 @@ StatusItemContent StatusItemView::content(DefaultsStore& defaults, const StatusI
         .title = text.empty() ? "" : " " + text,
         .toolTip = state.stateText(),
         .menu = menu(state.stateText(), snoozeLine(model->snoozeUntil.get(), calendar)),
+        // How long the machine has been on power has no part in it.
+        .needsAttention = AlertConditions::of(state, prefs, std::nullopt, {}).low,
     };
     for (auto& name : state.symbolNames()) {
         if (!item.hasSymbol(name)) continue;

@@ -48,13 +48,16 @@ const sd_bus_vtable StatusNotifierItem::vtable[] = {
     SD_BUS_PROPERTY("Id", "s", getText, 0, SD_BUS_VTABLE_PROPERTY_CONST),
     SD_BUS_PROPERTY("Category", "s", getText, 0, SD_BUS_VTABLE_PROPERTY_CONST),
     SD_BUS_PROPERTY("Title", "s", getText, 0, SD_BUS_VTABLE_PROPERTY_CONST),
-    SD_BUS_PROPERTY("Status", "s", getText, 0, SD_BUS_VTABLE_PROPERTY_CONST),
+    SD_BUS_PROPERTY("Status", "s", getText, 0, 0),
     SD_BUS_PROPERTY("ItemIsMenu", "b", getItemIsMenu, 0, SD_BUS_VTABLE_PROPERTY_CONST),
     SD_BUS_PROPERTY("Menu", "o", getMenu, 0, SD_BUS_VTABLE_PROPERTY_CONST),
     SD_BUS_PROPERTY("IconThemePath", "s", getText, 0, SD_BUS_VTABLE_PROPERTY_CONST),
     SD_BUS_PROPERTY("IconName", "s", getText, 0, 0),
     SD_BUS_PROPERTY("IconPixmap", "a(iiay)", getPixmaps, 0, 0),
     SD_BUS_PROPERTY("IconAccessibleDesc", "s", getText, 0, 0),
+    SD_BUS_PROPERTY("AttentionIconName", "s", getText, 0, 0),
+    SD_BUS_PROPERTY("AttentionIconPixmap", "a(iiay)", getPixmaps, 0, 0),
+    SD_BUS_PROPERTY("AttentionAccessibleDesc", "s", getText, 0, 0),
     SD_BUS_PROPERTY("ToolTip", "(sa(iiay)ss)", getToolTip, 0, 0),
     SD_BUS_PROPERTY("XAyatanaLabel", "s", getText, 0, 0),
     SD_BUS_PROPERTY("XAyatanaLabelGuide", "s", getText, 0, 0),
@@ -67,6 +70,7 @@ const sd_bus_vtable StatusNotifierItem::vtable[] = {
     SD_BUS_METHOD("ProvideXdgActivationToken", "s", "", keepToken, SD_BUS_VTABLE_UNPRIVILEGED),
     SD_BUS_SIGNAL("NewTitle", "", 0),
     SD_BUS_SIGNAL("NewIcon", "", 0),
+    SD_BUS_SIGNAL("NewAttentionIcon", "", 0),
     SD_BUS_SIGNAL("NewToolTip", "", 0),
     SD_BUS_SIGNAL("NewStatus", "s", 0),
     SD_BUS_SIGNAL("NewMenu", "", 0),
@@ -82,7 +86,7 @@ StatusNotifierItem::StatusNotifierItem(sd_bus* session, RunLoop& loop)
       object(owned<SlotPointer>([this](sd_bus_slot** slot) {
           return sd_bus_add_object_vtable(session_, slot, path, interfaceName, vtable, this);
       })),
-      host(session, [this] { showIcon({.described = false}); }),
+      host(session, [this] { showContent(); }),
       registration(session, loop)
 {
     registration.onRedraw([this] {
@@ -92,31 +96,46 @@ StatusNotifierItem::StatusNotifierItem(sd_bus* session, RunLoop& loop)
 
 void StatusNotifierItem::show(const StatusItemContent& fresh)
 {
-    const auto before = std::exchange(content, fresh);
+    content = fresh;
     menu.show(content.menu);
-    if (!std::exchange(shown, true)) {  // the tray reads the first content unasked
-        icon = StatusIcon::of(content, host.kind());
-        return;
-    }
-    showIcon({.described = content.accessibilityDescription != before.accessibilityDescription});
-    if (content.toolTip != before.toolTip) emit("NewToolTip");
-    const auto text = statusLabel(content);
-    if (text == statusLabel(before)) return;
-    (void)sd_bus_emit_signal(session_, path, interfaceName, "XAyatanaNewLabel", "ss", text.c_str(),
-                             statusLabelGuide(text).c_str());
+    showContent();
+    shown = true;  // the tray reads the first content unasked
+}
+
+void StatusNotifierItem::showContent()
+{
+    const auto before = std::exchange(face, TrayFace::of(content, host.kind()));
+    if (shown) announce(before);
 }
 
 // Trays read and draw a new icon from its beginning: they hear of one that differs, and besides
-// once after each time that they have taken the item.
-void StatusNotifierItem::showIcon(IconChange change)
+// once after each time that they have taken the item. Of the icon that calls for attention they
+// hear only while it does, and before the status: what they remember of it may be hours old.
+void StatusNotifierItem::announce(const TrayFace& before)
 {
-    const auto before = std::exchange(icon, StatusIcon::of(content, host.kind()));
-    if (shown && (change.described || icon != before)) emit("NewIcon");
+    const bool isNewIcon = face.icon != before.icon;
+    const bool isNewStatus = face.needsAttention != before.needsAttention;
+    if (isNewIcon || face.description != before.description) emit("NewIcon");
+    if (face.needsAttention && (isNewIcon || isNewStatus)) emit("NewAttentionIcon");
+    if (isNewStatus) emit("NewStatus", face.status());
+    if (face.toolTip != before.toolTip) emit("NewToolTip");
+    if (face.label != before.label) announceLabel();
+}
+
+void StatusNotifierItem::announceLabel()
+{
+    (void)sd_bus_emit_signal(session_, path, interfaceName, "XAyatanaNewLabel", "ss",
+                             face.label.c_str(), statusLabelGuide(face.label).c_str());
 }
 
 void StatusNotifierItem::emit(const char* signal)
 {
     (void)sd_bus_emit_signal(session_, path, interfaceName, signal, "");
+}
+
+void StatusNotifierItem::emit(const char* signal, const char* value)
+{
+    (void)sd_bus_emit_signal(session_, path, interfaceName, signal, "s", value);
 }
 
 void StatusNotifierItem::onAction(std::function<void()> callback)
@@ -153,12 +172,12 @@ std::string StatusNotifierItem::text(std::string_view property) const
     if (property == "Id") return "vorlane";
     if (property == "Category") return "Hardware";
     if (property == "Title") return "Vorlane";
-    if (property == "Status") return "Active";  // a passive item is hidden by most trays
+    if (property == "Status") return face.status();
     if (property == "IconThemePath") return icons.themePath();
-    if (property == "IconName") return icon.name;
-    if (property == "IconAccessibleDesc") return content.accessibilityDescription;
-    if (property == "XAyatanaLabel") return statusLabel(content);
-    return statusLabelGuide(statusLabel(content));
+    if (property == "IconName" || property == "AttentionIconName") return face.icon.name;
+    if (property.ends_with("AccessibleDesc")) return face.description;
+    if (property == "XAyatanaLabel") return face.label;
+    return statusLabelGuide(face.label);
 }
 
 int StatusNotifierItem::getText(sd_bus* /*bus*/, const char* /*path*/, const char* /*interface*/,
@@ -173,10 +192,10 @@ int StatusNotifierItem::getPixmaps(sd_bus* /*bus*/, const char* /*path*/, const 
                                    const char* /*property*/, sd_bus_message* reply, void* self,
                                    sd_bus_error* /*error*/)
 {
-    const auto& item = *static_cast<StatusNotifierItem*>(self);
+    const auto& icon = static_cast<StatusNotifierItem*>(self)->face.icon;
     (void)sd_bus_message_open_container(reply, SD_BUS_TYPE_ARRAY, "(iiay)");
-    for (const auto size : item.icon.sizes()) {
-        const auto argb = item.icon.picture.draw(size).argb;
+    for (const auto size : icon.sizes()) {
+        const auto argb = icon.picture.draw(size).argb;
         if (argb.empty()) break;
         (void)sd_bus_message_open_container(reply, SD_BUS_TYPE_STRUCT, "iiay");
         (void)sd_bus_message_append(reply, "ii", size, size);
@@ -191,7 +210,7 @@ int StatusNotifierItem::getToolTip(sd_bus* /*bus*/, const char* /*path*/, const 
                                    const char* /*property*/, sd_bus_message* reply, void* self,
                                    sd_bus_error* /*error*/)
 {
-    const auto& toolTip = static_cast<StatusNotifierItem*>(self)->content.toolTip;
+    const auto& toolTip = static_cast<StatusNotifierItem*>(self)->face.toolTip;
     return sd_bus_message_append(reply, "(sa(iiay)ss)", "", 0, toolTip.c_str(), "");
 }
 

@@ -9,9 +9,9 @@
 #include "App/services/RunLoop.h"
 #include "App/services/StatusBar.h"
 #include "platform/linux/SdBus.h"
-#include "platform/linux/StatusIcon.h"
 #include "platform/linux/StatusMenu.h"
 #include "platform/linux/SymbolIcons.h"
+#include "platform/linux/TrayFace.h"
 #include "platform/linux/TrayHost.h"
 #include "platform/linux/TrayRegistration.h"
 
@@ -37,12 +37,11 @@ public:
 private:
     using Action = std::function<void()>;
 
-    struct IconChange {
-        bool described;  // its description has changed, whatever the icon
-    };
-
-    void showIcon(IconChange change);
+    void showContent();
+    void announce(const TrayFace& before);
+    void announceLabel();
     void emit(const char* signal);
+    void emit(const char* signal, const char* value);
     std::string text(std::string_view property) const;
     int activate(sd_bus_message* call);
 
@@ -64,7 +63,7 @@ private:
     StatusItemContent content;
     std::shared_ptr<Action> action;
     SlotPointer object;
-    StatusIcon icon;
+    TrayFace face;
     bool shown = false;
     TrayHost host;  // before the tray asks for anything: its kind must be known by then
     TrayRegistration registration;

@@ -114,6 +114,48 @@ TEST_F(StatusItemTest, TellsTheStateInItsToolTip)
     EXPECT_EQ(shown().symbol, "battery.0");
 }
 
+TEST_F(StatusItemTest, NeedsAttentionWhileTheBatteryIsLow)
+{
+    machine.charge(21);
+    EXPECT_FALSE(shown().needsAttention);
+
+    machine.charge(20);
+    EXPECT_TRUE(shown().needsAttention);
+
+    machine.plugIn();
+    EXPECT_FALSE(shown().needsAttention);
+
+    machine.unplug();
+    EXPECT_TRUE(shown().needsAttention);
+
+    machine.removeBattery();
+    EXPECT_FALSE(shown().needsAttention);
+}
+
+TEST_F(StatusItemTest, NeedsAttentionThoughNothingIsAnnounced)
+{
+    machine.sleep();
+    machine.charge(8);
+    machine.wake();
+    machine.advance(Seconds{10});
+
+    EXPECT_TRUE(shown().needsAttention);
+    EXPECT_THAT(posted(), IsEmpty());
+}
+
+TEST_F(StatusItemTest, NeedsAttentionAsTheUserWantsToBeReminded)
+{
+    machine.charge(20);
+    set("lowEnabled", false);
+    EXPECT_FALSE(shown().needsAttention);
+
+    set("lowEnabled", true);
+    EXPECT_TRUE(shown().needsAttention);
+
+    set("low", std::int64_t{15});
+    EXPECT_FALSE(shown().needsAttention);
+}
+
 TEST_F(StatusItemTest, TakesSettingsOfTheWrongKindAsOff)
 {
     set("showPercent", std::string("yes"));

@@ -2,7 +2,7 @@
 import pytest
 
 from conftest import running
-from laptop.pictures import still_picture
+from laptop.pictures import picture_that_differs, still_picture
 from laptop.tray import Tray
 from laptop.tray_host import TRAY_HOSTS
 from laptop.waiting import wait_until
@@ -57,6 +57,20 @@ def test_the_number_is_legible(tray, keep):
     assert 3 <= right - left <= 12 and 6 <= bottom - top <= 14
     if tray.host.exact:
         assert_drawn_as_offered(picture, tray.box, tray.item)
+
+
+def test_a_low_battery_calls_for_attention_and_keeps_its_number(tray, keep):
+    for percent in (20, 19):
+        before = still_picture(tray.screen)
+        tray.laptop.charge_to(percent)
+        tray.item.wait_for_status('NeedsAttention')
+
+        picture, _ = picture_that_differs(tray.screen, before)
+        keep(picture, str(percent))
+        box = picture.difference(tray.without)
+        assert all(abs(now - first) <= 8 for now, first in zip(box, tray.box)), f'{box} instead of {tray.box}'
+        if tray.host.exact:
+            assert_drawn_as_offered(picture, tray.box, tray.item)
 
 
 def test_the_symbol_shows_alone_where_no_number_is_wanted(tray, keep):

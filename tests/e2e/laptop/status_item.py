@@ -57,6 +57,9 @@ class StatusItem:
         name = 'vorlane-' + symbol.replace('.', '-') + '-symbolic'
         wait_until(lambda: self.icon == name, lambda: f'the icon {name}; it is {self.icon}')
 
+    def wait_for_status(self, status):
+        wait_until(lambda: self.get('Status') == status, lambda: f"{status!r}; it is {self.get('Status')!r}")
+
     def wait_for_tooltip(self, text):
         wait_until(lambda: self.tooltip == text, lambda: f'the tooltip {text!r}; it is {self.tooltip!r}')
 

@@ -143,6 +143,26 @@ TEST_F(StatusNotifierItemTest, GivesAllPropertiesAtOnce)
     EXPECT_THAT(all, HasSubstr("'IconPixmap': <[(16, 16, 1024 bytes), "));
 }
 
+TEST_F(StatusNotifierItemTest, CallsForAttentionWithItsOwnIcon)
+{
+    content.needsAttention = true;
+    show();
+
+    EXPECT_EQ(tray.property("Status"), "(<'NeedsAttention'>)");
+    EXPECT_EQ(tray.property("AttentionIconName"), "(<'vorlane-battery-75-symbolic'>)");
+    EXPECT_EQ(tray.property("AttentionIconPixmap"), tray.property("IconPixmap"));
+    EXPECT_EQ(tray.property("AttentionAccessibleDesc"), "(<'Battery'>)");
+}
+
+TEST_F(StatusNotifierItemTest, CallsForAttentionWithTheNumberInItsPixels)
+{
+    content.needsAttention = true;
+    showOnTray("lxqt-panel");
+
+    EXPECT_EQ(tray.property("AttentionIconName"), "(<''>)");
+    EXPECT_EQ(tray.property("AttentionIconPixmap"), tray.property("IconPixmap"));
+}
+
 // An overlay takes the icon's place on some trays.
 TEST_F(StatusNotifierItemTest, HasNoOverlay)
 {
@@ -222,6 +242,35 @@ TEST_F(StatusNotifierItemTest, SignalsANewIconForAnotherDescription)
     show();
 
     EXPECT_THAT(tray.newSignals(), ElementsAre("NewIcon()"));
+}
+
+TEST_F(StatusNotifierItemTest, SignalsItsIconBeforeTheStatusThatCallsForAttention)
+{
+    showFirst();
+    content.needsAttention = true;
+
+    show();
+    EXPECT_THAT(tray.newSignals(),
+                ElementsAre("NewAttentionIcon()", "NewStatus('NeedsAttention')"));
+
+    show();
+    EXPECT_THAT(tray.newSignals(), IsEmpty());
+
+    content.needsAttention = false;
+    show();
+    EXPECT_THAT(tray.newSignals(), ElementsAre("NewStatus('Active')"));
+    EXPECT_EQ(tray.property("Status"), "(<'Active'>)");
+}
+
+TEST_F(StatusNotifierItemTest, SignalsBothIconsWhileItCallsForAttention)
+{
+    content.needsAttention = true;
+    showFirst();
+    content.symbol = "battery.50";
+
+    show();
+
+    EXPECT_THAT(tray.newSignals(), ElementsAre("NewIcon()", "NewAttentionIcon()"));
 }
 
 TEST_F(StatusNotifierItemTest, SignalsANewToolTip)

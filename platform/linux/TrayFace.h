@@ -1,0 +1,26 @@
+// What the status item shows to one kind of tray: its properties, apart from those that never
+// change.
+#pragma once
+
+#include <string>
+
+#include "App/content/StatusItemContent.h"
+#include "platform/linux/StatusIcon.h"
+#include "platform/linux/TrayKind.h"
+
+namespace vorlane::platform {
+
+struct TrayFace {
+    StatusIcon icon;  // also the one that calls for attention: it has the number in it already
+    bool needsAttention = false;
+    std::string description;  // of the icon
+    std::string toolTip;
+    std::string label;
+
+    static TrayFace of(const StatusItemContent& content, TrayKind tray);
+
+    // Never passive: most trays hide such items.
+    const char* status() const { return needsAttention ? "NeedsAttention" : "Active"; }
+};
+
+}  // namespace vorlane::platform
