@@ -21,6 +21,13 @@ std::string titleText(const BatteryState& state, const Prefs& prefs)
     return text.empty() ? *time : text + " · " + *time;
 }
 
+// For who hears the item instead of seeing it.
+std::string description(const BatteryState& state)
+{
+    if (!state.hasBattery) return state.stateText();
+    return "Battery " + std::to_string(state.percent) + "%, " + state.stateText();
+}
+
 MenuItem snoozeLine(std::optional<Date> until, const Calendar& calendar)
 {
     if (!until) return {.action = MenuAction::snooze, .title = "Snooze 1 hour"};
@@ -47,7 +54,7 @@ StatusItemContent StatusItemView::content(DefaultsStore& defaults, const StatusI
 
     StatusItemContent content{
         .symbol = std::nullopt,
-        .accessibilityDescription = "Battery",
+        .accessibilityDescription = description(state),
         .imagePosition = text.empty() ? ImagePosition::imageOnly : ImagePosition::imageLeading,
         .title = text.empty() ? "" : " " + text,
         .toolTip = state.stateText(),

@@ -21,8 +21,8 @@ struct MenuItem {
 };
 
 struct StatusItemContent {
-    std::optional<std::string> symbol;  // absent: no image
-    std::string accessibilityDescription;
+    std::optional<std::string> symbol;     // absent: no image
+    std::string accessibilityDescription;  // what a screen reader says of the item
     ImagePosition imagePosition = ImagePosition::imageOnly;
     std::string title;  // empty, or a space and the text
     std::string toolTip;

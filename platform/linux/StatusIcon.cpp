@@ -34,7 +34,7 @@ std::span<const int> StatusIcon::sizes() const
 StatusIcon StatusIcon::of(const StatusItemContent& content, TrayKind tray)
 {
     const auto symbol = content.symbol.value_or("");
-    const auto text = tray == TrayKind::icons ? statusLabel(content) : std::string();
+    const auto text = tray == TrayKind::labels ? std::string() : statusLabel(content);
     if (text.empty()) {
         return {.name = content.symbol ? symbolIconName(symbol) : std::string(),
                 .picture = {.symbol = symbol, .text = {}, .ink = grey, .plate = {}}};

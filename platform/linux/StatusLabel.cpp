@@ -18,4 +18,10 @@ std::string statusLabelGuide(const std::string& label)
     return time ? "00:00" : "";
 }
 
+std::string spokenTitle(const StatusItemContent& content)
+{
+    const auto& description = content.accessibilityDescription;
+    return description.empty() ? "Vorlane" : "Vorlane: " + description;
+}
+
 }  // namespace vorlane::platform

@@ -1,4 +1,4 @@
-// The text of the status item as trays with labels want it.
+// The texts of the status item as trays want them: the label beside it, and its name.
 #pragma once
 
 #include <string>
@@ -12,5 +12,8 @@ std::string statusLabel(const StatusItemContent& content);
 
 // As wide as the label can become, so that a panel does not move with each percent.
 std::string statusLabelGuide(const std::string& label);
+
+// For who hears the item instead of seeing it: the program's name, then what there is to say.
+std::string spokenTitle(const StatusItemContent& content);
 
 }  // namespace vorlane::platform

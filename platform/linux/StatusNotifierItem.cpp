@@ -47,17 +47,18 @@ const sd_bus_vtable StatusNotifierItem::vtable[] = {
     SD_BUS_VTABLE_START(0),
     SD_BUS_PROPERTY("Id", "s", getText, 0, SD_BUS_VTABLE_PROPERTY_CONST),
     SD_BUS_PROPERTY("Category", "s", getText, 0, SD_BUS_VTABLE_PROPERTY_CONST),
-    SD_BUS_PROPERTY("Title", "s", getText, 0, SD_BUS_VTABLE_PROPERTY_CONST),
+    SD_BUS_PROPERTY("Title", "s", getText, 0, 0),
     SD_BUS_PROPERTY("Status", "s", getText, 0, 0),
     SD_BUS_PROPERTY("ItemIsMenu", "b", getItemIsMenu, 0, SD_BUS_VTABLE_PROPERTY_CONST),
     SD_BUS_PROPERTY("Menu", "o", getMenu, 0, SD_BUS_VTABLE_PROPERTY_CONST),
     SD_BUS_PROPERTY("IconThemePath", "s", getText, 0, SD_BUS_VTABLE_PROPERTY_CONST),
     SD_BUS_PROPERTY("IconName", "s", getText, 0, 0),
     SD_BUS_PROPERTY("IconPixmap", "a(iiay)", getPixmaps, 0, 0),
-    SD_BUS_PROPERTY("IconAccessibleDesc", "s", getText, 0, 0),
+    SD_BUS_PROPERTY("IconAccessibleDesc", "s", getText, 0, SD_BUS_VTABLE_PROPERTY_EMITS_CHANGE),
     SD_BUS_PROPERTY("AttentionIconName", "s", getText, 0, 0),
     SD_BUS_PROPERTY("AttentionIconPixmap", "a(iiay)", getPixmaps, 0, 0),
-    SD_BUS_PROPERTY("AttentionAccessibleDesc", "s", getText, 0, 0),
+    SD_BUS_PROPERTY("AttentionAccessibleDesc", "s", getText, 0,
+                    SD_BUS_VTABLE_PROPERTY_EMITS_CHANGE),
     SD_BUS_PROPERTY("ToolTip", "(sa(iiay)ss)", getToolTip, 0, 0),
     SD_BUS_PROPERTY("XAyatanaLabel", "s", getText, 0, 0),
     SD_BUS_PROPERTY("XAyatanaLabelGuide", "s", getText, 0, 0),
@@ -115,11 +116,20 @@ void StatusNotifierItem::announce(const TrayFace& before)
 {
     const bool isNewIcon = face.icon != before.icon;
     const bool isNewStatus = face.needsAttention != before.needsAttention;
-    if (isNewIcon || face.description != before.description) emit("NewIcon");
+    if (isNewIcon) emit("NewIcon");
     if (face.needsAttention && (isNewIcon || isNewStatus)) emit("NewAttentionIcon");
     if (isNewStatus) emit("NewStatus", face.status());
+    if (face.title != before.title) emit("NewTitle");
     if (face.toolTip != before.toolTip) emit("NewToolTip");
+    if (face.description != before.description) announceDescription();
     if (face.label != before.label) announceLabel();
+}
+
+// No signal of the interface itself says so without having the icon read again.
+void StatusNotifierItem::announceDescription()
+{
+    (void)sd_bus_emit_properties_changed(session_, path, interfaceName, "IconAccessibleDesc",
+                                         "AttentionAccessibleDesc", nullptr);
 }
 
 void StatusNotifierItem::announceLabel()
@@ -171,7 +181,7 @@ std::string StatusNotifierItem::text(std::string_view property) const
 {
     if (property == "Id") return "vorlane";
     if (property == "Category") return "Hardware";
-    if (property == "Title") return "Vorlane";
+    if (property == "Title") return face.title;
     if (property == "Status") return face.status();
     if (property == "IconThemePath") return icons.themePath();
     if (property == "IconName" || property == "AttentionIconName") return face.icon.name;
@@ -205,13 +215,13 @@ int StatusNotifierItem::getPixmaps(sd_bus* /*bus*/, const char* /*path*/, const 
     return sd_bus_message_close_container(reply);
 }
 
-// As the title alone: some trays show only it, some only the text below when there is one.
 int StatusNotifierItem::getToolTip(sd_bus* /*bus*/, const char* /*path*/, const char* /*interface*/,
                                    const char* /*property*/, sd_bus_message* reply, void* self,
                                    sd_bus_error* /*error*/)
 {
     const auto& toolTip = static_cast<StatusNotifierItem*>(self)->face.toolTip;
-    return sd_bus_message_append(reply, "(sa(iiay)ss)", "", 0, toolTip.c_str(), "");
+    return sd_bus_message_append(reply, "(sa(iiay)ss)", "", 0, toolTip.title.c_str(),
+                                 toolTip.text.c_str());
 }
 
 }  // namespace vorlane::platform

@@ -39,6 +39,7 @@ private:
 
     void showContent();
     void announce(const TrayFace& before);
+    void announceDescription();
     void announceLabel();
     void emit(const char* signal);
     void emit(const char* signal, const char* value);

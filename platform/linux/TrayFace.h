@@ -10,11 +10,19 @@
 
 namespace vorlane::platform {
 
+struct TrayToolTip {
+    std::string title;
+    std::string text;  // below it; mostly none
+
+    friend bool operator==(const TrayToolTip&, const TrayToolTip&) = default;
+};
+
 struct TrayFace {
     StatusIcon icon;  // also the one that calls for attention: it has the number in it already
     bool needsAttention = false;
+    std::string title = "Vorlane";
     std::string description;  // of the icon
-    std::string toolTip;
+    TrayToolTip toolTip;
     std::string label;
 
     static TrayFace of(const StatusItemContent& content, TrayKind tray);

@@ -8,24 +8,41 @@ namespace vorlane::platform {
 
 namespace {
 
-constexpr std::array<std::string_view, 5> withLabels{
-    "gnome-shell",                            // its AppIndicator extension
-    "mate-panel",                             // with its applet in one process
-    "notification-area-applet",               // the applet in its own
-    "ayatana-indicator-application-service",  // the indicators of XFCE and MATE
-    "indicator-application-service",
+struct Tray {
+    std::string_view process;
+    TrayKind kind;
+};
+
+constexpr std::array known{
+    Tray{"gnome-shell", TrayKind::labels},               // its AppIndicator extension
+    Tray{"mate-panel", TrayKind::labels},                // with its applet in one process
+    Tray{"notification-area-applet", TrayKind::labels},  // the applet in its own
+    // The indicators of XFCE and MATE.
+    Tray{"ayatana-indicator-application-service", TrayKind::labels},
+    Tray{"indicator-application-service", TrayKind::labels},
+    Tray{"plasmashell", TrayKind::titledIcons},
+    Tray{"kded5", TrayKind::titledIcons},  // keeps Plasma's items
+    Tray{"kded6", TrayKind::titledIcons},
+    Tray{"xfce4-panel", TrayKind::describedIcons},
 };
 constexpr std::size_t kernelKeeps = 15;
+
+// The XFCE panel's tray in a process of its own: "panel-1-systray", by its number in the panel.
+bool isSystrayOfXfce(std::string_view process)
+{
+    return process.starts_with("panel-") && process.find("-systr") != std::string_view::npos;
+}
 
 }  // namespace
 
 TrayKind trayKind(std::string_view process)
 {
-    const bool labels =
-        std::any_of(withLabels.begin(), withLabels.end(), [process](std::string_view name) {
-            return process == name || process == name.substr(0, kernelKeeps);
-        });
-    return labels ? TrayKind::labels : TrayKind::icons;
+    if (isSystrayOfXfce(process)) return TrayKind::describedIcons;
+
+    const auto* const found = std::find_if(known.begin(), known.end(), [process](const Tray& tray) {
+        return process == tray.process || process == tray.process.substr(0, kernelKeeps);
+    });
+    return found == known.end() ? TrayKind::icons : found->kind;
 }
 
 }  // namespace vorlane::platform

@@ -6,8 +6,10 @@
 namespace vorlane::platform {
 
 enum class TrayKind {
-    labels,  // shows a text beside the icon
-    icons,   // shows the icon alone
+    labels,          // shows a text beside the icon; screen readers hear the title
+    icons,           // shows the icon alone
+    titledIcons,     // likewise; screen readers hear the title
+    describedIcons,  // likewise; the description is another line of the tooltip
 };
 
 // By the name that the kernel has for the process ("/proc/PID/comm": cut after 15 letters) that

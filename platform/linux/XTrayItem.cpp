@@ -6,6 +6,7 @@
 
 #include "platform/UiBuild.h"
 #include "platform/linux/PluginFile.h"
+#include "platform/linux/StatusLabel.h"
 #include "platform/linux/XIconPicture.h"
 
 namespace vorlane::platform {
@@ -38,7 +39,7 @@ void XTrayItem::show(const StatusItemContent& fresh)
 {
     if (fresh == content) return;
     content = fresh;
-    if (tray) check(tray->show(name()));
+    if (tray) check(tray->show(spokenTitle(content)));
 }
 
 void XTrayItem::answered(bool answers)
@@ -53,7 +54,7 @@ void XTrayItem::answered(bool answers)
     source = owned<EventSourcePointer>([this](sd_event_source** handle) {
         return sd_event_add_io(loop_.event(), handle, tray->descriptor(), EPOLLIN, readable, this);
     });
-    check(source && tray->show(name()));
+    check(source && tray->show(spokenTitle(content)));
 }
 
 void XTrayItem::check(bool alive)
@@ -79,12 +80,6 @@ XTrayHost XTrayItem::host()
                 },
             .clicked = [this] { clicked(); },
             .menuWanted = [this] { menuWanted(); }};
-}
-
-// What trays and screen readers that know windows alone can tell of it.
-std::string XTrayItem::name() const
-{
-    return content.toolTip.empty() ? "Vorlane" : "Vorlane: " + content.toolTip;
 }
 
 void XTrayItem::clicked()

@@ -52,7 +52,6 @@ private:
     void check(bool alive);
     void loseSoon();
     XTrayHost host();
-    std::string name() const;
     void clicked();
     void menuWanted();
     static int readable(sd_event_source* source, int descriptor, std::uint32_t events, void* self);

@@ -71,9 +71,19 @@ TEST_F(StatusItemTest, ShowsTheTimeToFullWhileCharging)
     EXPECT_EQ(shown().title, " 100%");
 }
 
-TEST_F(StatusItemTest, DescribesItsImage)
+TEST_F(StatusItemTest, DescribesTheBatteryForScreenReaders)
 {
-    EXPECT_EQ(shown().accessibilityDescription, "Battery");
+    machine.charge(57);
+    machine.minutesLeft(125);
+    EXPECT_EQ(shown().accessibilityDescription, "Battery 57%, On battery, 2 h 5 min left");
+
+    set("showPercent", false);
+    machine.plugIn();
+    machine.charge(100);
+    EXPECT_EQ(shown().accessibilityDescription, "Battery 100%, Fully charged");
+
+    machine.removeBattery();
+    EXPECT_EQ(shown().accessibilityDescription, "No battery found");
 }
 
 TEST_F(StatusItemTest, TakesTheFirstSymbolThatTheSystemHas)

@@ -1,8 +1,17 @@
 """The item and its trays beyond what all kinds of them have in common (see test_tray_hosts.py)."""
+import pytest
+
+from laptop.accessibility import ScreenReader
+from laptop.mate_panel import MatePanel
 from laptop.pictures import picture_that_differs, picture_with_panel, still_picture
 from laptop.waiting import wait_until
 
 PANEL_HEIGHT = 30
+
+
+@pytest.fixture
+def screen_reader(laptop, screen):
+    return ScreenReader(laptop.machine, laptop.session_bus)
 
 
 def test_the_panel_shows_the_tooltip(laptop, vorlane, screen, panel, item, pictures):
@@ -17,6 +26,29 @@ def test_the_panel_shows_the_tooltip(laptop, vorlane, screen, panel, item, pictu
     pictures(tipped, 'panel-tooltip')
     assert tip_box[3] > PANEL_HEIGHT
     assert item.tooltip.startswith('On battery, ')
+
+
+def test_a_screen_reader_hears_the_items_name_on_mate(laptop, vorlane, screen_reader, item):
+    MatePanel(laptop.machine, laptop.session_bus).start()
+    vorlane.start()
+    item.wait_until_registered()
+
+    for percent in (59, 20):
+        laptop.charge_to(percent)
+        screen_reader.wait_for('push button', lambda: f'Vorlane: Battery {percent}%, {item.tooltip}')
+
+
+# Nothing else of the item is to be heard on XFCE.
+def test_a_screen_reader_hears_the_items_tooltip_on_xfce(laptop, vorlane, screen_reader, screen, panel, item, pictures):
+    without = picture_with_panel(screen, panel.start)
+    vorlane.start()
+    item.wait_until_registered()
+    with_item, box = picture_that_differs(screen, without)
+
+    screen.move_pointer((box[0] + box[2]) // 2, (box[1] + box[3]) // 2)
+
+    screen_reader.wait_for('tool tip', lambda: f'{item.tooltip}\nBattery 60%')
+    pictures(still_picture(screen), 'panel-tooltip-of-two-lines')
 
 
 def test_the_panel_draws_another_icon_when_the_symbol_changes(laptop, vorlane, screen, panel, item, pictures):

@@ -75,7 +75,7 @@ def test_the_bar_shows_another_icon_when_the_symbol_changes(laptop, vorlane, scr
 
     _, box = picture_that_differs(screen, before)
     assert first[1] - 4 <= box[1] and box[3] <= first[3] + 4
-    wait_until(lambda: screen.window_titled('^Vorlane: Charging'), 'the new name', look_every=0.05)
+    wait_until(lambda: screen.window_titled('^Vorlane: Battery .*, Charging'), 'the new name', look_every=0.05)
 
 
 def test_a_click_opens_and_closes_the_popover(vorlane, screen, tint2, icon):
@@ -194,7 +194,7 @@ def test_a_display_that_hangs_later_delays_nothing(laptop, vorlane, screen, tint
 
     icon.wait_for()
     laptop.plug_in(61)
-    wait_until(lambda: screen.window_titled('^Vorlane: Charging'), 'the new name', look_every=0.05)
+    wait_until(lambda: screen.window_titled('^Vorlane: Battery .*, Charging'), 'the new name', look_every=0.05)
 
 
 def test_i3bar_shows_the_icon_in_its_own_colour(laptop, vorlane, pictures):

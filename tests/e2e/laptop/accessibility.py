@@ -56,6 +56,29 @@ class Accessibility:
         wait_until(lambda: not self.window(title), f'no window {title!r}', look_every=0.02)
 
 
+class ScreenReader(Accessibility):
+    """Hears the controls whose properties change, also those that one program shows within another, as
+    panels do: they are in no program's tree.
+    """
+
+    def __init__(self, machine, bus):
+        super().__init__(machine, bus)
+        self._heard = []
+        self._connection.add_signal_receiver(self._hear, 'PropertyChange', 'org.a11y.atspi.Event.Object',
+                                             sender_keyword='sender', path_keyword='path')
+        self._connection.call_blocking(REGISTRY, '/org/a11y/atspi/registry', REGISTRY,
+                                       'RegisterEvent', 's', ('object:property-change',), timeout=REPLY_TIMEOUT)
+        machine.environment.pop('NO_AT_BRIDGE')  # panels started from now on are heard
+
+    def wait_for(self, role, name):
+        """`name` is a function."""
+        wait_until(lambda: any((one.role, one.name) == (role, name()) for one in self._heard),
+                   lambda: f'{role} {name()!r} among {self._heard}', look_every=0.1)
+
+    def _hear(self, *_, sender, path):
+        self._heard.append(Control(self._connection, sender, path))
+
+
 class Control:
     """One node of the tree. Asked each time: it never remembers what it was told."""
 

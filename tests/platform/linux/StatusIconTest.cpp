@@ -8,7 +8,7 @@ namespace vorlane::platform {
 namespace {
 
 const StatusItemContent content{.symbol = "battery.75",
-                                .accessibilityDescription = "Battery",
+                                .accessibilityDescription = "Battery 80%, Fully charged",
                                 .imagePosition = ImagePosition::imageLeading,
                                 .title = " 80%",
                                 .toolTip = "",
@@ -32,6 +32,8 @@ TEST(StatusIconTest, HoldsTheNumberWhereTheTrayShowsNone)
     EXPECT_EQ(icon.picture.symbol, "battery.75");
     EXPECT_EQ(icon.picture.text, "80%");
     EXPECT_TRUE(icon.picture.plate);
+    EXPECT_EQ(StatusIcon::of(content, TrayKind::titledIcons), icon);
+    EXPECT_EQ(StatusIcon::of(content, TrayKind::describedIcons), icon);
 }
 
 TEST(StatusIconTest, IsTheSameOnEveryTrayWithoutANumber)

@@ -41,7 +41,7 @@ protected:
                      .path = "/StatusNotifierItem",
                      .interface = "org.kde.StatusNotifierItem"}};
     StatusItemContent content{.symbol = "battery.75",
-                              .accessibilityDescription = "Battery",
+                              .accessibilityDescription = "Battery 80%, On battery, 2 h 5 min left",
                               .imagePosition = ImagePosition::imageLeading,
                               .title = " 80% · 2:05",
                               .toolTip = "On battery, 2 h 5 min left",
@@ -111,12 +111,12 @@ TEST_F(StatusNotifierItemTest, GivesEveryPropertyWithTheTypeOfItsInterface)
     const std::map<std::string, std::string> expected{
         {"Id", "(<'vorlane'>)"},
         {"Category", "(<'Hardware'>)"},
-        {"Title", "(<'Vorlane'>)"},
+        {"Title", "(<'Vorlane: Battery 80%, On battery, 2 h 5 min left'>)"},
         {"Status", "(<'Active'>)"},
         {"ItemIsMenu", "(<false>)"},
         {"Menu", "(<object '/StatusNotifierItem/Menu'>)"},
         {"IconName", "(<'vorlane-battery-75-symbolic'>)"},
-        {"IconAccessibleDesc", "(<'Battery'>)"},
+        {"IconAccessibleDesc", "(<'Battery 80%, On battery, 2 h 5 min left'>)"},
         {"ToolTip", "(<('', [], 'On battery, 2 h 5 min left', '')>)"},
         {"XAyatanaLabel", "(<'80% · 2:05'>)"},
         {"XAyatanaLabelGuide", "(<'100% · 00:00'>)"},
@@ -151,7 +151,7 @@ TEST_F(StatusNotifierItemTest, CallsForAttentionWithItsOwnIcon)
     EXPECT_EQ(tray.property("Status"), "(<'NeedsAttention'>)");
     EXPECT_EQ(tray.property("AttentionIconName"), "(<'vorlane-battery-75-symbolic'>)");
     EXPECT_EQ(tray.property("AttentionIconPixmap"), tray.property("IconPixmap"));
-    EXPECT_EQ(tray.property("AttentionAccessibleDesc"), "(<'Battery'>)");
+    EXPECT_EQ(tray.property("AttentionAccessibleDesc"), tray.property("IconAccessibleDesc"));
 }
 
 TEST_F(StatusNotifierItemTest, CallsForAttentionWithTheNumberInItsPixels)
@@ -234,14 +234,42 @@ TEST_F(StatusNotifierItemTest, SignalsANewIconForAnotherSymbol)
     EXPECT_EQ(tray.property("IconName"), "(<'vorlane-battery-50-symbolic'>)");
 }
 
-TEST_F(StatusNotifierItemTest, SignalsANewIconForAnotherDescription)
+TEST_F(StatusNotifierItemTest, SignalsNoNewIconForAnotherDescription)
 {
     showFirst();
-    content.accessibilityDescription = "Accumulator";
+    content.accessibilityDescription = "No battery found";
 
     show();
 
-    EXPECT_THAT(tray.newSignals(), ElementsAre("NewIcon()"));
+    EXPECT_THAT(tray.newSignals(),
+                ElementsAre("NewTitle()",
+                            "PropertiesChanged('org.kde.StatusNotifierItem', "
+                            "{'IconAccessibleDesc': <'No battery found'>, "
+                            "'AttentionAccessibleDesc': <'No battery found'>}, [])"));
+    EXPECT_EQ(tray.property("Title"), "(<'Vorlane: No battery found'>)");
+}
+
+TEST_F(StatusNotifierItemTest, KeepsItsTitleWhereTraysMayRememberIt)
+{
+    showOnTray("lxqt-panel");
+    content.accessibilityDescription = "No battery found";
+
+    show();
+
+    EXPECT_THAT(tray.newSignals(), ElementsAre(StartsWith("PropertiesChanged(")));
+    EXPECT_EQ(tray.property("Title"), "(<'Vorlane'>)");
+}
+
+TEST_F(StatusNotifierItemTest, SignalsANewToolTipForItsSecondLineToo)
+{
+    showOnTray("panel-1-systray");
+    EXPECT_EQ(tray.property("ToolTip"),
+              "(<('', [], 'On battery, 2 h 5 min left', 'Battery 80%')>)");
+    content.accessibilityDescription = "Battery 79%, On battery, 2 h 5 min left";
+
+    show();
+
+    EXPECT_THAT(tray.newSignals(), ElementsAre("NewToolTip()", StartsWith("PropertiesChanged(")));
 }
 
 TEST_F(StatusNotifierItemTest, SignalsItsIconBeforeTheStatusThatCallsForAttention)
@@ -317,18 +345,18 @@ TEST_F(StatusNotifierItemTest, SignalsANewIconWhenTheTrayIsOfAnotherKind)
 {
     showFirst();
 
-    process.set("plasmashell");
+    process.set("waybar");
     watcher.vanish();
     watcher.appear();
     EXPECT_TRUE(runUntil(busLoop, [this] { return !tray.signals.empty(); }));
-    EXPECT_THAT(tray.newSignals(), ElementsAre("NewIcon()"));
+    EXPECT_THAT(tray.newSignals(), ElementsAre("NewIcon()", "NewTitle()"));
     EXPECT_EQ(tray.property("IconName"), "(<''>)");
 
     process.set("mate-panel");
     watcher.vanish();
     watcher.appear();
     EXPECT_TRUE(runUntil(busLoop, [this] { return !tray.signals.empty(); }));
-    EXPECT_THAT(tray.newSignals(), ElementsAre("NewIcon()"));
+    EXPECT_THAT(tray.newSignals(), ElementsAre("NewIcon()", "NewTitle()"));
     EXPECT_EQ(tray.property("IconName"), "(<'vorlane-battery-75-symbolic'>)");
 }
 
@@ -441,6 +469,7 @@ TEST_F(StatusNotifierItemTest, RefusesCallsOfAnotherShape)
 TEST_F(StatusNotifierItemTest, AnswersBeforeTheFirstShow)
 {
     EXPECT_EQ(tray.property("IconName"), "(<''>)");
+    EXPECT_EQ(tray.property("Title"), "(<'Vorlane'>)");
     EXPECT_EQ(tray.property("ToolTip"), "(<('', [], '', '')>)");
 }
 

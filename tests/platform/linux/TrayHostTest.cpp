@@ -76,7 +76,7 @@ TEST_F(TrayHostTest, TellsOfATrayOfTheOtherKindAlone)
     watcher.appear();
     start();
 
-    for (const auto* const name : {"lxqt-panel", "gnome-shell", "mate-panel", "plasmashell"}) {
+    for (const auto* const name : {"lxqt-panel", "gnome-shell", "mate-panel", "budgie-panel"}) {
         process.set(name);
         watcher.vanish();
         watcher.appear();

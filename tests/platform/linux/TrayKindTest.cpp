@@ -17,9 +17,24 @@ TEST(TrayKindTest, KnowsTheTraysThatShowLabels)
 TEST(TrayKindTest, TakesEveryOtherTrayForOneOfIcons)
 {
     for (const auto* const process :
-         {"", "plasmashell", "kded5", "kded6", "panel-1-systray", "xfce4-panel", "lxqt-panel",
-          "waybar", "xapp-sn-watcher", "budgie-panel", "gnome-shell-calendar", "gnome", "mate"}) {
+         {"", "lxqt-panel", "waybar", "xapp-sn-watcher", "budgie-panel", "gnome-shell-calendar",
+          "gnome", "mate", "panel-1-whisker", "panel", "kded"}) {
         EXPECT_EQ(trayKind(process), TrayKind::icons) << process;
+    }
+}
+
+TEST(TrayKindTest, KnowsPlasma)
+{
+    for (const auto* const process : {"plasmashell", "kded5", "kded6"}) {
+        EXPECT_EQ(trayKind(process), TrayKind::titledIcons) << process;
+    }
+}
+
+TEST(TrayKindTest, KnowsXfceByItsPanelAndByTheProcessOfItsPlugin)
+{
+    for (const auto* const process :
+         {"xfce4-panel", "panel-1-systray", "panel-12-systra", "panel-123-systr"}) {
+        EXPECT_EQ(trayKind(process), TrayKind::describedIcons) << process;
     }
 }
 

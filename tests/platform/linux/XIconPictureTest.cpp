@@ -8,7 +8,7 @@ namespace {
 StatusItemContent sixtyPercent()
 {
     return {.symbol = "battery.50",
-            .accessibilityDescription = "Battery",
+            .accessibilityDescription = "Battery 80%, Fully charged",
             .imagePosition = ImagePosition::imageLeading,
             .title = " 60%",
             .toolTip = "",
