@@ -105,7 +105,7 @@ void ChartWidget::resizeEvent(QResizeEvent*)
 
 bool ChartWidget::event(QEvent* event)
 {
-    if (event->type() == QEvent::LocaleChange) setTimes({.locale = locale(), .zone = times.zone});
+    if (event->type() == QEvent::LocaleChange) setTimes({.locale = locale()});
     return QWidget::event(event);
 }
 

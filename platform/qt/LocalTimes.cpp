@@ -1,7 +1,6 @@
 #include "platform/qt/LocalTimes.h"
 
 #include <QRegularExpression>
-#include <ctime>
 
 namespace vorlane::platform {
 
@@ -22,21 +21,10 @@ bool has12Hours(const QString& format)
 
 }  // namespace
 
-QTimeZone LocalTimes::systemZone()
-{
-    auto zone = QTimeZone::systemTimeZone();
-    if (zone.isValid()) return zone;
-
-    const auto now = std::time(nullptr);
-    std::tm local{};
-    const bool known = localtime_r(&now, &local) != nullptr;
-    return known ? QTimeZone(static_cast<int>(local.tm_gmtoff)) : QTimeZone::utc();
-}
-
 QDateTime LocalTimes::local(Date date) const
 {
     const auto milliseconds = static_cast<qint64>(date.secondsSince1970 * 1000);
-    return QDateTime::fromMSecsSinceEpoch(milliseconds, zone);
+    return QDateTime::fromMSecsSinceEpoch(milliseconds);
 }
 
 Date LocalTimes::date(const QDateTime& local) const

@@ -3,19 +3,15 @@
 
 #include <QDateTime>
 #include <QLocale>
-#include <QTimeZone>
 
 #include "App/Date.h"
 
 namespace vorlane::platform {
 
+// In the C library's time zone, which Qt::LocalTime looks up at each conversion. Unlike a QTimeZone
+// it follows the system's, knows zones by file name, and always agrees with the resident part.
 struct LocalTimes {
     QLocale locale;
-    QTimeZone zone = systemZone();
-
-    // The C library knows zones that Qt does not, as by a file's name: of those, what the clock
-    // is ahead of Greenwich now.
-    static QTimeZone systemZone();
 
     QDateTime local(Date date) const;
     Date date(const QDateTime& local) const;

@@ -82,6 +82,10 @@ class Vorlane:
         self._program = str(prefix / 'bin/vorlane')
         return prefix / PLUGIN
 
+    def run_by(self, wrapper):
+        """Is started by that command from now on."""
+        self._wrapper = list(wrapper)
+
     def setting(self, key):
         """What is stored; None when nothing is."""
         return tomllib.loads(self.settings()).get(key)

@@ -9,6 +9,7 @@
 
 #include "platform/qt/ChartText.h"
 #include "tests/platform/qt/Pictures.h"
+#include "tests/platform/qt/TimeZone.h"
 
 namespace vorlane::platform {
 namespace {
@@ -22,8 +23,7 @@ protected:
     {
         chart.resize(308, ChartWidget::fixedHeight);
         chart.setTheme(theme);
-        chart.setTimes({.locale = QLocale(QLocale::English, QLocale::UnitedKingdom),
-                        .zone = QTimeZone("Europe/Berlin")});
+        chart.setTimes(english);
     }
 
     struct Sample {
@@ -83,6 +83,8 @@ protected:
     std::string reading() { return chart.shownReading().toStdString(); }
 
     const Theme theme = Theme::of(QPalette(Qt::white), QFont("Sans", 10), QColor(0x2f, 0x7d, 0xe1));
+    const LocalTimes english{.locale = QLocale(QLocale::English, QLocale::UnitedKingdom)};
+    TimeZone zone{"Europe/Berlin"};
     ChartContent content;
     ChartWidget chart;
 };
@@ -227,6 +229,40 @@ TEST_F(ChartWidgetTest, KeepsTheReadingWhileItsSampleIsInSight)
     content.points.erase(content.points.begin());
     chart.setContent(content);
     EXPECT_EQ(reading(), "");
+}
+
+TEST_F(ChartWidgetTest, MovesItsMarksToAnotherTimeZoneWithTheNextContent)
+{
+    const auto fresh = [this] {
+        ChartWidget other;
+        other.resize(chart.size());
+        other.setTheme(theme);
+        other.setTimes(english);
+        other.setContent(content);
+        return painted(other);
+    };
+    show({{20, 40}, {0, 78}});
+    EXPECT_EQ(painted(chart), fresh());
+
+    zone.set("Asia/Tokyo");
+    show({{20, 40}, {0, 77}});
+
+    EXPECT_EQ(painted(chart), fresh());
+    zone.set("Europe/Berlin");
+    EXPECT_NE(painted(chart), fresh());
+}
+
+TEST_F(ChartWidgetTest, TellsTheReadingInAnotherTimeZoneWithTheNextContent)
+{
+    show({{20, 40}, {10, 80}, {0, 78}});
+    point(11);
+    EXPECT_EQ(chart.accessibleDescription(), "80% · 02:00");
+
+    zone.set("Asia/Tokyo");
+    show({{20, 40}, {10, 80}, {0, 77}});
+
+    EXPECT_EQ(chart.accessibleDescription(), "80% · 10:00");
+    EXPECT_EQ(reading(), "80% · 10:00");
 }
 
 TEST_F(ChartWidgetTest, WritesTheReadingInsideItselfAndBesideItsSample)

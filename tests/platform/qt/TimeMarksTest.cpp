@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 
+#include "tests/platform/qt/TimeZone.h"
+
 namespace vorlane::platform {
 namespace {
 
@@ -13,13 +15,12 @@ constexpr Seconds day{86400};
 
 class TimeMarksTest : public testing::Test {
 protected:
-    LocalTimes times{.locale = QLocale(QLocale::English, QLocale::UnitedKingdom),
-                     .zone = QTimeZone("Europe/Berlin")};
+    TimeZone zone{"Europe/Berlin"};
+    LocalTimes times{.locale = QLocale(QLocale::English, QLocale::UnitedKingdom)};
 
     Date at(int year, int month, int dayOfMonth, int hours = 0, int minutes = 0)
     {
-        return times.date(
-            QDateTime(QDate(year, month, dayOfMonth), QTime(hours, minutes), times.zone));
+        return times.date(QDateTime(QDate(year, month, dayOfMonth), QTime(hours, minutes)));
     }
 
     // Six pixels a letter, in a chart of the popover's width.
@@ -144,31 +145,37 @@ TEST_F(TimeMarksTest, MarkARepeatedHourOnce)
 
 TEST_F(TimeMarksTest, BeginADayWithoutAMidnightAtItsFirstHour)
 {
-    times.zone = QTimeZone("Africa/Cairo");  // 2024-04-26 began at 01:00
+    zone.set("Africa/Cairo");  // 2024-04-26 began at 01:00
     const auto now = at(2024, 4, 27, 12);
 
     const auto marks = axis(now - 3 * day, now).marks(times);
 
     ASSERT_EQ(marks.size(), 3U);
-    EXPECT_EQ(times.local(marks[1].date), QDateTime(QDate(2024, 4, 26), QTime(1, 0), times.zone));
-}
-
-TEST_F(TimeMarksTest, AreAbsentInAZoneThatNobodyKnows)
-{
-    const auto until = at(2026, 3, 12);
-    times.zone = QTimeZone("Nowhere/Bogus");
-
-    EXPECT_THAT(labels(axis(until - day, until)), IsEmpty());
-    EXPECT_THAT(labels(axis(until - 7 * day, until)), IsEmpty());
+    EXPECT_EQ(times.local(marks[1].date), QDateTime(QDate(2024, 4, 26), QTime(1, 0)));
 }
 
 TEST_F(TimeMarksTest, StandInAZoneThatOnlyTheCLibraryKnows)
 {
-    for (const auto* const zone : {"/usr/share/zoneinfo/Europe/Berlin", "Nowhere/Bogus", "%zz"}) {
-        qputenv("TZ", zone);
-        EXPECT_TRUE(LocalTimes::systemZone().isValid()) << zone;
+    const auto now = at(2026, 3, 4, 14, 5);
+
+    for (const auto* const name : {":/usr/share/zoneinfo/Asia/Tokyo", "Somewhere-9"}) {
+        zone.set(name);
+        EXPECT_THAT(labels(axis(now - day, now)), ElementsAre("00:00", "06:00", "12:00", "18:00"))
+            << name;
+        EXPECT_EQ(times.shortTime(now), "22:05") << name;
     }
-    qunsetenv("TZ");
+}
+
+TEST_F(TimeMarksTest, StandInUniversalTimeWhereTheZoneIsUnknown)
+{
+    const auto now = at(2026, 3, 4, 14, 5);
+
+    for (const auto* const name : {"Nowhere/Bogus", "%zz"}) {
+        zone.set(name);
+        EXPECT_EQ(times.shortTime(now), "13:05") << name;
+        EXPECT_THAT(labels(axis(now - day, now)), ElementsAre("18:00", "00:00", "06:00", "12:00"))
+            << name;
+    }
 }
 
 TEST_F(TimeMarksTest, SpeakTheUsersLanguage)
