@@ -1,4 +1,5 @@
 // The one thing that the plugin exports.
+#include <QCoreApplication>
 #include <QtGlobal>
 
 #include "platform/UiBuild.h"
@@ -28,6 +29,8 @@ extern "C" Q_DECL_EXPORT vorlane::platform::UiPlugin* vorlaneUi(
     if (!qEnvironmentVariableIsSet("QT_XCB_GL_INTEGRATION")) {
         qputenv("QT_XCB_GL_INTEGRATION", "none");
     }
+    // A saved session would start the program with Qt's arguments, beside its autostart file.
+    QCoreApplication::setAttribute(Qt::AA_DisableSessionManager);
     tellOfLostDisplay(host.displayLost);
     static auto* const ui = new QtUi(host, *platformName);
     return ui;

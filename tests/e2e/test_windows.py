@@ -1,5 +1,6 @@
 """The windows: opened, closed and placed on a real panel, and a program that lives without them."""
 import os
+import socket
 
 import pytest
 
@@ -163,6 +164,21 @@ def test_reminders_go_on_while_a_window_is_open(laptop, dunst, desk, notificatio
 
     assert notifications.wait_for(1).title == 'Low battery'
     assert desk.popover()
+
+
+def test_a_saved_session_knows_nothing_of_the_windows(laptop, screen, vorlane, item):
+    path = laptop.machine.folder('session-manager')
+    with socket.socket(socket.AF_UNIX) as manager:
+        manager.bind(path)
+        manager.listen()
+        manager.setblocking(False)
+        vorlane.start(environment={'SESSION_MANAGER': f'local/{socket.gethostname()}:{path}'})
+
+        item.activate()
+
+        wait_until(lambda: screen.window_titled(POPOVER), 'the popover', look_every=0.05)
+        with pytest.raises(BlockingIOError):
+            manager.accept()
 
 
 @pytest.fixture
