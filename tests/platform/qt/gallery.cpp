@@ -146,13 +146,21 @@ bool draw(const FormScene& scene, const Theme& theme, const QDir& folder)
     return savePictures(form, scene.name, theme, folder);
 }
 
+SettingsContent quietHours()
+{
+    auto content = sampleSettings();
+    content.sections[4] = sampleQuietHours(true);
+    return content;
+}
+
 std::vector<FormScene> formScenes()
 {
     return {{.name = "settings", .content = sampleSettings(), .focused = -1},
             {.name = "settings-troubled", .content = sampleTroubledSettings(), .focused = -1},
             {.name = "settings-keyboard-switch", .content = sampleSettings(), .focused = 0},
             {.name = "settings-keyboard-stepper", .content = sampleSettings(), .focused = 1},
-            {.name = "settings-keyboard-sound", .content = sampleSettings(), .focused = 3}};
+            {.name = "settings-keyboard-sound", .content = sampleSettings(), .focused = 3},
+            {.name = "settings-keyboard-time", .content = quietHours(), .focused = 13}};
 }
 
 template <typename Scenes>
