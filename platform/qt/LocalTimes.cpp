@@ -2,24 +2,9 @@
 
 #include <QRegularExpression>
 
+#include "platform/qt/TimeNotation.h"
+
 namespace vorlane::platform {
-
-namespace {
-
-// Qt's short format has seconds in a few locales.
-QString shortFormat(const QLocale& locale)
-{
-    static const QRegularExpression seconds(QStringLiteral("[:.]?ss?"));
-    return locale.timeFormat(QLocale::ShortFormat).remove(seconds);
-}
-
-bool has12Hours(const QString& format)
-{
-    static const QRegularExpression literal(QStringLiteral("'[^']*'"));
-    return QString(format).remove(literal).contains(QLatin1Char('a'), Qt::CaseInsensitive);
-}
-
-}  // namespace
 
 QDateTime LocalTimes::local(Date date) const
 {
@@ -34,15 +19,15 @@ Date LocalTimes::date(const QDateTime& local) const
 
 QString LocalTimes::shortTime(Date date) const
 {
-    return locale.toString(local(date).time(), shortFormat(locale));
+    return TimeNotation{.locale = locale}.text(local(date).time());
 }
 
 QString LocalTimes::fullHour(Date date) const
 {
-    static const QRegularExpression minutes(QStringLiteral("[:.]?mm?"));
-    const auto format = shortFormat(locale);
-    if (!has12Hours(format)) return shortTime(date);
-    return locale.toString(local(date).time(), QString(format).remove(minutes));
+    static const QRegularExpression minutes(QStringLiteral("[:.]mm?[.]?"));
+    TimeNotation notation{.locale = locale};
+    if (notation.has12Hours()) notation.format.remove(minutes);
+    return notation.text(local(date).time());
 }
 
 QString LocalTimes::weekday(Date date) const

@@ -187,6 +187,8 @@ TEST_F(TimeMarksTest, SpeakTheUsersLanguage)
     times.locale = QLocale(QLocale::German, QLocale::Germany);
     EXPECT_THAT(labels(axis(now - day, now)), ElementsAre("18:00", "00:00", "06:00", "12:00"));
     EXPECT_THAT(labels(axis(now - 3 * day, now)), ElementsAre("Mo", "Di", "Mi"));
+    times.locale = QLocale(QLocale::Chinese, QLocale::Taiwan);
+    EXPECT_THAT(labels(axis(now - day, now)), ElementsAre("下午6", "上午12", "上午6", "下午12"));
     times.locale = QLocale::c();
     EXPECT_THAT(labels(axis(now - day, now)), ElementsAre("18:00", "00:00", "06:00", "12:00"));
 }
