@@ -1,29 +1,40 @@
 #include "platform/qt/TimeBox.h"
 
 #include <QLineEdit>
-#include <QLocale>
 #include <QRegularExpression>
-#include <QSignalBlocker>
 #include <QWheelEvent>
 #include <algorithm>
 #include <utility>
+#include <vector>
 
 namespace vorlane::platform {
 
 namespace {
 
-// The short form without the C locale's seconds; "B", the part of the day, is unknown to the
-// editor.
-QString formatFor(const QLocale& locale)
+struct Span {
+    int begin = 0;
+    int end = 0;
+
+    bool touches(int position) const { return begin <= position && position <= end; }
+};
+
+// The hours first, then the minutes.
+std::vector<Span> numbers(const QString& text)
 {
-    static const QRegularExpression seconds("[\\s.:]*\\bs+\\b");
-    return locale.timeFormat(QLocale::ShortFormat).remove(seconds).replace("B", "AP ");
+    static const QRegularExpression digits(QStringLiteral("\\p{Nd}+"));
+    std::vector<Span> found;
+    for (auto matches = digits.globalMatch(text); matches.hasNext();) {
+        const auto match = matches.next();
+        found.push_back({.begin = static_cast<int>(match.capturedStart()),
+                         .end = static_cast<int>(match.capturedEnd())});
+    }
+    return found;
 }
 
 }  // namespace
 
 TimeBox::TimeBox(std::function<void(TimeOfDay)> changed, QWidget* parent)
-    : QTimeEdit(parent), changed_(std::move(changed))
+    : QAbstractSpinBox(parent), changed_(std::move(changed))
 {
     setFocusPolicy(Qt::StrongFocus);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
@@ -31,9 +42,9 @@ TimeBox::TimeBox(std::function<void(TimeOfDay)> changed, QWidget* parent)
     setFrame(false);
     setAlignment(Qt::AlignCenter);
     setKeyboardTracking(false);
-    setWrapping(true);
+    setInputMethodHints(Qt::ImhPreferNumbers);
     measure();
-    connect(this, &QTimeEdit::timeChanged, this, &TimeBox::typed);
+    connect(this, &QAbstractSpinBox::editingFinished, this, &TimeBox::commit);
 }
 
 void TimeBox::setTheme(const Theme& shades)
@@ -60,30 +71,84 @@ void TimeBox::setTimeOfDay(TimeOfDay time)
 
 void TimeBox::showStored()
 {
-    const QSignalBlocker silent(this);
-    setTime(stored);
+    const bool wasWhole = isWholeSelected();
+    lineEdit()->setText(notation().text(stored));
+    if (wasWhole) selectAll();
+}
+
+bool TimeBox::isWholeSelected() const
+{
+    return hasFocus() && lineEdit()->selectedText() == text();
 }
 
 bool TimeBox::isHalfTyped() const
 {
-    return hasFocus() && lineEdit()->text() != textFromDateTime(dateTime());
+    return lineEdit()->isModified();
 }
 
-void TimeBox::typed(QTime time)
+// After Enter and when the focus leaves.
+void TimeBox::commit()
 {
-    if (time == stored) return;
+    const auto notation = this->notation();
+    if (text() == notation.text(stored)) return lineEdit()->setModified(false);
+    take(notation.time(text()).value_or(stored));
+}
+
+void TimeBox::take(QTime time)
+{
+    const bool isFresh = time != stored;
     stored = time;
-    changed_({.hour = time.hour(), .minute = time.minute()});
+    showStored();
+    if (isFresh) changed_({.hour = time.hour(), .minute = time.minute()});
+}
+
+void TimeBox::stepBy(int steps)
+{
+    const auto stepped = section();
+    auto time = notation().time(text()).value_or(stored);
+    if (stepped == Section::minute) {
+        time = QTime(time.hour(), ((time.minute() + steps) % 60 + 60) % 60);
+    } else {
+        time = time.addSecs(steps * (stepped == Section::hour ? 3600 : 12 * 3600));
+    }
+    take(time);
+    select(stepped);
+}
+
+TimeBox::Section TimeBox::section() const
+{
+    const auto spans = numbers(text());
+    const int cursor = lineEdit()->cursorPosition();
+    if (spans.empty() || isWholeSelected() || spans[0].touches(cursor)) return Section::hour;
+    if (spans.size() > 1 && spans[1].touches(cursor)) return Section::minute;
+    if (notation().has12Hours()) return Section::half;
+    return cursor < spans[0].begin ? Section::hour : Section::minute;
+}
+
+// Leaves the cursor where the next step finds the section again.
+void TimeBox::select(Section section)
+{
+    const auto spans = numbers(text());
+    if (spans.size() != 2) return;
+    const int size = static_cast<int>(text().size());
+    auto [from, to] = spans[section == Section::minute ? 1 : 0];
+    if (section == Section::half) {
+        const bool isFirst = spans[1].end == size;
+        from = isFirst ? spans[0].begin : spans[1].end;
+        to = isFirst ? 0 : size;
+    }
+    lineEdit()->setSelection(from, to - from);
 }
 
 void TimeBox::measure()
 {
-    setDisplayFormat(formatFor(locale()));
+    const auto notation = this->notation();
     textWidth = 0;
     for (int hour = 0; hour < 24; ++hour) {
-        const auto text = locale().toString(QTime(hour, 58), displayFormat());
+        const auto text = notation.text(QTime(hour, 58));
         textWidth = std::max(textWidth, fontMetrics().horizontalAdvance(text));
     }
+    if (!isHalfTyped()) showStored();
     updateGeometry();
     update();
 }
@@ -110,19 +175,21 @@ void TimeBox::paintEvent(QPaintEvent* /*event*/)
 void TimeBox::wheelEvent(QWheelEvent* event)
 {
     if (!hasFocus()) return event->ignore();
-    QTimeEdit::wheelEvent(event);
+    QAbstractSpinBox::wheelEvent(event);
 }
 
 void TimeBox::changeEvent(QEvent* event)
 {
-    QTimeEdit::changeEvent(event);
+    QAbstractSpinBox::changeEvent(event);
     if (event->type() == QEvent::LocaleChange) measure();
 }
 
-void TimeBox::focusOutEvent(QFocusEvent* event)
+// Typing replaces the time, unless a click said where.
+void TimeBox::focusInEvent(QFocusEvent* event)
 {
-    QTimeEdit::focusOutEvent(event);  // takes what was typed, or drops it
-    if (time() != stored) showStored();
+    QAbstractSpinBox::focusInEvent(event);
+    if (event->reason() == Qt::OtherFocusReason || event->reason() == Qt::ShortcutFocusReason)
+        selectAll();
 }
 
 }  // namespace vorlane::platform

@@ -1,15 +1,18 @@
-// A time of day, hours and minutes, as the user's country writes it.
+// A time of day, hours and minutes, as the user's country writes it. It may be typed in any way
+// that `TimeNotation` reads; of anything else, the old time comes back.
 #pragma once
 
-#include <QTimeEdit>
+#include <QAbstractSpinBox>
+#include <QTime>
 #include <functional>
 
 #include "App/content/TimeOfDay.h"
 #include "platform/qt/ControlStyle.h"
+#include "platform/qt/TimeNotation.h"
 
 namespace vorlane::platform {
 
-class TimeBox : public QTimeEdit {
+class TimeBox : public QAbstractSpinBox {
     Q_OBJECT
 
 public:
@@ -21,24 +24,35 @@ public:
     // What is half typed stays.
     void setTimeOfDay(TimeOfDay time);
 
+    // The hours, the minutes or the half of the day, where the cursor is.
+    void stepBy(int steps) override;
+
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override { return sizeHint(); }
 
 protected:
+    StepEnabled stepEnabled() const override { return StepUpEnabled | StepDownEnabled; }
     void paintEvent(QPaintEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
     void changeEvent(QEvent* event) override;
-    void focusOutEvent(QFocusEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
 
 private:
+    enum class Section { hour, minute, half };
+
+    TimeNotation notation() const { return {.locale = locale()}; }
     bool isHalfTyped() const;
-    void typed(QTime time);
+    bool isWholeSelected() const;
+    Section section() const;
+    void select(Section section);
+    void commit();
+    void take(QTime time);
     void showStored();
     void measure();
 
     std::function<void(TimeOfDay)> changed_;
     Theme theme;
-    QTime stored;
+    QTime stored{0, 0};
     int textWidth = 0;
 };
 

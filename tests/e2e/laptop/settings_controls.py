@@ -43,5 +43,5 @@ def focus_picker(desktop, window, key):
     return picker
 
 
-def type_time(desktop, control, digits):
-    press(desktop, control, *digits, 'Return')
+def type_time(desktop, control, keys):
+    press(desktop, control, *keys, 'Return')

@@ -1,5 +1,4 @@
 #include <QComboBox>
-#include <QTimeEdit>
 #include <limits>
 
 #include "platform/qt/StepControl.h"
@@ -37,14 +36,6 @@ protected:
     static QPoint plus(const QWidget* stepper)
     {
         return {stepper->width() * 3 / 4, stepper->height() / 2};
-    }
-
-    QTimeEdit* until()
-    {
-        auto content = sampleSettings();
-        content.sections[4] = sampleQuietHours(true);
-        show(content);
-        return qobject_cast<QTimeEdit*>(control("Until"));
     }
 };
 
@@ -188,69 +179,6 @@ TEST_F(SettingsIntentsTest, ChoosesASoundOnce)
     press(box, Qt::Key_Home);
 
     EXPECT_THAT(intents, ElementsAre("limitSound none", "limitSound Glass", "limitSound default"));
-}
-
-TEST_F(SettingsIntentsTest, TakesATypedTimeOnce)
-{
-    auto* const box = until();
-    box->setFocus(Qt::TabFocusReason);
-
-    QTest::keyClicks(box, "06:30");
-    QTest::keyClick(box, Qt::Key_Return);
-    box->clearFocus();
-
-    EXPECT_THAT(intents, ElementsAre("quietEnd 6:30"));
-}
-
-TEST_F(SettingsIntentsTest, TakesATypedTimeWhenItsUserGoesOn)
-{
-    auto* const box = until();
-    box->setFocus(Qt::TabFocusReason);
-
-    QTest::keyClicks(box, "0630");
-    control("Launch at Login")->setFocus(Qt::MouseFocusReason);
-
-    EXPECT_THAT(intents, ElementsAre("quietEnd 6:30"));
-}
-
-TEST_F(SettingsIntentsTest, TakesTimesByTheArrowKeys)
-{
-    auto* const box = until();
-    box->setFocus(Qt::TabFocusReason);
-
-    QTest::keyClick(box, Qt::Key_Up);
-    box->setSelectedSection(QDateTimeEdit::MinuteSection);
-    QTest::keyClick(box, Qt::Key_Down);
-
-    EXPECT_THAT(intents, ElementsAre("quietEnd 8:0", "quietEnd 8:59"));
-}
-
-TEST_F(SettingsIntentsTest, KeepsAHalfTypedTimeWhenNewContentComes)
-{
-    auto* const box = until();
-    box->setFocus(Qt::TabFocusReason);
-    QTest::keyClicks(box, "06:3");
-    auto other = sampleSettings();
-    other.sections[4] = sampleQuietHours(true);
-    std::get<TimeRow>(other.sections[4].rows[2]).time = {.hour = 9, .minute = 15};
-
-    show(other);
-    QTest::keyClicks(box, "0");
-    QTest::keyClick(box, Qt::Key_Return);
-
-    EXPECT_THAT(intents, ElementsAre("quietEnd 6:30"));
-}
-
-TEST_F(SettingsIntentsTest, WritesTimesAsTheCountryDoes)
-{
-    form.setLocale(QLocale("en_US"));
-    auto* const box = until();
-
-    EXPECT_EQ(box->text(), "7:00 AM");
-    form.setLocale(QLocale("de_DE"));
-    EXPECT_EQ(box->text(), "07:00");
-    form.setLocale(QLocale::c());
-    EXPECT_EQ(box->text(), "07:00");
 }
 
 TEST_F(SettingsIntentsTest, AsksForTheResetByClickAndByKey)
