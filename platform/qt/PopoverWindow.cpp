@@ -50,13 +50,23 @@ PopoverWindow::PopoverWindow(QWidget* content, std::function<void()> closedByUse
     box->setContentsMargins(border, border, border, border);
     box->setSizeConstraint(QLayout::SetFixedSize);
     box->addWidget(pane);
+
+    // Nothing is seen of it until it is in its place.
+    setAttribute(Qt::WA_TranslucentBackground, sway.isThere());
+    auto policy = pane->sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    pane->setSizePolicy(policy);
+    connect(&sway, &SwayPlacer::settled, this, [this] {
+        pane->show();
+        update();
+    });
 }
 
 void PopoverWindow::openAt(QPoint pointer)
 {
     pointer_ = pointer;
     place();
-    sway.prepare();
+    pane->setVisible(!sway.prepare());
     show();
     sway.placeAtPointer();
     raise();
@@ -95,7 +105,9 @@ void PopoverWindow::keyPressEvent(QKeyEvent* event)
 
 void PopoverWindow::paintEvent(QPaintEvent* /*event*/)
 {
+    if (pane->isHidden()) return;
     QPainter painter(this);
+    painter.fillRect(rect(), palette().window());
     auto line = palette().color(QPalette::WindowText);
     line.setAlphaF(0.25F);
     painter.setPen(line);

@@ -1,10 +1,12 @@
 #include "platform/qt/SwayIpc.h"
 
+#include <poll.h>
 #include <sys/socket.h>
 #include <sys/time.h>
 #include <sys/un.h>
 #include <unistd.h>
 
+#include <QDeadlineTimer>
 #include <QJsonDocument>
 #include <algorithm>
 #include <cstring>
@@ -17,6 +19,7 @@ namespace {
 constexpr std::uint32_t runCommand = 0;
 constexpr std::uint32_t getTree = 4;
 constexpr std::uint32_t longest = 16 << 20;  // bytes of an answer
+constexpr int patience = 200;                // milliseconds for a message and its answer
 
 // Both ways alike, the numbers in the machine's own order.
 struct Header {
@@ -33,9 +36,9 @@ public:
         if (fd < 0 || path.size() >= static_cast<qsizetype>(sizeof address.sun_path)) return;
         address.sun_family = AF_UNIX;
         std::memcpy(address.sun_path, path.constData(), static_cast<std::size_t>(path.size()));
-        const timeval patience{.tv_sec = 0, .tv_usec = 200'000};
-        (void)setsockopt(fd, SOL_SOCKET, SO_RCVTIMEO, &patience, sizeof patience);
-        (void)setsockopt(fd, SOL_SOCKET, SO_SNDTIMEO, &patience, sizeof patience);
+        // It holds for connect(), too, which waits while the queue of connections is full.
+        const timeval longestWait{.tv_sec = 0, .tv_usec = 1000 * patience};
+        (void)setsockopt(fd, SOL_SOCKET, SO_SNDTIMEO, &longestWait, sizeof longestWait);
         connected = connect(fd, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0;
     }
     Connection(const Connection&) = delete;
@@ -45,20 +48,50 @@ public:
         if (fd >= 0) (void)close(fd);
     }
 
-    bool write(const void* data, std::size_t length) const
+    bool write(const QByteArray& data) const
     {
-        return connected && send(fd, data, length, MSG_NOSIGNAL) == static_cast<ssize_t>(length);
+        return connected && send(fd, data.constData(), static_cast<std::size_t>(data.size()),
+                                 MSG_NOSIGNAL) == data.size();
     }
 
+    // In as many pieces as it comes in, as long as all of it comes in time.
     bool read(void* data, std::size_t length) const
     {
-        return connected && recv(fd, data, length, MSG_WAITALL) == static_cast<ssize_t>(length);
+        for (auto* at = static_cast<char*>(data); length > 0;) {
+            pollfd readable{.fd = fd, .events = POLLIN, .revents = 0};
+            if (poll(&readable, 1, static_cast<int>(deadline.remainingTime())) <= 0) return false;
+            const auto count = recv(fd, at, length, 0);
+            if (count <= 0) return false;
+            at += count;
+            length -= static_cast<std::size_t>(count);
+        }
+        return true;
     }
 
 private:
+    QDeadlineTimer deadline{patience};
     int fd;
     bool connected = false;
 };
+
+bool isAnswer(const Header& header, std::uint32_t type)
+{
+    return std::ranges::equal(header.magic, Header().magic) && header.type == type &&
+           header.length <= longest;
+}
+
+std::optional<QByteArray> answerTo(std::uint32_t type, const QByteArray& payload,
+                                   const Connection& connection)
+{
+    Header header{.length = static_cast<std::uint32_t>(payload.size()), .type = type};
+    QByteArray message(reinterpret_cast<const char*>(&header), sizeof header);
+    message += payload;
+    if (!connection.write(message) || !connection.read(&header, sizeof header)) return std::nullopt;
+    if (!isAnswer(header, type)) return std::nullopt;
+    QByteArray answer(static_cast<qsizetype>(header.length), Qt::Uninitialized);
+    if (!connection.read(answer.data(), header.length)) return std::nullopt;
+    return answer;
+}
 
 }  // namespace
 
@@ -71,32 +104,24 @@ std::optional<SwayIpc> SwayIpc::find()
 
 SwayIpc::SwayIpc(QByteArray path) : socketPath(std::move(path)) {}
 
-void SwayIpc::run(const QByteArray& command) const
+void SwayIpc::run(const QByteArray& command)
 {
     (void)ask(runCommand, command);
 }
 
-QJsonObject SwayIpc::tree() const
+QJsonObject SwayIpc::tree()
 {
-    const auto answer = ask(getTree, {});
-    return answer ? QJsonDocument::fromJson(*answer).object() : QJsonObject();
+    const auto tree = QJsonDocument::fromJson(ask(getTree, {})).object();
+    silent = tree.isEmpty();
+    return tree;
 }
 
-std::optional<QByteArray> SwayIpc::ask(std::uint32_t type, const QByteArray& payload) const
+QByteArray SwayIpc::ask(std::uint32_t type, const QByteArray& payload)
 {
-    const Connection connection(socketPath);
-    Header header;
-    header.length = static_cast<std::uint32_t>(payload.size());
-    header.type = type;
-    QByteArray message(reinterpret_cast<const char*>(&header), sizeof header);
-    message += payload;
-    if (!connection.write(message.constData(), static_cast<std::size_t>(message.size()))) {
-        return std::nullopt;
-    }
-    if (!connection.read(&header, sizeof header) || header.length > longest) return std::nullopt;
-    QByteArray answer(static_cast<qsizetype>(header.length), Qt::Uninitialized);
-    if (!connection.read(answer.data(), header.length)) return std::nullopt;
-    return answer;
+    if (silent) return {};
+    const auto answer = answerTo(type, payload, Connection(socketPath));
+    silent = !answer;
+    return answer.value_or(QByteArray());
 }
 
 }  // namespace vorlane::platform

@@ -8,23 +8,28 @@
 
 namespace vorlane::platform {
 
-// A connection for each message; every answer is waited for, a fifth of a second at most.
+// A connection for each message. An answer is waited for, a fifth of a second at most; after one
+// that did not come, nothing is sent until `tryAgain`.
 class SwayIpc {
 public:
     // Absent outside of sway.
     static std::optional<SwayIpc> find();
 
-    void run(const QByteArray& command) const;
+    void run(const QByteArray& command);
 
     // All outputs, workspaces and windows; empty when sway does not answer.
-    QJsonObject tree() const;
+    QJsonObject tree();
+
+    bool answers() const { return !silent; }
+    void tryAgain() { silent = false; }
 
 private:
     explicit SwayIpc(QByteArray path);
 
-    std::optional<QByteArray> ask(std::uint32_t type, const QByteArray& payload) const;
+    QByteArray ask(std::uint32_t type, const QByteArray& payload);
 
     QByteArray socketPath;
+    bool silent = false;
 };
 
 }  // namespace vorlane::platform

@@ -11,8 +11,6 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr int mostTries = 100;  // a second
-
 std::optional<SwayIpc> findSway()
 {
     if (!QGuiApplication::platformName().startsWith("wayland")) return std::nullopt;
@@ -28,45 +26,55 @@ SwayPlacer::SwayPlacer(const QString& title)
     connect(&retry, &QTimer::timeout, this, &SwayPlacer::tryPlacing);
 }
 
-void SwayPlacer::prepare()
+bool SwayPlacer::prepare()
 {
-    if (!sway || prepared) return;
-    prepared = true;
-    const QString rule(
-        "for_window [pid=%1 title=\"^%2$\"] floating enable, border none, opacity 0");
-    sway->run(rule.arg(name.process).arg(name.title).toUtf8());
+    if (!sway) return false;
+    sway->tryAgain();
+    if (!ruled) {
+        const QString rule("for_window [pid=%1 title=\"^%2$\"] floating enable, border none");
+        sway->run(rule.arg(name.process).arg(name.title).toUtf8());
+        ruled = sway->answers();
+    }
+    return sway->answers();
 }
 
 void SwayPlacer::placeAtPointer()
 {
-    if (!sway) return;
     atPointer = true;
-    triesLeft = mostTries;
-    retry.start();
+    start();
 }
 
 void SwayPlacer::placeAgain()
 {
-    if (!sway || retry.isActive()) return;
-    triesLeft = mostTries;
+    if (!retry.isActive()) start();
+}
+
+void SwayPlacer::start()
+{
+    if (!sway || !sway->answers()) return;
+    patience.setRemainingTime(1s);
     retry.start();
 }
 
 void SwayPlacer::tryPlacing()
 {
-    auto shown = find();
-    if (!shown && --triesLeft > 0) return;
+    const auto shown = find();
+    if (!shown && sway->answers() && !patience.hasExpired()) return;
     retry.stop();
-    if (!shown) return;
+    if (shown) place(*shown);
+    Q_EMIT settled();
+}
 
-    const auto ours = QString("[con_id=%1] ").arg(shown->id);
+void SwayPlacer::place(SwayWindow shown)
+{
+    const auto ours = QString("[con_id=%1] ").arg(shown.id);
     if (std::exchange(atPointer, false)) {
         // Not in the rule: sway puts a new window into the middle after its rules have run.
         sway->run((ours + "move position mouse").toUtf8());
-        if (const auto moved = find()) shown = moved;
+        if (const auto moved = find()) shown = *moved;
     }
-    const auto target = shown->position();
-    const QString command("move absolute position %1 %2, opacity 1");
+    const auto target = shown.position();
+    const QString command("move absolute position %1 %2");
     sway->run((ours + command.arg(target.x()).arg(target.y())).toUtf8());
 }
 

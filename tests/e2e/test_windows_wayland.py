@@ -3,15 +3,22 @@ import pytest
 
 from laptop.accessibility import Accessibility
 from laptop.desktop import POPOVER, SETTINGS
+from laptop.mute_sway import MuteSway
 from laptop.waiting import wait_until
 
 PANEL_HEIGHT = 30
 
 
 @pytest.fixture
-def tree(laptop, wayland, waybar, vorlane, item):
+def accessibility(laptop, wayland, waybar):
     accessibility = Accessibility(laptop.machine, laptop.session_bus)
     waybar.start()
+    wayland.move_pointer(1000, PANEL_HEIGHT // 2)
+    return accessibility
+
+
+@pytest.fixture
+def tree(accessibility, vorlane, item):
     vorlane.start()
     item.wait_until_registered()
     return accessibility
@@ -19,11 +26,21 @@ def tree(laptop, wayland, waybar, vorlane, item):
 
 @pytest.fixture
 def popover(wayland, tree, item):
-    wayland.move_pointer(1000, PANEL_HEIGHT // 2)
     item.activate()
-    popover = tree.wait_for_window(POPOVER)
-    wait_until(lambda: wayland.focused() == POPOVER, 'the focus on the popover', look_every=0.02)
+    popover = wait_for_popover(tree)
+    wait_for_focus(wayland, POPOVER)
     return popover
+
+
+def wait_for_popover(tree):
+    popover = tree.wait_for_window(POPOVER)
+    popover.wait_for('Quit')  # once it is in its place
+    return popover
+
+
+def wait_for_focus(wayland, title):
+    wait_until(lambda: wayland.focused() == title, lambda: f'the focus on {title!r}; {wayland.focused()!r} has it',
+               look_every=0.02)
 
 
 def test_the_popover_floats_and_shows_what_happens(laptop, wayland, popover):
@@ -58,7 +75,7 @@ def test_the_popover_closes_when_the_focus_goes_elsewhere(wayland, tree, item, p
     tree.wait_until_gone(POPOVER)
     item.activate()
     tree.wait_for_window(POPOVER)
-    wait_until(lambda: wayland.focused() == POPOVER, 'the focus on the popover', look_every=0.02)
+    wait_for_focus(wayland, POPOVER)
 
     wayland.focus(SETTINGS)
 
@@ -75,3 +92,27 @@ def test_a_compositor_that_hangs_does_not_hold_up_reminders(laptop, wayland, tre
     wayland.go_on()
     item.activate()
     tree.wait_for_window(POPOVER)
+
+
+@pytest.mark.parametrize('answers', [0, 1])
+def test_a_sway_that_does_not_answer_is_asked_once_at_each_opening(
+        laptop, wayland, accessibility, vorlane, item, answers):
+    sway = MuteSway(laptop.machine, answers)
+    vorlane.start(environment={'SWAYSOCK': sway.path})
+    item.wait_until_registered()
+    before = wayland.picture()
+
+    for opening in (1, 2):
+        item.activate()
+        wait_for_popover(accessibility)
+        left, top, right, bottom = wayland.window_titled(f'^{POPOVER}$')
+        corners = [(x, y) for x in (left, right - 1) for y in (top, bottom - 1)]
+        wait_until(lambda: differs_at(corners, before, wayland.picture()), 'something to see', look_every=0.1)
+        assert sway.questions == answers + opening
+
+        item.activate()
+        accessibility.wait_until_gone(POPOVER)
+
+
+def differs_at(places, picture, other):
+    return all(picture.pixel(*place) != other.pixel(*place) for place in places)
