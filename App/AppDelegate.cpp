@@ -38,10 +38,12 @@ void AppDelegate::applicationWillTerminate()
 void AppDelegate::togglePopover()
 {
     if (!statusItem) fatalError("The status item is missing");
-    if (popover->isShown()) {
-        popover->performClose();
-        return;
-    }
+    if (popover->isShown()) return popover->performClose();
+    openPopover();
+}
+
+void AppDelegate::openPopover()
+{
     model->refresh(AppModel::Reason::change);
     popover->show(popoverView->content(services_.clock.now()));
     services_.application.activate();
@@ -68,7 +70,7 @@ void AppDelegate::makeStatusItem()
     if (!statusItem) fatalError("The status bar gave no status item");
 
     statusItem->onAction(weakly(&AppDelegate::togglePopover));
-    services_.application.onReopen(weakly(&AppDelegate::reopen));
+    services_.application.onReopen(weakly(&AppDelegate::openPopover));
     const auto perform = [weak = weak_from_this()](MenuAction action) {
         if (const auto delegate = weak.lock()) delegate->perform(action);
     };
@@ -127,17 +129,11 @@ void AppDelegate::subscribe()
     bag.push_back(services_.defaults.observe(updateSoon));
 }
 
-void AppDelegate::reopen()
-{
-    if (!popover->isShown()) return togglePopover();
-    services_.application.activate();
-}
-
 void AppDelegate::perform(MenuAction action)
 {
     switch (action) {
         case MenuAction::open:
-            togglePopover();
+            openPopover();
             return;
         case MenuAction::snooze:
             model->snooze();

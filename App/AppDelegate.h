@@ -27,8 +27,11 @@ public:
     void applicationDidFinishLaunching();
     void applicationWillTerminate();
 
-    // Opens the popover on a fresh reading, or closes it.
+    // Opens the popover, or closes it.
     void togglePopover();
+
+    // Shows the popover with a fresh reading, before all other windows.
+    void openPopover();
 
     // Shows the settings in the place of the popover.
     void openSettings();
@@ -41,7 +44,6 @@ private:
     void makePopover();
     void makeSettingsWindow();
     void subscribe();
-    void reopen();
     void perform(MenuAction action);
     void updateWindowsSoon();
     void updateWindows();

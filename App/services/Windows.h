@@ -16,7 +16,8 @@ public:
     // as a click on the status item.
     virtual bool isShown() const = 0;
 
-    // Opens at the status item. Does nothing where no window can be shown.
+    // Opens at the status item; brings a popover that is open to the front. Gives it the keyboard.
+    // Does nothing where no window can be shown.
     virtual void show(const PopoverContent& content) = 0;
 
     // Shows newer content; the popover must be shown.

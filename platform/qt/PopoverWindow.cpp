@@ -64,11 +64,16 @@ PopoverWindow::PopoverWindow(QWidget* content, std::function<void()> closedByUse
 
 void PopoverWindow::openAt(QPoint pointer)
 {
-    pointer_ = pointer;
-    place();
-    pane->setVisible(!sway.prepare());
-    show();
-    sway.placeAtPointer();
+    // On Wayland some compositors ignore a window that asks for the keyboard; a new one gets it, and
+    // appears on the workspace in use.
+    if (!canGrabPointer() && !isActiveWindow()) hide();
+    if (!isVisible()) {
+        pointer_ = pointer;
+        place();
+        pane->setVisible(!sway.prepare());
+        show();
+        sway.placeAtPointer();
+    }
     raise();
     activateWindow();
 }

@@ -20,7 +20,8 @@ public:
     // Takes the content, and calls `closedByUser` when it was not `hide` that closed the window.
     PopoverWindow(QWidget* content, std::function<void()> closedByUser);
 
-    // Opens beside the panel at the pointer's position.
+    // Opens beside the panel at the pointer's position, or brings the open window to the front.
+    // Gives it the keyboard.
     void openAt(QPoint pointer);
 
     // Takes the size that the content now has, as far as the screen has room for it, and stays

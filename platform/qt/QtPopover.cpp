@@ -17,6 +17,7 @@ void QtPopover::show(const PopoverContent& content)
 {
     pointer = QCursor::pos();  // now, before the hand moves on
     wanted = true;
+    asked = true;
     update(content);
 }
 
@@ -42,7 +43,7 @@ void QtPopover::settle()
     if (!wanted) return window.hide();
     panel->setContent(latest);
     window.fit();
-    if (!window.isVisible()) window.openAt(pointer);
+    if (std::exchange(asked, false)) window.openAt(pointer);
 }
 
 }  // namespace vorlane::platform

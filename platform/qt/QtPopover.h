@@ -32,6 +32,7 @@ private:
     PopoverContent latest;
     QPoint pointer;
     bool wanted = false;  // from the asking to the closing
+    bool asked = false;   // to show it, and has not done so yet
 };
 
 }  // namespace vorlane::platform

@@ -107,15 +107,45 @@ TEST_F(AppDelegateWindowsTest, LeavesThePopoverClosedByThePressThatClosedIt)
     EXPECT_EQ(popover().openings, 2);
 }
 
-TEST_F(AppDelegateWindowsTest, TogglesThePopoverFromTheMenu)
+TEST_F(AppDelegateWindowsTest, OpensThePopoverFromTheMenu)
 {
     ASSERT_TRUE(choose("Open Vorlane"));
+
     EXPECT_TRUE(popover().shown);
     EXPECT_EQ(refreshes(), 2);
+    EXPECT_EQ(machine.application.activations, 1);
+}
+
+TEST_F(AppDelegateWindowsTest, BringsAnOpenPopoverForwardFromTheMenu)
+{
+    click();
 
     ASSERT_TRUE(choose("Open Vorlane"));
+
+    EXPECT_TRUE(popover().shown);
+    EXPECT_EQ(popover().openings, 1);
+    EXPECT_EQ(popover().raisings, 1);
+    EXPECT_EQ(machine.application.activations, 2);
+}
+
+TEST_F(AppDelegateWindowsTest, OpensThePopoverFromTheMenuWhoseOpeningClosedIt)
+{
+    click();
+    machine.windows.pressOutsidePopover();
+
+    ASSERT_TRUE(choose("Open Vorlane"));
+
+    EXPECT_TRUE(popover().shown);
+    EXPECT_EQ(popover().openings, 2);
+}
+
+TEST_F(AppDelegateWindowsTest, ClosesByAClickWhatTheMenuOpened)
+{
+    ASSERT_TRUE(choose("Open Vorlane"));
+
+    click();
+
     EXPECT_EQ(popover().shown, std::nullopt);
-    EXPECT_EQ(refreshes(), 2);
 }
 
 TEST_F(AppDelegateWindowsTest, OpensThePopoverWhenTheProgramIsStartedAgain)
@@ -139,12 +169,14 @@ TEST_F(AppDelegateWindowsTest, OpensTheSettingsForALauncher)
 TEST_F(AppDelegateWindowsTest, BringsAnOpenPopoverForwardWhenTheProgramIsStartedAgain)
 {
     click();
+    machine.powerSources.sources[0].set("Current Capacity", std::int64_t{49});
 
     reopen();
 
-    EXPECT_TRUE(popover().shown);
     EXPECT_EQ(popover().openings, 1);
-    EXPECT_EQ(refreshes(), 2);
+    EXPECT_EQ(popover().raisings, 1);
+    ASSERT_TRUE(popover().shown);
+    EXPECT_EQ(battery().gauge.ring.text, "49%");
     EXPECT_EQ(machine.application.activations, 2);
 }
 

@@ -81,6 +81,32 @@ def test_a_second_click_on_the_item_closes_the_popover(desk):
     desk.open_popover()
 
 
+def test_the_menu_opens_the_popover_and_leaves_it_open(desk):
+    desk.item.choose('Open Vorlane')
+    wait_until(desk.popover, 'the popover', look_every=0.05)
+
+    desk.item.choose('Open Vorlane')
+
+    assert desk.popover_after_a_while()
+    desk.item.activate()
+    desk.wait_until_closed()
+
+
+def test_a_second_start_brings_the_popover_forward(laptop, dunst, desk, vorlane, notifications):
+    desk.open_popover()
+    laptop.charge_to(20)
+    notifications.wait_for(1)
+    desk.screen.wait_for_window(dunst.window_class)
+    assert desk.screen.is_in_front(dunst.window_class, 'Vorlane')
+
+    vorlane.activate()
+
+    wait_until(lambda: desk.screen.is_in_front('Vorlane', dunst.window_class), 'the popover in front',
+               look_every=0.05)
+    desk.screen.press_keys('Escape')
+    desk.wait_until_closed()
+
+
 def test_a_press_outside_closes_the_popover(desk):
     desk.open_popover()
 

@@ -94,6 +94,65 @@ def test_a_compositor_that_hangs_does_not_hold_up_reminders(laptop, wayland, tre
     tree.wait_for_window(POPOVER)
 
 
+@pytest.fixture
+def settings(wayland, tree, item):
+    """Open, so that sway has a window to leave the focus on."""
+    wayland.plug_in_pointer()
+    item.choose('Settings')
+    settings = tree.wait_for_window(SETTINGS)
+    wait_for_focus(wayland, SETTINGS)
+    return settings
+
+
+def test_a_popover_without_the_focus_closes_at_a_second_click(wayland, tree, item, settings):
+    wayland.refuse_focus(POPOVER)
+    for _ in range(2):
+        item.activate()
+        wait_for_popover(tree)
+        assert wayland.focused() == SETTINGS
+
+        item.activate()
+        tree.wait_until_gone(POPOVER)
+
+
+def test_the_menu_leaves_an_open_popover_open(wayland, tree, item, popover):
+    item.choose('Open Vorlane')
+
+    wayland.press_keys('Tab')  # which comes after it
+    wait_for_popover(tree)
+    assert wayland.focused() == POPOVER
+    item.activate()
+    tree.wait_until_gone(POPOVER)
+
+
+def test_a_second_start_brings_the_popover_to_the_workspace_in_use_and_gives_it_the_keyboard(
+        wayland, vorlane, tree, item, settings):
+    wayland.refuse_focus(POPOVER, workspace=1)
+    item.activate()
+    wait_for_popover(tree)
+    wayland.go_to_workspace(2)
+
+    vorlane.activate()
+
+    wait_for_focus(wayland, POPOVER)
+    wayland.press_keys('Escape')
+    tree.wait_until_gone(POPOVER)
+
+
+def test_a_second_start_hands_its_activation_token_to_the_compositor(wayland, vorlane, accessibility, item):
+    vorlane.start(environment={'WAYLAND_DEBUG': 'client'})
+    item.activate()
+    wait_for_popover(accessibility)
+
+    for token in ('first', 'second'):
+        vorlane.activate(token)
+        wait_until(lambda: f'.activate("{token}", wl_surface@' in vorlane.process.stderr, f'{token} to be used',
+                   look_every=0.05)
+
+    assert wayland.focused() == POPOVER
+    vorlane.kill()  # it would be reproached with the log
+
+
 @pytest.mark.parametrize('answers', [0, 1])
 def test_a_sway_that_does_not_answer_is_asked_once_at_each_opening(
         laptop, wayland, accessibility, vorlane, item, answers):

@@ -15,6 +15,7 @@ public:
         std::optional<PopoverContent> shown;  // while it is open
         bool pressedOutside = false;          // closed by a press that is still going on
         int openings = 0;
+        int raisings = 0;  // shown while it was open
         int updates = 0;
     };
 
@@ -31,7 +32,7 @@ public:
     int popoversMade = 0;
     int settingsWindowsMade = 0;
 
-    // Oldest first: "popover shown", "popover closed", "settings shown".
+    // Oldest first: "popover shown", "popover raised", "popover closed", "settings shown".
     std::vector<std::string> events;
 
     std::unique_ptr<Popover> makePopover(PopoverIntents intents) override
@@ -75,9 +76,10 @@ private:
 
         void show(const PopoverContent& content) override
         {
+            const bool wasOpen = screen_.popover.shown.has_value();
             screen_.popover.shown = content;
-            ++screen_.popover.openings;
-            screen_.events.emplace_back("popover shown");
+            ++(wasOpen ? screen_.popover.raisings : screen_.popover.openings);
+            screen_.events.emplace_back(wasOpen ? "popover raised" : "popover shown");
         }
 
         void update(const PopoverContent& content) override

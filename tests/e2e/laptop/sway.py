@@ -69,6 +69,13 @@ class Sway:
     def focus(self, title):
         self._message(f'[title="^{title}$"]', 'focus')
 
+    def refuse_focus(self, title, workspace='.*'):
+        """Of the windows that appear from now on; the first one on a workspace gets it all the same."""
+        self._message(f'no_focus [title="^{title}$" workspace="^{workspace}$"]')
+
+    def go_to_workspace(self, number):
+        self._message('workspace', str(number))
+
     def focused(self):
         """The title of the window with the focus, or None."""
         return next((node['name'] for node in self._windows() if node['focused']), None)

@@ -147,10 +147,11 @@ class Vorlane:
         while any([calls.wait_until_answered(self.process.pid) for calls in self._open_calls]):
             self.round_trip()
 
-    def activate(self):
+    def activate(self, token=None):
         """What a desktop does when its user starts the program again."""
+        data = {'activation-token': dbus.String(token)} if token else {}
         self._bus.call(OWNER, '/org/vorlane/Vorlane', APPLICATION, 'Activate', 'a{sv}',
-                       dbus.Dictionary({}, signature='sv'))
+                       dbus.Dictionary(data, signature='sv'))
 
     @contextlib.contextmanager
     def without_room(self):

@@ -90,6 +90,11 @@ class XScreen:
         """Of the windows with such a title, shown or not."""
         return self._run('xdotool', 'search', '--name', pattern, check=False).split()
 
+    def is_in_front(self, name, other):
+        """Of two windows that no window manager looks after, by their titles or classes."""
+        from_front = self._run('xwininfo', '-root', '-children').decode()
+        return from_front.index(f'"{name}"') < from_front.index(f'"{other}"')
+
     def minimize(self, window_id):
         self._run('xdotool', 'windowminimize', window_id)
 

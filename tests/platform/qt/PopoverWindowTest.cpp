@@ -90,6 +90,19 @@ TEST_F(PopoverWindowTest, OpensAgainAfterItsUserClosedIt)
     EXPECT_TRUE(window()->isVisible());
 }
 
+TEST_F(PopoverWindowTest, StaysOpenWithNewerContentWhenItIsShownAgain)
+{
+    open();
+    const auto before = window()->height();
+
+    content = charging();
+    open();
+
+    EXPECT_TRUE(window()->isVisible());
+    EXPECT_TRUE(window()->isActiveWindow());
+    EXPECT_GT(window()->height(), before);
+}
+
 TEST_F(PopoverWindowTest, DoesNotOpenByAnUpdateOnceItIsClosed)
 {
     open();
