@@ -1,5 +1,6 @@
 #include "platform/qt/PopoverWindow.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QGuiApplication>
 #include <QKeyEvent>
@@ -39,6 +40,7 @@ PopoverWindow::PopoverWindow(QWidget* content, std::function<void()> closedByUse
       sway(title)
 {
     setWindowTitle(title);
+    qApp->installEventFilter(this);
     closing.setSingleShot(true);
     closing.setInterval(150ms);
     // Where the focus follows the pointer, it goes astray on the way from the bar to here.
@@ -97,9 +99,26 @@ void PopoverWindow::changeEvent(QEvent* event)
 void PopoverWindow::closeEvent(QCloseEvent* event)
 {
     QWidget::closeEvent(event);
-    leaving.stop();
     closing.start();
     closedByUser_();
+}
+
+void PopoverWindow::hideEvent(QHideEvent* event)
+{
+    QWidget::hideEvent(event);
+    leaving.stop();
+}
+
+// A Wayland window that never got the focus learns only of presses on our other windows.
+bool PopoverWindow::eventFilter(QObject* watched, QEvent* event)
+{
+    const auto type = event->type();
+    if (type == QEvent::WindowActivate || type == QEvent::MouseButtonPress) {
+        const auto* const widget = qobject_cast<QWidget*>(watched);
+        const bool elsewhere = widget && widget->window() != this;
+        if (elsewhere && isVisible() && !canGrabPointer()) leaving.start();
+    }
+    return QWidget::eventFilter(watched, event);
 }
 
 void PopoverWindow::keyPressEvent(QKeyEvent* event)

@@ -12,7 +12,7 @@
 namespace vorlane::platform {
 
 // Where the platform lets a window grab the pointer (X) it is a popup, which an outside press
-// closes; elsewhere it closes when another window becomes active.
+// closes; elsewhere it closes when another window becomes active, or one of ours is pressed.
 class PopoverWindow : public QWidget {
     Q_OBJECT
 
@@ -33,8 +33,10 @@ public:
     bool justClosed() const { return closing.isActive(); }
 
 protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
     void changeEvent(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;

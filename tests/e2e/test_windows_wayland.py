@@ -115,6 +115,18 @@ def test_a_popover_without_the_focus_closes_at_a_second_click(wayland, tree, ite
         tree.wait_until_gone(POPOVER)
 
 
+def test_a_popover_without_the_focus_closes_at_a_press_on_the_settings(wayland, tree, item, settings):
+    wayland.refuse_focus(POPOVER)
+    item.activate()
+    wait_for_popover(tree)
+    left, top, _, _ = wayland.window_titled(SETTINGS)
+
+    wayland.click(left + 5, top + 5)
+
+    tree.wait_until_gone(POPOVER)
+    assert wayland.focused() == SETTINGS
+
+
 def test_the_menu_leaves_an_open_popover_open(wayland, tree, item, popover):
     item.choose('Open Vorlane')
 
