@@ -41,8 +41,9 @@ PopoverWindow::PopoverWindow(QWidget* content, std::function<void()> closedByUse
 {
     setWindowTitle(title);
     qApp->installEventFilter(this);
-    closing.setSingleShot(true);
-    closing.setInterval(150ms);
+    resting.setSingleShot(true);
+    resting.setInterval(150ms);
+    connect(&resting, &QTimer::timeout, this, &PopoverWindow::rested);
     // Where the focus follows the pointer, it goes astray on the way from the bar to here.
     leaving.setSingleShot(true);
     leaving.setInterval(400ms);
@@ -66,18 +67,26 @@ PopoverWindow::PopoverWindow(QWidget* content, std::function<void()> closedByUse
 
 void PopoverWindow::openAt(QPoint pointer)
 {
-    // On Wayland some compositors ignore a window that asks for the keyboard; a new one gets it, and
-    // appears on the workspace in use.
+    // On Wayland some compositors ignore a window that asks for the keyboard; a new one gets it,
+    // and appears on the workspace in use.
     if (!canGrabPointer() && !isActiveWindow()) hide();
     if (!isVisible()) {
         pointer_ = pointer;
         place();
         pane->setVisible(!sway.prepare());
+        byPress = false;
         show();
         sway.placeAtPointer();
     }
     raise();
     activateWindow();
+}
+
+// On X, Qt notices 0.1 s late that a closed popup has lost the focus, and then closes any popup
+// that was opened meanwhile.
+bool PopoverWindow::isResting() const
+{
+    return canGrabPointer() && resting.isActive();
 }
 
 void PopoverWindow::fit()
@@ -99,7 +108,7 @@ void PopoverWindow::changeEvent(QEvent* event)
 void PopoverWindow::closeEvent(QCloseEvent* event)
 {
     QWidget::closeEvent(event);
-    closing.start();
+    byPress = true;
     closedByUser_();
 }
 
@@ -107,6 +116,7 @@ void PopoverWindow::hideEvent(QHideEvent* event)
 {
     QWidget::hideEvent(event);
     leaving.stop();
+    resting.start();
 }
 
 // A Wayland window that never got the focus learns only of presses on our other windows.
@@ -124,7 +134,8 @@ bool PopoverWindow::eventFilter(QObject* watched, QEvent* event)
 void PopoverWindow::keyPressEvent(QKeyEvent* event)
 {
     if (!event->matches(QKeySequence::Cancel)) return QWidget::keyPressEvent(event);
-    close();
+    hide();
+    closedByUser_();
 }
 
 void PopoverWindow::paintEvent(QPaintEvent* /*event*/)

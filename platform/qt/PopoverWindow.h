@@ -24,13 +24,19 @@ public:
     // Gives it the keyboard.
     void openAt(QPoint pointer);
 
+    // Was closed a moment ago and cannot be opened until `rested`.
+    bool isResting() const;
+
     // Takes the size that the content now has, as far as the screen has room for it, and stays
     // beside the panel.
     void fit();
 
-    // Its user closed it a moment ago. If that was by a press on the status item, the press is
-    // about to be reported as a click on it too.
-    bool justClosed() const { return closing.isActive(); }
+    // A press elsewhere closed it a moment ago. If that was on the status item, it is about to be
+    // reported as a click, too.
+    bool justClosed() const { return byPress && resting.isActive(); }
+
+Q_SIGNALS:
+    void rested();
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -46,10 +52,11 @@ private:
 
     std::function<void()> closedByUser_;
     ScrollPane* pane;
-    QTimer closing;
+    QTimer resting;  // since it was closed
     QTimer leaving;  // runs while another window is active
     SwayPlacer sway;
     QPoint pointer_;
+    bool byPress = false;  // what closed it may have been a press elsewhere
 };
 
 }  // namespace vorlane::platform

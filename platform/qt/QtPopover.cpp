@@ -11,6 +11,7 @@ QtPopover::QtPopover(PopoverIntents intents, const ThemeSource& themes)
     const auto follow = [this, &themes] { panel->setTheme(themes.current()); };
     connect(&themes, &ThemeSource::changed, this, follow);
     follow();
+    connect(&window, &PopoverWindow::rested, this, &QtPopover::settle);
 }
 
 void QtPopover::show(const PopoverContent& content)
@@ -41,6 +42,7 @@ void QtPopover::settleSoon()
 void QtPopover::settle()
 {
     if (!wanted) return window.hide();
+    if (window.isResting()) return;
     panel->setContent(latest);
     window.fit();
     if (std::exchange(asked, false)) window.openAt(pointer);

@@ -76,7 +76,7 @@ class Desktop:
         self.item.wait_for_menu_line('Snooze 1 hour')
 
     def _activate_until(self, opened):
-        """A click right after the popover has closed means the same as that closing."""
+        """A click while the popover is about to open would close it."""
         clicked = 0.0
 
         def click_and_look():

@@ -83,11 +83,39 @@ TEST_F(PopoverWindowTest, OpensAgainAfterItsUserClosedIt)
     open();
     QTest::keyClick(window(), Qt::Key_Escape);
     EXPECT_FALSE(window()->isVisible());
+    EXPECT_FALSE(popover.isShown()) << "no press that may be reported as a click";
 
     open();
 
     EXPECT_TRUE(popover.isShown());
-    EXPECT_TRUE(window()->isVisible());
+    EXPECT_TRUE(QTest::qWaitFor([] { return window()->isVisible(); }));
+}
+
+TEST_F(PopoverWindowTest, OpensAtAClickRightAfterTheOneThatClosedIt)
+{
+    open();
+    popover.performClose();
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(popover.isShown());
+
+    open();
+
+    EXPECT_TRUE(popover.isShown());
+    EXPECT_FALSE(window()->isVisible()) << "while Qt may still close popups for the one before";
+    EXPECT_TRUE(QTest::qWaitFor([] { return window()->isVisible(); }));
+}
+
+TEST_F(PopoverWindowTest, StaysClosedWhenItIsClosedBeforeItCouldOpenAgain)
+{
+    open();
+    popover.performClose();
+    QCoreApplication::processEvents();
+    open();
+
+    popover.performClose();
+
+    EXPECT_FALSE(popover.isShown());
+    EXPECT_FALSE(QTest::qWaitFor([] { return window()->isVisible(); }, 300));
 }
 
 TEST_F(PopoverWindowTest, StaysOpenWithNewerContentWhenItIsShownAgain)
