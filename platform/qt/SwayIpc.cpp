@@ -37,7 +37,7 @@ public:
         address.sun_family = AF_UNIX;
         std::memcpy(address.sun_path, path.constData(), static_cast<std::size_t>(path.size()));
         // It holds for connect(), too, which waits while the queue of connections is full.
-        const timeval longestWait{.tv_sec = 0, .tv_usec = 1000 * patience};
+        const timeval longestWait{.tv_sec = 0, .tv_usec = 1000L * patience};
         (void)setsockopt(fd, SOL_SOCKET, SO_SNDTIMEO, &longestWait, sizeof longestWait);
         connected = connect(fd, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0;
     }
@@ -111,7 +111,7 @@ void SwayIpc::run(const QByteArray& command)
 
 QJsonObject SwayIpc::tree()
 {
-    const auto tree = QJsonDocument::fromJson(ask(getTree, {})).object();
+    auto tree = QJsonDocument::fromJson(ask(getTree, {})).object();
     silent = tree.isEmpty();
     return tree;
 }

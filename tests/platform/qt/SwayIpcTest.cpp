@@ -24,14 +24,14 @@ constexpr std::uint32_t getTree = 4;
 
 class SwayIpcTest : public testing::Test {
 protected:
-    SwayIpcTest()
+    void SetUp() override
     {
         qputenv("SWAYSOCK", path());
         std::memcpy(address.sun_path, path().constData(), static_cast<std::size_t>(path().size()));
         (void)bind(listener, to(), sizeof address);
     }
 
-    ~SwayIpcTest() override
+    void TearDown() override
     {
         if (server.joinable()) server.join();
         for (const int one : opened) (void)close(one);
