@@ -1,7 +1,5 @@
 #include "App/AppModel.h"
 
-#include <utility>
-
 #include "App/AlertConditions.h"
 #include "App/FatalError.h"
 #include "App/Prefs.h"
@@ -16,12 +14,6 @@ constexpr Seconds firstLookAfterWake{3};
 constexpr RunLoop::Rhythm settlingRhythm{.interval = Seconds{5}, .tolerance = Seconds{1}};
 constexpr Seconds longestSettling{30};
 constexpr Seconds snoozeSpan{3600};
-
-// What holds when the program starts or the machine wakes is no news to the user.
-bool startsAfresh(AppModel::Reason reason)
-{
-    return reason == AppModel::Reason::launch || reason == AppModel::Reason::wake;
-}
 
 }  // namespace
 
@@ -87,26 +79,30 @@ void AppModel::followClock(Seconds set, Date now)
 void AppModel::goToSleep()
 {
     history.save(now());
-    beginSettling();  // the kernel may tell of the battery before the session tells of the resume
+    settling.sleep();  // the kernel may tell of the battery before the session tells of the resume
+    endSettlingLater();
 }
 
 void AppModel::woke()
 {
-    beginSettling();
-    services_.runLoop.after(firstLookAfterWake, refreshing(Reason::wake)).detach();
+    settling.wake(reader.read(), state.get());
+    endSettlingLater();
+    firstLook = services_.runLoop.after(firstLookAfterWake, refreshing(Reason::wake));
     settlingLooks = services_.runLoop.repeat(settlingRhythm, refreshing(Reason::change));
 }
 
-void AppModel::beginSettling()
+void AppModel::endSettlingLater()
 {
-    settling.begin();
     settled = services_.runLoop.after(longestSettling, [weak = weak_from_this()] {
-        const auto model = weak.lock();
-        if (!model) return;
-        model->settling.end();
-        model->settlingLooks = {};
-        model->refresh(Reason::change);
+        if (const auto model = weak.lock()) model->endSettling();
     });
+}
+
+void AppModel::endSettling()
+{
+    settling.end();
+    settlingLooks = {};
+    refresh(Reason::change);
 }
 
 std::function<void()> AppModel::refreshing(Reason reason)
@@ -123,38 +119,48 @@ void AppModel::refresh(Reason reason)
 {
     const auto fresh = reader.read();
     const auto now = this->now();
+    const bool isWakes = reason == Reason::wake;
     if (settling.doubts(fresh, state.get())) {
-        wakeIsDue = wakeIsDue || reason == Reason::wake;
+        if (isWakes) settling.postponeLook();
         return;
     }
-    if (std::exchange(wakeIsDue, false)) reason = Reason::wake;
+    if (const auto missed = settling.beforePlugChange(fresh)) catchUp(*missed, now);
+    const Look look{.now = now,
+                    .primes = reason == Reason::launch || settling.isOfSleep(fresh, isWakes)};
 
-    trackPower(fresh, reason, now);
+    trackPower(fresh, look);
     if (fresh != state.get()) state.set(fresh);
     history.record(fresh, {.at = now, .force = reason != Reason::change});
     historyVersion.set(historyVersion.get() + 1);
-    remind(fresh, reason, now);
+    remind(fresh, look);
 }
 
-void AppModel::remind(const BatteryState& fresh, Reason reason, Date now)
+// What held before a plug change after the wake is known, even if no refresh has seen it.
+void AppModel::catchUp(const BatteryState& missed, Date now)
+{
+    const Look look{.now = now, .primes = true};
+    trackPower(missed, look);
+    remind(missed, look);
+}
+
+void AppModel::remind(const BatteryState& fresh, Look look)
 {
     const auto prefs = Prefs::current(services_.defaults);
-    const bool prime = startsAfresh(reason);
     const auto since = pluggedSince.get();
     const auto due = engine.run(fresh, prefs,
                                 {.since = since,
-                                 .now = now,
-                                 .canDeliver = !prime && canDeliver(prefs, now),
-                                 .prime = prime},
+                                 .now = look.now,
+                                 .canDeliver = !look.primes && canDeliver(prefs, look.now),
+                                 .prime = look.primes},
                                 services_.defaults);
-    const auto holds = AlertConditions::of(fresh, prefs, since, now);
+    const auto holds = AlertConditions::of(fresh, prefs, since, look.now);
     for (const auto kind : AlertConditions::situations) {
         if (!holds[kind]) notifier->withdraw(kind);
     }
     for (const auto& alert : due) notifier->deliver(alert, prefs.sounds);
 }
 
-void AppModel::trackPower(const BatteryState& fresh, Reason reason, Date now)
+void AppModel::trackPower(const BatteryState& fresh, Look look)
 {
     if (!fresh.hasBattery || !fresh.pluggedIn) {
         if (pluggedSince.get()) pluggedSince.set(std::nullopt);
@@ -162,8 +168,8 @@ void AppModel::trackPower(const BatteryState& fresh, Reason reason, Date now)
     }
     if (pluggedSince.get()) return;
 
-    const auto estimate = startsAfresh(reason) ? history.pluggedSinceEstimate(now) : std::nullopt;
-    pluggedSince.set(estimate.value_or(now));
+    const auto estimate = look.primes ? history.pluggedSinceEstimate(look.now) : std::nullopt;
+    pluggedSince.set(estimate.value_or(look.now));
 }
 
 bool AppModel::canDeliver(const Prefs& prefs, Date now)

@@ -42,8 +42,9 @@ public:
     // Refreshes for the first time and lets the platform's events in. Call it once.
     void start();
 
-    // One pass: reading, history, reminders. The instant is taken once, after the reading. A
-    // reading that cannot be believed yet, soon after a resume, changes nothing.
+    // One pass: reading, history, reminders. The instant is taken once, after the reading. Soon
+    // after a resume a reading that cannot be believed changes nothing, and what holds counts as
+    // known, as `Settling` decides.
     void refresh(Reason reason);
 
     // No notifications for an hour.
@@ -54,14 +55,21 @@ public:
     void resetHistory();
 
 private:
+    struct Look {
+        Date now;
+        bool primes;  // what holds is no news
+    };
+
     Date now();
     void followClock(Seconds set, Date now);
     void observeSleep();
     void goToSleep();
     void woke();
-    void beginSettling();
-    void trackPower(const BatteryState& fresh, Reason reason, Date now);
-    void remind(const BatteryState& fresh, Reason reason, Date now);
+    void endSettlingLater();
+    void endSettling();
+    void catchUp(const BatteryState& missed, Date now);
+    void trackPower(const BatteryState& fresh, Look look);
+    void remind(const BatteryState& fresh, Look look);
     bool canDeliver(const Prefs& prefs, Date now);
     std::function<void()> refreshing(Reason reason);
     void requireMainThread() const;
@@ -69,8 +77,8 @@ private:
     Subscription timer;
     Settling settling;
     Subscription settled;
+    Subscription firstLook;
     Subscription settlingLooks;
-    bool wakeIsDue = false;  // the machine woke, and no reading was believed since
     ClockSteps clockSteps;
     bool snoozedHere = false;  // the deadline is of this run, by the clock as it goes now
     Services services_;

@@ -2,7 +2,6 @@
 // after a wake, then each five until half a minute has passed, in which empty and gone are doubted.
 #pragma once
 
-#include <algorithm>
 #include <cstdint>
 #include <optional>
 #include <vector>
@@ -16,6 +15,7 @@ public:
     struct Look {
         AppModel::Reason reason;
         bool doubts;
+        bool ends = false;  // the half minute after a sleep or a wake
     };
 
     // A look that somebody else asks for.
@@ -26,7 +26,7 @@ public:
     void wake()
     {
         sleep();
-        wakes.push_back(second);
+        wakeLook = second + 3;
         looksSince = second;
     }
 
@@ -36,12 +36,12 @@ public:
         ++second;
         std::vector<Look> looks;
         if (second % 60 == 0) looks.push_back(now(Reason::timer));
-        const auto woken = std::ranges::count(wakes, second - 3);
-        looks.insert(looks.end(), static_cast<std::size_t>(woken), now(Reason::wake));
+        if (second == wakeLook) looks.push_back(now(Reason::wake));
         const bool isLast = second == end;
         if (isLast) end.reset();
         if (isLast || (looksSince && (second - *looksSince) % 5 == 0)) {
             looks.push_back(now(Reason::change));
+            looks.back().ends = isLast;
         }
         if (isLast) looksSince.reset();
         return looks;
@@ -52,7 +52,7 @@ private:
 
     std::int64_t second = 0;          // since the start
     std::optional<std::int64_t> end;  // of the doubts
-    std::vector<std::int64_t> wakes;
+    std::optional<std::int64_t> wakeLook;
     std::optional<std::int64_t> looksSince;
 };
 

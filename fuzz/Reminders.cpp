@@ -11,6 +11,7 @@
 #include "App/AppModel.h"
 #include "fuzz/PlainHistory.h"
 #include "fuzz/PlainSettings.h"
+#include "fuzz/PlainSleep.h"
 #include "fuzz/PlainTimers.h"
 #include "fuzz/ReminderRules.h"
 #include "fuzz/Require.h"
@@ -125,9 +126,12 @@ private:
         followClock();
         history.save(now);
         timers.sleep();
+        night.sleep();
         if (!input.flag()) return;
+        describe();
         machine.workspace.didWake();
         timers.wake();
+        night.wake(isGoneOrEmpty(seen()) ? std::nullopt : std::optional(seen()));
     }
 
     void passOrClear()
@@ -194,7 +198,7 @@ private:
         since.reset();
         believed = {};
         timers = {};
-        wakeIsDue = false;
+        night = {};
         history.restart(now);
         wasSet = 0;
         snoozedHere = false;
@@ -230,10 +234,13 @@ private:
                                          {"MaxCapacity", *state.fullCapacity}};
     }
 
-    void trackPower(bool afresh)
+    // As the program reads it.
+    BatteryState seen() const { return state.hasBattery ? state : BatteryState(); }
+
+    void trackPower(const BatteryState& reading, bool afresh)
     {
-        if (!state.hasBattery || !state.pluggedIn) since.reset();
-        if (!state.hasBattery || !state.pluggedIn || since) return;
+        if (!reading.hasBattery || !reading.pluggedIn) since.reset();
+        if (!reading.hasBattery || !reading.pluggedIn || since) return;
         since = now;
         if (!afresh) return;
         if (const auto estimate = history.pluggedSince(now)) since = estimate;
@@ -247,10 +254,10 @@ private:
     }
 
     // Empty or gone, and neither a moment ago: after a sleep that is no news.
-    bool isGoneOrEmpty(const BatteryState& seen) const
+    bool isGoneOrEmpty(const BatteryState& reading) const
     {
-        const bool isGone = !seen.hasBattery && believed.hasBattery;
-        const bool isEmpty = seen.percent == 0 && believed.percent > 0;
+        const bool isGone = !reading.hasBattery && believed.hasBattery;
+        const bool isEmpty = reading.percent == 0 && believed.percent > 0;
         return isGone || isEmpty;
     }
 
@@ -265,29 +272,34 @@ private:
     void look(PlainTimers::Look one, std::vector<PendingAlert>& due)
     {
         followClock();
-        auto reason = one.reason;
-        const auto seen = state.hasBattery ? state : BatteryState();
-        if (one.doubts && isGoneOrEmpty(seen)) {
-            wakeIsDue = wakeIsDue || reason == Reason::wake;
+        if (one.ends) night.end();
+        if (one.doubts && isGoneOrEmpty(seen())) {
+            if (one.reason == Reason::wake) night.passOverScheduledLook();
             return;
         }
-        if (wakeIsDue) reason = Reason::wake;
-        wakeIsDue = false;
-        believed = seen;
+        believed = seen();
 
-        const bool afresh = reason == Reason::launch || reason == Reason::wake;
-        trackPower(afresh);
-        history.record(state, now, reason != Reason::change);
-        last = {.state = seen,
+        const auto verdict = night.look(believed, one.reason == Reason::wake);
+        if (verdict.missed) (void)judge(*verdict.missed, true);
+        const bool afresh = one.reason == Reason::launch || verdict.primes;
+        const auto told = judge(believed, afresh);
+        history.record(state, now, one.reason != Reason::change);
+        due.insert(due.end(), told.begin(), told.end());
+    }
+
+    std::vector<PendingAlert> judge(const BatteryState& reading, bool afresh)
+    {
+        trackPower(reading, afresh);
+        last = {.state = reading,
                 .prefs = settings.prefs(),
                 .since = since,
                 .now = now,
                 .canDeliver = !afresh && mayDeliver(),
                 .prime = afresh};
-        const auto told = rules.due(last);
+        auto told = rules.due(last);
         require(last.canDeliver || told.empty(),
                 "nothing is due in a snooze, in quiet hours, at a start or a wake");
-        due.insert(due.end(), told.begin(), told.end());
+        return told;
     }
 
     void compare(const std::vector<PendingAlert>& due, std::size_t before)
@@ -335,8 +347,8 @@ private:
     PlainTimers timers;
     BatteryState believed;  // the last reading that was
     ReminderRules::Look last;
-    bool wakeIsDue = false;  // it woke, and nothing was believed since
-    double wasSet = 0;       // since the program last asked for the time
+    PlainSleep night;
+    double wasSet = 0;  // since the program last asked for the time
     bool snoozedHere = false;
     Date snoozeStored{0};
     std::optional<Date> snoozeShown;

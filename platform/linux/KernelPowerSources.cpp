@@ -17,7 +17,7 @@ constexpr Seconds burst{0.25};
 KernelPowerSources::KernelPowerSources(Tools tools, std::string powerSupplies)
     : tools_(std::move(tools)),
       folder(std::move(powerSupplies)),
-      changes(tools_.runLoop, burst, [this] { tell(); })
+      changes(tools_.runLoop, burst, [this] { listeners.call(); })
 {}
 
 std::vector<PropertyDictionary> KernelPowerSources::descriptions()
@@ -54,24 +54,8 @@ Subscription KernelPowerSources::observe(std::function<void()> changed)
 
 void KernelPowerSources::resumed()
 {
+    filter = {};
     rate.startOver();
-}
-
-void KernelPowerSources::hold(Seconds span)
-{
-    holding = tools_.runLoop.after(span, [this] {
-        holding = {};
-        if (std::exchange(heldBack, false)) listeners.call();
-    });
-}
-
-void KernelPowerSources::tell()
-{
-    if (holding) {
-        heldBack = true;
-        return;
-    }
-    listeners.call();
 }
 
 PowerSituation KernelPowerSources::shownFor(const PowerSituation& raw, Seconds now)
@@ -79,7 +63,7 @@ PowerSituation KernelPowerSources::shownFor(const PowerSituation& raw, Seconds n
     const auto shown = filter.filter(raw, now);
     lookAgain = {};
     if (shown.lookAgain) {
-        lookAgain = tools_.runLoop.after(*shown.lookAgain - now, [this] { tell(); });
+        lookAgain = tools_.runLoop.after(*shown.lookAgain - now, [this] { listeners.call(); });
     }
     return shown.situation;
 }

@@ -34,14 +34,11 @@ public:
     // Tells of a burst of changes once.
     Subscription observe(std::function<void()> changed) override;
 
-    // The machine woke: what was measured before its sleep says nothing of now.
+    // The machine woke: a rate from before its sleep says nothing of now, and a plug change in it
+    // says nothing about the cable, so that the user's own after it is no loose contact.
     void resumed();
 
-    // Tells of no change for so long, then once if there was any.
-    void hold(Seconds span);
-
 private:
-    void tell();
     std::vector<PropertyDictionary> descriptionsOf(const std::vector<PowerSupply>& supplies);
     PowerSituation shownFor(const PowerSituation& raw, Seconds now);
 
@@ -54,9 +51,7 @@ private:
     Coalescer changes;
     Subscription supplyEvents;
     Subscription estimateEvents;
-    Subscription lookAgain;  // while a plug change is held back
-    Subscription holding;
-    bool heldBack = false;
+    Subscription lookAgain;                // while a plug change is held back
     std::vector<PropertyDictionary> last;  // stands for a reading for which means are wanting
 };
 

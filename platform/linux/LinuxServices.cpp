@@ -15,11 +15,6 @@ namespace vorlane::platform {
 
 namespace {
 
-// Power services look at everything again in a resume and tell of it. That is no change: it came to
-// hold in the sleep, and the program itself looks three seconds after the wake.
-constexpr Seconds resuming{3.5};
-constexpr Seconds longestFallingAsleep{30};  // then it has come to nothing
-
 std::optional<XTrayItem::Origin> xTray()
 {
     auto socket = LocalXDisplay::ofSession().socket();
@@ -61,9 +56,9 @@ LinuxServices::LinuxServices(Base base)
                  .xTray = xTray(),
                  .openMenu = [this](const auto& items,
                                     auto chosen) { windows.popUpMenu(items, std::move(chosen)); }}),
-      sleep(workspace.observeWillSleep([this] { powerSources.hold(longestFallingAsleep); })),
+      // Before the model, which reads the battery at the wake.
       wake(workspace.observeDidWake([this] {
-          powerSources.hold(resuming);
+          powerSources.resumed();
           statusBar.registerAgain();
       }))
 {

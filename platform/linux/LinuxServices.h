@@ -53,7 +53,6 @@ private:
     FreedesktopNotificationCenter notifications;
     UiLoader windows;
     TrayBar statusBar;
-    Subscription sleep;
     Subscription wake;
 };
 

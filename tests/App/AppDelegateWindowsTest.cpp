@@ -70,6 +70,25 @@ TEST_F(AppDelegateWindowsTest, OpensThePopoverOnAFreshReading)
     EXPECT_EQ(shown().title, " 49%");
 }
 
+TEST_F(AppDelegateWindowsTest, RecordsNothingWhenThePopoverOpensOnWhatIsKnown)
+{
+    machine.advance(10s);
+
+    click();
+
+    EXPECT_EQ(refreshes(), 2);
+    EXPECT_THAT(delegate->model->history.samples, SizeIs(1));
+}
+
+TEST_F(AppDelegateWindowsTest, RemindsOfWhatIsFoundWhenThePopoverOpens)
+{
+    machine.powerSources.sources[0].set("Current Capacity", std::int64_t{20});
+
+    click();
+
+    EXPECT_THAT(posted(), ElementsAre("low"));
+}
+
 TEST_F(AppDelegateWindowsTest, ActivatesTheApplicationAfterItShowedThePopover)
 {
     machine.application.activated = [this] { machine.windows.events.emplace_back("activated"); };

@@ -87,6 +87,26 @@ TEST_F(AppModelTest, RefreshesAtEachChangeOfThePowerSources)
     EXPECT_EQ(model->state.get().percent, 49);
 }
 
+TEST_F(AppModelTest, RecordsNothingAtASignalOfThePowerSourcesWithoutAChange)
+{
+    const auto model = launch();
+    machine.advance(10s);
+
+    machine.powerSources.change();
+
+    EXPECT_EQ(model->historyVersion.get(), 2);
+    EXPECT_THAT(model->history.samples, SizeIs(1));
+}
+
+TEST_F(AppModelTest, RemindsOfWhatASignalOfThePowerSourcesFinds)
+{
+    const auto model = launch();
+
+    machine.charge(20);
+
+    EXPECT_THAT(posted(), ElementsAre("low"));
+}
+
 TEST_F(AppModelTest, RefreshesEveryMinute)
 {
     const auto model = launch();

@@ -173,19 +173,6 @@ TEST_F(ScenarioTest, ANightAsleepSaysNothingInTheMorning)
     EXPECT_THAT(posted(), ElementsAre("low"));
 }
 
-TEST_F(ScenarioTest, APowerChangeBeforeTheWakeHasSettledIsStillReported)
-{
-    launch();
-    machine.sleep();
-    machine.advance(1h);
-    machine.wake();
-    machine.advance(1s);
-
-    machine.charge(20);
-
-    EXPECT_THAT(posted(), ElementsAre("low"));
-}
-
 TEST_F(ScenarioTest, TheSpellOnPowerLastsOverARestart)
 {
     launch();

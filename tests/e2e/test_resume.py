@@ -1,9 +1,49 @@
-"""After a resume the battery may not know itself for some seconds."""
+"""A sleep and the wake after it: what came to hold meanwhile, and a battery that is slow to answer."""
+import contextlib
 
 
 def sleep_and_wake(laptop):
+    with asleep(laptop):
+        pass
+
+
+@contextlib.contextmanager
+def asleep(laptop):
     laptop.logind.say_sleep(True)
+    yield
     laptop.logind.say_sleep(False)
+
+
+def test_unplugging_a_second_after_the_wake_is_reminded_of(laptop, vorlane, dunst, notifications, item, clock):
+    laptop.unplug(15)
+    vorlane.start(clock)
+    with asleep(laptop):
+        clock.sleep(3600)
+        laptop.plug_in(announce=False)
+    vorlane.advance(0.5)
+
+    laptop.unplug()
+    vorlane.advance(0.5)
+
+    assert notifications.titles() == ['Low battery']
+
+
+def test_a_click_right_after_the_wake_does_not_announce_what_the_sleep_brought(
+        laptop, vorlane, dunst, notifications, item, clock):
+    laptop.plug_in(15)
+    vorlane.start(clock)
+    with asleep(laptop):
+        laptop.unplug(announce=False)
+
+    item.activate()
+    item.wait_for_icon('battery.25')
+    vorlane.advance(300)
+    assert notifications.titles() == []
+
+    laptop.plug_in()
+    vorlane.advance(20)
+    laptop.unplug()
+    notifications.wait_for(1)
 
 
 def test_a_battery_that_reads_empty_after_a_resume_alerts_nobody(

@@ -43,13 +43,13 @@ class Laptop:
     def moved_clock(self):
         return MovedClock(self.machine)
 
-    def plug_in(self, percent=None):
+    def plug_in(self, percent=None, announce=True):
         self._charge('Charging', percent)
-        self.testbed.change('AC', online=1)
+        self.testbed.change('AC', announce, online=1)
 
-    def unplug(self, percent=None):
+    def unplug(self, percent=None, announce=True):
         self._charge('Discharging', percent)
-        self.testbed.change('AC', online=0)
+        self.testbed.change('AC', announce, online=0)
 
     def charge_to(self, percent):
         """The battery reaches a percentage, whether by charging or by use."""

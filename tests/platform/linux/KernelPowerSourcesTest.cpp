@@ -324,35 +324,6 @@ TEST_F(KernelPowerSourcesTest, TellsOfEstimatesWhereTheKernelCannotBeHeard)
     EXPECT_EQ(changes, 1);
 }
 
-TEST_F(KernelPowerSourcesTest, TellsOfNothingWhileItIsHeldAndThenOnce)
-{
-    const auto counting = countChanges();
-    sources.hold(3500ms);
-
-    kernel.call();
-    loop.advance(1s);
-    estimates.listeners.call();
-    loop.advance(2s);
-    EXPECT_EQ(changes, 0);
-    loop.advance(500ms);
-    EXPECT_EQ(changes, 1);
-
-    kernel.call();
-    loop.advance(1s);
-    EXPECT_EQ(changes, 2);
-}
-
-TEST_F(KernelPowerSourcesTest, TellsOfNothingAfterAHoldWithoutAChange)
-{
-    const auto counting = countChanges();
-    sources.hold(30s);
-    sources.hold(3s);
-
-    loop.advance(1min);
-
-    EXPECT_EQ(changes, 0);
-}
-
 TEST_F(KernelPowerSourcesTest, TellsNobodyWhoStoppedListening)
 {
     {
@@ -402,6 +373,36 @@ TEST_F(KernelPowerSourcesTest, DoesNotLookAgainWhenTheCableIsBack)
     loop.advance(1h);
 
     EXPECT_EQ(changes, 0);
+}
+
+TEST_F(KernelPowerSourcesTest, TakesAPlugChangeOfTheSleepForNoLooseContact)
+{
+    setCable(false);
+    (void)only();
+    loop.advance(1h);
+    setCable(true);
+    sources.resumed();
+    EXPECT_EQ(only().string("Power Source State"), "AC Power");
+
+    loop.advance(1s);
+    setCable(false);
+
+    EXPECT_EQ(only().string("Power Source State"), "Battery Power");
+}
+
+// The kernel may tell of the cable before the session tells of the resume.
+TEST_F(KernelPowerSourcesTest, DoesSoThoughThePlugChangeWasSeenBefore)
+{
+    setCable(false);
+    (void)only();
+    setCable(true);
+    (void)only();
+    sources.resumed();
+    (void)only();
+
+    setCable(false);
+
+    EXPECT_EQ(only().string("Power Source State"), "Battery Power");
 }
 
 TEST_F(KernelPowerSourcesTest, ShowsACableThatFlapsForFourteenMinutesOnce)

@@ -1,0 +1,568 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "tests/App/AppDelegateFixture.h"
+
+namespace vorlane {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::SizeIs;
+using namespace std::chrono_literals;
+
+// What came to hold in the sleep is no news; what the user does after the wake is.
+class AppModelSleepTest : public AppDelegateFixture {
+protected:
+    AppModel& model() const { return *delegate->model; }
+
+    void launchPluggedIn(std::int64_t percent)
+    {
+        machine.plugIn();
+        machine.charge(percent);
+        launch();
+    }
+
+    void launchUnplugged(std::int64_t percent)
+    {
+        machine.charge(percent);
+        launch();
+    }
+
+    void beginSleep()
+    {
+        machine.sleep();
+        machine.advance(1h);
+    }
+
+    // Changes the plug without a signal, as at the time of the look before it.
+    void moveCableSilently(bool plugged)
+    {
+        machine.powerSources.sources[0].set("Power Source State",
+                                            std::string(plugged ? "AC Power" : "Battery Power"));
+    }
+
+    // Silent for as long as it holds; and the next time that it comes to hold is news.
+    void expectThatLowIsKnown()
+    {
+        machine.advance(1h);
+        EXPECT_EQ(model().state.get().percent, 15);
+        EXPECT_FALSE(model().state.get().pluggedIn);
+        EXPECT_THAT(posted(), IsEmpty());
+
+        machine.plugIn();
+        machine.unplug();
+        EXPECT_THAT(posted(), ElementsAre("low"));
+    }
+};
+
+// After the wake
+
+TEST_F(AppModelSleepTest, RemindsAtOnceOfUnpluggingASecondAfterTheWake)
+{
+    launchPluggedIn(15);
+    beginSleep();
+    machine.wake();
+    machine.advance(1s);
+
+    machine.unplug();
+    EXPECT_THAT(posted(), ElementsAre("low"));
+
+    machine.advance(1h);
+    EXPECT_THAT(posted(), ElementsAre("low"));
+}
+
+TEST_F(AppModelSleepTest, RemindsAtOnceOfPluggingInASecondAfterTheWake)
+{
+    launchUnplugged(85);
+    beginSleep();
+    machine.wake();
+    machine.advance(1s);
+
+    machine.plugIn();
+    EXPECT_THAT(posted(), ElementsAre("chargeLimit"));
+    EXPECT_EQ(model().pluggedSince.get(), machine.clock.now());
+
+    machine.advance(5min);
+    EXPECT_THAT(posted(), ElementsAre("chargeLimit", "chargeLimit"));
+}
+
+TEST_F(AppModelSleepTest, RemindsWhenQuietHoursEndOfAPlugChangeRightAfterTheWake)
+{
+    launchPluggedIn(15);
+    beginSleep();
+    set("quietEnabled", true);
+    set("quietStart", std::int64_t{0});
+    set("quietEnd", std::int64_t{12 * 60});
+    machine.wake();
+    machine.unplug();
+    machine.advance(10s);
+    EXPECT_THAT(posted(), IsEmpty());
+
+    set("quietEnabled", false);
+    machine.advance(1min);
+
+    EXPECT_THAT(posted(), ElementsAre("low"));
+}
+
+// Plugged in in the sleep it was no longer low, though nobody looked.
+TEST_F(AppModelSleepTest, RemindsAgainOfWhatWasNotSoAtTheWake)
+{
+    launch();
+    machine.charge(15);
+    EXPECT_THAT(posted(), ElementsAre("low"));
+    beginSleep();
+    machine.plugIn();
+    machine.wake();
+    machine.advance(1s);
+
+    machine.unplug();
+
+    EXPECT_THAT(posted(), ElementsAre("low", "low"));
+}
+
+TEST_F(AppModelSleepTest, BeginsANewSpellWhenItIsPluggedInAgainAfterTheWake)
+{
+    launch();
+    machine.plugIn();
+    beginSleep();
+    machine.unplug();
+    machine.wake();
+    machine.advance(1s);
+
+    machine.plugIn();
+    machine.advance(3s);
+
+    EXPECT_EQ(model().pluggedSince.get(), start + 1h + 1s);
+}
+
+TEST_F(AppModelSleepTest, KeepsQuietAboutAHealthThatFellInTheSleepWhenThePlugChanges)
+{
+    launchPluggedIn(15);
+    beginSleep();
+    machine.wear(75);
+    machine.wake();
+    machine.advance(1s);
+
+    machine.unplug();
+
+    EXPECT_THAT(posted(), ElementsAre("low"));
+}
+
+TEST_F(AppModelSleepTest, RemindsAtItsOwnLookOfAPlugChangeWhoseSignalIsStillToCome)
+{
+    launchPluggedIn(15);
+    beginSleep();
+    machine.wake();
+    machine.advance(2900ms);
+    moveCableSilently(false);
+
+    machine.advance(100ms);
+    EXPECT_THAT(posted(), ElementsAre("low"));
+
+    machine.powerSources.change();
+    EXPECT_THAT(posted(), ElementsAre("low"));
+}
+
+TEST_F(AppModelSleepTest, DoesSoAfterALookThatFoundThePlugAsItWasAtTheWake)
+{
+    launchPluggedIn(15);
+    beginSleep();
+    machine.wake();
+    machine.advance(1s);
+    machine.powerSources.change();
+    machine.advance(1900ms);
+    moveCableSilently(false);
+
+    machine.advance(100ms);
+
+    EXPECT_THAT(posted(), ElementsAre("low"));
+}
+
+TEST_F(AppModelSleepTest, DoesSoAfterALookThatFoundThePlugChangedBefore)
+{
+    launchPluggedIn(85);
+    beginSleep();
+    machine.wake();
+    machine.advance(1s);
+    machine.unplug();
+    machine.advance(1900ms);
+    moveCableSilently(true);
+
+    machine.advance(100ms);
+
+    EXPECT_THAT(posted(), ElementsAre("chargeLimit"));
+}
+
+TEST_F(AppModelSleepTest, RecordsASampleAtItsOwnLookAfterAPlugChange)
+{
+    launchPluggedIn(15);
+    beginSleep();
+    machine.wake();
+    machine.advance(1s);
+    machine.unplug();
+    const auto samples = model().history.samples.size();
+
+    machine.advance(2s);
+
+    EXPECT_THAT(model().history.samples, SizeIs(samples + 1));
+}
+
+// Whoever looks first
+
+TEST_F(AppModelSleepTest, KeepsQuietWhenItsOwnLookFindsItUnplugged)
+{
+    launchPluggedIn(15);
+    beginSleep();
+    machine.unplug();
+    machine.wake();
+
+    machine.advance(3s);
+
+    expectThatLowIsKnown();
+}
+
+TEST_F(AppModelSleepTest, KeepsQuietWhenTheTimerFindsItUnplugged)
+{
+    launchPluggedIn(15);
+    machine.advance(59s);
+    beginSleep();
+    machine.unplug();
+    machine.wake();
+
+    machine.advance(1s);
+    EXPECT_FALSE(model().state.get().pluggedIn);
+
+    expectThatLowIsKnown();
+}
+
+TEST_F(AppModelSleepTest, KeepsQuietWhenAClickFindsItUnplugged)
+{
+    launchPluggedIn(15);
+    beginSleep();
+    machine.unplug();
+    machine.wake();
+
+    item().click();
+    EXPECT_FALSE(model().state.get().pluggedIn);
+
+    expectThatLowIsKnown();
+}
+
+TEST_F(AppModelSleepTest, KeepsQuietWhenASignalFindsItUnplugged)
+{
+    launchPluggedIn(15);
+    beginSleep();
+    machine.unplug();
+    machine.wake();
+    machine.advance(250ms);
+
+    machine.powerSources.change();
+    EXPECT_FALSE(model().state.get().pluggedIn);
+
+    expectThatLowIsKnown();
+}
+
+TEST_F(AppModelSleepTest, KeepsQuietWhenASignalBeforeThatOfTheWakeFindsItUnplugged)
+{
+    launchPluggedIn(15);
+    beginSleep();
+    machine.unplug();
+
+    machine.powerSources.change();
+    EXPECT_FALSE(model().state.get().pluggedIn);
+    machine.wake();
+
+    expectThatLowIsKnown();
+}
+
+TEST_F(AppModelSleepTest, KeepsQuietWhenTheTimerFindsItUnpluggedBeforeTheSignalOfTheWake)
+{
+    launchPluggedIn(15);
+    machine.advance(59s);
+    beginSleep();
+    machine.unplug();
+
+    machine.runLoop.advance(1s);
+    EXPECT_FALSE(model().state.get().pluggedIn);
+    machine.wake();
+
+    expectThatLowIsKnown();
+}
+
+TEST_F(AppModelSleepTest, RecordsOnlyChangesUntilItsOwnLook)
+{
+    launchPluggedIn(15);
+    beginSleep();
+    machine.wake();
+    const auto samples = model().history.samples.size();
+
+    machine.powerSources.change();
+    item().click();
+    EXPECT_THAT(model().history.samples, SizeIs(samples));
+
+    machine.advance(3s);
+    EXPECT_THAT(model().history.samples, SizeIs(samples + 1));
+}
+
+// A gauge may say in steps how much the sleep has taken.
+TEST_F(AppModelSleepTest, KeepsQuietAboutAChargeThatSettlesUntilItsOwnLook)
+{
+    launchUnplugged(25);
+    beginSleep();
+    machine.wake();
+    machine.charge(24);
+    machine.advance(1s);
+
+    machine.charge(15);
+
+    expectThatLowIsKnown();
+}
+
+TEST_F(AppModelSleepTest, RemindsOfWhatTheChargeFallsToAfterItsOwnLook)
+{
+    launchUnplugged(25);
+    beginSleep();
+    machine.wake();
+    machine.advance(3s);
+
+    machine.charge(20);
+
+    EXPECT_THAT(posted(), ElementsAre("low"));
+}
+
+// A wake whose reading cannot be believed
+
+TEST_F(AppModelSleepTest, TakesTheFirstReadingThatItBelievesForThatOfTheWake)
+{
+    launchPluggedIn(15);
+    beginSleep();
+    machine.removeBattery();
+    machine.wake();
+    machine.unplug();
+
+    machine.insertBattery();
+    EXPECT_FALSE(model().state.get().pluggedIn);
+
+    expectThatLowIsKnown();
+}
+
+TEST_F(AppModelSleepTest, TakesNoPlugFromAReadingThatItDoubts)
+{
+    launchPluggedIn(15);
+    beginSleep();
+    machine.charge(0);
+    machine.wake();
+    machine.unplug();
+
+    machine.charge(15);
+    EXPECT_FALSE(model().state.get().pluggedIn);
+
+    expectThatLowIsKnown();
+}
+
+TEST_F(AppModelSleepTest, RemindsOfAPlugChangeAfterTheFirstReadingThatItBelieves)
+{
+    launchPluggedIn(15);
+    beginSleep();
+    machine.removeBattery();
+    machine.wake();
+    machine.advance(1s);
+    machine.insertBattery();
+    machine.advance(1s);
+
+    machine.unplug();
+
+    EXPECT_THAT(posted(), ElementsAre("low"));
+}
+
+TEST_F(AppModelSleepTest, RemindsOfAPlugChangeWhileTheBatteryWasInDoubt)
+{
+    launchPluggedIn(15);
+    beginSleep();
+    machine.wake();
+    machine.removeBattery();
+    machine.advance(4s);
+    machine.unplug();
+
+    machine.insertBattery();
+
+    EXPECT_THAT(posted(), ElementsAre("low"));
+}
+
+TEST_F(AppModelSleepTest, CountsNothingAsKnownAfterTheLookThatStoodInForItsOwn)
+{
+    launchUnplugged(25);
+    beginSleep();
+    machine.removeBattery();
+    machine.wake();
+    machine.advance(4s);
+    machine.insertBattery();
+
+    machine.charge(15);
+
+    EXPECT_THAT(posted(), ElementsAre("low"));
+}
+
+// A machine that was without a battery says nothing about the plug.
+TEST_F(AppModelSleepTest, TakesABatteryThatAppearsForNoPlugChange)
+{
+    machine.removeBattery();
+    launch();
+    beginSleep();
+    machine.plugIn();
+    machine.charge(85);
+    machine.wake();
+    machine.advance(1s);
+
+    machine.insertBattery();
+    machine.advance(1h);
+
+    EXPECT_THAT(posted(), IsEmpty());
+}
+
+TEST_F(AppModelSleepTest, TakesABatteryThatVanishesForNoPlugChange)
+{
+    machine.removeBattery();
+    launch();
+    beginSleep();
+    machine.plugIn();
+    machine.charge(85);
+    machine.insertBattery();
+    machine.wake();
+    machine.removeBattery();
+
+    machine.insertBattery();
+    machine.advance(1h);
+
+    EXPECT_THAT(posted(), IsEmpty());
+}
+
+TEST_F(AppModelSleepTest, KeepsQuietUntilItsOwnLookThoughAnEarlierOneWasInDoubt)
+{
+    launchUnplugged(25);
+    beginSleep();
+    machine.wake();
+    machine.removeBattery();
+    machine.insertBattery();
+    machine.advance(1s);
+
+    machine.charge(15);
+
+    expectThatLowIsKnown();
+}
+
+TEST_F(AppModelSleepTest, RemindsOfAllAfterAPlugChangeThoughItsOwnLookIsInDoubt)
+{
+    launchPluggedIn(75);
+    beginSleep();
+    machine.wake();
+    machine.unplug();
+    machine.plugIn();
+    machine.removeBattery();
+    machine.charge(85);
+    machine.advance(4s);
+
+    machine.insertBattery();
+
+    EXPECT_THAT(posted(), ElementsAre("chargeLimit"));
+}
+
+// Sleeps that do not go as they should
+
+TEST_F(AppModelSleepTest, DoubtsABatteryThatIsGoneAfterAWakeWhoseSleepWasNotAnnounced)
+{
+    launchUnplugged(25);
+    machine.workspace.didWake();
+
+    machine.removeBattery();
+
+    EXPECT_TRUE(model().state.get().hasBattery);
+}
+
+TEST_F(AppModelSleepTest, KeepsQuietForHalfAMinuteWhenNobodySaysThatItWoke)
+{
+    launchPluggedIn(15);
+    machine.workspace.willSleep();
+    machine.advance(29s);
+
+    machine.unplug();
+
+    expectThatLowIsKnown();
+}
+
+TEST_F(AppModelSleepTest, KeepsQuietAboutWhatItFindsAtTheEndOfThatHalfMinute)
+{
+    launchPluggedIn(15);
+    beginSleep();
+    machine.wake();
+    machine.advance(1min);
+    machine.workspace.willSleep();
+    moveCableSilently(false);
+
+    machine.advance(30s);
+    EXPECT_FALSE(model().state.get().pluggedIn);
+
+    machine.plugIn();
+    machine.unplug();
+    EXPECT_THAT(posted(), ElementsAre("low"));
+}
+
+TEST_F(AppModelSleepTest, RemindsOfWhatComesAfterThatHalfMinute)
+{
+    launchPluggedIn(15);
+    machine.workspace.willSleep();
+    machine.advance(30s);
+
+    machine.unplug();
+
+    EXPECT_THAT(posted(), ElementsAre("low"));
+}
+
+TEST_F(AppModelSleepTest, RemindsAfterASleepThatFailed)
+{
+    launchPluggedIn(15);
+    machine.sleep();
+    machine.wake();
+    machine.advance(1s);
+
+    machine.unplug();
+
+    EXPECT_THAT(posted(), ElementsAre("low"));
+}
+
+TEST_F(AppModelSleepTest, LooksThreeSecondsAfterTheLastOfTwoWakes)
+{
+    launchPluggedIn(15);
+    beginSleep();
+    machine.wake();
+    machine.advance(2s);
+    beginSleep();
+    machine.unplug();
+    machine.wake();
+    const auto before = refreshes();
+
+    machine.advance(3s - 1ms);
+    EXPECT_EQ(refreshes(), before);
+    machine.advance(1ms);
+    EXPECT_EQ(refreshes(), before + 1);
+
+    expectThatLowIsKnown();
+}
+
+TEST_F(AppModelSleepTest, ForgetsThePlugChangeOfAnEarlierWake)
+{
+    launchPluggedIn(25);
+    beginSleep();
+    machine.wake();
+    machine.unplug();
+    beginSleep();
+    machine.charge(15);
+    machine.wake();
+    machine.advance(3s);
+
+    expectThatLowIsKnown();
+}
+
+}  // namespace
+}  // namespace vorlane
