@@ -8,7 +8,7 @@ BEGIN, MINUTES = 10 * 60 + 30, 210
 
 
 def test_some_hours_of_a_laptop(program):
-    with contextlib.closing(Life(program, Days(1, popovers=0), begin_at=BEGIN, history=100)) as life:
+    with contextlib.closing(Life(program, Days(1, popovers=24), begin_at=BEGIN, history=100)) as life:
         life.live(MINUTES)
         life.end()
 

@@ -1,10 +1,18 @@
 """What happens to a laptop that somebody lives with: for each minute a list of happenings, at random but always the
 same, and no two of them in one minute that would only say which came first."""
 import random
+from dataclasses import dataclass
 
 DAY = 1440
 NIGHT = (23 * 60, 7 * 60)
 TROUBLES = ('panel restarts', 'notification daemon restarts', 'upower restarts')
+
+
+@dataclass(frozen=True)
+class Sleep:
+    minutes: int
+    moves_cable: bool  # meanwhile, and the kernel does not say so
+    then: tuple  # what the user does in the first seconds after the wake, of 'cable' and 'click'
 
 
 class Days:
@@ -19,6 +27,10 @@ class Days:
     def at(self, minute):
         return self.happenings.get(minute)
 
+    def clicks_on_reminder(self):
+        """Whether the user now opens the popover because of a reminder."""
+        return self._random.random() < 0.5
+
     def count(self, what):
         return sum(happening == what for happening, _ in self.happenings.values())
 
@@ -31,9 +43,9 @@ class Days:
             self._add(midnight + somewhen(880, 960), 'unplug')
             self._add(midnight + somewhen(1200, 1290), 'plug')
         # A nap in the day, and every third night.
-        self._add(midnight + somewhen(760, 800), 'sleep', somewhen(1, 60))
+        self._add(midnight + somewhen(760, 800), 'sleep', self._sleep(1, 60))
         if day % 3 == 2:
-            self._add(midnight + somewhen(20, 60), 'sleep', somewhen(300, 380))
+            self._add(midnight + somewhen(20, 60), 'sleep', self._sleep(300, 380))
         self._add(midnight + somewhen(740, 840), 'snooze')
         if day % 4 == 1:
             self._add(midnight + somewhen(845, 870), 'cancel snooze')
@@ -46,9 +58,15 @@ class Days:
         for trouble in TROUBLES:
             self._add(midnight + somewhen(480, 1380), trouble)
 
+    def _sleep(self, least, most):
+        toss = self._random.random
+        return Sleep(self._random.randint(least, most), toss() < 0.5,
+                     tuple(what for what in ('cable', 'click') if toss() < 0.5))
+
     def _spread(self, what, times, days):
+        """The value is a second of the minute."""
         for _ in range(times):
-            self._add(self._random.randrange(30, days * DAY - 30), what)
+            self._add(self._random.randrange(30, days * DAY - 30), what, self._random.randrange(15))
 
     def _add(self, minute, what, value=None):
         while any(near in self.happenings for near in (minute - 1, minute, minute + 1)):

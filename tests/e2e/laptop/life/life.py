@@ -29,6 +29,8 @@ LATE = 5  # seconds after the full minute; the timer then fires some seconds lat
 SLACK = 5  # seconds after the first sample, in which the timer's first minute has begun: the history is saved before
 FULL_HISTORY = 43200
 POPOVER, SETTINGS = '^Vorlane$', '^Vorlane Settings$'
+HAND = 0.5  # seconds from a click that closes the popover to the next; what opens before Qt has given up the keyboard
+            # (0.1 s) it closes again
 NEVER = 'infinity'  # a minute passes while an answer is on its way
 
 
@@ -37,6 +39,7 @@ class Life:
         """Begins in that minute of the first day, after so many samples. `wrapper` is a command that runs the program."""
         self.days, self.minute = days, begin_at
         self.expected, self.daily, self.happened = [], [], collections.Counter()
+        self._closed = 0.0  # when the popover was
         self._laptop = Laptop(program)
         try:
             self._set_up(program, history, wrapper)
@@ -47,12 +50,15 @@ class Life:
     def live(self, minutes, each_day=lambda day: None):
         """So many minutes awake."""
         for _ in range(minutes):
+            reminded = len(self.expected)
             self._pass_minute()
             happening = self.days.at(self.minute)
             if happening:
                 self._pass(25)
                 self._happen(*happening)
                 self.happened[happening[0]] += 1
+            if len(self.expected) > reminded and self.days.clicks_on_reminder():
+                self._open_popover_beside_reminder()
             self._live_through_what_passed()
             if self.minute % 60 == 59:
                 self._compare()
@@ -137,10 +143,11 @@ class Life:
 
     def _look(self, reason, since):
         """It has looked, and not before `since`."""
-        now = self._now()
-        self._recorded.note(reason, since, now, (int(self._level), self._charging, self._plugged))
-        reading = Reading(int(self._level), self._plugged, self._charging, self._health)
-        due = self.rules.look(reason, reading, now)
+        self._recorded.note(reason, since, self._now(), self._sample())
+        self._expect(reason)
+
+    def _expect(self, reason):
+        due = self.rules.look(reason, self._reading(), self._now())
         if due:
             self.expected += due
             # A notification daemon that has just come is asked first what it can do.
@@ -157,6 +164,12 @@ class Life:
 
     # The battery
 
+    def _sample(self):
+        return int(self._level), self._charging, self._plugged
+
+    def _reading(self):
+        return Reading(int(self._level), self._plugged, self._charging, self._health)
+
     def _drain_or_charge(self, minutes, asleep=False):
         before = int(self._level)
         rate = (0.55 if self._plugged else -0.22) * (0.1 if asleep and not self._plugged else 1)
@@ -169,11 +182,14 @@ class Life:
             self._laptop.charge_silently_to(percent)
 
     def _tell_of_change(self):
-        """The kernel has spoken: the program looks once the burst is over."""
         since = self._now()
+        self._pass_burst()
+        self._look('change', since)
+
+    def _pass_burst(self):
+        """The kernel has spoken: the program looks once the burst is over."""
         self._pass(0.1)
         self._pass(0.4)
-        self._look('change', since)
 
     # What happens
 
@@ -185,31 +201,55 @@ class Life:
          'upower restarts': self._restart_upower}[what](value)
 
     def _plug(self, _):
-        self._plugged = self._charging = True
-        self._laptop.plug_in()
+        self._set_cable(True)
         self._tell_of_change()
 
     def _unplug(self, _):
-        self._plugged = self._charging = False
-        self._laptop.unplug()
+        self._set_cable(False)
         self._tell_of_change()
+
+    def _set_cable(self, plugged, announce=True):
+        self._plugged = self._charging = plugged
+        set_cable = self._laptop.plug_in if plugged else self._laptop.unplug
+        set_cable(announce=announce)
 
     def _wear(self, percent):
         self._health = float(percent)
         self._laptop.wear_to(percent)
         self._tell_of_change()
 
-    def _sleep(self, minutes):
+    def _sleep(self, sleep):
         self._laptop.logind.say_sleep(True)
         self._pass(0)
-        self._clock.sleep(60 * minutes)
-        self._drain_or_charge(minutes, asleep=True)
+        self._clock.sleep(60 * sleep.minutes)
+        self._drain_or_charge(sleep.minutes, asleep=True)
+        if sleep.moves_cable:
+            self._set_cable(not self._plugged, announce=False)
+        woken = self._now()
         self._laptop.logind.say_sleep(False)
         self._pass(0)
-        woken = self._now()
-        self._pass(3.2)
-        self._look('wake', woken)
-        self.minute += minutes
+        self._live_first_seconds(woken, sleep.then)
+        self.minute += sleep.minutes
+
+    def _live_first_seconds(self, woken, then):
+        """What is done in them may come before the wake's own look or after it, if this machine is slow: that makes
+        no difference to the reminders, and one to the samples."""
+        at_wake = self._sample()
+        self.rules.woke(self._reading())
+        if 'cable' in then:
+            self._set_cable(not self._plugged)
+            self._pass_burst()
+            self._expect('change')
+        if 'click' in then:
+            self._click()
+            self._expect('change')
+        self._pass(woken + 3.2 - self._now())
+        self._expect('wake')
+        until = self._now() + min(self._until_timer(), 0)
+        self._recorded.note('wake', woken, until, self._sample(), earlier=[at_wake])
+        if 'click' in then:
+            self._close_popover()
+        self.happened.update(f'{what} after wake' for what in then)
 
     def _snooze(self, _):
         self._item.choose('Snooze 1 hour')
@@ -230,14 +270,33 @@ class Life:
     def _set_limit(self, percent):
         self._change_setting('limit', percent)
 
-    def _open_popover(self, _):
+    def _open_popover(self, second):
+        self._pass(second)
         since = self._now()
-        self._item.activate()
-        wait_until(lambda: self._screen.window_titled(POPOVER), 'the popover', look_every=0.01)
+        self._click()
         self._live_through_what_passed()
         self._look('change', since)
+        self._close_popover()
+
+    def _open_popover_beside_reminder(self):
+        """Which stays where it is."""
+        self._notifications.titles()
+        taken_back = list(self._notifications.closed)
+        self._open_popover(0)
+        self._notifications.titles()
+        assert self._notifications.closed == taken_back, f'minute {self.minute}'
+        self.happened['click on reminder'] += 1
+
+    def _click(self):
+        wait_until(lambda: time.monotonic() >= self._closed + HAND, 'the hand', look_every=0.05)
+        self._pass(0)
+        self._item.activate()
+        wait_until(lambda: self._screen.window_titled(POPOVER), 'the popover', look_every=0.01)
+
+    def _close_popover(self):
         self._item.activate()
         wait_until(lambda: not self._screen.window_titled(POPOVER), 'the popover to close', look_every=0.01)
+        self._closed = time.monotonic()
 
     def _open_settings(self, _):
         self._item.choose('Settings')

@@ -41,12 +41,27 @@ class PlainRules:
         self._zone = zoneinfo.ZoneInfo(zone)
         self._health_told = False
         self._spell = []  # the looks since nothing held; older ones decide nothing
+        self._at_wake = None  # the reading then, until the wake's own look
+        self._cable_moved = False  # since then
+
+    def woke(self, reading):
+        """Up to the wake's own look what holds is no news, unless the cable is moved."""
+        self._at_wake, self._cable_moved = reading, False
 
     def look(self, reason, reading, at):
         """The reminders (title, body) that are due; `reason` is launch, wake, timer or change."""
-        primes = reason in ('launch', 'wake')
-        self._track_power(reading, at, primes)
+        if self._at_wake and not self._cable_moved and self._at_wake.plugged != reading.plugged:
+            self._judge(self._at_wake, at, primes=True)
+            self._cable_moved = True
+        primes = reason == 'launch' or bool(self._at_wake and not self._cable_moved)
+        if reason == 'wake':
+            self._at_wake = None
+        due = self._judge(reading, at, primes)
         self._record(reading, at, reason != 'change')
+        return due
+
+    def _judge(self, reading, at, primes):
+        self._track_power(reading, at, primes)
         look = Look(at, reading, self._holds(reading, at), primes)
         allowed = not primes and at >= self.snoozed_until and not self.is_quiet(at)
         due = [self._worded(kind, look) for kind in (LIMIT, LOW, LONG) if allowed and self._due(kind, look)]
