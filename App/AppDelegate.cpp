@@ -115,7 +115,7 @@ void AppDelegate::subscribe()
     };
     bag.push_back(model->state.subscribe(redrawSoon));
     bag.push_back(model->snoozeUntil.subscribe(redrawSoon));
-    // The menu says when a snooze ends, and the user may have travelled since.
+    // The menu says when a snooze ends, and the time zone may have changed.
     bag.push_back(model->historyVersion.subscribe([&snoozeUntil = model->snoozeUntil, redrawSoon] {
         if (snoozeUntil.get()) redrawSoon();
     }));

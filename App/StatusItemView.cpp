@@ -21,7 +21,7 @@ std::string titleText(const BatteryState& state, const Prefs& prefs)
     return text.empty() ? *time : text + " · " + *time;
 }
 
-// For who hears the item instead of seeing it.
+// For screen readers.
 std::string description(const BatteryState& state)
 {
     if (!state.hasBattery) return state.stateText();
@@ -59,7 +59,7 @@ StatusItemContent StatusItemView::content(DefaultsStore& defaults, const StatusI
         .title = text.empty() ? "" : " " + text,
         .toolTip = state.stateText(),
         .menu = menu(state.stateText(), snoozeLine(model->snoozeUntil.get(), calendar)),
-        // How long the machine has been on power has no part in it.
+        // "Low" does not depend on the time on power.
         .needsAttention = AlertConditions::of(state, prefs, std::nullopt, {}).low,
     };
     for (auto& name : state.symbolNames()) {

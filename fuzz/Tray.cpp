@@ -119,6 +119,8 @@ private:
         content.symbol = input.flag() ? std::optional<std::string>("battery.75") : std::nullopt;
         content.title = any.anyString();
         content.toolTip = any.anyString();
+        content.accessibilityDescription = content.title + ", " + content.toolTip;
+        content.needsAttention = !content.symbol;
         content.menu.clear();
         for (auto count = input.oneOf(sizes); count > 0; --count) {
             content.menu.push_back({.action = input.oneOf(actions), .title = any.anyString()});

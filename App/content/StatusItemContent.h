@@ -27,7 +27,7 @@ struct StatusItemContent {
     std::string title;  // empty, or a space and the text
     std::string toolTip;
     std::vector<MenuItem> menu;
-    bool needsAttention = false;  // the battery is low: trays bring the item to the eye
+    bool needsAttention = false;  // the battery is low
 
     friend bool operator==(const StatusItemContent&, const StatusItemContent&) = default;
 };

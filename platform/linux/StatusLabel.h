@@ -13,7 +13,7 @@ std::string statusLabel(const StatusItemContent& content);
 // As wide as the label can become, so that a panel does not move with each percent.
 std::string statusLabelGuide(const std::string& label);
 
-// For who hears the item instead of seeing it: the program's name, then what there is to say.
+// The program's name and the description, for screen readers.
 std::string spokenTitle(const StatusItemContent& content);
 
 }  // namespace vorlane::platform

@@ -109,9 +109,8 @@ void StatusNotifierItem::showContent()
     if (shown) announce(before);
 }
 
-// Trays read and draw a new icon from its beginning: they hear of one that differs, and besides
-// once after each time that they have taken the item. Of the icon that calls for attention they
-// hear only while it does, and before the status: what they remember of it may be hours old.
+// Each signal makes trays read and draw again, so only differences are announced. The attention
+// icon is announced only while it counts, and before the status: a tray's copy may be hours old.
 void StatusNotifierItem::announce(const TrayFace& before)
 {
     const bool isNewIcon = face.icon != before.icon;
@@ -125,7 +124,7 @@ void StatusNotifierItem::announce(const TrayFace& before)
     if (face.label != before.label) announceLabel();
 }
 
-// No signal of the interface itself says so without having the icon read again.
+// The interface's own signal for it is NewIcon, which makes trays read the whole icon again.
 void StatusNotifierItem::announceDescription()
 {
     (void)sd_bus_emit_properties_changed(session_, path, interfaceName, "IconAccessibleDesc",

@@ -6,18 +6,17 @@ namespace vorlane::platform {
 
 namespace {
 
-// Trays that are not known to read it aloud may tell items apart by their titles, as LXQt's does
-// for those that are to be hidden: there it never changes.
+// Constant unless the tray is known to pass it to screen readers: LXQt remembers by their titles
+// which items to hide.
 std::string titleFor(const StatusItemContent& content, TrayKind tray)
 {
     const bool isHeard = tray == TrayKind::labels || tray == TrayKind::titledIcons;
     return isHeard ? spokenTitle(content) : "Vorlane";
 }
 
-// As the title alone: some trays show only it, some only the text below when there is one.
-//
-// XFCE fills an empty text with the description, unless the two lines are the same. There the text
-// says what the title leaves out.
+// The title alone: some trays show only it, some only the text when there is one. XFCE replaces an
+// empty text by the description, which repeats the title: there the text is the rest of it, or the
+// title again, which XFCE then shows once.
 TrayToolTip toolTipFor(const StatusItemContent& content, TrayKind tray)
 {
     if (tray != TrayKind::describedIcons) return {.title = content.toolTip, .text = {}};

@@ -1,5 +1,4 @@
-// What the status item shows to one kind of tray: its properties, apart from those that never
-// change.
+// The status item's properties for one kind of tray, except those that never change.
 #pragma once
 
 #include <string>
@@ -12,13 +11,13 @@ namespace vorlane::platform {
 
 struct TrayToolTip {
     std::string title;
-    std::string text;  // below it; mostly none
+    std::string text;  // below it; mostly empty
 
     friend bool operator==(const TrayToolTip&, const TrayToolTip&) = default;
 };
 
 struct TrayFace {
-    StatusIcon icon;  // also the one that calls for attention: it has the number in it already
+    StatusIcon icon;  // also the attention icon
     bool needsAttention = false;
     std::string title = "Vorlane";
     std::string description;  // of the icon

@@ -27,7 +27,7 @@ constexpr std::array known{
 };
 constexpr std::size_t kernelKeeps = 15;
 
-// The XFCE panel's tray in a process of its own: "panel-1-systray", by its number in the panel.
+// XFCE runs the plugin in a process named like "panel-1-systray".
 bool isSystrayOfXfce(std::string_view process)
 {
     return process.starts_with("panel-") && process.find("-systr") != std::string_view::npos;

@@ -6,10 +6,10 @@
 namespace vorlane::platform {
 
 enum class TrayKind {
-    labels,          // shows a text beside the icon; screen readers hear the title
+    labels,          // shows a text beside the icon; passes the title to screen readers
     icons,           // shows the icon alone
-    titledIcons,     // likewise; screen readers hear the title
-    describedIcons,  // likewise; the description is another line of the tooltip
+    titledIcons,     // the same; passes the title to screen readers
+    describedIcons,  // the same; adds the description to the tooltip
 };
 
 // By the name that the kernel has for the process ("/proc/PID/comm": cut after 15 letters) that
