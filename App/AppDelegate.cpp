@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "App/AlertConditions.h"
 #include "App/FatalError.h"
 #include "App/Prefs.h"
 #include "App/StatusItemView.h"
@@ -33,6 +34,14 @@ void AppDelegate::applicationDidFinishLaunching()
 void AppDelegate::applicationWillTerminate()
 {
     model->history.save(services_.clock.now());
+    if (!services_.application.isRestarting()) withdrawSituations();
+}
+
+// They may stop being true once the program is gone. The health reminder is given only once, and
+// stays.
+void AppDelegate::withdrawSituations()
+{
+    for (const auto kind : AlertConditions::situations) model->notifier->withdraw(kind);
 }
 
 void AppDelegate::togglePopover()

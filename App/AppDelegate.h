@@ -40,6 +40,7 @@ public:
     void updateStatusItem();
 
 private:
+    void withdrawSituations();
     void makeStatusItem();
     void makePopover();
     void makeSettingsWindow();

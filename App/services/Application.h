@@ -20,6 +20,9 @@ public:
     // Ends the main loop at its next turn.
     virtual void terminate() = 0;
 
+    // The program ends only to restart at once, as after an upgrade.
+    virtual bool isRestarting() const = 0;
+
     // The user started the program again while it runs.
     virtual void onReopen(std::function<void()> callback) = 0;
 

@@ -40,6 +40,7 @@ public:
     void setAccessory() override {}  // a program without windows has no place on any task bar
     void activate() override {}      // nothing to bring to the front yet
     void terminate() override;
+    bool isRestarting() const override { return restart_.has_value(); }
     void onReopen(std::function<void()> callback) override;
     void onAction(std::function<void(MenuAction)> callback) override;
 

@@ -13,6 +13,8 @@ namespace {
 constexpr const char* service = "org.freedesktop.Notifications";
 constexpr const char* path = "/org/freedesktop/Notifications";
 
+constexpr Seconds longestEnd{1};
+
 // Whether the server was gone before it could answer. All other errors are its answer.
 bool diedFirst(sd_bus_message* reply)
 {
@@ -38,11 +40,33 @@ FreedesktopNotificationCenter::FreedesktopNotificationCenter(Means means)
                                                      &FreedesktopNotificationCenter::actionInvoked>,
                                            matchInstalled, this);
       }))
-{}
-
-FreedesktopNotificationCenter::~FreedesktopNotificationCenter()
 {
-    for (const auto id : shown.takeAll()) close(id);
+    if (means.inherited.server != server.owner()) return;
+    for (const auto& [identifier, id] : means.inherited.shown) shown.add(identifier, id);
+}
+
+// Bounded, because a hung server must not hold up a logout. sd-bus does not allow this inside one
+// of its callbacks; then nothing is waited for.
+void FreedesktopNotificationCenter::finish()
+{
+    const auto end = uptime() + longestEnd;
+    for (auto left = longestEnd; isAnswerDue() && left > Seconds{0}; left = end - uptime()) {
+        const int handled = sd_bus_process(session_, nullptr);
+        if (handled < 0) break;
+        const auto microseconds = static_cast<std::uint64_t>(left.count() * 1e6);
+        if (handled == 0 && sd_bus_wait(session_, microseconds) < 0) break;
+    }
+    (void)sd_bus_flush(session_);
+}
+
+bool FreedesktopNotificationCenter::isAnswerDue() const
+{
+    return !server.owner().empty() && !queue.isEmpty();
+}
+
+NotificationHandover FreedesktopNotificationCenter::handover() const
+{
+    return {.server = server.owner(), .shown = shown.newestOfEach()};
 }
 
 bool FreedesktopNotificationCenter::available()

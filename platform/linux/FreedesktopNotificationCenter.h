@@ -5,6 +5,7 @@
 
 #include "App/services/NotificationCenter.h"
 #include "App/services/SoundPlayer.h"
+#include "platform/linux/NotificationHandover.h"
 #include "platform/linux/NotificationIcons.h"
 #include "platform/linux/NotificationQueue.h"
 #include "platform/linux/NotificationServer.h"
@@ -21,15 +22,19 @@ public:
         sd_bus* session;  // attached to the main loop
         NotificationIcons icons;
         SoundFiles sounds;
-        SoundPlayer& player;  // where the server plays no sounds
+        SoundPlayer& player;                  // where the server plays no sounds
+        NotificationHandover inherited = {};  // counts as shown while its server is the one
     };
     // The session and the player outlive this object.
     explicit FreedesktopNotificationCenter(Means means);
-
-    // Takes back what is shown: nobody would hear its action any more, nor take it back later.
-    ~FreedesktopNotificationCenter() override;
     FreedesktopNotificationCenter(const FreedesktopNotificationCenter&) = delete;
     FreedesktopNotificationCenter& operator=(const FreedesktopNotificationCenter&) = delete;
+
+    // Call it once the main loop has ended. Waits up to a second for unanswered posts: without
+    // their ids they can be neither withdrawn nor handed over. What is shown stays.
+    void finish();
+
+    NotificationHandover handover() const;
 
     bool available() override;
     void setDelegate(std::weak_ptr<NotificationDelegate> receiver) override;
@@ -56,6 +61,7 @@ private:
     void close(std::uint32_t id);
     void answered(const Post& post, sd_bus_message* reply);
     void settle(const Post& post, std::uint32_t id);
+    bool isAnswerDue() const;
     void serverChanged();
     void actionInvoked(sd_bus_message* signal);
     static int onReply(sd_bus_message* reply, void* post, sd_bus_error* error);

@@ -43,7 +43,8 @@ LinuxServices::LinuxServices(Base base)
       notifications({.session = base_.session,
                      .icons = NotificationIcons(),
                      .sounds = SoundFiles(),
-                     .player = soundPlayer}),
+                     .player = soundPlayer,
+                     .inherited = NotificationHandover::take()}),
       windows(base_.loop, {.plugin = usualPluginPath("vorlane_ui.so"),
                            .session = base_.session,
                            .refused =
@@ -66,6 +67,12 @@ LinuxServices::LinuxServices(Base base)
         workspace.connect(connection);
         estimates.connect(connection);
     });
+}
+
+void LinuxServices::finish()
+{
+    defaults.writeWhatWaits();
+    notifications.finish();
 }
 
 Services LinuxServices::services()

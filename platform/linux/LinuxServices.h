@@ -34,8 +34,12 @@ public:
 
     Services services();
 
-    // What would be done at the end, where the process ends without it.
-    void writeWhatWaits() { defaults.writeWhatWaits(); }
+    // Writes and sends what is pending. For the end of the process, which may come without the
+    // destructors.
+    void finish();
+
+    // Leaves the notifications to the process image that is about to be executed.
+    void handOver() const { notifications.handover().leave(); }
 
 private:
     Base base_;

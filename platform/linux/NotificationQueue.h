@@ -22,6 +22,8 @@ public:
     // The oldest request that may be posted, which then counts as posted.
     std::optional<NotificationRequest> takeNext(Seconds now);
 
+    bool isEmpty() const { return waiting.empty() && posted.empty(); }
+
     // Its news is no longer true: it waits no more, also not when its server dies first.
     void withdraw(const std::string& identifier);
 

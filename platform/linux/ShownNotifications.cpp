@@ -1,7 +1,6 @@
 #include "platform/linux/ShownNotifications.h"
 
 #include <algorithm>
-#include <utility>
 
 namespace vorlane::platform {
 
@@ -25,13 +24,6 @@ std::optional<std::uint32_t> ShownNotifications::take(const std::string& identif
     const auto id = found->second;
     newest.erase(found);
     return id;
-}
-
-std::vector<std::uint32_t> ShownNotifications::takeAll()
-{
-    std::vector<std::uint32_t> ids;
-    for (const auto& [identifier, id] : std::exchange(newest, {})) ids.push_back(id);
-    return ids;
 }
 
 bool ShownNotifications::isOurs(std::uint32_t id) const

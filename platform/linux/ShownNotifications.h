@@ -6,7 +6,6 @@
 #include <map>
 #include <optional>
 #include <string>
-#include <vector>
 
 namespace vorlane::platform {
 
@@ -17,8 +16,7 @@ public:
     // The newest of this identifier, which then counts as no longer shown.
     std::optional<std::uint32_t> take(const std::string& identifier);
 
-    // The newest of each identifier; none counts as shown then.
-    std::vector<std::uint32_t> takeAll();
+    const std::map<std::string, std::uint32_t>& newestOfEach() const { return newest; }
 
     // Also for one that is no longer shown: its action can be chosen in the server's history.
     bool isOurs(std::uint32_t id) const;

@@ -99,12 +99,14 @@ End run(MenuAction action)
          .openSystem = [&loop] { return openBus(sd_bus_open_system, loop.event()); },
          .application = application});
     VorlaneApp app(platform.services());
-    const ExitHook saving([&] {
+    const ExitHook ending([&] {
         app.terminate();
-        platform.writeWhatWaits();
+        platform.finish();
     });
     application.perform(action);
     app.run([&loop] { loop.run(); });
+    platform.finish();
+    if (application.isRestarting()) platform.handOver();
     return endOf(application);
 }
 

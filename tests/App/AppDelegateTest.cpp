@@ -10,6 +10,7 @@ namespace {
 using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::Key;
 using testing::Not;
 using namespace std::chrono_literals;
 
@@ -203,6 +204,36 @@ TEST_F(AppDelegateTest, SavesTheHistoryWhenItQuitsThoughNothingIsNew)
     EXPECT_EQ(decodeSamples(machine.files.contents.at(FakeMachine::historyFile)),
               delegate->model->history.samples);
     EXPECT_EQ(delegate->model->history.lastSave, start + 10s);
+}
+
+TEST_F(AppDelegateTest, TakesBackTheRemindersOfSituationsWhenItQuits)
+{
+    machine.charge(21);
+    launch();
+    machine.charge(20);
+    machine.wear(79);
+    machine.advance(1min);
+    ASSERT_THAT(machine.notifications.shown, ElementsAre(Key("health"), Key("low")));
+
+    delegate->applicationWillTerminate();
+
+    EXPECT_THAT(machine.notifications.shown, ElementsAre(Key("health")));
+}
+
+TEST_F(AppDelegateTest, TakesNoReminderBackThatIsTrueWhenItStartsAgain)
+{
+    machine.charge(21);
+    launch();
+    machine.charge(20);
+    ASSERT_THAT(machine.notifications.shown, ElementsAre(Key("low")));
+
+    machine.application.restarting = true;
+    restart();
+    EXPECT_THAT(machine.notifications.shown, ElementsAre(Key("low")));
+    EXPECT_THAT(posted(), ElementsAre("low"));
+
+    machine.plugIn();
+    EXPECT_THAT(machine.notifications.shown, IsEmpty());
 }
 
 TEST_F(AppDelegateTest, DoesNothingMoreWhenItIsGone)

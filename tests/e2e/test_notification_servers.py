@@ -106,3 +106,17 @@ def test_the_snooze_action_is_at_hand(laptop, vorlane, server, notifications, it
 
     notifications.wait_for_action(health)
     item.wait_for_menu_line('Cancel Snooze')
+
+
+@pytest.mark.parametrize('server', [kind for kind in SERVERS if kind.tells_all], indirect=True)
+def test_the_snooze_action_outlives_a_restart_in_place(laptop, vorlane, server, notifications, item):
+    vorlane.start()
+    laptop.wear_to(79)
+    health = notifications.wait_for(1)
+    wait_for_color(server, VIOLET)
+    vorlane.restart_in_place()
+
+    server.snooze()
+
+    notifications.wait_for_action(health)
+    item.wait_for_menu_line('Cancel Snooze')

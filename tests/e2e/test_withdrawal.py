@@ -1,4 +1,12 @@
-"""A reminder leaves the screen when it is no longer true."""
+"""A reminder leaves the screen when it is no longer true, and when the program that would notice ends."""
+import signal
+
+import pytest
+
+from laptop.desktop import Desktop
+from laptop.notifications import NAME
+
+HEALTH = 'Battery health is low'
 LIMIT = 'Charge limit reached'
 LOW = 'Low battery'
 TOO_LONG = 'Plugged in for a long time'
@@ -45,11 +53,69 @@ def test_a_reminder_that_holds_stays(laptop, vorlane, dunst, notifications, item
     assert low.open and notifications.closed == []
 
 
-def test_a_reminder_goes_with_the_program(laptop, vorlane, dunst, notifications):
+def test_at_its_end_the_program_leaves_the_reminder_that_comes_once(laptop, vorlane, dunst, notifications):
     vorlane.start()
+    laptop.wear_to(79)
+    health = notifications.wait_for(1)
     laptop.charge_to(20)
-    low = notifications.wait_for(1)
+    low = notifications.wait_for(2)
+    assert [health.title, low.title] == [HEALTH, LOW]
 
     vorlane.quit()
 
     notifications.wait_until_closed(low)
+    assert health.open and notifications.closed == [low.id]
+
+
+def test_a_display_that_dies_under_the_windows_takes_the_reminder_with_it(laptop, screen, vorlane, dunst, notifications):
+    desktop = Desktop(laptop)  # on another display than the daemon
+    desktop.start(notifications=False)
+    laptop.wear_to(79)
+    health = notifications.wait_for(1)
+    laptop.charge_to(20)
+    low = notifications.wait_for(2)
+    process, vorlane.process = vorlane.process, None
+
+    desktop.screen.kill()
+
+    assert process.wait_for_end() == 1
+    notifications.wait_until_closed(low)
+    assert health.open and notifications.closed == [low.id]
+
+
+@pytest.fixture
+def limit(laptop, vorlane, dunst, notifications):
+    """The reminder of the charge limit, shown by a program that runs."""
+    laptop.plug_in(79)
+    vorlane.start()
+    laptop.charge_to(80)
+    return notifications.wait_for(1)
+
+
+def test_a_restart_in_place_leaves_a_reminder_until_it_is_no_longer_true(laptop, vorlane, notifications, limit):
+    vorlane.restart_in_place()
+    assert notifications.titles() == [LIMIT]
+    assert limit.open and notifications.closed == []
+
+    laptop.unplug()
+
+    notifications.wait_until_closed(limit)
+    assert notifications.closed == [limit.id]
+
+
+def test_a_restart_in_place_knows_nothing_of_what_another_daemon_shows(
+        laptop, vorlane, dunst, notifications, item, limit):
+    vorlane.process.signal(signal.SIGSTOP)  # it cannot see the daemons change before it is to restart
+    dunst.kill()
+    dunst.start()
+    laptop.session_bus.call(NAME, '/org/freedesktop/Notifications', NAME, 'Notify', 'susssasa{sv}i',
+                            'stranger', 0, '', 'Not ours', '', [], {}, 0)
+    stranger = notifications.wait_for(2)
+    assert stranger.id == limit.id
+
+    vorlane.restart_in_place()
+    laptop.unplug()
+    item.wait_for_icon('battery.75')
+
+    assert notifications.titles() == [LIMIT, 'Not ours']
+    assert stranger.open and notifications.closed == []

@@ -11,6 +11,7 @@ class FakeApplication : public Application {
 public:
     bool accessory = false;
     bool terminating = false;
+    bool restarting = false;
     int activations = 0;
     std::function<void()> activated;  // told of each activation when set
 
@@ -22,6 +23,7 @@ public:
     }
 
     void terminate() override { terminating = true; }
+    bool isRestarting() const override { return restarting; }
     void onReopen(std::function<void()> callback) override { reopened = std::move(callback); }
 
     void onAction(std::function<void(MenuAction)> callback) override

@@ -17,9 +17,12 @@ def without_markup(text):
 
 
 class DunstServer(Dunst):
-    """Its window is no tree of controls: what it shows it prints, too."""
+    """Its window is no tree of controls: what it shows it prints, too. It reports an action only to the
+    connection that posted the notification.
+    """
 
     plays_sounds = False
+    tells_all = False
 
     def __init__(self, laptop):
         super().__init__(laptop.machine, laptop.session_bus)
@@ -50,6 +53,7 @@ class MakoServer(Mako):
     """Draws no buttons: its users choose an action with makoctl."""
 
     plays_sounds = False
+    tells_all = True
 
     def __init__(self, laptop):
         super().__init__(laptop.machine, laptop.session_bus)
@@ -71,6 +75,7 @@ class AccessibleServer(NotificationDaemon):
 
     program = None
     plays_sounds = False
+    tells_all = True
 
     def __init__(self, laptop):
         super().__init__(laptop.machine, laptop.session_bus)

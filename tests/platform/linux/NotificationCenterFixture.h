@@ -51,13 +51,14 @@ protected:
     std::shared_ptr<Receiver> receiver = std::make_shared<Receiver>();
     std::unique_ptr<FreedesktopNotificationCenter> center;
 
-    void open()
+    void open(const NotificationHandover& inherited = {})
     {
         center = std::make_unique<FreedesktopNotificationCenter>(
             FreedesktopNotificationCenter::Means{.session = session.get(),
                                                  .icons = NotificationIcons("/nowhere"),
                                                  .sounds = SoundFiles("/nowhere"),
-                                                 .player = player});
+                                                 .player = player,
+                                                 .inherited = inherited});
         center->setDelegate(receiver);
         center->setCategories({{.identifier = "VL_ALERT",
                                 .actions = {{.identifier = "SNOOZE", .title = "Snooze 1 hour"}}}});

@@ -5,7 +5,6 @@ namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
-using testing::UnorderedElementsAre;
 
 class NotificationWithdrawalTest : public NotificationCenterFixture {};
 
@@ -25,7 +24,7 @@ TEST_F(NotificationWithdrawalTest, TakesBackWhatIsShown)
     EXPECT_THAT(server.closed, ElementsAre(1U));
 }
 
-TEST_F(NotificationWithdrawalTest, TakesBackWhatIsShownWhenItEnds)
+TEST_F(NotificationWithdrawalTest, LeavesWhatIsShownWhenItEnds)
 {
     openWithServer();
     center->add(request("low"));
@@ -33,10 +32,69 @@ TEST_F(NotificationWithdrawalTest, TakesBackWhatIsShownWhenItEnds)
     ASSERT_TRUE(untilReceived(2));
     settle();
 
+    center->finish();
     center.reset();
     settle();
 
-    EXPECT_THAT(server.closed, UnorderedElementsAre(1U, 2U));
+    EXPECT_THAT(server.closed, IsEmpty());
+}
+
+TEST_F(NotificationWithdrawalTest, TakesBackAtTheEndWhatTheServerHadNotAnsweredYet)
+{
+    server.aboutNotifications = Answer::none;
+    openWithServer();
+    center->add(request("low"));
+    center->add(request("health"));
+    ASSERT_TRUE(untilReceived(2));
+    center->removeDelivered("low");
+
+    server.answerLate();
+    center->finish();
+    center.reset();
+    settle();
+
+    EXPECT_THAT(server.closed, ElementsAre(1U));
+}
+
+TEST_F(NotificationWithdrawalTest, PostsAtTheEndWhatWaitedForTheServersCapabilities)
+{
+    server.aboutCapabilities = Answer::none;
+    openWithServer();
+    center->add(request("low"));
+    center->add(request("health", "Health"));
+    ASSERT_TRUE(runUntil(loop, [&] { return server.questions > 0; }));
+    center->removeDelivered("low");
+
+    server.answerLate();
+    center->finish();
+    center.reset();
+    settle();
+
+    EXPECT_THAT(titles(), ElementsAre("Health"));
+}
+
+TEST_F(NotificationWithdrawalTest, EndsWithoutAServerThatHangs)
+{
+    server.aboutNotifications = Answer::none;
+    openWithServer();
+    center->add(request("low"));
+    ASSERT_TRUE(untilReceived(1));
+    center->removeDelivered("low");
+
+    center->finish();
+
+    EXPECT_THAT(server.closed, IsEmpty());
+}
+
+TEST_F(NotificationWithdrawalTest, EndsWithoutABusThatIsGone)
+{
+    server.aboutNotifications = Answer::none;
+    openWithServer();
+    center->add(request("low"));
+    ASSERT_TRUE(untilReceived(1));
+    bus.end();
+
+    center->finish();
 }
 
 TEST_F(NotificationWithdrawalTest, TakesBackWhatTheServerHasNotAnsweredYet)
