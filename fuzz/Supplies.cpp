@@ -160,8 +160,7 @@ void checkStrangers(const std::vector<PowerSupply>& supplies)
     require(without->name == with->name && without->percent == with->percent &&
                 without->status == with->status && without->pluggedIn == with->pluggedIn &&
                 without->minutesToFull == with->minutesToFull &&
-                without->minutesToEmpty == with->minutesToEmpty &&
-                without->flow == with->flow &&
+                without->minutesToEmpty == with->minutesToEmpty && without->flow == with->flow &&
                 without->chargeThreshold == with->chargeThreshold &&
                 without->keepsBelowFull == with->keepsBelowFull &&
                 without->isForcedToDischarge == with->isForcedToDischarge &&
