@@ -37,8 +37,8 @@ void AppDelegate::applicationWillTerminate()
     if (!services_.application.isRestarting()) withdrawSituations();
 }
 
-// They may stop being true once the program is gone. The health reminder is given only once, and
-// stays.
+// Once the program is gone, it cannot withdraw them when they stop being true. The health reminder
+// is sent only once, so it stays.
 void AppDelegate::withdrawSituations()
 {
     for (const auto kind : AlertConditions::situations) model->notifier->withdraw(kind);

@@ -119,14 +119,14 @@ void AppModel::refresh(Reason reason)
 {
     const auto fresh = reader.read();
     const auto now = this->now();
-    const bool isWakes = reason == Reason::wake;
+    const bool isWakeLook = reason == Reason::wake;
     if (settling.doubts(fresh, state.get())) {
-        if (isWakes) settling.postponeLook();
+        if (isWakeLook) settling.postponeLook();
         return;
     }
-    if (const auto missed = settling.beforePlugChange(fresh)) catchUp(*missed, now);
+    if (const auto missed = settling.takeMissed(fresh)) catchUp(*missed, now);
     const Look look{.now = now,
-                    .primes = reason == Reason::launch || settling.isOfSleep(fresh, isWakes)};
+                    .primes = reason == Reason::launch || settling.takeLook(fresh, isWakeLook)};
 
     trackPower(fresh, look);
     if (fresh != state.get()) state.set(fresh);
@@ -135,7 +135,7 @@ void AppModel::refresh(Reason reason)
     remind(fresh, look);
 }
 
-// What held before a plug change after the wake is known, even if no refresh has seen it.
+// Conditions that held before a plug change count as known, even if no refresh saw them.
 void AppModel::catchUp(const BatteryState& missed, Date now)
 {
     const Look look{.now = now, .primes = true};

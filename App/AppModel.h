@@ -43,8 +43,7 @@ public:
     void start();
 
     // One pass: reading, history, reminders. The instant is taken once, after the reading. Soon
-    // after a resume a reading that cannot be believed changes nothing, and what holds counts as
-    // known, as `Settling` decides.
+    // after a resume `Settling` may reject the reading, or count its conditions as known.
     void refresh(Reason reason);
 
     // No notifications for an hour.
@@ -57,7 +56,7 @@ public:
 private:
     struct Look {
         Date now;
-        bool primes;  // what holds is no news
+        bool primes;  // conditions that hold are not announced
     };
 
     Date now();

@@ -40,8 +40,7 @@ Row enabledWhen(bool on, Row row)
     return row;
 }
 
-// At the charge at which the machine stops by itself, a reminder would ask for what is done
-// already.
+// If the firmware stops at or below the limit, the reminder asks for what has already happened.
 std::optional<NoteRow> ownLimitNote(const Prefs& prefs, const PropertyDictionary& battery)
 {
     const auto threshold = battery.integer("ChargeThreshold");

@@ -33,7 +33,7 @@ void Settling::postponeLook()
     if (phase == Phase::woken) phase = Phase::lookPostponed;
 }
 
-std::optional<BatteryState> Settling::beforePlugChange(const BatteryState& fresh)
+std::optional<BatteryState> Settling::takeMissed(const BatteryState& fresh)
 {
     if (phase != Phase::woken && phase != Phase::lookPostponed) return std::nullopt;
     if (!known || !known->hasBattery || !fresh.hasBattery) return std::nullopt;
@@ -43,7 +43,7 @@ std::optional<BatteryState> Settling::beforePlugChange(const BatteryState& fresh
     return known;
 }
 
-bool Settling::isOfSleep(const BatteryState& fresh, bool isScheduledLook)
+bool Settling::takeLook(const BatteryState& fresh, bool isScheduledLook)
 {
     switch (phase) {
         case Phase::awake:

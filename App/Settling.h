@@ -1,5 +1,5 @@
-// What readings around a sleep are worth: what came to hold in it is no news, a plug change after
-// the wake is; and for a while a battery may read as empty or gone.
+// Judges readings around a sleep: conditions that arose during it are not news, a plug change after
+// the wake is. It also rejects a battery that briefly reads as empty or missing.
 #pragma once
 
 #include <cstdint>
@@ -16,20 +16,21 @@ public:
     // `reading` is that of the moment of the wake.
     void wake(const BatteryState& reading, const BatteryState& believed);
 
-    // From here on nothing is doubted. A sleep without a wake is over, too.
+    // Ends the doubt. A sleep that was never followed by a wake signal ends too.
     void end();
 
     // Whether `fresh` reads as empty or gone, and was neither when last believed.
     bool doubts(const BatteryState& fresh, const BatteryState& believed) const;
 
-    // The wake's scheduled look found a doubtful reading: the next believed one stands in for it.
+    // The scheduled look found a doubtful reading; the next believed one takes its place.
     void postponeLook();
 
-    // Where `fresh` is the first reading to show a plug change after the wake, the one before it.
-    std::optional<BatteryState> beforePlugChange(const BatteryState& fresh);
+    // If `fresh` is the first reading with a plug change since the wake, returns the reading
+    // before.
+    std::optional<BatteryState> takeMissed(const BatteryState& fresh);
 
-    // Whether what holds in the believed reading `fresh` counts as come in the sleep.
-    bool isOfSleep(const BatteryState& fresh, bool isScheduledLook);
+    // Records a believed reading. Returns whether its conditions count as known already.
+    bool takeLook(const BatteryState& fresh, bool isScheduledLook);
 
 private:
     enum class Phase : std::uint8_t {

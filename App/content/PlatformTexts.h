@@ -5,8 +5,7 @@
 
 namespace vorlane {
 
-// A platform hands over its own words; these are those of the system with a menu bar that the
-// program was first drawn up for.
+// Each platform supplies its own; the defaults are for macOS.
 struct PlatformTexts {
     std::string_view noBattery = "This Mac does not report a battery, so Vorlane stays quiet.";
 

@@ -13,7 +13,7 @@ namespace vorlane::platform {
 // Of a single battery exactly what its gauge says.
 std::optional<std::int64_t> combinedPercent(const std::vector<PowerSupply>& batteries);
 
-// How far the charge has to go, and how fast it goes, both in parts of the whole.
+// The remaining charge and its rate, as fractions of the full capacity.
 struct ChargeFlow {
     double left = 0;     // to full or to empty
     double perHour = 0;  // above 0

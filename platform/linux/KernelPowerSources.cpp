@@ -55,6 +55,7 @@ Subscription KernelPowerSources::observe(std::function<void()> changed)
 void KernelPowerSources::resumed()
 {
     filter = {};
+    charger.startOver();
     rate.startOver();
 }
 

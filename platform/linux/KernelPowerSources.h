@@ -34,8 +34,8 @@ public:
     // Tells of a burst of changes once.
     Subscription observe(std::function<void()> changed) override;
 
-    // The machine woke: a rate from before its sleep says nothing of now, and a plug change in it
-    // says nothing about the cable, so that the user's own after it is no loose contact.
+    // After a wake: drops the old average rate, and forgets plug changes from the sleep, so that
+    // the next one is not taken for a loose contact. Time asleep is not time spent draining.
     void resumed();
 
 private:
@@ -52,7 +52,7 @@ private:
     Subscription supplyEvents;
     Subscription estimateEvents;
     Subscription lookAgain;                // while a plug change is held back
-    std::vector<PropertyDictionary> last;  // stands for a reading for which means are wanting
+    std::vector<PropertyDictionary> last;  // is returned when no file could be opened
 };
 
 }  // namespace vorlane::platform

@@ -71,8 +71,8 @@ LinuxServices::LinuxServices(Base base)
 
 void LinuxServices::finish()
 {
+    notifications.finish();  // first: a snooze may come meanwhile
     defaults.writeWhatWaits();
-    notifications.finish();
 }
 
 Services LinuxServices::services()

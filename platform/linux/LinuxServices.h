@@ -34,8 +34,8 @@ public:
 
     Services services();
 
-    // Writes and sends what is pending. For the end of the process, which may come without the
-    // destructors.
+    // Writes settings and sends messages that are pending. Call it before exit: destructors may not
+    // run.
     void finish();
 
     // Leaves the notifications to the process image that is about to be executed.

@@ -1,4 +1,4 @@
-// What is true of Linux laptops and their desktops, in the words that are used there.
+// The platform's texts for Linux laptops and desktops.
 #pragma once
 
 #include "App/content/PlatformTexts.h"

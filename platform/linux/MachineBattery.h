@@ -21,8 +21,9 @@ struct MachineBattery {
     std::optional<std::int64_t> minutesToFull;    // while charging, at the rate of this moment
     std::optional<std::int64_t> minutesToEmpty;   // while discharging, likewise
     std::optional<std::int64_t> chargeThreshold;  // 1..99: where the firmware stops charging
-    bool keepsBelowFull = false;       // the firmware stops before 100%, and does not say where
-    bool isForcedToDischarge = false;  // on the adapter, by the user's wish or a calibration
+    bool keepsBelowFull = false;  // the firmware stops before 100%, and does not say where
+    bool isForcedToDischarge =
+        false;  // although on the adapter: by user request or for calibration
     std::optional<std::int64_t> designCapacity;  // both in mWh or both in mAh
     std::optional<std::int64_t> fullCapacity;
     std::optional<std::int64_t> cycleCount;   // of the most worn battery

@@ -9,28 +9,28 @@ namespace vorlane::platform {
 std::vector<std::string> powerNotes(const std::vector<PowerSupply>& supplies)
 {
     const auto battery = machineBattery(supplies);
-    if (!battery || battery->status != ChargeStatus::discharging) return {};
+    if (!battery || !battery->percent || battery->status != ChargeStatus::discharging) return {};
 
     const auto claim = adapterClaim(supplies, battery->status);
     if (claim == AdapterClaim::staleOnline) {
         return {
             "A USB supply says that it is online, but the mains adapter says that it is not and "
-            "the battery is discharging: taken for on battery."};
+            "the battery is discharging: the laptop counts as on battery."};
     }
     if (claim != AdapterClaim::online) return {};
     if (battery->isForcedToDischarge) {
         return {
             "The battery is discharging on the adapter because charge_behaviour says "
-            "force-discharge: taken for plugged in."};
+            "force-discharge: the laptop counts as plugged in."};
     }
     if (!WeakCharger::canTell(*battery)) {
         return {
-            "The battery is discharging although an adapter is online: taken for plugged in at "
-            "50% and above, where the firmware may be keeping to a limit of its own."};
+            "The battery is discharging although an adapter is online: at 50% and above, where "
+            "the firmware may be keeping to a limit of its own, the laptop counts as plugged in."};
     }
     return {
-        "The battery is discharging below 50% although an adapter is online: taken for on battery "
-        "once this has gone on for a minute."};
+        "The battery is discharging below 50% although an adapter is online: after one minute of "
+        "this the laptop counts as on battery."};
 }
 
 }  // namespace vorlane::platform

@@ -15,6 +15,9 @@ public:
     // the battery to a limit of its own. Call it with each reading; `uptime` is never set.
     bool drains(const MachineBattery& battery, Seconds uptime);
 
+    // After a resume: time asleep is not time spent draining.
+    void startOver() { since.reset(); }
+
     // Whether draining on the adapter has no other explanation at this charge.
     static bool canTell(const MachineBattery& battery);
 

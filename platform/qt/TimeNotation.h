@@ -12,7 +12,7 @@ struct TimeNotation {
     QLocale locale;
     QString format = shortFormat(locale);  // in the letters of QLocale::toString()
 
-    // What Qt knows, without the seconds of a few locales.
+    // Qt's short time format without seconds.
     static QString shortFormat(const QLocale& locale);
 
     // "21:30" or "9:30 PM"

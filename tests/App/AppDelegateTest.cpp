@@ -124,7 +124,7 @@ TEST_F(AppDelegateTest, OffersTheSnoozeAgainWhenItHasRunOut)
     EXPECT_THAT(menu(), Contains("Snooze 1 hour"));
 }
 
-TEST_F(AppDelegateTest, TellsTheNewEndOfASnoozeThatIsProlonged)
+TEST_F(AppDelegateTest, ShowsTheNewEndOfAProlongedSnooze)
 {
     launch();
     ASSERT_TRUE(item().choose("Snooze 1 hour"));
@@ -136,7 +136,7 @@ TEST_F(AppDelegateTest, TellsTheNewEndOfASnoozeThatIsProlonged)
     EXPECT_THAT(menu(), Contains("Cancel Snooze (until 10:20)"));
 }
 
-TEST_F(AppDelegateTest, TellsTheEndOfASnoozeByTheClockAsItIsSet)
+TEST_F(AppDelegateTest, ShowsTheSnoozeEndAfterTheClockIsSet)
 {
     launch();
     ASSERT_TRUE(item().choose("Snooze 1 hour"));
@@ -147,7 +147,7 @@ TEST_F(AppDelegateTest, TellsTheEndOfASnoozeByTheClockAsItIsSet)
     EXPECT_THAT(menu(), Contains("Cancel Snooze (until 18:00)"));
 }
 
-TEST_F(AppDelegateTest, TellsTheEndOfASnoozeInTheTimeZoneOfTheNextRefresh)
+TEST_F(AppDelegateTest, ShowsTheSnoozeEndInTheNewTimeZone)
 {
     launch();
     ASSERT_TRUE(item().choose("Snooze 1 hour"));
@@ -206,7 +206,7 @@ TEST_F(AppDelegateTest, SavesTheHistoryWhenItQuitsThoughNothingIsNew)
     EXPECT_EQ(delegate->model->history.lastSave, start + 10s);
 }
 
-TEST_F(AppDelegateTest, TakesBackTheRemindersOfSituationsWhenItQuits)
+TEST_F(AppDelegateTest, WithdrawsSituationRemindersOnQuit)
 {
     machine.charge(21);
     launch();
@@ -220,7 +220,7 @@ TEST_F(AppDelegateTest, TakesBackTheRemindersOfSituationsWhenItQuits)
     EXPECT_THAT(machine.notifications.shown, ElementsAre(Key("health")));
 }
 
-TEST_F(AppDelegateTest, TakesNoReminderBackThatIsTrueWhenItStartsAgain)
+TEST_F(AppDelegateTest, KeepsRemindersOnRestart)
 {
     machine.charge(21);
     launch();

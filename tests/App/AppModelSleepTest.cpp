@@ -164,7 +164,7 @@ TEST_F(AppModelSleepTest, RemindsAtItsOwnLookOfAPlugChangeWhoseSignalIsStillToCo
     EXPECT_THAT(posted(), ElementsAre("low"));
 }
 
-TEST_F(AppModelSleepTest, DoesSoAfterALookThatFoundThePlugAsItWasAtTheWake)
+TEST_F(AppModelSleepTest, RemindsAtItsOwnLookThoughAnEarlierLookFoundThePlugUnchanged)
 {
     launchPluggedIn(15);
     beginSleep();
@@ -179,7 +179,7 @@ TEST_F(AppModelSleepTest, DoesSoAfterALookThatFoundThePlugAsItWasAtTheWake)
     EXPECT_THAT(posted(), ElementsAre("low"));
 }
 
-TEST_F(AppModelSleepTest, DoesSoAfterALookThatFoundThePlugChangedBefore)
+TEST_F(AppModelSleepTest, RemindsAtItsOwnLookOfASecondPlugChange)
 {
     launchPluggedIn(85);
     beginSleep();
@@ -333,7 +333,7 @@ TEST_F(AppModelSleepTest, RemindsOfWhatTheChargeFallsToAfterItsOwnLook)
 
 // A wake whose reading cannot be believed
 
-TEST_F(AppModelSleepTest, TakesTheFirstReadingThatItBelievesForThatOfTheWake)
+TEST_F(AppModelSleepTest, UsesTheFirstBelievedReadingAsTheWakesBaseline)
 {
     launchPluggedIn(15);
     beginSleep();
@@ -347,7 +347,7 @@ TEST_F(AppModelSleepTest, TakesTheFirstReadingThatItBelievesForThatOfTheWake)
     expectThatLowIsKnown();
 }
 
-TEST_F(AppModelSleepTest, TakesNoPlugFromAReadingThatItDoubts)
+TEST_F(AppModelSleepTest, IgnoresThePlugOfADoubtfulReading)
 {
     launchPluggedIn(15);
     beginSleep();
@@ -390,7 +390,7 @@ TEST_F(AppModelSleepTest, RemindsOfAPlugChangeWhileTheBatteryWasInDoubt)
     EXPECT_THAT(posted(), ElementsAre("low"));
 }
 
-TEST_F(AppModelSleepTest, CountsNothingAsKnownAfterTheLookThatStoodInForItsOwn)
+TEST_F(AppModelSleepTest, RemindsAgainAfterTheLookThatReplacedItsOwn)
 {
     launchUnplugged(25);
     beginSleep();
@@ -405,7 +405,7 @@ TEST_F(AppModelSleepTest, CountsNothingAsKnownAfterTheLookThatStoodInForItsOwn)
 }
 
 // A machine that was without a battery says nothing about the plug.
-TEST_F(AppModelSleepTest, TakesABatteryThatAppearsForNoPlugChange)
+TEST_F(AppModelSleepTest, DoesNotTakeANewBatteryForAPlugChange)
 {
     machine.removeBattery();
     launch();
@@ -421,7 +421,7 @@ TEST_F(AppModelSleepTest, TakesABatteryThatAppearsForNoPlugChange)
     EXPECT_THAT(posted(), IsEmpty());
 }
 
-TEST_F(AppModelSleepTest, TakesABatteryThatVanishesForNoPlugChange)
+TEST_F(AppModelSleepTest, DoesNotTakeALostBatteryForAPlugChange)
 {
     machine.removeBattery();
     launch();
@@ -480,7 +480,7 @@ TEST_F(AppModelSleepTest, DoubtsABatteryThatIsGoneAfterAWakeWhoseSleepWasNotAnno
     EXPECT_TRUE(model().state.get().hasBattery);
 }
 
-TEST_F(AppModelSleepTest, KeepsQuietForHalfAMinuteWhenNobodySaysThatItWoke)
+TEST_F(AppModelSleepTest, KeepsQuietForHalfAMinuteWithoutAWakeSignal)
 {
     launchPluggedIn(15);
     machine.workspace.willSleep();

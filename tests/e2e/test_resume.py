@@ -1,6 +1,8 @@
 """A sleep and the wake after it: what came to hold meanwhile, and a battery that is slow to answer."""
 import contextlib
 
+from laptop.waiting import wait_until
+
 
 def sleep_and_wake(laptop):
     with asleep(laptop):
@@ -10,6 +12,7 @@ def sleep_and_wake(laptop):
 @contextlib.contextmanager
 def asleep(laptop):
     laptop.logind.say_sleep(True)
+    wait_until(lambda: 'Vorlane' not in laptop.logind.sleep_delays(), 'sleep to be allowed', look_every=0.02)
     yield
     laptop.logind.say_sleep(False)
 
@@ -34,6 +37,8 @@ def test_a_click_right_after_the_wake_does_not_announce_what_the_sleep_brought(
     vorlane.start(clock)
     with asleep(laptop):
         laptop.unplug(announce=False)
+    # The click comes by another bus than the signals of the wake, and must not overtake them.
+    wait_until(lambda: 'Vorlane' in laptop.logind.sleep_delays(), 'the wake to be noticed', look_every=0.02)
 
     item.activate()
     item.wait_for_icon('battery.25')

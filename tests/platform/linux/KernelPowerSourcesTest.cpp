@@ -242,6 +242,18 @@ TEST_F(KernelPowerSourcesTest, IsOnBatteryOnAChargerThatIsTooWeak)
     EXPECT_EQ(only().string("Power Source State"), "AC Power");
 }
 
+TEST_F(KernelPowerSourcesTest, DoesNotTakeANightAsleepForAChargerThatIsTooWeak)
+{
+    folder.write("AC/uevent", "POWER_SUPPLY_TYPE=Mains\nPOWER_SUPPLY_ONLINE=1\n");
+    setBattery("Discharging", "30");
+    (void)only();
+
+    loop.advance(8h);
+    sources.resumed();
+
+    EXPECT_EQ(only().string("Power Source State"), "AC Power");
+}
+
 TEST_F(KernelPowerSourcesTest, HoldsBackAWeakChargerThatFlaps)
 {
     folder.write("AC/uevent", "POWER_SUPPLY_TYPE=Mains\nPOWER_SUPPLY_ONLINE=1\n");
@@ -375,7 +387,7 @@ TEST_F(KernelPowerSourcesTest, DoesNotLookAgainWhenTheCableIsBack)
     EXPECT_EQ(changes, 0);
 }
 
-TEST_F(KernelPowerSourcesTest, TakesAPlugChangeOfTheSleepForNoLooseContact)
+TEST_F(KernelPowerSourcesTest, DoesNotTakeAPlugChangeOfTheSleepForALooseContact)
 {
     setCable(false);
     (void)only();
@@ -391,7 +403,7 @@ TEST_F(KernelPowerSourcesTest, TakesAPlugChangeOfTheSleepForNoLooseContact)
 }
 
 // The kernel may tell of the cable before the session tells of the resume.
-TEST_F(KernelPowerSourcesTest, DoesSoThoughThePlugChangeWasSeenBefore)
+TEST_F(KernelPowerSourcesTest, ForgetsAPlugChangeOfTheSleepThatWasAlreadySeen)
 {
     setCable(false);
     (void)only();

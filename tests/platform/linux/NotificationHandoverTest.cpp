@@ -107,7 +107,7 @@ TEST_F(NotificationHandoverTest, LeavesTheNewestOfEach)
               (NotificationHandover{.server = owner, .shown = {{"health", 3}, {"low", 2}}}));
 }
 
-TEST_F(NotificationHandoverTest, TakesBackWhatIsNoLongerTrue)
+TEST_F(NotificationHandoverTest, WithdrawsWhatIsNoLongerTrue)
 {
     openWithReminder("chargeLimit");
     startAgain();
@@ -155,7 +155,7 @@ TEST_F(NotificationHandoverTest, LeavesItToTheNextAgain)
     EXPECT_THAT(server.closed, ElementsAre(1U));
 }
 
-TEST_F(NotificationHandoverTest, MeansNothingToAnotherServer)
+TEST_F(NotificationHandoverTest, IgnoresIdsOfAnotherServer)
 {
     openWithReminder("chargeLimit");
     const auto left = center->handover();
@@ -172,7 +172,7 @@ TEST_F(NotificationHandoverTest, MeansNothingToAnotherServer)
     EXPECT_THAT(receiver->actions, IsEmpty());
 }
 
-TEST_F(NotificationHandoverTest, MeansNothingWithoutAServer)
+TEST_F(NotificationHandoverTest, IgnoresIdsWithoutAServer)
 {
     openWithReminder("chargeLimit");
     const auto left = center->handover();

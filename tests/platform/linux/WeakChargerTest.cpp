@@ -62,6 +62,16 @@ TEST_F(WeakChargerTest, CountsOnlyTheTimeOnTheAdapter)
     EXPECT_TRUE(drainsAt(3721, drainingAt(30)));
 }
 
+TEST_F(WeakChargerTest, DoesNotCountTheTimeAsleep)
+{
+    (void)drainsAt(0, drainingAt(30));
+
+    charger.startOver();
+
+    EXPECT_FALSE(drainsAt(28800, drainingAt(30)));
+    EXPECT_TRUE(drainsAt(28860, drainingAt(30)));
+}
+
 TEST_F(WeakChargerTest, IsNotAssumedWhereTheDischargeIsForced)
 {
     auto forced = drainingAt(30);
