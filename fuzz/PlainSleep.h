@@ -1,5 +1,5 @@
-// What counts as come in a sleep, said a second time: by looking through the readings since the
-// wake for a plug change.
+// Which readings show only what changed in the sleep, said a second time: it looks through the
+// readings since the wake for a plug change.
 #pragma once
 
 #include <algorithm>

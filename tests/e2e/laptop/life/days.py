@@ -16,12 +16,13 @@ class Sleep:
 
 
 class Days:
-    def __init__(self, days, popovers, seed=1):
+    def __init__(self, days, popovers, naps, seed=1):
         self._random = random.Random(seed)
         self.happenings = {}  # minute: (what, value)
         for day in range(days):
             self._live(day * DAY, day, days)
-        self._spread('popover', popovers, days)
+        self._spread('popover', popovers, days, lambda: self._random.randrange(15))  # seconds of the minute
+        self._spread('sleep', naps, days, lambda: self._sleep(1, 20))
         self._spread('settings', days, days)
 
     def at(self, minute):
@@ -63,10 +64,9 @@ class Days:
         return Sleep(self._random.randint(least, most), toss() < 0.5,
                      tuple(what for what in ('cable', 'click') if toss() < 0.5))
 
-    def _spread(self, what, times, days):
-        """The value is a second of the minute."""
+    def _spread(self, what, times, days, value=lambda: None):
         for _ in range(times):
-            self._add(self._random.randrange(30, days * DAY - 30), what, self._random.randrange(15))
+            self._add(self._random.randrange(30, days * DAY - 30), what, value())
 
     def _add(self, minute, what, value=None):
         while any(near in self.happenings for near in (minute - 1, minute, minute + 1)):
