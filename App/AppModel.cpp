@@ -155,9 +155,17 @@ void AppModel::remind(const BatteryState& fresh, Look look)
                                 services_.defaults);
     const auto holds = AlertConditions::of(fresh, prefs, since, look.now);
     for (const auto kind : AlertConditions::situations) {
-        if (!holds[kind]) notifier->withdraw(kind);
+        if (!holds[kind] && !mayStillHold(kind, fresh, prefs)) notifier->withdraw(kind);
     }
     for (const auto& alert : due) notifier->deliver(alert, prefs.sounds);
+}
+
+// How long the machine was on power before the program started is only estimated: a reminder of it
+// that a restart left on the screen stays while it may be true.
+bool AppModel::mayStillHold(AlertKind kind, const BatteryState& fresh, const Prefs& prefs) const
+{
+    return kind == AlertKind::tooLong && sinceIsEstimated && prefs.longEnabled && fresh.pluggedIn &&
+           fresh.percent >= prefs.limit;
 }
 
 void AppModel::trackPower(const BatteryState& fresh, Look look)
@@ -168,6 +176,7 @@ void AppModel::trackPower(const BatteryState& fresh, Look look)
     }
     if (pluggedSince.get()) return;
 
+    sinceIsEstimated = look.primes;
     const auto estimate = look.primes ? history.pluggedSinceEstimate(look.now) : std::nullopt;
     pluggedSince.set(estimate.value_or(look.now));
 }

@@ -69,6 +69,7 @@ private:
     void catchUp(const BatteryState& missed, Date now);
     void trackPower(const BatteryState& fresh, Look look);
     void remind(const BatteryState& fresh, Look look);
+    bool mayStillHold(AlertKind kind, const BatteryState& fresh, const Prefs& prefs) const;
     bool canDeliver(const Prefs& prefs, Date now);
     std::function<void()> refreshing(Reason reason);
     void requireMainThread() const;
@@ -78,6 +79,7 @@ private:
     Subscription settled;
     Subscription firstLook;
     Subscription settlingLooks;
+    bool sinceIsEstimated = false;  // the machine was on power when the program started, or woke
     ClockSteps clockSteps;
     bool snoozedHere = false;  // the deadline is of this run, by the clock as it goes now
     Services services_;

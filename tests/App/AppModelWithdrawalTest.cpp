@@ -29,6 +29,21 @@ TEST_F(AppModelWithdrawalTest, TakesLowBatteryBackWhenPluggedIn)
     EXPECT_THAT(shown(), IsEmpty());
 }
 
+TEST_F(AppModelWithdrawalTest, KeepsTooLongAtARestartThatForgetsSinceWhen)
+{
+    machine.plugIn();
+    machine.charge(80);
+    machine.advance(8h + 1min);
+    model->resetHistory();
+
+    model = launch();
+    machine.advance(1min);
+    EXPECT_THAT(shown(), UnorderedElementsAre(Key("chargeLimit"), Key("tooLong")));
+
+    machine.charge(79);
+    EXPECT_THAT(shown(), IsEmpty());
+}
+
 TEST_F(AppModelWithdrawalTest, TakesBothRemindersOfPowerBackWhenUnplugged)
 {
     machine.plugIn();
