@@ -45,7 +45,7 @@ class PlainRules:
         self._cable_moved = False  # since then
 
     def woke(self, reading):
-        """Up to the wake's own look what holds is no news, unless the cable is moved."""
+        """Conditions count as known until the scheduled look, unless the cable is moved."""
         self._at_wake, self._cable_moved = reading, False
 
     def look(self, reason, reading, at):
