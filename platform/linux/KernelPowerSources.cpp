@@ -17,6 +17,7 @@ constexpr Seconds burst{0.25};
 KernelPowerSources::KernelPowerSources(Tools tools, std::string powerSupplies)
     : tools_(std::move(tools)),
       folder(std::move(powerSupplies)),
+      charger(tools_.charger),
       changes(tools_.runLoop, burst, [this] { listeners.call(); })
 {}
 

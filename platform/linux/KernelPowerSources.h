@@ -25,6 +25,7 @@ public:
         TimeEstimates& estimates;
         std::function<Subscription(std::function<void()> changed)> watchSupplies;
         std::function<Seconds()> uptime;  // counts the time asleep
+        WeakCharger charger = {};         // as it was known before a restart in place
     };
 
     explicit KernelPowerSources(Tools tools, std::string powerSupplies = kernelPowerSupplies);
@@ -37,6 +38,9 @@ public:
     // After a wake: drops the old average rate, and forgets plug changes from the sleep, so that
     // the next one is not taken for a loose contact. Time asleep is not time spent draining.
     void resumed();
+
+    // Passes what the readings alone do not tell to the process image that is about to be executed.
+    void handOver() const { charger.leave(); }
 
 private:
     std::vector<PropertyDictionary> descriptionsOf(const std::vector<PowerSupply>& supplies);

@@ -37,7 +37,8 @@ LinuxServices::LinuxServices(Base base)
                         [event = base_.loop.event()](std::function<void()> changed) {
                             return watchPowerSupplies(event, std::move(changed));
                         },
-                    .uptime = uptime}),
+                    .uptime = uptime,
+                    .charger = WeakCharger::take()}),
       loginItem(AutostartLoginItem::Places::usual()),
       soundPlayer(base_.loop.event(), ThemeSoundPlayer::usualProgram(), SoundFiles()),
       notifications({.session = base_.session,
@@ -73,6 +74,12 @@ void LinuxServices::finish()
 {
     notifications.finish();  // first: a snooze may come meanwhile
     defaults.writeWhatWaits();
+}
+
+void LinuxServices::handOver() const
+{
+    notifications.handover().leave();
+    powerSources.handOver();
 }
 
 Services LinuxServices::services()

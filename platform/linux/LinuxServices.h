@@ -38,8 +38,8 @@ public:
     // run.
     void finish();
 
-    // Leaves the notifications to the process image that is about to be executed.
-    void handOver() const { notifications.handover().leave(); }
+    // Passes on what the process image that is about to be executed cannot find out by itself.
+    void handOver() const;
 
 private:
     Base base_;

@@ -1,8 +1,14 @@
 #include "platform/linux/WeakCharger.h"
 
+#include <cstdlib>
+#include <string_view>
+
 namespace vorlane::platform {
 
 namespace {
+
+constexpr const char* variable = "VORLANE_WEAK_CHARGER";
+constexpr const char* known = "1";
 
 constexpr Seconds patience{60};
 constexpr std::int64_t firmwareLimits = 50;  // percent; hardly any lie below
@@ -22,6 +28,20 @@ bool WeakCharger::drains(const MachineBattery& battery, Seconds uptime)
     }
     if (since && uptime - *since >= patience && canTell(battery)) isKnown = true;
     return isKnown && !battery.isForcedToDischarge;
+}
+
+void WeakCharger::leave() const
+{
+    if (isKnown) (void)setenv(variable, known, 1);
+}
+
+WeakCharger WeakCharger::take()
+{
+    const char* const left = std::getenv(variable);
+    WeakCharger taken;
+    taken.isKnown = left && std::string_view(left) == known;
+    (void)unsetenv(variable);
+    return taken;
 }
 
 bool WeakCharger::canTell(const MachineBattery& battery)

@@ -18,6 +18,12 @@ public:
     // After a resume: time asleep is not time spent draining.
     void startOver() { since.reset(); }
 
+    // Passes what is known to the next process image, in an environment variable.
+    void leave() const;
+
+    // Reads and removes the variable, so that no child process inherits it.
+    static WeakCharger take();
+
     // Whether draining on the adapter has no other explanation at this charge.
     static bool canTell(const MachineBattery& battery);
 

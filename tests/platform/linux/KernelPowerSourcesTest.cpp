@@ -42,13 +42,16 @@ protected:
     FakeRunLoop loop{clock};
     FakeEstimates estimates;
     Listeners kernel;
-    KernelPowerSources sources{
-        {.runLoop = loop,
-         .estimates = estimates,
-         .watchSupplies = [this](auto changed) { return kernel.add(std::move(changed)); },
-         .uptime = [this] { return clock.time - distantPast; }},
-        folder.path()};
+    KernelPowerSources sources{tools(), folder.path()};
     int changes = 0;
+
+    KernelPowerSources::Tools tools()
+    {
+        return {.runLoop = loop,
+                .estimates = estimates,
+                .watchSupplies = [this](auto changed) { return kernel.add(std::move(changed)); },
+                .uptime = [this] { return clock.time - distantPast; }};
+    }
 
     void setBattery(const std::string& status, const std::string& capacity = "50")
     {
@@ -240,6 +243,22 @@ TEST_F(KernelPowerSourcesTest, IsOnBatteryOnAChargerThatIsTooWeak)
     setBattery("Charging", "49");
     loop.advance(60s);
     EXPECT_EQ(only().string("Power Source State"), "AC Power");
+}
+
+TEST_F(KernelPowerSourcesTest, StaysOnBatteryOnAWeakChargerAfterARestartInPlace)
+{
+    folder.write("AC/uevent", "POWER_SUPPLY_TYPE=Mains\nPOWER_SUPPLY_ONLINE=1\n");
+    setBattery("Discharging", "49");
+    (void)only();
+    loop.advance(60s);
+    (void)only();
+
+    sources.handOver();
+    auto inherited = tools();
+    inherited.charger = WeakCharger::take();
+    KernelPowerSources next(inherited, folder.path());
+
+    EXPECT_EQ(next.descriptions().at(0).string("Power Source State"), "Battery Power");
 }
 
 TEST_F(KernelPowerSourcesTest, DoesNotTakeANightAsleepForAChargerThatIsTooWeak)

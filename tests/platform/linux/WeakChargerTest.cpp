@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+
 namespace vorlane::platform {
 namespace {
 
@@ -90,6 +92,55 @@ TEST_F(WeakChargerTest, IsNotAssumedOfABatteryWithoutAPercentage)
 
     (void)drainsAt(0, unknown);
     EXPECT_FALSE(drainsAt(3600, unknown));
+}
+
+constexpr const char* variable = "VORLANE_WEAK_CHARGER";
+
+TEST_F(WeakChargerTest, IsStillKnownAfterARestartInPlace)
+{
+    (void)drainsAt(0, drainingAt(30));
+    ASSERT_TRUE(drainsAt(60, drainingAt(30)));
+
+    charger.leave();
+    charger = WeakCharger::take();
+
+    EXPECT_TRUE(drainsAt(61, drainingAt(30)));
+    EXPECT_EQ(std::getenv(variable), nullptr);
+}
+
+TEST_F(WeakChargerTest, IsForgottenAfterARestartWhenTheBatteryDrainsNoMore)
+{
+    (void)drainsAt(0, drainingAt(30));
+    (void)drainsAt(60, drainingAt(30));
+    charger.leave();
+    charger = WeakCharger::take();
+
+    auto charging = drainingAt(30);
+    charging.status = ChargeStatus::charging;
+    (void)drainsAt(61, charging);
+
+    EXPECT_FALSE(drainsAt(62, drainingAt(30)));
+}
+
+TEST_F(WeakChargerTest, LeavesNothingWhileItIsNotKnown)
+{
+    (void)drainsAt(0, drainingAt(30));
+
+    charger.leave();
+
+    EXPECT_EQ(std::getenv(variable), nullptr);
+}
+
+TEST_F(WeakChargerTest, IgnoresAnyOtherTextAndRemovesIt)
+{
+    for (const char* const text : {"", "0", "yes", "11", " 1", "\xff"}) {
+        ASSERT_EQ(setenv(variable, text, 1), 0);
+
+        charger = WeakCharger::take();
+
+        EXPECT_FALSE(drainsAt(0, drainingAt(30))) << text;
+        EXPECT_EQ(std::getenv(variable), nullptr);
+    }
 }
 
 }  // namespace
