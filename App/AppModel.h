@@ -46,6 +46,9 @@ public:
     // after a resume `Settling` may reject the reading, or count its conditions as known.
     void refresh(Reason reason);
 
+    // Whether readings are doubtful, since the machine goes to sleep or has just woken.
+    bool isSettling() const { return settling.isSettling(); }
+
     // No notifications for an hour.
     void snooze();
     void cancelSnooze();

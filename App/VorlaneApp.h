@@ -23,6 +23,14 @@ public:
         _delegate->applicationWillTerminate();
     }
 
+    // Whether a restart in place would believe what this process believes: not soon after a sleep.
+    // Refreshes first, so that the last change before a restart is not lost.
+    bool canRestart()
+    {
+        _delegate->model->refresh(AppModel::Reason::change);
+        return !_delegate->model->isSettling();
+    }
+
     // For a process that ends inside its main loop.
     void terminate() { _delegate->applicationWillTerminate(); }
 

@@ -20,6 +20,8 @@ constexpr const char* objectPath = "/org/vorlane/Vorlane";
 constexpr const char* interfaceName = "org.freedesktop.Application";
 constexpr std::uint64_t patience = 5'000'000;  // microseconds for the other instance to answer
 
+constexpr Seconds settlingLooks{1};
+
 constexpr int mostTries = 5;  // somebody else may be quicker to take the name each time
 
 // The bus tells the caller that nobody answered, once this connection closes.
@@ -135,9 +137,21 @@ void DesktopApplication::restart(MenuAction action)
     terminate();
 }
 
+void DesktopApplication::waitToRestartUntil(std::function<bool()> settled)
+{
+    isSettled = std::move(settled);
+}
+
+void DesktopApplication::restartWhenSettled()
+{
+    if (isSettled()) return restart(MenuAction::none);
+    restartLater = loop_.after(settlingLooks, [this] { restartWhenSettled(); });
+}
+
 void DesktopApplication::terminate()
 {
     ending = true;
+    restartLater = {};
     loop_.stop();
 }
 
@@ -185,7 +199,7 @@ int DesktopApplication::quitSignal(sd_event_source* /*source*/, const signalfd_s
 {
     auto* const application = static_cast<DesktopApplication*>(self);
     if (info->ssi_signo == SIGUSR1) {
-        application->restart(MenuAction::none);
+        application->restartWhenSettled();
     } else {
         application->terminate();
     }

@@ -6,6 +6,7 @@
 #include <functional>
 #include <optional>
 
+#include "App/Subscription.h"
 #include "App/services/Application.h"
 #include "platform/linux/SdBus.h"
 #include "platform/linux/SdEventRunLoop.h"
@@ -34,6 +35,10 @@ public:
     // Ends the main loop, after which the program is to be started anew from its file.
     void restart(MenuAction action);
 
+    // SIGUSR1 restarts the program once this returns true: it is called at the signal, then each
+    // second. Meanwhile the program can still be ended, or restarted by `restart`.
+    void waitToRestartUntil(std::function<bool()> settled);
+
     // What the new start is to do; absent when none was asked for.
     std::optional<MenuAction> restarting() const { return restart_; }
 
@@ -48,6 +53,7 @@ private:
     static int reopened(sd_bus_message* message, void* self, sd_bus_error* error);
     static int acted(sd_bus_message* message, void* self, sd_bus_error* error);
     static int quitSignal(sd_event_source* source, const signalfd_siginfo* info, void* self);
+    void restartWhenSettled();
     void disconnected(sd_bus_message* message);
 
     static const sd_bus_vtable vtable[];
@@ -58,6 +64,8 @@ private:
     SlotPointer disconnection;
     std::array<EventSourcePointer, 4> quitSignals;
     std::optional<MenuAction> restart_;
+    Subscription restartLater;  // while a restart waits
+    std::function<bool()> isSettled = [] { return true; };
     bool ending = false;  // what is asked for now is the next instance's
     std::function<void()> reopen = [] {};
     std::function<void(MenuAction)> act = [](MenuAction) {};

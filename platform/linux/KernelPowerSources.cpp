@@ -33,6 +33,7 @@ std::vector<PropertyDictionary> KernelPowerSources::descriptions()
 std::vector<PropertyDictionary> KernelPowerSources::descriptionsOf(
     const std::vector<PowerSupply>& supplies)
 {
+    lookAgain = {};
     auto battery = machineBattery(supplies);
     if (!battery) return {};
 
@@ -63,7 +64,6 @@ void KernelPowerSources::resumed()
 PowerSituation KernelPowerSources::shownFor(const PowerSituation& raw, Seconds now)
 {
     const auto shown = filter.filter(raw, now);
-    lookAgain = {};
     if (shown.lookAgain) {
         lookAgain = tools_.runLoop.after(*shown.lookAgain - now, [this] { listeners.call(); });
     }

@@ -39,6 +39,9 @@ public:
     // the next one is not taken for a loose contact. Time asleep is not time spent draining.
     void resumed();
 
+    // Whether the last reading has a plug change that is not shown yet.
+    bool holdsBackPlugChange() const { return static_cast<bool>(lookAgain); }
+
     // Passes what the readings alone do not tell to the process image that is about to be executed.
     void handOver() const { charger.leave(); }
 

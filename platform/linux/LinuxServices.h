@@ -38,6 +38,9 @@ public:
     // run.
     void finish();
 
+    // Whether the last reading is shown as it is.
+    bool isSettled() const { return !powerSources.holdsBackPlugChange(); }
+
     // Passes on what the process image that is about to be executed cannot find out by itself.
     void handOver() const;
 

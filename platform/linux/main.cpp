@@ -103,6 +103,7 @@ End run(MenuAction action)
         app.terminate();
         platform.finish();
     });
+    application.waitToRestartUntil([&] { return app.canRestart() && platform.isSettled(); });
     application.perform(action);
     app.run([&loop] { loop.run(); });
     platform.finish();

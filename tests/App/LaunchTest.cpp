@@ -89,5 +89,41 @@ TEST(LaunchTest, RunsFromLaunchToQuit)
     EXPECT_THAT(*saved, SizeIs(2));
 }
 
+TEST(LaunchTest, RemindsOfTheLastChangeBeforeARestart)
+{
+    FakeMachine machine;
+    machine.powerSources.watchable = false;
+    VorlaneApp app(machine.services());
+
+    app.run([&] {
+        machine.charge(20);
+        ASSERT_THAT(machine.notifications.posted, IsEmpty());
+
+        EXPECT_TRUE(app.canRestart());
+        machine.runLoop.settle();
+
+        EXPECT_THAT(machine.notifications.posted, SizeIs(1));
+    });
+}
+
+TEST(LaunchTest, DoesNotRestartUntilHalfAMinuteAfterAWake)
+{
+    FakeMachine machine;
+    VorlaneApp app(machine.services());
+
+    app.run([&] {
+        machine.sleep();
+        EXPECT_FALSE(app.canRestart());
+        machine.advance(1h);
+        machine.wake();
+        machine.advance(30s - 1ms);
+        EXPECT_FALSE(app.canRestart());
+
+        machine.advance(1ms);
+
+        EXPECT_TRUE(app.canRestart());
+    });
+}
+
 }  // namespace
 }  // namespace vorlane

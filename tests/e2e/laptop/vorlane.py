@@ -37,6 +37,7 @@ class Vorlane:
         self._bus, self._testbed = session_bus, testbed
         self._open_calls = [OpenCalls(bus) for bus in (session_bus, system_bus) if settles]
         self._clock = None
+        self._before_restart = None
         self.process = None
 
     @property
@@ -163,10 +164,17 @@ class Vorlane:
 
     def restart_in_place(self):
         """As after an upgrade; returns when the new one has launched."""
-        before = self._bus.owner(OWNER)
+        self.ask_to_restart()
+        self.wait_until_restarted()
+
+    def ask_to_restart(self):
+        """It may wait until its readings are settled."""
+        self._before_restart = self._bus.owner(OWNER)
         self.process.signal(signal.SIGUSR1)
         self.process.signal(signal.SIGCONT)
-        wait_until(lambda: self._bus.owner(OWNER) not in (None, before), 'the new start')
+
+    def wait_until_restarted(self):
+        wait_until(lambda: self._bus.owner(OWNER) not in (None, self._before_restart), 'the new start')
         self.round_trip()
 
     def kill(self):

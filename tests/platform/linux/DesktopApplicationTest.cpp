@@ -246,6 +246,41 @@ TEST_F(DesktopApplicationTest, AsksForANewStartWhenTheFileWasUpgraded)
     EXPECT_EQ(application.restarting(), MenuAction::none);
 }
 
+TEST_F(DesktopApplicationTest, RestartsAfterAnUpgradeOnceReadingsAreSettled)
+{
+    int asked = 0;
+    application.waitToRestartUntil([&] { return ++asked == 2; });
+    ASSERT_EQ(std::raise(SIGUSR1), 0);
+
+    loop.run();
+
+    EXPECT_EQ(asked, 2);
+    EXPECT_EQ(application.restarting(), MenuAction::none);
+}
+
+TEST_F(DesktopApplicationTest, EndsWhileARestartWaits)
+{
+    application.waitToRestartUntil([] {
+        (void)std::raise(SIGTERM);
+        return false;
+    });
+    ASSERT_EQ(std::raise(SIGUSR1), 0);
+
+    loop.run();
+
+    EXPECT_EQ(application.restarting(), std::nullopt);
+}
+
+TEST_F(DesktopApplicationTest, DoesNotWaitToRestartForAClick)
+{
+    application.waitToRestartUntil([] { return false; });
+
+    application.restart(MenuAction::open);
+    loop.run();
+
+    EXPECT_EQ(application.restarting(), MenuAction::open);
+}
+
 TEST_F(DesktopApplicationTest, PerformsWhatItWasStartedFor)
 {
     application.perform(MenuAction::open);

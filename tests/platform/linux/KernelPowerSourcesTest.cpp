@@ -389,6 +389,38 @@ TEST_F(KernelPowerSourcesTest, HoldsBackALooseContactAndTellsWhenItIsOver)
     EXPECT_EQ(changes, 1);
 }
 
+TEST_F(KernelPowerSourcesTest, SaysWhileItHoldsBackAPlugChange)
+{
+    setCable(false);
+    (void)only();
+    setCable(true);
+    (void)only();
+    EXPECT_FALSE(sources.holdsBackPlugChange());
+
+    setCable(false);
+    (void)only();
+    EXPECT_TRUE(sources.holdsBackPlugChange());
+
+    loop.advance(10s);
+    (void)only();
+    EXPECT_FALSE(sources.holdsBackPlugChange());
+}
+
+TEST_F(KernelPowerSourcesTest, HoldsNothingBackWithoutABattery)
+{
+    setCable(false);
+    (void)only();
+    setCable(true);
+    (void)only();
+    setCable(false);
+    (void)only();
+
+    std::filesystem::remove_all(std::filesystem::path(folder.path()) / "BAT0");
+    (void)sources.descriptions();
+
+    EXPECT_FALSE(sources.holdsBackPlugChange());
+}
+
 TEST_F(KernelPowerSourcesTest, DoesNotLookAgainWhenTheCableIsBack)
 {
     setCable(false);
