@@ -115,9 +115,9 @@ TEST_F(WeakChargerTest, IsForgottenAfterARestartWhenTheBatteryDrainsNoMore)
     charger.leave();
     charger = WeakCharger::take();
 
-    auto charging = drainingAt(30);
-    charging.status = ChargeStatus::charging;
-    (void)drainsAt(61, charging);
+    auto recharging = drainingAt(30);
+    recharging.status = ChargeStatus::charging;
+    (void)drainsAt(61, recharging);
 
     EXPECT_FALSE(drainsAt(62, drainingAt(30)));
 }
