@@ -46,7 +46,7 @@ LinuxServices::LinuxServices(Base base)
                      .sounds = SoundFiles(),
                      .player = soundPlayer,
                      .inherited = NotificationHandover::take()}),
-      windows(base_.loop, {.plugin = usualPluginPath("vorlane_ui.so"),
+      windows(base_.loop, {.program = installedPath("lib/vorlane/vorlane-windows"),
                            .session = base_.session,
                            .refused =
                                [&application = base_.application] {

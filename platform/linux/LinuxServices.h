@@ -10,6 +10,7 @@
 #include "platform/linux/KernelBatteryRegistry.h"
 #include "platform/linux/KernelPowerSources.h"
 #include "platform/linux/LogindWorkspace.h"
+#include "platform/linux/RemoteWindows.h"
 #include "platform/linux/SdEventRunLoop.h"
 #include "platform/linux/SystemBus.h"
 #include "platform/linux/SystemCalendar.h"
@@ -17,7 +18,6 @@
 #include "platform/linux/ThemeSoundPlayer.h"
 #include "platform/linux/TrayBar.h"
 #include "platform/linux/UPowerEstimates.h"
-#include "platform/linux/UiLoader.h"
 #include "platform/linux/XdgFileManager.h"
 
 namespace vorlane::platform {
@@ -34,8 +34,7 @@ public:
 
     Services services();
 
-    // Writes settings and sends messages that are pending. Call it before exit: destructors may not
-    // run.
+    // Writes settings and sends messages that are pending.
     void finish();
 
     // Whether the last reading is shown as it is.
@@ -58,7 +57,7 @@ private:
     AutostartLoginItem loginItem;
     ThemeSoundPlayer soundPlayer;
     FreedesktopNotificationCenter notifications;
-    UiLoader windows;
+    RemoteWindows windows;
     TrayBar statusBar;
     Subscription wake;
 };

@@ -4,7 +4,7 @@
 #include <functional>
 #include <string>
 
-#include "platform/UiPlugin.h"
+#include "platform/Appearance.h"
 #include "platform/linux/NameWatch.h"
 #include "platform/linux/SdBus.h"
 

@@ -39,7 +39,6 @@ SdEventRunLoop::SdEventRunLoop() : event_(owned<EventPointer>(sd_event_new))
 void SdEventRunLoop::run()
 {
     while (!stopped) {
-        if (driver.drive) return driver.drive();
         if (sd_event_run(event_.get(), UINT64_MAX) < 0) return;
     }
 }
@@ -47,12 +46,6 @@ void SdEventRunLoop::run()
 void SdEventRunLoop::stop()
 {
     stopped = true;
-    if (driver.leave) driver.leave();
-}
-
-void SdEventRunLoop::handOver(Driver other)
-{
-    driver = std::move(other);
 }
 
 void SdEventRunLoop::async(std::function<void()> work)

@@ -24,15 +24,6 @@ public:
     void run();
     void stop();
 
-    // Another loop that steps this one.
-    struct Driver {
-        std::function<void()> drive;  // returns after `leave`, or when its own end has come
-        std::function<void()> leave;
-    };
-
-    // From the end of this turn on `run` leaves the driving to it.
-    void handOver(Driver other);
-
     void async(std::function<void()> work) override;
     Subscription after(Seconds delay, std::function<void()> work) override;
     Subscription repeat(Rhythm rhythm, std::function<void()> work) override;
@@ -63,7 +54,6 @@ private:
     std::shared_ptr<Timers> timers = std::make_shared<Timers>();
     std::uint64_t nextId = 0;
     bool stopped = false;
-    Driver driver;
     std::thread::id mainThread = std::this_thread::get_id();
 };
 

@@ -10,7 +10,6 @@
 
 #include "App/VorlaneApp.h"
 #include "platform/linux/CommandLine.h"
-#include "platform/linux/ExitHook.h"
 #include "platform/linux/Installation.h"
 #include "platform/linux/LinuxServices.h"
 #include "platform/linux/TimeZone.h"
@@ -99,10 +98,6 @@ End run(MenuAction action)
          .openSystem = [&loop] { return openBus(sd_bus_open_system, loop.event()); },
          .application = application});
     VorlaneApp app(platform.services());
-    const ExitHook ending([&] {
-        app.terminate();
-        platform.finish();
-    });
     application.waitToRestartUntil([&] { return app.canRestart() && platform.isSettled(); });
     application.perform(action);
     app.run([&loop] { loop.run(); });

@@ -5,7 +5,7 @@
 #include <QPalette>
 #include <optional>
 
-#include "platform/UiPlugin.h"
+#include "platform/Appearance.h"
 
 namespace vorlane::platform {
 

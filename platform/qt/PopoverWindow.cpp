@@ -33,7 +33,7 @@ Qt::WindowFlags flags()
 
 }  // namespace
 
-PopoverWindow::PopoverWindow(QWidget* content, std::function<void()> closedByUser)
+PopoverWindow::PopoverWindow(QWidget* content, ClosedByUser closedByUser)
     : QWidget(nullptr, flags()),
       closedByUser_(std::move(closedByUser)),
       pane(new ScrollPane(content)),
@@ -74,7 +74,6 @@ void PopoverWindow::openAt(QPoint pointer)
         pointer_ = pointer;
         place();
         pane->setVisible(!sway.prepare());
-        byPress = false;
         show();
         sway.placeAtPointer();
     }
@@ -108,8 +107,7 @@ void PopoverWindow::changeEvent(QEvent* event)
 void PopoverWindow::closeEvent(QCloseEvent* event)
 {
     QWidget::closeEvent(event);
-    byPress = true;
-    closedByUser_();
+    closedByUser_(true);
 }
 
 void PopoverWindow::hideEvent(QHideEvent* event)
@@ -135,7 +133,7 @@ void PopoverWindow::keyPressEvent(QKeyEvent* event)
 {
     if (!event->matches(QKeySequence::Cancel)) return QWidget::keyPressEvent(event);
     hide();
-    closedByUser_();
+    closedByUser_(false);
 }
 
 void PopoverWindow::paintEvent(QPaintEvent* /*event*/)

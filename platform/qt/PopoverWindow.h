@@ -17,8 +17,12 @@ class PopoverWindow : public QWidget {
     Q_OBJECT
 
 public:
+    // `byPress`: a press elsewhere may have closed it. If that was on the status item, it is about
+    // to be reported as a click, too.
+    using ClosedByUser = std::function<void(bool byPress)>;
+
     // Takes the content, and calls `closedByUser` when it was not `hide` that closed the window.
-    PopoverWindow(QWidget* content, std::function<void()> closedByUser);
+    PopoverWindow(QWidget* content, ClosedByUser closedByUser);
 
     // Opens beside the panel at the pointer's position, or brings the open window to the front.
     // Gives it the keyboard.
@@ -30,10 +34,6 @@ public:
     // Takes the size that the content now has, as far as the screen has room for it, and stays
     // beside the panel.
     void fit();
-
-    // A press elsewhere closed it a moment ago. If that was on the status item, it is about to be
-    // reported as a click, too.
-    bool justClosed() const { return byPress && resting.isActive(); }
 
 Q_SIGNALS:
     void rested();
@@ -50,13 +50,12 @@ protected:
 private:
     void place();
 
-    std::function<void()> closedByUser_;
+    ClosedByUser closedByUser_;
     ScrollPane* pane;
     QTimer resting;  // since it was closed
     QTimer leaving;  // runs while another window is active
     SwayPlacer sway;
     QPoint pointer_;
-    bool byPress = false;  // what closed it may have been a press elsewhere
 };
 
 }  // namespace vorlane::platform

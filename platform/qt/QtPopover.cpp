@@ -5,8 +5,13 @@
 
 namespace vorlane::platform {
 
-QtPopover::QtPopover(PopoverIntents intents, const ThemeSource& themes)
-    : panel(new PopoverPanel(std::move(intents))), window(panel, [this] { wanted = false; })
+QtPopover::QtPopover(PopoverIntents intents, const ThemeSource& themes,
+                     PopoverWindow::ClosedByUser closed)
+    : panel(new PopoverPanel(std::move(intents))),
+      window(panel, [this, closed = std::move(closed)](bool byPress) {
+          wanted = false;
+          closed(byPress);
+      })
 {
     const auto follow = [this, &themes] { panel->setTheme(themes.current()); };
     connect(&themes, &ThemeSource::changed, this, follow);
@@ -18,25 +23,20 @@ void QtPopover::show(const PopoverContent& content)
 {
     pointer = QCursor::pos();  // now, before the hand moves on
     wanted = true;
-    asked = true;
+    toBeOpened = true;
     update(content);
 }
 
 void QtPopover::update(const PopoverContent& content)
 {
     latest = content;
-    settleSoon();
+    settle();
 }
 
 void QtPopover::performClose()
 {
     wanted = false;
-    settleSoon();
-}
-
-void QtPopover::settleSoon()
-{
-    QMetaObject::invokeMethod(this, &QtPopover::settle, Qt::QueuedConnection);
+    settle();
 }
 
 void QtPopover::settle()
@@ -45,7 +45,7 @@ void QtPopover::settle()
     if (window.isResting()) return;
     panel->setContent(latest);
     window.fit();
-    if (std::exchange(asked, false)) window.openAt(pointer);
+    if (std::exchange(toBeOpened, false)) window.openAt(pointer);
 }
 
 }  // namespace vorlane::platform

@@ -1,38 +1,42 @@
-// The popover as the rules see it. What they ask for happens on a later turn of Qt's loop.
+// The popover: its window, what is in it, and whether it is to be shown.
 #pragma once
 
 #include <QObject>
 #include <QPoint>
+#include <functional>
 
-#include "App/services/Windows.h"
+#include "App/content/PopoverContent.h"
 #include "platform/qt/PopoverPanel.h"
 #include "platform/qt/PopoverWindow.h"
 #include "platform/qt/ThemeSource.h"
 
 namespace vorlane::platform {
 
-class QtPopover : public QObject, public Popover {
+class QtPopover : public QObject {
     Q_OBJECT
 
 public:
-    // The theme's source outlives this object.
-    QtPopover(PopoverIntents intents, const ThemeSource& themes);
+    // The theme's source outlives this object. `closed` is called when its user closed it.
+    QtPopover(PopoverIntents intents, const ThemeSource& themes,
+              PopoverWindow::ClosedByUser closed);
 
-    bool isShown() const override { return wanted || window.justClosed(); }
-    void show(const PopoverContent& content) override;
-    void update(const PopoverContent& content) override;
-    void performClose() override;
+    // Opens it at the pointer, or brings it to the front.
+    void show(const PopoverContent& content);
+
+    // Shows newer content; nothing while it is closed.
+    void update(const PopoverContent& content);
+
+    void performClose();
 
 private:
-    void settleSoon();
     void settle();
 
     PopoverPanel* panel;  // the window's
     PopoverWindow window;
     PopoverContent latest;
     QPoint pointer;
-    bool wanted = false;  // from the asking to the closing
-    bool asked = false;   // to show it, and has not done so yet
+    bool wanted = false;      // from `show` to the closing
+    bool toBeOpened = false;  // `show` has not opened it yet
 };
 
 }  // namespace vorlane::platform

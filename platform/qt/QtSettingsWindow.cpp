@@ -5,8 +5,8 @@
 namespace vorlane::platform {
 
 QtSettingsWindow::QtSettingsWindow(SettingsWindowFrame frame, SettingsIntents intents,
-                                   const ThemeSource& themes)
-    : form(new SettingsForm(std::move(intents))), window(frame, form, [this] { wanted = false; })
+                                   const ThemeSource& themes, std::function<void()> closed)
+    : form(new SettingsForm(std::move(intents))), window(frame, form, std::move(closed))
 {
     const auto follow = [this, &themes] { form->setTheme(themes.current()); };
     connect(&themes, &ThemeSource::changed, this, follow);
@@ -15,20 +15,8 @@ QtSettingsWindow::QtSettingsWindow(SettingsWindowFrame frame, SettingsIntents in
 
 void QtSettingsWindow::makeKeyAndOrderFront(const SettingsContent& content)
 {
-    wanted = true;
     update(content);
-    QMetaObject::invokeMethod(&window, &SettingsFrame::bringToFront, Qt::QueuedConnection);
-}
-
-void QtSettingsWindow::update(const SettingsContent& content)
-{
-    latest = content;
-    QMetaObject::invokeMethod(this, &QtSettingsWindow::showLatest, Qt::QueuedConnection);
-}
-
-void QtSettingsWindow::showLatest()
-{
-    form->setContent(latest);
+    window.bringToFront();
 }
 
 }  // namespace vorlane::platform

@@ -1,35 +1,32 @@
-// The settings window as the rules see it. What they ask for happens on a later turn of Qt's loop.
+// The settings window: its frame and the form in it.
 #pragma once
 
 #include <QObject>
+#include <functional>
 
-#include "App/services/Windows.h"
+#include "App/content/SettingsContent.h"
 #include "platform/qt/SettingsForm.h"
 #include "platform/qt/SettingsFrame.h"
 #include "platform/qt/ThemeSource.h"
 
 namespace vorlane::platform {
 
-class QtSettingsWindow : public QObject, public SettingsWindow {
+class QtSettingsWindow : public QObject {
     Q_OBJECT
 
 public:
-    // The theme's source outlives this object.
-    QtSettingsWindow(SettingsWindowFrame frame, SettingsIntents intents, const ThemeSource& themes);
+    // The theme's source outlives this object. `closed` is called when its user closed it.
+    QtSettingsWindow(SettingsWindowFrame frame, SettingsIntents intents, const ThemeSource& themes,
+                     std::function<void()> closed);
 
-    bool isShown() const override { return wanted; }
-    void makeKeyAndOrderFront(const SettingsContent& content) override;
-    void update(const SettingsContent& content) override;
+    void makeKeyAndOrderFront(const SettingsContent& content);
+    void update(const SettingsContent& content) { form->setContent(content); }
 
     QWidget* widget() { return &window; }
 
 private:
-    void showLatest();
-
     SettingsForm* form;  // the window's
     SettingsFrame window;
-    SettingsContent latest;
-    bool wanted = false;  // from the asking to the closing
 };
 
 }  // namespace vorlane::platform

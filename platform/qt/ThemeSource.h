@@ -4,7 +4,7 @@
 #include <QObject>
 #include <QString>
 
-#include "platform/UiPlugin.h"
+#include "platform/Appearance.h"
 #include "platform/qt/Theme.h"
 
 namespace vorlane::platform {

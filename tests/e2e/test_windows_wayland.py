@@ -90,7 +90,6 @@ def test_a_compositor_that_hangs_does_not_hold_up_reminders(laptop, wayland, tre
     item.wait_for_label('20%')
 
     wayland.go_on()
-    item.activate()
     tree.wait_for_window(POPOVER)
 
 

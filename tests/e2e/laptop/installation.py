@@ -80,12 +80,13 @@ class Installation:
 
 def upgrade(prefix):
     """Another version takes the place of the one in the folder, each file at once."""
-    for name in ('lib/vorlane/vorlane_ui.so', 'bin/vorlane'):
+    for name in ('lib/vorlane/vorlane-windows', 'bin/vorlane'):
         file = prefix / name
         content = file.read_bytes()
         # The name of the build is what the two must have in common.
         [build] = set(re.findall(rb'vorlane-ui-build-([0-9a-f]{32})', content))
         fresh = file.with_name(file.name + '.new')
-        fresh.write_bytes(content.replace(build, build[::-1]))
+        # Not the last digit: the linker lets a shorter string, as the key "a", be the end of this one.
+        fresh.write_bytes(content.replace(build, build[-2::-1] + build[-1:]))
         shutil.copymode(file, fresh)
         fresh.rename(file)

@@ -15,7 +15,7 @@ from .open_calls import OpenCalls
 from .status_item import OWNER
 from .waiting import wait_until
 
-PLUGIN = 'lib/vorlane/vorlane_ui.so'
+WINDOWS = 'lib/vorlane/vorlane-windows'
 APPLICATION = 'org.freedesktop.Application'
 SUPPRESSED = pathlib.Path(__file__).resolve().parents[2] / 'sanitizers'
 SANITIZERS = {
@@ -75,13 +75,13 @@ class Vorlane:
             return file.read()
 
     def install_to(self, prefix):
-        """Has a copy of its own from now on; gives the path of the plugin in it."""
+        """Has a copy of its own from now on; gives the path of the windows' program in it."""
         source = pathlib.Path(self._program).resolve().parents[1]
-        for name in ('bin/vorlane', PLUGIN):
+        for name in ('bin/vorlane', WINDOWS):
             os.makedirs((prefix / name).parent)
             shutil.copy(source / name, prefix / name)
         self._program = str(prefix / 'bin/vorlane')
-        return prefix / PLUGIN
+        return prefix / WINDOWS
 
     def run_by(self, wrapper):
         """Is started by that command from now on."""
@@ -89,7 +89,7 @@ class Vorlane:
 
     def setting(self, key):
         """What is stored; None when nothing is."""
-        return tomllib.loads(self.settings()).get(key)
+        return tomllib.loads(self.settings()).get(key) if os.path.exists(self.settings_path) else None
 
     def wait_for_setting(self, key, value):
         wait_until(lambda: self.setting(key) == value, lambda: f'{key} = {value!r} in {self.settings()!r}',

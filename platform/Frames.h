@@ -1,0 +1,32 @@
+// Messages on a SOCK_SEQPACKET socket, where each send is one receive.
+#pragma once
+
+#include <sys/socket.h>
+
+#include <cerrno>
+#include <cstddef>
+#include <string>
+
+namespace vorlane::platform {
+
+// Never waits. False when the peer has gone, or has left so much unread that the buffer is full.
+inline bool sendFrame(int socket, const std::string& bytes)
+{
+    return send(socket, bytes.data(), bytes.size(), MSG_NOSIGNAL | MSG_DONTWAIT) >= 0;
+}
+
+enum class Receiving { frame, nothing, end };
+
+// Never waits. An empty frame, or one of more than `largest` bytes, counts as the end: no message
+// has that size.
+inline Receiving receiveFrame(int socket, std::string& bytes, std::size_t largest)
+{
+    const auto size = recv(socket, nullptr, 0, MSG_PEEK | MSG_TRUNC | MSG_DONTWAIT);
+    if (size < 0 && (errno == EAGAIN || errno == EINTR)) return Receiving::nothing;
+    if (size <= 0 || static_cast<std::size_t>(size) > largest) return Receiving::end;
+    bytes.resize(static_cast<std::size_t>(size));
+    return recv(socket, bytes.data(), bytes.size(), MSG_DONTWAIT) == size ? Receiving::frame
+                                                                          : Receiving::end;
+}
+
+}  // namespace vorlane::platform

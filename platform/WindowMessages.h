@@ -1,0 +1,118 @@
+// The messages between the resident program and the process that shows its windows.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "App/content/AlertPanelContent.h"
+#include "App/content/PopoverContent.h"
+#include "App/content/SettingsContent.h"
+#include "App/content/StatusItemContent.h"
+#include "platform/Appearance.h"
+#include "platform/Wire.h"
+
+namespace vorlane::platform {
+
+// To the windows. `opening` numbers the times that a window was shown, so that the report of an
+// earlier closing is not taken for the present one's.
+struct ShowPopover {
+    PopoverContent content;
+    std::string token;  // for XDG activation; may be empty
+    std::uint64_t opening = 0;
+};
+struct UpdatePopover {
+    PopoverContent content;
+};
+struct ClosePopover {};
+struct ShowSettings {
+    std::string title;
+    int width = 0;
+    int height = 0;
+    SettingsContent content;
+    std::string token;
+    std::uint64_t opening = 0;
+};
+struct UpdateSettings {
+    SettingsContent content;
+};
+struct Ask {
+    std::int64_t id = 0;
+    AlertPanelContent content;
+};
+struct PopUpMenu {
+    std::vector<MenuItem> items;
+};
+using ToWindows = std::variant<Appearance, ShowPopover, UpdatePopover, ClosePopover, ShowSettings,
+                               UpdateSettings, Ask, PopUpMenu>;
+
+// From the windows.
+struct PopoverClosed {
+    std::uint64_t opening = 0;
+    bool byPress = false;  // a press elsewhere may be what closed it
+};
+struct SettingsClosed {
+    std::uint64_t opening = 0;
+};
+struct OpenSettings {};
+struct Quit {};
+struct CancelSnooze {};
+struct SelectRange {
+    std::int64_t range = 0;
+};
+struct SetToggle {
+    std::string key;
+    bool value = false;
+};
+struct SetNumber {
+    std::string key;
+    std::int64_t value = 0;
+};
+struct SetTime {
+    std::string key;
+    TimeOfDay time;
+};
+struct ChooseSound {
+    std::string key;
+    std::string sound;
+};
+struct SetLaunchAtLogin {
+    bool on = false;
+};
+struct ResetHistory {};
+struct Answered {
+    std::int64_t id = 0;
+    std::uint64_t button = 0;
+};
+struct Chosen {
+    MenuAction action = MenuAction::none;
+};
+struct Idle {};  // no window has been shown for a while
+struct Handled {
+    std::uint64_t messages = 0;  // since the process was started
+};
+using FromWindows = std::variant<PopoverClosed, SettingsClosed, OpenSettings, Quit, CancelSnooze,
+                                 SelectRange, SetToggle, SetNumber, SetTime, ChooseSound,
+                                 SetLaunchAtLogin, ResetHistory, Answered, Chosen, Idle, Handled>;
+
+namespace wire {
+
+template <>
+inline constexpr Appearance::Scheme last<Appearance::Scheme> = Appearance::Scheme::light;
+template <>
+inline constexpr ButtonRole last<ButtonRole> = ButtonRole::cancel;
+template <>
+inline constexpr Color last<Color> = Color::red;
+template <>
+inline constexpr MenuAction last<MenuAction> = MenuAction::quit;
+
+}  // namespace wire
+
+// The exit code of a windows process whose build is not the resident program's.
+constexpr int otherBuildExit = 3;
+
+// The windows process's descriptor of the socket.
+constexpr int windowsSocket = 3;
+
+}  // namespace vorlane::platform

@@ -1,0 +1,240 @@
+#include "platform/linux/RemoteWindows.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <utility>
+#include <variant>
+
+#include "platform/Overloaded.h"
+
+namespace vorlane::platform {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+// The press that closed the popover may also be reported as a click on the status item.
+constexpr std::chrono::milliseconds justClosed{150};
+
+// A second start has more time: a machine that is merely slow has read the files by then.
+constexpr double retryFactor = 5;
+
+std::size_t cancelButton(const AlertPanelContent& content)
+{
+    const auto cancel = std::ranges::find(content.buttons, ButtonRole::cancel, &AlertButton::role);
+    const auto index = static_cast<std::size_t>(cancel - content.buttons.begin());
+    return index < content.buttons.size() ? index : content.buttons.size() - 1;
+}
+
+// Valid for one window. Call it after the process was started, which inherits both variables: the
+// startup id of X11 is of use only there.
+std::string takeActivationToken()
+{
+    const char* const token = std::getenv("XDG_ACTIVATION_TOKEN");
+    std::string taken(token ? token : "");
+    (void)unsetenv("XDG_ACTIVATION_TOKEN");
+    (void)unsetenv("DESKTOP_STARTUP_ID");
+    return taken;
+}
+
+}  // namespace
+
+class RemoteWindows::RemotePopover : public Popover {
+public:
+    explicit RemotePopover(RemoteWindows& windows) : windows_(windows) {}
+
+    bool isShown() const override
+    {
+        const auto& popover = windows_.popover;
+        return popover.shown || Clock::now() - popover.closedByPress < justClosed;
+    }
+
+    void show(const PopoverContent& content) override
+    {
+        windows_.request([&windows = windows_, content] {
+            auto& popover = windows.popover;
+            popover.shown = windows.start();
+            windows.process.send(ShowPopover{
+                .content = content, .token = takeActivationToken(), .opening = ++popover.opening});
+        });
+    }
+
+    void update(const PopoverContent& content) override
+    {
+        windows_.process.update(UpdatePopover{content});
+    }
+
+    void performClose() override
+    {
+        if (!windows_.popover.shown) return;
+        windows_.popover.shown = false;
+        windows_.request([&windows = windows_] { windows.process.send(ClosePopover{}); });
+    }
+
+private:
+    RemoteWindows& windows_;
+};
+
+class RemoteWindows::RemoteSettingsWindow : public SettingsWindow {
+public:
+    RemoteSettingsWindow(RemoteWindows& windows, SettingsWindowFrame frame)
+        : windows_(windows), frame_(frame)
+    {}
+
+    bool isShown() const override { return windows_.settings.shown; }
+
+    void makeKeyAndOrderFront(const SettingsContent& content) override
+    {
+        windows_.request([&windows = windows_, frame = frame_, content] {
+            auto& settings = windows.settings;
+            settings.shown = windows.start();
+            windows.process.send(ShowSettings{.title = frame.title,
+                                              .width = frame.width,
+                                              .height = frame.height,
+                                              .content = content,
+                                              .token = takeActivationToken(),
+                                              .opening = ++settings.opening});
+        });
+    }
+
+    void update(const SettingsContent& content) override
+    {
+        windows_.process.update(UpdateSettings{content});
+    }
+
+private:
+    RemoteWindows& windows_;
+    SettingsWindowFrame frame_;
+};
+
+RemoteWindows::RemoteWindows(SdEventRunLoop& loop, Origin origin)
+    : loop_(loop),
+      origin_(std::move(origin)),
+      process(loop, {.program = origin_.program,
+                     .received = [this](const FromWindows& message) { take(message); },
+                     .answered = [this] { unanswered = nullptr; },
+                     .ended = [this](WindowsProcess::End how) { ended(how); },
+                     .isOfOtherBuild = [this] { origin_.refused(); }})
+{}
+
+std::unique_ptr<Popover> RemoteWindows::makePopover(PopoverIntents intents)
+{
+    popover.intents = std::move(intents);
+    return std::make_unique<RemotePopover>(*this);
+}
+
+std::unique_ptr<SettingsWindow> RemoteWindows::makeSettingsWindow(SettingsWindowFrame frame,
+                                                                  SettingsIntents intents)
+{
+    settings.intents = std::move(intents);
+    return std::make_unique<RemoteSettingsWindow>(*this, frame);
+}
+
+void RemoteWindows::runModal(const AlertPanelContent& content,
+                             std::function<void(std::size_t button)> answered)
+{
+    if (content.buttons.empty()) return;
+    const auto cancel = cancelButton(content);
+    if (!start()) {
+        loop_.async([cancel, answered = std::move(answered)] { answered(cancel); });
+        return;
+    }
+    const auto id = nextQuestion++;
+    questions.emplace(id, Question{.answered = std::move(answered), .cancel = cancel});
+    process.send(Ask{.id = id, .content = content});
+    process.expectAnswer(origin_.patience);
+}
+
+void RemoteWindows::popUpMenu(const std::vector<MenuItem>& items,
+                              std::function<void(MenuAction)> chosen)
+{
+    menuChosen = std::move(chosen);
+    request([this, items] {
+        if (start()) process.send(PopUpMenu{items});
+    });
+}
+
+void RemoteWindows::request(std::function<void()> show)
+{
+    unanswered = show;
+    show();
+    if (!process.isRunning()) unanswered = nullptr;
+    process.expectAnswer(origin_.patience);
+}
+
+bool RemoteWindows::start()
+{
+    if (process.isRunning()) return true;
+    if (!process.start()) return false;
+    process.send(appearance);
+    if (!origin_.session) return true;
+    portal.emplace(origin_.session, [this](const Appearance& next) {
+        appearance = next;
+        process.update(appearance);
+    });
+    return true;
+}
+
+void RemoteWindows::ended(WindowsProcess::End how)
+{
+    const auto again = std::exchange(unanswered, nullptr);
+    forgetWindows();
+    if (how != WindowsProcess::End::hung || !again) return;
+    again();
+    process.expectAnswer(retryFactor * origin_.patience);
+}
+
+void RemoteWindows::forgetWindows()
+{
+    portal.reset();
+    popover.shown = false;
+    settings.shown = false;
+    for (const auto& [id, question] : std::exchange(questions, {})) {
+        loop_.async([question = question] { question.answered(question.cancel); });
+    }
+}
+
+void RemoteWindows::take(const FromWindows& message)
+{
+    std::visit(
+        Overloaded{
+            [this](const PopoverClosed& one) { popoverClosed(one); },
+            [this](const SettingsClosed& one) {
+                if (one.opening == settings.opening) settings.shown = false;
+            },
+            [this](const OpenSettings&) { popover.intents.openSettings(); },
+            [this](const Quit&) { popover.intents.quit(); },
+            [this](const CancelSnooze&) { popover.intents.cancelSnooze(); },
+            [this](const SelectRange& one) { popover.intents.selectRange(one.range); },
+            [this](const SetToggle& one) { settings.intents.setToggle(one.key, one.value); },
+            [this](const SetNumber& one) { settings.intents.setNumber(one.key, one.value); },
+            [this](const SetTime& one) { settings.intents.setTime(one.key, one.time); },
+            [this](const ChooseSound& one) { settings.intents.chooseSound(one.key, one.sound); },
+            [this](const SetLaunchAtLogin& one) { settings.intents.setLaunchAtLogin(one.on); },
+            [this](const ResetHistory&) { settings.intents.resetHistory(); },
+            [this](const Answered& one) {
+                if (const auto asked = questions.extract(one.id)) {
+                    asked.mapped().answered(static_cast<std::size_t>(one.button));
+                }
+            },
+            [this](const Chosen& one) { menuChosen(one.action); },
+            [this](const Idle&) { endIfIdle(); }, [](const Handled&) {}},
+        message);
+}
+
+void RemoteWindows::popoverClosed(const PopoverClosed& message)
+{
+    if (message.opening != popover.opening || !popover.shown) return;
+    popover.shown = false;
+    if (message.byPress) popover.closedByPress = Clock::now();
+}
+
+// A message that crossed the report of idleness has yet to be handled.
+void RemoteWindows::endIfIdle()
+{
+    if (popover.shown || settings.shown || !questions.empty() || !process.hasAnswered()) return;
+    process.dismiss();
+    forgetWindows();
+}
+
+}  // namespace vorlane::platform

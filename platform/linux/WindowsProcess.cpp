@@ -1,0 +1,118 @@
+#include "platform/linux/WindowsProcess.h"
+
+#include <sys/epoll.h>
+#include <sys/socket.h>
+
+#include <optional>
+#include <utility>
+#include <variant>
+
+#include "platform/Frames.h"
+#include "platform/UiBuild.h"
+
+namespace vorlane::platform {
+
+namespace {
+
+constexpr std::size_t largestMessage = 4096;  // the largest has a settings key and a number
+
+}  // namespace
+
+WindowsProcess::WindowsProcess(SdEventRunLoop& loop, Setup setup)
+    : loop_(loop), setup_(std::move(setup)), children(loop.event())
+{
+    static_assert(ChildProcesses::passedAs == windowsSocket);
+}
+
+bool WindowsProcess::start()
+{
+    if (isRunning()) return true;
+    int ends[2];
+    if (socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, ends) != 0) return false;
+    FileDescriptor ours(ends[0]);
+    const FileDescriptor theirs(ends[1]);
+    const auto onReadable = [](sd_event_source* /*source*/, int /*socket*/,
+                               std::uint32_t /*events*/, void* self) {
+        static_cast<WindowsProcess*>(self)->receive();
+        return 0;
+    };
+    auto source = owned<EventSourcePointer>([&](sd_event_source** made) {
+        return sd_event_add_io(loop_.event(), made, ours.get(), EPOLLIN, onReadable, this);
+    });
+    const auto onExit = [this](int exitCode) {
+        if (exitCode == otherBuildExit) setup_.isOfOtherBuild();
+    };
+    if (!source ||
+        !children.start({.words = {setup_.program, uiBuild}, .passed = theirs.get()}, onExit)) {
+        return false;
+    }
+    channel = std::move(ours);
+    readable = std::move(source);
+    return true;
+}
+
+void WindowsProcess::expectAnswer(Seconds patience)
+{
+    if (!isRunning() || hasAnswered() || deadline) return;
+    deadline = loop_.after(patience, [this] { lose(End::hung); });
+}
+
+void WindowsProcess::dismiss()
+{
+    forget();
+}
+
+void WindowsProcess::sendUpdates()
+{
+    for (const auto& [kind, bytes] : std::exchange(unsent, {})) sendBytes(bytes);
+}
+
+void WindowsProcess::sendBytes(const std::string& bytes)
+{
+    if (!isRunning()) return;
+    ++sent;
+    if (!sendFrame(channel.get(), bytes)) lose(End::hung);
+}
+
+void WindowsProcess::receive()
+{
+    while (isRunning()) {
+        const auto received = receiveFrame(channel.get(), frame, largestMessage);
+        if (received == Receiving::nothing) return;
+        const auto message =
+            received == Receiving::frame ? wire::decode<FromWindows>(frame) : std::nullopt;
+        if (!message) return lose(End::gone);
+        take(*message);
+    }
+}
+
+void WindowsProcess::take(const FromWindows& message)
+{
+    const auto* const progress = std::get_if<Handled>(&message);
+    if (!progress) return setup_.received(message);
+
+    handled = progress->messages;
+    if (handled == sent) sendUpdates();
+    if (!hasAnswered()) return;
+    deadline = {};
+    setup_.answered();
+}
+
+void WindowsProcess::lose(End how)
+{
+    forget();
+    children.killAll();
+    setup_.ended(how);
+}
+
+void WindowsProcess::forget()
+{
+    readable.reset();
+    channel.reset();
+    unsent.clear();
+    deadline = {};
+    sent = 0;
+    handled = 0;
+}
+
+}  // namespace vorlane::platform

@@ -1,0 +1,162 @@
+#include "platform/qt/WindowsServer.h"
+
+#include <unistd.h>
+
+#include <QApplication>
+#include <QCursor>
+#include <chrono>
+#include <cstdlib>
+#include <utility>
+
+#include "platform/Frames.h"
+#include "platform/Overloaded.h"
+#include "platform/Wire.h"
+#include "platform/qt/AlertDialog.h"
+#include "platform/qt/TrayMenu.h"
+
+namespace vorlane::platform {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto longestIdle = 60s;
+constexpr std::size_t largestMessage = 1 << 20;  // a popover with its chart has some 20 KB
+
+// Qt takes it when the next window is shown.
+void useToken(const std::string& token)
+{
+    if (!token.empty()) qputenv("XDG_ACTIVATION_TOKEN", QByteArray::fromStdString(token));
+}
+
+}  // namespace
+
+template <typename Message>
+void WindowsServer::tell(const Message& message)
+{
+    if (!sendFrame(socket_, wire::encodeAs<FromWindows>(message))) _exit(EXIT_FAILURE);
+    idling.start();
+}
+
+WindowsServer::WindowsServer(int socket) : socket_(socket), notifier(socket, QSocketNotifier::Read)
+{
+    connect(&notifier, &QSocketNotifier::activated, this, &WindowsServer::receive);
+    idling.setInterval(longestIdle);
+    connect(&idling, &QTimer::timeout, this, &WindowsServer::reportIdleness);
+    idling.start();
+}
+
+void WindowsServer::receive()
+{
+    while (true) {
+        const auto received = receiveFrame(socket_, frame, largestMessage);
+        if (received == Receiving::nothing) return;
+        const auto message =
+            received == Receiving::frame ? wire::decode<ToWindows>(frame) : std::nullopt;
+        if (!message) _exit(EXIT_SUCCESS);
+        take(*message);
+    }
+}
+
+void WindowsServer::take(const ToWindows& message)
+{
+    std::visit(Overloaded{[this](const Appearance& one) { themes.setAppearance(one); },
+                          [this](const ShowPopover& one) { show(one); },
+                          [this](const UpdatePopover& one) {
+                              if (popover) popover->update(one.content);
+                          },
+                          [this](const ClosePopover&) {
+                              if (popover) popover->performClose();
+                          },
+                          [this](const ShowSettings& one) { show(one); },
+                          [this](const UpdateSettings& one) {
+                              if (settings) settings->update(one.content);
+                          },
+                          [this](const Ask& one) { ask(one); },
+                          [this](const PopUpMenu& one) { popUp(one); }},
+               message);
+    tell(Handled{++handled});
+}
+
+void WindowsServer::show(const ShowPopover& message)
+{
+    useToken(message.token);
+    if (!popover) {
+        popover = std::make_unique<QtPopover>(popoverIntents(), themes, [this](bool byPress) {
+            tell(PopoverClosed{.opening = popoverOpening, .byPress = byPress});
+        });
+    }
+    popoverOpening = message.opening;
+    popover->show(message.content);
+}
+
+void WindowsServer::show(const ShowSettings& message)
+{
+    useToken(message.token);
+    if (!settings) {
+        const SettingsWindowFrame size{
+            .title = message.title.c_str(), .width = message.width, .height = message.height};
+        settings = std::make_unique<QtSettingsWindow>(
+            size, settingsIntents(), themes, [this] { tell(SettingsClosed{settingsOpening}); });
+    }
+    settingsOpening = message.opening;
+    settings->makeKeyAndOrderFront(message.content);
+}
+
+void WindowsServer::ask(const Ask& message)
+{
+    auto* const above = settings && settings->widget()->isVisible() ? settings->widget() : nullptr;
+    const auto answered = [this, id = message.id](std::size_t button) {
+        tell(Answered{.id = id, .button = button});
+    };
+    auto* const dialog = new AlertDialog(message.content, above, answered);  // deletes itself
+    dialog->open();
+}
+
+void WindowsServer::popUp(const PopUpMenu& message)
+{
+    auto* const menu = new TrayMenu(  // deletes itself
+        message.items, [this](MenuAction action) { tell(Chosen{action}); });
+    menu->popup(QCursor::pos());
+}
+
+// The resident program decides on the end, since it may just have sent something.
+void WindowsServer::reportIdleness()
+{
+    for (const auto* const window : QApplication::topLevelWidgets()) {
+        if (window->isVisible()) return;
+    }
+    tell(Idle{});
+}
+
+PopoverIntents WindowsServer::popoverIntents()
+{
+    return {.openSettings = [this] { tell(OpenSettings{}); },
+            .quit = [this] { tell(Quit{}); },
+            .cancelSnooze = [this] { tell(CancelSnooze{}); },
+            .selectRange = [this](std::int64_t range) { tell(SelectRange{range}); }};
+}
+
+SettingsIntents WindowsServer::settingsIntents()
+{
+    return {.setToggle =
+                [this](const auto& key, bool value) {
+                    tell(SetToggle{key, value});
+                },
+            .setNumber =
+                [this](const auto& key, auto value) {
+                    tell(SetNumber{key, value});
+                },
+            .setTime =
+                [this](const auto& key, TimeOfDay time) {
+                    tell(SetTime{key, time});
+                },
+            .chooseSound =
+                [this](const auto& key, const auto& sound) {
+                    tell(ChooseSound{key, sound});
+                },
+            .setLaunchAtLogin = [this](bool on) { tell(SetLaunchAtLogin{on}); },
+            .resetHistory = [this] { tell(ResetHistory{}); }};
+}
+
+}  // namespace vorlane::platform

@@ -1,0 +1,77 @@
+// The windows process: started by the resident program, which is at the other end of a socket.
+#include <fcntl.h>
+#include <sys/prctl.h>
+#include <unistd.h>
+
+#include <QApplication>
+#include <QByteArray>
+#include <array>
+#include <csignal>
+#include <cstdlib>
+#include <string_view>
+
+#include "platform/UiBuild.h"
+#include "platform/WindowMessages.h"
+#include "platform/qt/AccessibleApplication.h"
+#include "platform/qt/ApplicationIcon.h"
+#include "platform/qt/WindowsServer.h"
+
+namespace vorlane::platform {
+namespace {
+
+QtMessageHandler usualHandler = nullptr;
+
+// Qt aborts where there is no display, and an abort leaves a core dump.
+void exitInPlaceOfAborting(QtMsgType type, const QMessageLogContext& context,
+                           const QString& message)
+{
+    usualHandler(type, context, message);
+    if (type == QtFatalMsg) _exit(EXIT_FAILURE);
+}
+
+void setDefault(const char* variable, const QByteArray& value)
+{
+    if (qgetenv(variable).isEmpty()) qputenv(variable, value);
+}
+
+// What Qt reads when the application object is made.
+void configureQt()
+{
+    usualHandler = qInstallMessageHandler(exitInPlaceOfAborting);
+    const bool onWayland =
+        !qgetenv("WAYLAND_DISPLAY").isEmpty() || qEnvironmentVariableIsSet("WAYLAND_SOCKET");
+    setDefault("QT_QPA_PLATFORM", onWayland ? "wayland;xcb" : "xcb");
+    // Nothing is drawn by OpenGL, whose drivers would take more memory than all the rest.
+    setDefault("QT_XCB_GL_INTEGRATION", "none");
+    // A saved session would start this file, beside the resident program's autostart entry.
+    QCoreApplication::setAttribute(Qt::AA_DisableSessionManager);
+}
+
+int showWindows()
+{
+    (void)fcntl(windowsSocket, F_SETFD, FD_CLOEXEC);
+    (void)prctl(PR_SET_PDEATHSIG, SIGKILL);  // a hung process would not see its socket close
+    configureQt();
+
+    std::array<char, 8> name{"vorlane"};
+    std::array<char*, 2> words{name.data(), nullptr};
+    int count = 1;
+    const QApplication application(count, words.data());
+    QApplication::setQuitOnLastWindowClosed(false);
+    QApplication::setApplicationName("Vorlane");
+    QGuiApplication::setDesktopFileName("org.vorlane.Vorlane");
+    AccessibleApplication::install();
+    QApplication::setWindowIcon(applicationIcon());
+    const WindowsServer server(windowsSocket);
+    return QApplication::exec();
+}
+
+}  // namespace
+}  // namespace vorlane::platform
+
+int main(int count, char** words)
+{
+    using namespace vorlane::platform;
+    if (count < 2 || std::string_view(words[1]) != uiBuild) return otherBuildExit;
+    return showWindows();
+}
