@@ -215,7 +215,9 @@ void SettingsView::setNumber(const std::string& key, std::int64_t value)
 
 void SettingsView::setTime(const std::string& key, TimeOfDay time)
 {
-    tools_.defaults.set(key, time.hour * 60 + time.minute);
+    const auto hour = std::clamp<std::int64_t>(time.hour, 0, 23);
+    const auto minute = std::clamp<std::int64_t>(time.minute, 0, 59);
+    tools_.defaults.set(key, hour * 60 + minute);
 }
 
 void SettingsView::chooseSound(const std::string& key, const std::string& sound)

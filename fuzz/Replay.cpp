@@ -34,7 +34,8 @@ const std::map<std::string, Target> targets{{"alerts", alerts},
                                             {"supplies", supplies},
                                             {"upower", upower},
                                             {"notifications", notifications},
-                                            {"tray", tray}};
+                                            {"tray", tray},
+                                            {"windows", windows}};
 
 constexpr std::size_t longestCase = 4096;
 std::string target;  // that runs now

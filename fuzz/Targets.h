@@ -17,4 +17,6 @@ void upower(Input input);
 void notifications(Input input);
 void tray(Input input);
 
+void windows(Input input);  // the messages between the program and its windows process
+
 }  // namespace vorlane::fuzz

@@ -4,7 +4,6 @@
 
 #include <QApplication>
 #include <QCursor>
-#include <chrono>
 #include <cstdlib>
 #include <utility>
 
@@ -18,9 +17,6 @@ namespace vorlane::platform {
 
 namespace {
 
-using namespace std::chrono_literals;
-
-constexpr auto longestIdle = 60s;
 constexpr std::size_t largestMessage = 1 << 20;  // a popover with its chart has some 20 KB
 
 // Qt takes it when the next window is shown.
@@ -38,10 +34,11 @@ void WindowsServer::tell(const Message& message)
     idling.start();
 }
 
-WindowsServer::WindowsServer(int socket) : socket_(socket), notifier(socket, QSocketNotifier::Read)
+WindowsServer::WindowsServer(int socket, std::chrono::milliseconds idleness)
+    : socket_(socket), notifier(socket, QSocketNotifier::Read)
 {
     connect(&notifier, &QSocketNotifier::activated, this, &WindowsServer::receive);
-    idling.setInterval(longestIdle);
+    idling.setInterval(idleness);
     connect(&idling, &QTimer::timeout, this, &WindowsServer::reportIdleness);
     idling.start();
 }

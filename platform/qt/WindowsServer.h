@@ -4,6 +4,7 @@
 #include <QObject>
 #include <QSocketNotifier>
 #include <QTimer>
+#include <chrono>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -15,12 +16,15 @@
 
 namespace vorlane::platform {
 
-// Ends the process when the resident program closes the socket or sends what is no message.
+// Exits the process when the resident program closes the socket or sends what is no message.
 class WindowsServer : public QObject {
     Q_OBJECT
 
 public:
-    explicit WindowsServer(int socket);
+    static constexpr std::chrono::milliseconds usualIdleness{60'000};
+
+    // After `idleness` without a visible window it reports that none is needed.
+    explicit WindowsServer(int socket, std::chrono::milliseconds idleness = usualIdleness);
 
 private:
     void receive();

@@ -183,6 +183,13 @@ TEST_F(SettingsIntentsTest, StoresAPickedTimeInMinutes)
     EXPECT_EQ(stored("quietStart"), whole(1439));
 }
 
+TEST_F(SettingsIntentsTest, StoresTimesOfTheDayAlone)
+{
+    intents.setTime("quietStart", {.hour = std::numeric_limits<std::int64_t>::max(), .minute = -1});
+
+    EXPECT_EQ(stored("quietStart"), whole(23 * 60));
+}
+
 TEST_F(SettingsIntentsTest, PlaysAChosenSoundOnce)
 {
     intents.chooseSound("limitSound", "Sosumi");

@@ -1,0 +1,39 @@
+// The messages between the program and its windows process, well made or not: bytes that are read
+// as a message are those that this message is written as, and nothing else is read.
+#include <string>
+#include <variant>
+
+#include "fuzz/Require.h"
+#include "fuzz/Targets.h"
+#include "platform/WindowMessages.h"
+
+namespace vorlane::fuzz {
+
+namespace {
+
+template <typename Message>
+std::string written(const Message& message)
+{
+    return std::visit([](const auto& one) { return platform::wire::encodeAs<Message>(one); },
+                      message);
+}
+
+template <typename Message>
+void check(const std::string& bytes)
+{
+    const auto message = platform::wire::decode<Message>(bytes);
+    if (!message) return;
+    require(written(*message) == bytes, "a message is written as it was read");
+}
+
+}  // namespace
+
+void windows(Input input)
+{
+    const bool toWindows = input.flag();
+    const auto bytes = input.rest();
+    if (toWindows) return check<platform::ToWindows>(bytes);
+    check<platform::FromWindows>(bytes);
+}
+
+}  // namespace vorlane::fuzz
