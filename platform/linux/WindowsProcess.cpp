@@ -54,7 +54,10 @@ bool WindowsProcess::start()
 void WindowsProcess::expectAnswer(Seconds patience)
 {
     if (!isRunning() || hasAnswered() || deadline) return;
-    deadline = loop_.after(patience, [this] { lose(End::hung); });
+    deadline = loop_.after(patience, [this] {
+        receive();  // the answer may have come while this process was busy
+        if (isRunning() && !hasAnswered()) lose(End::hung);
+    });
 }
 
 void WindowsProcess::dismiss()
@@ -71,7 +74,9 @@ void WindowsProcess::sendBytes(const std::string& bytes)
 {
     if (!isRunning()) return;
     ++sent;
-    if (!sendFrame(channel.get(), bytes)) lose(End::hung);
+    if (sendFrame(channel.get(), bytes)) return;
+    end = End::hung;
+    children.killAll();  // which closes the socket
 }
 
 void WindowsProcess::receive()
@@ -81,7 +86,7 @@ void WindowsProcess::receive()
         if (received == Receiving::nothing) return;
         const auto message =
             received == Receiving::frame ? wire::decode<FromWindows>(frame) : std::nullopt;
-        if (!message) return lose(End::gone);
+        if (!message) return lose(end);
         take(*message);
     }
 }
@@ -113,6 +118,7 @@ void WindowsProcess::forget()
     deadline = {};
     sent = 0;
     handled = 0;
+    end = End::gone;
 }
 
 }  // namespace vorlane::platform

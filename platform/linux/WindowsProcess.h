@@ -21,14 +21,15 @@ class WindowsProcess {
 public:
     enum class End {
         gone,  // it exited or crashed, or sent what is no message
-        hung   // it did not answer in time, or left its buffer full
+        hung   // it did not answer in time, or could not be sent a message
     };
 
     struct Setup {
         std::string program;  // the path of its file
         std::function<void(const FromWindows&)> received;
-        std::function<void()> answered;        // it has handled every message
-        std::function<void(End how)> ended;    // its windows are gone
+        std::function<void()> answered;  // it has handled every message
+        // Its windows are gone. Called by the loop, never by an operation of this class.
+        std::function<void(End how)> ended;
         std::function<void()> isOfOtherBuild;  // and exited at once
     };
 
@@ -83,6 +84,7 @@ private:
     std::uint64_t sent = 0;                     // messages to the running process
     std::uint64_t handled = 0;                  // of these, by its own count
     std::map<std::size_t, std::string> unsent;  // updates, by the type's index
+    End end = End::gone;                        // how it ends if the socket closes now
     Subscription deadline;
     ChildProcesses children;
 };

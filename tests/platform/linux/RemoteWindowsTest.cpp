@@ -374,6 +374,22 @@ TEST_F(HungProcessTest, IsNoneThatAnswers)
     EXPECT_TRUE(hasChildren());
 }
 
+TEST_F(RemoteWindowsTest, RepeatsARequestToAProcessThatHasJustDied)
+{
+    open();
+    popover->update(popoverSaying("one"));
+    popover->update(popoverSaying("two"));
+    puppet.die();
+
+    popover->show(popoverSaying("second"));
+
+    ASSERT_TRUE(puppet.takeOver());
+    EXPECT_THAT(said(), ElementsAre("appearance", "show second"));
+    puppet.say(PopoverClosed{.opening = 3, .byPress = false});
+    turn();
+    EXPECT_FALSE(popover->isShown()) << "the third is the one on the screen";
+}
+
 TEST_F(RemoteWindowsTest, EndsAnIdleProcess)
 {
     open();
