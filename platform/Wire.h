@@ -1,7 +1,8 @@
 // Records as bytes and back, between two processes of the same build on one machine.
-// An aggregate is its members in their order; integers have the machine's size and byte order.
+// An aggregate is its members in their order; numbers have the machine's size and byte order.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <cstring>
 #include <optional>
@@ -36,159 +37,133 @@ inline constexpr std::uint8_t indexIn =
         return before;
     }(std::type_identity<Variant>());
 
-class Writer {
-public:
-    template <typename... T>
-    void operator()(const T&... values)
+// Copies values into bytes.
+struct Writer {
+    void copy(const void* value, std::size_t size)
     {
-        (put(values), ...);
+        bytes.append(static_cast<const char*>(value), size);
     }
+    static bool hasRoomFor(std::size_t /*count*/) { return true; }
 
     std::string bytes;
-
-private:
-    template <Number T>
-    void put(T value)
-    {
-        bytes.append(reinterpret_cast<const char*>(&value), sizeof value);
-    }
-
-    void put(bool value) { put(static_cast<std::uint8_t>(value)); }
-
-    template <typename T>
-    requires std::is_enum_v<T>
-    void put(T value)
-    {
-        static_assert(last<T> <= static_cast<T>(255));
-        put(static_cast<std::uint8_t>(value));
-    }
-
-    void put(const std::string& text)
-    {
-        put(static_cast<std::uint32_t>(text.size()));
-        bytes.append(text);
-    }
-
-    template <typename T>
-    void put(const std::optional<T>& value)
-    {
-        put(value.has_value());
-        if (value) put(*value);
-    }
-
-    template <typename T>
-    void put(const std::vector<T>& values)
-    {
-        put(static_cast<std::uint32_t>(values.size()));
-        for (const auto& value : values) put(value);
-    }
-
-    template <typename... T>
-    void put(const std::variant<T...>& value)
-    {
-        put(static_cast<std::uint8_t>(value.index()));
-        std::visit([this](const auto& one) { put(one); }, value);
-    }
-
-    template <typename T>
-    requires std::is_aggregate_v<T>
-    void put(const T& record) { std::apply(*this, fieldsOf(record)); }
+    bool good = true;
 };
 
-// After the first value that does not fit, `good` is false and all further values are empty.
-class Reader {
+// Copies bytes into values. After the first value that does not fit, `good` is false and all
+// further values are zero.
+struct Reader {
+    void copy(void* value, std::size_t size)
+    {
+        good = good && size <= bytes.size();
+        if (!good) return void(std::memset(value, 0, size));
+        std::memcpy(value, bytes.data(), size);
+        bytes.remove_prefix(size);
+    }
+    // Each element takes a byte or more.
+    bool hasRoomFor(std::size_t count) const { return count <= bytes.size(); }
+
+    std::string_view bytes;
+    bool good = true;
+};
+
+// Takes a value apart, the same way for a writer and a reader. What is read into is empty before.
+template <typename Bytes>
+class Walk {
 public:
-    explicit Reader(std::string_view bytes) : rest(bytes) {}
+    explicit Walk(Bytes& bytes) : bytes_(bytes) {}
 
     template <typename... T>
     void operator()(T&... values)
     {
-        (get(values), ...);
+        (visit(values), ...);
     }
-
-    bool good = true;
-    std::string_view rest;
 
 private:
-    std::string_view take(std::size_t count)
-    {
-        good = good && count <= rest.size();
-        if (!good) return {};
-        const auto taken = rest.substr(0, count);
-        rest.remove_prefix(count);
-        return taken;
-    }
-
     template <Number T>
-    void get(T& value)
+    void visit(T& value)
     {
-        if (const auto bytes = take(sizeof value); good)
-            std::memcpy(&value, bytes.data(), sizeof value);
+        bytes_.copy(&value, sizeof value);
     }
 
-    std::uint8_t byteUpTo(std::uint8_t largest)
+    std::uint8_t byte(std::size_t value, std::size_t largest)
     {
-        std::uint8_t byte = 0;
-        get(byte);
-        if (byte > largest) good = false;
-        return good ? byte : std::uint8_t{0};
+        auto byte = static_cast<std::uint8_t>(value);
+        visit(byte);
+        if (byte > largest) bytes_.good = false;
+        return bytes_.good ? byte : std::uint8_t{0};
     }
 
-    void get(bool& value) { value = byteUpTo(1) == 1; }
+    void visit(bool& value) { value = byte(value ? 1 : 0, 1) == 1; }
 
     template <typename T>
     requires std::is_enum_v<T>
-    void get(T& value) { value = static_cast<T>(byteUpTo(static_cast<std::uint8_t>(last<T>))); }
-
-    std::uint32_t count()
+    void visit(T& value)
     {
-        std::uint32_t number = 0;
-        get(number);
-        if (number > rest.size()) good = false;  // each element takes a byte or more
-        return good ? number : 0;
+        value = static_cast<T>(
+            byte(static_cast<std::size_t>(value), static_cast<std::size_t>(last<T>)));
     }
 
-    void get(std::string& text) { text = take(count()); }
-
-    template <typename T>
-    void get(std::optional<T>& value)
+    std::size_t count(std::size_t value)
     {
-        bool there = false;
-        get(there);
-        if (there) get(value.emplace());
+        auto number = static_cast<std::uint32_t>(value);
+        visit(number);
+        if (!bytes_.hasRoomFor(number)) bytes_.good = false;
+        return bytes_.good ? number : 0;
+    }
+
+    void visit(std::string& text)
+    {
+        text.resize(count(text.size()));
+        bytes_.copy(text.data(), text.size());
     }
 
     template <typename T>
-    void get(std::vector<T>& values)
+    void visit(std::optional<T>& value)
     {
-        values.clear();
-        for (auto left = count(); left > 0 && good; --left) get(values.emplace_back());
+        bool isThere = value.has_value();
+        visit(isThere);
+        if (isThere) visit(value ? *value : value.emplace());
+    }
+
+    template <typename T>
+    void visit(std::vector<T>& values)
+    {
+        const auto size = count(values.size());
+        for (std::size_t i = 0; i < size && bytes_.good; ++i) {
+            visit(i < values.size() ? values[i] : values.emplace_back());
+        }
     }
 
     template <typename... T>
-    void get(std::variant<T...>& value)
+    void visit(std::variant<T...>& value)
     {
-        const auto index = byteUpTo(sizeof...(T) - 1);
-        if (good) getAs(value, index, std::index_sequence_for<T...>());
+        const auto index = byte(value.index(), sizeof...(T) - 1);
+        std::uint8_t tried = 0;
+        (void)((tried++ == index && (visitAs<T>(value), true)) || ...);
     }
 
-    template <typename Variant, std::size_t... indices>
-    void getAs(Variant& value, std::size_t index, std::index_sequence<indices...> /*all*/)
+    template <typename T, typename Variant>
+    void visitAs(Variant& value)
     {
-        (void)((indices == index && (get(value.template emplace<indices>()), true)) || ...);
+        auto* const held = std::get_if<T>(&value);
+        visit(held ? *held : value.template emplace<T>());
     }
 
     template <typename T>
     requires std::is_aggregate_v<T>
-    void get(T& record) { std::apply(*this, fieldsOf(record)); }
+    void visit(T& record) { std::apply(*this, fieldsOf(record)); }
+
+    Bytes& bytes_;
 };
 
-// As the variant's encoding when it holds `value`, without a copy of the value.
+// As the variant's encoding when it holds `value`.
 template <typename Variant, typename T>
-std::string encodeAs(const T& value)
+std::string encodeAs(T value)
 {
     Writer writer;
-    writer(indexIn<Variant, T>, value);
+    auto index = indexIn<Variant, T>;
+    Walk walk(writer);
+    walk(index, value);
     return std::move(writer.bytes);
 }
 
@@ -196,10 +171,11 @@ std::string encodeAs(const T& value)
 template <typename T>
 std::optional<T> decode(std::string_view bytes)
 {
+    Reader reader{.bytes = bytes};
     std::optional<T> value(std::in_place);
-    Reader reader(bytes);
-    reader(*value);
-    return reader.good && reader.rest.empty() ? std::move(value) : std::nullopt;
+    Walk walk(reader);
+    walk(*value);
+    return reader.good && reader.bytes.empty() ? std::move(value) : std::nullopt;
 }
 
 }  // namespace vorlane::platform::wire

@@ -1,18 +1,11 @@
 #include "platform/linux/ChildProcesses.h"
 
 #include <fcntl.h>
-#include <poll.h>
 #include <spawn.h>
-#include <sys/epoll.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <csignal>
 #include <utility>
-
-extern "C" {  // which the C library's header leaves out up to 2.36
-#include <sys/pidfd.h>
-}
 
 namespace vorlane::platform {
 
@@ -45,88 +38,65 @@ public:
         (void)posix_spawn_file_actions_destroy(&files_);
     }
 
-    const posix_spawnattr_t* attributes() const { return &attributes_; }
-    const posix_spawn_file_actions_t* files() const { return &files_; }
+    // The process's id; 0 when it could not be started.
+    pid_t spawn(const std::vector<char*>& arguments) const
+    {
+        pid_t id = 0;
+        const int error =
+            posix_spawn(&id, arguments.front(), &files_, &attributes_, arguments.data(), environ);
+        return error == 0 ? id : 0;
+    }
 
 private:
     posix_spawnattr_t attributes_{};
     posix_spawn_file_actions_t files_{};
 };
 
-FileDescriptor spawn(ChildProcesses::Program program)
-{
-    std::vector<char*> arguments;
-    for (auto& word : program.words) arguments.push_back(word.data());
-    arguments.push_back(nullptr);
-    const SpawnOptions options(program);
-    pid_t id = 0;
-    if (posix_spawn(&id, arguments[0], options.files(), options.attributes(), arguments.data(),
-                    environ) != 0) {
-        return {};
-    }
-    FileDescriptor process(pidfd_open(id, 0));
-    if (!process) {  // its exit could not be noticed
-        (void)kill(id, SIGKILL);
-        (void)waitpid(id, nullptr, 0);
-    }
-    return process;
-}
-
-int reap(int process)
-{
-    siginfo_t result{};
-    (void)waitid(P_PIDFD, static_cast<id_t>(process), &result, WEXITED | WNOHANG);
-    return result.si_code == CLD_EXITED ? result.si_status : -1;
-}
-
-void killOnly(const FileDescriptor& process)
-{
-    (void)pidfd_send_signal(process.get(), SIGKILL, nullptr, 0);
-}
-
-// Without the loop. A killed process exits within moments.
-void killAndReap(const FileDescriptor& process)
-{
-    constexpr int longest = 1000;  // milliseconds
-    killOnly(process);
-    pollfd exit{.fd = process.get(), .events = POLLIN, .revents = 0};
-    (void)poll(&exit, 1, longest);
-    (void)reap(process.get());
-}
-
 }  // namespace
 
-ChildProcesses::~ChildProcesses()
+ChildProcesses::ChildProcesses(sd_event* event) : event_(event)
 {
-    for (const auto& child : children) killAndReap(child.process);
+    sigset_t exits;
+    (void)sigemptyset(&exits);
+    (void)sigaddset(&exits, SIGCHLD);
+    (void)pthread_sigmask(SIG_BLOCK, &exits, nullptr);
 }
 
 bool ChildProcesses::start(Program program, Exited exited)
 {
-    auto process = spawn(std::move(program));
-    if (!process) return false;
-    auto& child =
-        children.emplace_back(Child{std::move(process), nullptr, std::move(exited), this});
-    child.exit = owned<EventSourcePointer>([&](sd_event_source** source) {
-        return sd_event_add_io(event_, source, child.process.get(), EPOLLIN, onExit, &child);
+    std::vector<char*> arguments;
+    for (auto& word : program.words) arguments.push_back(word.data());
+    arguments.push_back(nullptr);
+    const auto id = SpawnOptions(program).spawn(arguments);
+    if (id == 0) return false;
+
+    auto& child = children.emplace_back(Child{nullptr, std::move(exited), this});
+    child.source = owned<EventSourcePointer>([&](sd_event_source** source) {
+        return sd_event_add_child(event_, source, id, WEXITED, onExit, &child);
     });
-    if (child.exit) return true;
-    killAndReap(child.process);
-    children.pop_back();
+    if (child.source) {
+        // From now on sd-event kills and reaps it with its source.
+        (void)sd_event_source_set_child_process_own(child.source.get(), 1);
+        return true;
+    }
+    children.pop_back();  // its exit could not be noticed
+    (void)kill(id, SIGKILL);
+    (void)waitpid(id, nullptr, 0);
     return false;
 }
 
 void ChildProcesses::killAll()
 {
-    for (const auto& child : children) killOnly(child.process);
+    for (const auto& child : children) {
+        (void)sd_event_source_send_child_signal(child.source.get(), SIGKILL, nullptr, 0);
+    }
 }
 
-int ChildProcesses::onExit(sd_event_source* /*source*/, int process, std::uint32_t /*events*/,
-                           void* child)
+int ChildProcesses::onExit(sd_event_source* /*source*/, const siginfo_t* how, void* child)
 {
-    const int code = reap(process);
     auto* const gone = static_cast<Child*>(child);
     const auto exited = std::move(gone->exited);
+    const int code = how->si_code == CLD_EXITED ? how->si_status : -1;
     gone->owner->children.remove_if([gone](const Child& one) { return &one == gone; });
     if (exited) exited(code);
     return 0;

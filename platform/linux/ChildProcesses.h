@@ -1,25 +1,23 @@
-// The processes that this one started, each watched by a pidfd and reaped when it exits.
+// The processes that this one started, which sd-event watches by pidfd and reaps.
 #pragma once
 
+#include <csignal>
 #include <functional>
 #include <list>
 #include <string>
 #include <vector>
 
-#include "platform/linux/FileDescriptor.h"
 #include "platform/linux/SdBus.h"
 
 namespace vorlane::platform {
 
 class ChildProcesses {
 public:
-    // `event` outlives this object.
-    explicit ChildProcesses(sd_event* event) : event_(event) {}
+    // Blocks SIGCHLD, as sd-event wants it. `event` outlives this object, which kills the processes
+    // that still run when it is destroyed, without a call of `exited`.
+    explicit ChildProcesses(sd_event* event);
     ChildProcesses(const ChildProcesses&) = delete;
     ChildProcesses& operator=(const ChildProcesses&) = delete;
-
-    // Kills the ones that still run; their `exited` is not called.
-    ~ChildProcesses();
 
     struct Program {
         std::vector<std::string> words;  // the first is the path
@@ -37,12 +35,11 @@ public:
 
 private:
     struct Child {
-        FileDescriptor process;
-        EventSourcePointer exit;
+        EventSourcePointer source;
         Exited exited;
         ChildProcesses* owner;
     };
-    static int onExit(sd_event_source* source, int process, std::uint32_t events, void* child);
+    static int onExit(sd_event_source* source, const siginfo_t* how, void* child);
 
     sd_event* event_;
     std::list<Child> children;

@@ -1,16 +1,15 @@
 #include "platform/linux/PluginFile.h"
 
 #include <dlfcn.h>
-#include <elf.h>
+#include <fcntl.h>
 #include <link.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include <cstdint>
 #include <cstring>
-#include <new>
-#include <optional>
 
-#include "platform/UiBuild.h"
-#include "platform/linux/Files.h"
+#include "platform/linux/FileDescriptor.h"
 #include "platform/linux/Installation.h"
 
 namespace vorlane::platform {
@@ -19,41 +18,25 @@ namespace {
 
 // The section headers are what linkers write last. The dynamic linker maps what the program
 // headers promise without asking whether it is there, and dies of a page that is not.
-bool isWhole(const std::string& file)
+bool isWhole(const std::string& path)
 {
+    const FileDescriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    struct stat info {};
+    if (!file || fstat(file.get(), &info) != 0 || !S_ISREG(info.st_mode)) return false;
     ElfW(Ehdr) header;
-    if (file.size() < sizeof header) return false;
-    std::memcpy(&header, file.data(), sizeof header);
+    if (pread(file.get(), &header, sizeof header, 0) != sizeof header) return false;
     if (std::memcmp(header.e_ident, ELFMAG, SELFMAG) != 0 || header.e_shoff == 0) return false;
-    return header.e_shoff <= file.size() &&
-           std::uint64_t{header.e_shnum} * header.e_shentsize <= file.size() - header.e_shoff;
-}
-
-constexpr std::size_t largest = 64 << 20;  // bytes; a sanitized build takes twenty
-
-bool isOurs(const std::string& file)
-{
-    return file.find(uiBuild) != std::string::npos;
-}
-
-// The one place of the resident part that asks for megabytes at once.
-bool isFit(const std::string& path)
-{
-    try {
-        const auto file = readFile(path, largest);
-        return file && isWhole(*file) && isOurs(*file);
-    } catch (const std::bad_alloc&) {
-        return false;
-    }
+    const auto sectionHeaders = std::uint64_t{header.e_shnum} * header.e_shentsize;
+    return header.e_shoff + sectionHeaders <= static_cast<std::uint64_t>(info.st_size);
 }
 
 }  // namespace
 
 void* openPlugin(const std::string& path, const char* entryName)
 {
-    if (!isFit(path)) return nullptr;
+    if (!isWhole(path)) return nullptr;
 
-    // Never closed: a toolkit leaves threads and handlers behind that need its code.
+    // Never closed, since what it made needs its code.
     void* const library = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
     return library ? dlsym(library, entryName) : nullptr;
 }

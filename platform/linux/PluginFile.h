@@ -5,8 +5,8 @@
 
 namespace vorlane::platform {
 
-// The plugin's function of that name. Null when the file is missing, cut short or of another build,
-// or cannot be linked.
+// The plugin's function of that name. Null when the file is missing or cut short, or cannot be
+// linked.
 void* openPlugin(const std::string& path, const char* entryName);
 
 // Beside the running program.

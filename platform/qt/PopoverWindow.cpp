@@ -43,7 +43,9 @@ PopoverWindow::PopoverWindow(QWidget* content, ClosedByUser closedByUser)
     qApp->installEventFilter(this);
     resting.setSingleShot(true);
     resting.setInterval(150ms);
-    connect(&resting, &QTimer::timeout, this, &PopoverWindow::rested);
+    connect(&resting, &QTimer::timeout, this, [this] {
+        if (const auto pointer = std::exchange(waiting, std::nullopt)) openAt(*pointer);
+    });
     // Where the focus follows the pointer, it goes astray on the way from the bar to here.
     leaving.setSingleShot(true);
     leaving.setInterval(400ms);
@@ -67,6 +69,10 @@ PopoverWindow::PopoverWindow(QWidget* content, ClosedByUser closedByUser)
 
 void PopoverWindow::openAt(QPoint pointer)
 {
+    if (isResting()) {
+        waiting = pointer;
+        return;
+    }
     // On Wayland some compositors ignore a window that asks for the keyboard; a new one gets it,
     // and appears on the workspace in use.
     if (!canGrabPointer() && !isActiveWindow()) hide();
@@ -79,6 +85,12 @@ void PopoverWindow::openAt(QPoint pointer)
     }
     raise();
     activateWindow();
+}
+
+void PopoverWindow::dismiss()
+{
+    waiting.reset();
+    hide();
 }
 
 // On X, Qt notices 0.1 s late that a closed popup has lost the focus, and then closes any popup

@@ -5,6 +5,7 @@
 #include <QTimer>
 #include <QWidget>
 #include <functional>
+#include <optional>
 
 #include "platform/qt/ScrollPane.h"
 #include "platform/qt/SwayPlacer.h"
@@ -25,18 +26,15 @@ public:
     PopoverWindow(QWidget* content, ClosedByUser closedByUser);
 
     // Opens beside the panel at the pointer's position, or brings the open window to the front.
-    // Gives it the keyboard.
+    // Gives it the keyboard. Right after a closing it may open a moment later.
     void openAt(QPoint pointer);
 
-    // Was closed a moment ago and cannot be opened until `rested`.
-    bool isResting() const;
+    // Also when it has yet to open.
+    void dismiss();
 
     // Takes the size that the content now has, as far as the screen has room for it, and stays
     // beside the panel.
     void fit();
-
-Q_SIGNALS:
-    void rested();
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -48,12 +46,14 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
+    bool isResting() const;
     void place();
 
     ClosedByUser closedByUser_;
     ScrollPane* pane;
-    QTimer resting;  // since it was closed
-    QTimer leaving;  // runs while another window is active
+    QTimer resting;                 // since it was closed
+    std::optional<QPoint> waiting;  // for the end of that, to open there
+    QTimer leaving;                 // runs while another window is active
     SwayPlacer sway;
     QPoint pointer_;
 };

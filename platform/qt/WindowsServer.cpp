@@ -38,6 +38,7 @@ WindowsServer::WindowsServer(int socket, std::chrono::milliseconds idleness)
     : socket_(socket), notifier(socket, QSocketNotifier::Read)
 {
     connect(&notifier, &QSocketNotifier::activated, this, &WindowsServer::receive);
+    connect(&themes, &ThemeSource::changed, this, &WindowsServer::followTheme);
     idling.setInterval(idleness);
     connect(&idling, &QTimer::timeout, this, &WindowsServer::reportIdleness);
     idling.start();
@@ -59,15 +60,13 @@ void WindowsServer::take(const ToWindows& message)
 {
     std::visit(Overloaded{[this](const Appearance& one) { themes.setAppearance(one); },
                           [this](const ShowPopover& one) { show(one); },
-                          [this](const UpdatePopover& one) {
-                              if (popover) popover->update(one.content);
-                          },
+                          [this](const UpdatePopover& one) { update(one); },
                           [this](const ClosePopover&) {
-                              if (popover) popover->performClose();
+                              if (popover) popover->dismiss();
                           },
                           [this](const ShowSettings& one) { show(one); },
                           [this](const UpdateSettings& one) {
-                              if (settings) settings->update(one.content);
+                              if (form) form->setContent(one.content);
                           },
                           [this](const Ask& one) { ask(one); },
                           [this](const PopUpMenu& one) { popUp(one); }},
@@ -75,16 +74,33 @@ void WindowsServer::take(const ToWindows& message)
     tell(Handled{++handled});
 }
 
+void WindowsServer::followTheme() const
+{
+    if (panel) panel->setTheme(themes.current());
+    if (form) form->setTheme(themes.current());
+}
+
 void WindowsServer::show(const ShowPopover& message)
 {
+    const auto pointer = QCursor::pos();  // now, before the hand moves on
     useToken(message.token);
     if (!popover) {
-        popover = std::make_unique<QtPopover>(popoverIntents(), themes, [this](bool byPress) {
+        panel = new PopoverPanel(popoverIntents());
+        popover = std::make_unique<PopoverWindow>(panel, [this](bool byPress) {
             tell(PopoverClosed{.opening = popoverOpening, .byPress = byPress});
         });
+        followTheme();
     }
     popoverOpening = message.opening;
-    popover->show(message.content);
+    update({message.content});
+    popover->openAt(pointer);
+}
+
+void WindowsServer::update(const UpdatePopover& message)
+{
+    if (!popover) return;
+    panel->setContent(message.content);
+    popover->fit();
 }
 
 void WindowsServer::show(const ShowSettings& message)
@@ -93,16 +109,19 @@ void WindowsServer::show(const ShowSettings& message)
     if (!settings) {
         const SettingsWindowFrame size{
             .title = message.title.c_str(), .width = message.width, .height = message.height};
-        settings = std::make_unique<QtSettingsWindow>(
-            size, settingsIntents(), themes, [this] { tell(SettingsClosed{settingsOpening}); });
+        form = new SettingsForm(settingsIntents());
+        settings = std::make_unique<SettingsFrame>(
+            size, form, [this] { tell(SettingsClosed{settingsOpening}); });
+        followTheme();
     }
     settingsOpening = message.opening;
-    settings->makeKeyAndOrderFront(message.content);
+    form->setContent(message.content);
+    settings->bringToFront();
 }
 
 void WindowsServer::ask(const Ask& message)
 {
-    auto* const above = settings && settings->widget()->isVisible() ? settings->widget() : nullptr;
+    auto* const above = settings && settings->isVisible() ? settings.get() : nullptr;
     const auto answered = [this, id = message.id](std::size_t button) {
         tell(Answered{.id = id, .button = button});
     };

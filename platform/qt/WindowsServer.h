@@ -10,8 +10,10 @@
 #include <string>
 
 #include "platform/WindowMessages.h"
-#include "platform/qt/QtPopover.h"
-#include "platform/qt/QtSettingsWindow.h"
+#include "platform/qt/PopoverPanel.h"
+#include "platform/qt/PopoverWindow.h"
+#include "platform/qt/SettingsForm.h"
+#include "platform/qt/SettingsFrame.h"
 #include "platform/qt/ThemeSource.h"
 
 namespace vorlane::platform {
@@ -31,7 +33,9 @@ private:
     void take(const ToWindows& message);
     template <typename Message>
     void tell(const Message& message);
+    void followTheme() const;
     void show(const ShowPopover& message);
+    void update(const UpdatePopover& message);
     void show(const ShowSettings& message);
     void ask(const Ask& message);
     void popUp(const PopUpMenu& message);
@@ -43,8 +47,10 @@ private:
     QSocketNotifier notifier;
     QTimer idling;
     ThemeSource themes;
-    std::unique_ptr<QtPopover> popover;
-    std::unique_ptr<QtSettingsWindow> settings;
+    std::unique_ptr<PopoverWindow> popover;  // made when it is first shown
+    PopoverPanel* panel = nullptr;           // in it
+    std::unique_ptr<SettingsFrame> settings;
+    SettingsForm* form = nullptr;
     std::uint64_t popoverOpening = 0;
     std::uint64_t settingsOpening = 0;
     std::string frame;

@@ -63,10 +63,11 @@ Record sample()
 }
 
 template <typename T>
-std::string bytesOf(const T& value)
+std::string bytesOf(T value)
 {
     wire::Writer writer;
-    writer(value);
+    wire::Walk walk(writer);
+    walk(value);
     return writer.bytes;
 }
 

@@ -1,4 +1,4 @@
-#include "platform/qt/QtPopover.h"
+#include "platform/qt/PopoverWindow.h"
 
 #include <gtest/gtest.h>
 
@@ -8,22 +8,25 @@
 #include <optional>
 
 #include "SampleContent.h"
+#include "platform/qt/PopoverPanel.h"
+#include "platform/qt/ThemeSource.h"
 
 namespace vorlane::platform {
 namespace {
 
 class PopoverWindowTest : public testing::Test {
 protected:
+    PopoverWindowTest() { panel->setTheme(themes.current()); }
+
     ThemeSource themes;
-    QtPopover popover{{.openSettings = [] {},
-                       .quit = [] {},
-                       .cancelSnooze = [] {},
-                       .selectRange = [](std::int64_t) {}},
-                      themes,
-                      [this](bool byPress) {
-                          ++closings;
-                          closedByPress = byPress;
-                      }};
+    PopoverPanel* panel = new PopoverPanel({.openSettings = [] {},
+                                            .quit = [] {},
+                                            .cancelSnooze = [] {},
+                                            .selectRange = [](std::int64_t) {}});
+    PopoverWindow popover{panel, [this](bool byPress) {
+                              ++closings;
+                              closedByPress = byPress;
+                          }};
     int closings = 0;  // by the user
     bool closedByPress = false;
     PopoverContent content = noBattery();
@@ -36,9 +39,17 @@ protected:
         return nullptr;
     }
 
+    void show(const PopoverContent& next)
+    {
+        panel->setContent(next);
+        popover.fit();
+        QCoreApplication::processEvents();
+    }
+
     void open()
     {
-        popover.show(content);
+        show(content);
+        popover.openAt(QPoint(10, 10));
         QCoreApplication::processEvents();
     }
 };
@@ -48,7 +59,7 @@ TEST_F(PopoverWindowTest, OpensAndClosesWhenAsked)
     open();
     EXPECT_TRUE(window()->isVisible());
 
-    popover.performClose();
+    popover.dismiss();
 
     EXPECT_FALSE(window()->isVisible());
     EXPECT_EQ(closings, 0) << "its user did not close it";
@@ -81,7 +92,7 @@ TEST_F(PopoverWindowTest, OpensAgainAfterItsUserClosedIt)
 TEST_F(PopoverWindowTest, OpensAtAClickRightAfterTheOneThatClosedIt)
 {
     open();
-    popover.performClose();
+    popover.dismiss();
     QCoreApplication::processEvents();
 
     open();
@@ -93,11 +104,11 @@ TEST_F(PopoverWindowTest, OpensAtAClickRightAfterTheOneThatClosedIt)
 TEST_F(PopoverWindowTest, StaysClosedWhenItIsClosedBeforeItCouldOpenAgain)
 {
     open();
-    popover.performClose();
+    popover.dismiss();
     QCoreApplication::processEvents();
     open();
 
-    popover.performClose();
+    popover.dismiss();
 
     EXPECT_FALSE(QTest::qWaitFor([] { return window()->isVisible(); }, 300));
 }
@@ -115,48 +126,18 @@ TEST_F(PopoverWindowTest, StaysOpenWithNewerContentWhenItIsShownAgain)
     EXPECT_GT(window()->height(), before);
 }
 
-TEST_F(PopoverWindowTest, DoesNotOpenByAnUpdateOnceItIsClosed)
-{
-    open();
-    QTest::keyClick(window(), Qt::Key_Escape);
-
-    popover.update(content);
-    QCoreApplication::processEvents();
-
-    EXPECT_FALSE(window()->isVisible());
-}
-
 TEST_F(PopoverWindowTest, GrowsAndShrinksInPlace)
 {
     open();
     const auto before = window()->geometry();
 
-    popover.update(charging());
-    QCoreApplication::processEvents();
+    show(charging());
     const auto full = window()->geometry();
-    popover.update(content);
-    QCoreApplication::processEvents();
+    show(content);
 
     EXPECT_GT(full.height(), before.height());
     EXPECT_TRUE(window()->screen()->availableGeometry().contains(full));
     EXPECT_EQ(window()->geometry(), before);
-}
-
-TEST_F(PopoverWindowTest, FollowsTheThemeWhileItIsOpen)
-{
-    open();
-    const auto shade = [] { return window()->grab().toImage().pixelColor(3, 3).lightness(); };
-    const auto light = shade();
-
-    themes.setAppearance({.scheme = Appearance::Scheme::dark, .accent = std::nullopt});
-    QCoreApplication::processEvents();
-    const auto dark = shade();
-    themes.setAppearance({});
-    QCoreApplication::processEvents();
-
-    EXPECT_GT(light, 200);
-    EXPECT_LT(dark, 60);
-    EXPECT_EQ(shade(), light);
 }
 
 }  // namespace

@@ -171,6 +171,31 @@ TEST_F(WindowsServerTest, IgnoresUpdatesOfWindowsThatItNeverShowed)
     EXPECT_EQ(visible("Vorlane"), nullptr);
 }
 
+TEST_F(WindowsServerTest, DoesNotOpenByAnUpdateWhatItsUserClosed)
+{
+    showPopover(1);
+    QTest::keyClick(visible("Vorlane"), Qt::Key_Escape);
+
+    send(UpdatePopover{noBattery()});
+
+    EXPECT_EQ(visible("Vorlane"), nullptr);
+}
+
+TEST_F(WindowsServerTest, FollowsTheThemeWhileAWindowIsOpen)
+{
+    showPopover(1);
+    const auto shade = [] {
+        return visible("Vorlane")->grab().toImage().pixelColor(3, 3).lightness();
+    };
+    ASSERT_TRUE(QTest::qWaitFor([&] { return shade() > 200; }));
+
+    send(Appearance{.scheme = Appearance::Scheme::dark, .accent = std::nullopt});
+    EXPECT_TRUE(QTest::qWaitFor([&] { return shade() < 60; }));
+
+    send(Appearance{});
+    EXPECT_TRUE(QTest::qWaitFor([&] { return shade() > 200; }));
+}
+
 TEST_F(WindowsServerTest, ReportsThatItIsIdleOnlyWithoutAWindow)
 {
     showPopover(1);
