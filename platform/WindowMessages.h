@@ -61,21 +61,9 @@ struct CancelSnooze {};
 struct SelectRange {
     std::int64_t range = 0;
 };
-struct SetToggle {
+struct SetSetting {
     std::string key;
-    bool value = false;
-};
-struct SetNumber {
-    std::string key;
-    std::int64_t value = 0;
-};
-struct SetTime {
-    std::string key;
-    TimeOfDay time;
-};
-struct ChooseSound {
-    std::string key;
-    std::string sound;
+    std::variant<bool, std::int64_t, TimeOfDay, std::string> value;  // the last is a sound
 };
 struct SetLaunchAtLogin {
     bool on = false;
@@ -92,9 +80,9 @@ struct Idle {};  // no window has been shown for a while
 struct Handled {
     std::uint64_t messages = 0;  // since the process was started
 };
-using FromWindows = std::variant<PopoverClosed, SettingsClosed, OpenSettings, Quit, CancelSnooze,
-                                 SelectRange, SetToggle, SetNumber, SetTime, ChooseSound,
-                                 SetLaunchAtLogin, ResetHistory, Answered, Chosen, Idle, Handled>;
+using FromWindows =
+    std::variant<PopoverClosed, SettingsClosed, OpenSettings, Quit, CancelSnooze, SelectRange,
+                 SetSetting, SetLaunchAtLogin, ResetHistory, Answered, Chosen, Idle, Handled>;
 
 namespace wire {
 

@@ -6,7 +6,7 @@
 
 #include "App/PropertyDictionary.h"
 #include "platform/linux/MachineBattery.h"
-#include "platform/linux/PowerSituation.h"
+#include "platform/linux/PlugFilter.h"
 
 namespace vorlane::platform {
 

@@ -16,7 +16,7 @@
 #include "platform/linux/SystemCalendar.h"
 #include "platform/linux/SystemClock.h"
 #include "platform/linux/ThemeSoundPlayer.h"
-#include "platform/linux/TrayBar.h"
+#include "platform/linux/TrayItem.h"
 #include "platform/linux/UPowerEstimates.h"
 #include "platform/linux/XdgFileManager.h"
 
@@ -58,7 +58,7 @@ private:
     ThemeSoundPlayer soundPlayer;
     FreedesktopNotificationCenter notifications;
     RemoteWindows windows;
-    TrayBar statusBar;
+    TrayItem statusBar;
     Subscription wake;
 };
 

@@ -4,9 +4,17 @@
 #include <optional>
 
 #include "App/Date.h"
-#include "platform/linux/PowerSituation.h"
 
 namespace vorlane::platform {
+
+// Whether the machine is on power, and what its battery does with it.
+struct PowerSituation {
+    bool pluggedIn = false;
+    bool isCharging = false;
+    bool isCharged = false;
+
+    friend bool operator==(const PowerSituation&, const PowerSituation&) = default;
+};
 
 class PlugFilter {
 public:

@@ -206,10 +206,7 @@ void RemoteWindows::take(const FromWindows& message)
             [this](const Quit&) { popover.intents.quit(); },
             [this](const CancelSnooze&) { popover.intents.cancelSnooze(); },
             [this](const SelectRange& one) { popover.intents.selectRange(one.range); },
-            [this](const SetToggle& one) { settings.intents.setToggle(one.key, one.value); },
-            [this](const SetNumber& one) { settings.intents.setNumber(one.key, one.value); },
-            [this](const SetTime& one) { settings.intents.setTime(one.key, one.time); },
-            [this](const ChooseSound& one) { settings.intents.chooseSound(one.key, one.sound); },
+            [this](const SetSetting& one) { set(one); },
             [this](const SetLaunchAtLogin& one) { settings.intents.setLaunchAtLogin(one.on); },
             [this](const ResetHistory&) { settings.intents.resetHistory(); },
             [this](const Answered& one) {
@@ -220,6 +217,17 @@ void RemoteWindows::take(const FromWindows& message)
             [this](const Chosen& one) { menuChosen(one.action); },
             [this](const Idle&) { endIfIdle(); }, [](const Handled&) {}},
         message);
+}
+
+void RemoteWindows::set(const SetSetting& message)
+{
+    const auto& [key, value] = message;
+    const auto& intents = settings.intents;
+    std::visit(Overloaded{[&](bool on) { intents.setToggle(key, on); },
+                          [&](std::int64_t number) { intents.setNumber(key, number); },
+                          [&](TimeOfDay time) { intents.setTime(key, time); },
+                          [&](const std::string& sound) { intents.chooseSound(key, sound); }},
+               value);
 }
 
 void RemoteWindows::popoverClosed(const PopoverClosed& message)

@@ -56,8 +56,8 @@ private:
     void ended(WindowsProcess::End how);
     void forgetWindows();
     void take(const FromWindows& message);
+    void set(const SetSetting& message);
     void endIfIdle();
-
     void popoverClosed(const PopoverClosed& message);
 
     SdEventRunLoop& loop_;

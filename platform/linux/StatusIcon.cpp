@@ -2,7 +2,6 @@
 
 #include <array>
 
-#include "platform/linux/StatusLabel.h"
 #include "platform/linux/SymbolMask.h"
 #include "platform/linux/SymbolPixmaps.h"
 
@@ -23,6 +22,8 @@ constexpr Colour tile{0x2d, 0x2d, 0x2d};
 // most of them show, so that the digits stay sharp.
 constexpr std::array numberSizes{16, 18, 20, 22, 24, 28, 32, 44};
 
+constexpr int leastWithText = 16;  // pixels of an X icon
+
 }  // namespace
 
 std::span<const int> StatusIcon::sizes() const
@@ -40,6 +41,38 @@ StatusIcon StatusIcon::of(const StatusItemContent& content, TrayKind tray)
                 .picture = {.symbol = symbol, .text = {}, .ink = grey, .plate = {}}};
     }
     return {.name = {}, .picture = {.symbol = symbol, .text = text, .ink = white, .plate = tile}};
+}
+
+StatusPicture xIconPicture(const StatusItemContent& content, int size, std::optional<Rgb> color)
+{
+    const auto tray = size < leastWithText ? TrayKind::labels : TrayKind::icons;
+    auto picture = StatusIcon::of(content, tray).picture;
+    if (!color) return picture;  // as on the bus, where no tray names one
+    picture.ink = {color->red, color->green, color->blue};
+    picture.plate.reset();
+    return picture;
+}
+
+std::string statusLabel(const StatusItemContent& content)
+{
+    if (content.imagePosition == ImagePosition::imageOnly) return {};
+    const auto start = content.title.find_first_not_of(' ');
+    return start == std::string::npos ? std::string() : content.title.substr(start);
+}
+
+std::string statusLabelGuide(const std::string& label)
+{
+    const bool percent = label.find('%') != std::string::npos;
+    const bool time = label.find(':') != std::string::npos;
+    if (percent && time) return "100% · 00:00";
+    if (percent) return "100%";
+    return time ? "00:00" : "";
+}
+
+std::string spokenTitle(const StatusItemContent& content)
+{
+    const auto& description = content.accessibilityDescription;
+    return description.empty() ? "Vorlane" : "Vorlane: " + description;
 }
 
 }  // namespace vorlane::platform

@@ -1,10 +1,13 @@
-// The icon of the status item for one kind of tray: an icon of the theme, or pixels with a number.
+// The status item as one kind of tray shows it: an icon of the theme with a label beside it, or
+// pixels with the number in them; and its name.
 #pragma once
 
+#include <optional>
 #include <span>
 #include <string>
 
 #include "App/content/StatusItemContent.h"
+#include "platform/Rgb.h"
 #include "platform/linux/StatusPicture.h"
 #include "platform/linux/TrayKind.h"
 
@@ -21,5 +24,18 @@ struct StatusIcon {
 
     friend bool operator==(const StatusIcon&, const StatusIcon&) = default;
 };
+
+// In an X tray, which has no labels: in the tray's own colour for symbols, where it names one;
+// `size` in pixels.
+StatusPicture xIconPicture(const StatusItemContent& content, int size, std::optional<Rgb> color);
+
+// The text beside the image: the title without the space before it.
+std::string statusLabel(const StatusItemContent& content);
+
+// As wide as the label can become, so that a panel does not move with each percent.
+std::string statusLabelGuide(const std::string& label);
+
+// The program's name and the description, for screen readers.
+std::string spokenTitle(const StatusItemContent& content);
 
 }  // namespace vorlane::platform

@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "platform/linux/ActivationToken.h"
-#include "platform/linux/StatusLabel.h"
+#include "platform/linux/StatusIcon.h"
 
 namespace vorlane::platform {
 

@@ -1,6 +1,6 @@
 #include "platform/linux/TrayFace.h"
 
-#include "platform/linux/StatusLabel.h"
+#include "platform/linux/StatusIcon.h"
 
 namespace vorlane::platform {
 

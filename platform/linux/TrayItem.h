@@ -15,7 +15,9 @@
 
 namespace vorlane::platform {
 
-class TrayItem : public StatusItem {
+// It is there at once: a tray makes room for it while the program gets ready, and asks what to show
+// in the main loop.
+class TrayItem : public StatusBar, public StatusItem {
 public:
     struct Setting {
         sd_bus* session;
@@ -27,11 +29,14 @@ public:
     // The bus and the loop outlive this object.
     explicit TrayItem(Setting setting);
 
+    StatusItem* statusItem() override { return this; }
+
     bool hasSymbol(const std::string& name) const override { return notifier.hasSymbol(name); }
     void show(const StatusItemContent& content) override;
     void onAction(std::function<void()> callback) override;
     void onMenu(std::function<void(MenuAction)> callback) override;
 
+    // For when a tray may have lost the item without a word, as after sleep.
     void registerAgain();
 
 private:

@@ -6,8 +6,7 @@
 
 #include "platform/UiBuild.h"
 #include "platform/linux/PluginFile.h"
-#include "platform/linux/StatusLabel.h"
-#include "platform/linux/XIconPicture.h"
+#include "platform/linux/StatusIcon.h"
 
 namespace vorlane::platform {
 

@@ -155,22 +155,13 @@ PopoverIntents WindowsServer::popoverIntents()
 
 SettingsIntents WindowsServer::settingsIntents()
 {
-    return {.setToggle =
-                [this](const auto& key, bool value) {
-                    tell(SetToggle{key, value});
-                },
-            .setNumber =
-                [this](const auto& key, auto value) {
-                    tell(SetNumber{key, value});
-                },
-            .setTime =
-                [this](const auto& key, TimeOfDay time) {
-                    tell(SetTime{key, time});
-                },
-            .chooseSound =
-                [this](const auto& key, const auto& sound) {
-                    tell(ChooseSound{key, sound});
-                },
+    const auto set = [this](const std::string& key, auto value) {
+        tell(SetSetting{.key = key, .value = value});
+    };
+    return {.setToggle = set,
+            .setNumber = set,
+            .setTime = set,
+            .chooseSound = set,
             .setLaunchAtLogin = [this](bool on) { tell(SetLaunchAtLogin{on}); },
             .resetHistory = [this] { tell(ResetHistory{}); }};
 }

@@ -194,10 +194,10 @@ TEST_F(RemoteWindowsTest, PassesOnWhatTheUserDoes)
     puppet.say(SelectRange{7});
     puppet.say(CancelSnooze{});
     puppet.say(OpenSettings{});
-    puppet.say(SetToggle{.key = "a", .value = true});
-    puppet.say(SetNumber{.key = "b", .value = 80});
-    puppet.say(SetTime{.key = "c", .time = {.hour = 1, .minute = 1}});
-    puppet.say(ChooseSound{.key = "d", .sound = "Glass"});
+    puppet.say(SetSetting{.key = "a", .value = true});
+    puppet.say(SetSetting{.key = "b", .value = std::int64_t{80}});
+    puppet.say(SetSetting{.key = "c", .value = TimeOfDay{.hour = 1, .minute = 1}});
+    puppet.say(SetSetting{.key = "d", .value = "Glass"});
     puppet.say(SetLaunchAtLogin{true});
     puppet.say(ResetHistory{});
     puppet.say(Quit{});

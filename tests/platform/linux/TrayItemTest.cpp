@@ -4,7 +4,6 @@
 
 #include "FakeWatcher.h"
 #include "PrivateBus.h"
-#include "platform/linux/TrayBar.h"
 
 namespace vorlane::platform {
 namespace {
@@ -17,12 +16,12 @@ TrayItem::Setting onTheBusAlone(sd_bus* session, SdEventRunLoop& loop)
             .openMenu = [](const auto& /*items*/, const auto& /*chosen*/) {}};
 }
 
-TEST(TrayBarTest, HasOneItem)
+TEST(TrayItemTest, HasOneItem)
 {
     const PrivateBus bus;
     SdEventRunLoop loop;
     const auto session = bus.connect(loop);
-    TrayBar bar(onTheBusAlone(session.get(), loop));
+    TrayItem bar(onTheBusAlone(session.get(), loop));
     bar.registerAgain();
 
     auto* const item = bar.statusItem();
@@ -33,7 +32,7 @@ TEST(TrayBarTest, HasOneItem)
     EXPECT_FALSE(item->hasSymbol("battery.100.volt"));
 }
 
-TEST(TrayBarTest, TellsTheTrayBeforeAnybodyAsksForTheItem)
+TEST(TrayItemTest, TellsTheTrayBeforeAnybodyAsksForTheItem)
 {
     const PrivateBus bus;
     SdEventRunLoop loop;
@@ -42,7 +41,7 @@ TEST(TrayBarTest, TellsTheTrayBeforeAnybodyAsksForTheItem)
     watcher.appear();
     const auto session = bus.connect(loop);
 
-    const TrayBar bar(onTheBusAlone(session.get(), loop));
+    const TrayItem bar(onTheBusAlone(session.get(), loop));
 
     EXPECT_TRUE(runUntil(loop, [&watcher] { return !watcher.items.empty(); }));
 }

@@ -1,4 +1,4 @@
-#include "platform/linux/XIconPicture.h"
+#include "platform/linux/StatusIcon.h"
 
 #include <gtest/gtest.h>
 
