@@ -4,7 +4,7 @@
 #include <cmath>
 #include <functional>
 
-#include "platform/linux/BatteryGauge.h"
+#include "platform/linux/BatteryReadings.h"
 
 namespace vorlane::platform {
 

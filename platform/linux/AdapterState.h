@@ -5,7 +5,7 @@
 #include <optional>
 #include <vector>
 
-#include "platform/linux/ChargeStatus.h"
+#include "platform/linux/BatteryReadings.h"
 #include "platform/linux/PowerSupply.h"
 
 namespace vorlane::platform {

@@ -4,8 +4,7 @@
 #include <cmath>
 #include <iterator>
 
-#include "platform/linux/BatteryCapacity.h"
-#include "platform/linux/BatteryGauge.h"
+#include "platform/linux/BatteryReadings.h"
 
 namespace vorlane::platform {
 

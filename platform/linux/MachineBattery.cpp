@@ -7,8 +7,7 @@
 #include <string_view>
 
 #include "platform/linux/AdapterState.h"
-#include "platform/linux/BatteryCapacity.h"
-#include "platform/linux/BatteryGauge.h"
+#include "platform/linux/BatteryReadings.h"
 
 namespace vorlane::platform {
 

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "platform/linux/BatteryCharge.h"
-#include "platform/linux/ChargeStatus.h"
+#include "platform/linux/BatteryReadings.h"
 #include "platform/linux/PowerSupply.h"
 
 namespace vorlane::platform {

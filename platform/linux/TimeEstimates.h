@@ -6,7 +6,7 @@
 #include <optional>
 
 #include "App/Subscription.h"
-#include "platform/linux/ChargeStatus.h"
+#include "platform/linux/BatteryReadings.h"
 
 namespace vorlane::platform {
 

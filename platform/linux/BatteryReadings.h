@@ -1,12 +1,33 @@
-// How much one battery holds and how full it is.
+// The readings of one battery: what it does, how much it holds, how full it is, and what flows.
 #pragma once
 
 #include <optional>
+#include <string_view>
 #include <vector>
 
 #include "platform/linux/PowerSupply.h"
 
 namespace vorlane::platform {
+
+// What it says that it is doing; `notCharging` is on the adapter, kept from charging: by a
+// threshold or by heat, say.
+enum class ChargeStatus { unknown, charging, discharging, notCharging, full };
+
+ChargeStatus chargeStatus(const PowerSupply& battery);
+
+// Volts; absent when no laptop's battery has as much or as little.
+std::optional<double> plausibleVoltage(const PowerSupply& battery, std::string_view key);
+
+// Volts, now.
+std::optional<double> voltage(const PowerSupply& battery);
+
+// Amperes and watts without a sign: some drivers give one and some do not. Where the kernel has
+// only one of them, the other is made with the voltage.
+std::optional<double> currentMagnitude(const PowerSupply& battery);
+std::optional<double> powerMagnitude(const PowerSupply& battery);
+
+// Amperes, negative while discharging.
+std::optional<double> signedCurrent(const PowerSupply& battery);
 
 // Energy in milliwatt-hours with a rate in milliwatts, or charge in milliampere-hours with a rate
 // in milliamperes; never one figure of each.
