@@ -9,8 +9,7 @@
 #include "App/AppModel.h"
 #include "bench/FullHistory.h"
 #include "bench/TemporaryFolder.h"
-#include "platform/linux/KernelBatteryRegistry.h"
-#include "platform/linux/KernelPowerSources.h"
+#include "platform/linux/KernelBattery.h"
 #include "tests/support/FakeMachine.h"
 #include "tests/support/States.h"
 
@@ -43,10 +42,10 @@ public:
     Subscription observe(std::function<void()> /*changed*/) override { return {}; }
 };
 
-Services withKernel(FakeMachine& machine, PowerSources& sources, BatteryRegistry& registry)
+Services withKernel(FakeMachine& machine, platform::KernelBattery& battery)
 {
-    return {.powerSources = sources,
-            .batteryRegistry = registry,
+    return {.powerSources = battery,
+            .batteryRegistry = battery,
             .defaults = machine.defaults,
             .files = machine.files,
             .notifications = machine.notifications,
@@ -69,14 +68,13 @@ void Refresh(benchmark::State& state)
     describeLaptop(supplies.path());
     FakeMachine machine;
     NoEstimates estimates;
-    platform::KernelPowerSources sources(
+    platform::KernelBattery battery(
         {.runLoop = machine.runLoop,
          .estimates = estimates,
          .watchSupplies = [](const std::function<void()>& /*changed*/) { return Subscription(); },
          .uptime = [] { return Seconds{0}; }},
         supplies.path());
-    platform::KernelBatteryRegistry registry(supplies.path());
-    const auto model = std::make_shared<AppModel>(withKernel(machine, sources, registry));
+    const auto model = std::make_shared<AppModel>(withKernel(machine, battery));
     model->history.samples = bench::fullHistory(machine.clock.now());
     for ([[maybe_unused]] const auto _ : state) {
         machine.clock.time = machine.clock.time + Seconds{60};

@@ -17,8 +17,7 @@
 #include "fuzz/Require.h"
 #include "fuzz/Scratch.h"
 #include "fuzz/Targets.h"
-#include "platform/linux/KernelBatteryRegistry.h"
-#include "platform/linux/KernelPowerSources.h"
+#include "platform/linux/KernelBattery.h"
 #include "platform/linux/MachineBattery.h"
 #include "platform/linux/PowerSupplyFolder.h"
 #include "tests/support/FakeClock.h"
@@ -81,12 +80,11 @@ BatteryState readBattery(const Scratch& folder)
     NoEstimates estimates;
     const auto nothing = [](const std::function<void()>&) { return Subscription(); };
     const auto uptime = [&clock] { return Seconds{clock.time.secondsSince1970}; };
-    platform::KernelPowerSources sources(
+    platform::KernelBattery battery(
         {.runLoop = loop, .estimates = estimates, .watchSupplies = nothing, .uptime = uptime},
         folder.path(""));
-    platform::KernelBatteryRegistry registry(folder.path(""));
-    require(sources.descriptions().size() <= 1, "the machine has one battery at most");
-    BatteryReader reader(sources, registry);
+    require(battery.descriptions().size() <= 1, "the machine has one battery at most");
+    BatteryReader reader(battery, battery);
     auto state = reader.read();
     require(state == reader.read(), "the same files read the same");
     return state;

@@ -31,14 +31,14 @@ LinuxServices::LinuxServices(Base base)
       defaults(base_.loop.event(), FileDefaultsStore::usualPath()),
       workspace(system.connection()),
       estimates(system.connection(), uptime),
-      powerSources({.runLoop = base_.loop,
-                    .estimates = estimates,
-                    .watchSupplies =
-                        [event = base_.loop.event()](std::function<void()> changed) {
-                            return watchPowerSupplies(event, std::move(changed));
-                        },
-                    .uptime = uptime,
-                    .charger = WeakCharger::take()}),
+      battery({.runLoop = base_.loop,
+               .estimates = estimates,
+               .watchSupplies =
+                   [event = base_.loop.event()](std::function<void()> changed) {
+                       return watchPowerSupplies(event, std::move(changed));
+                   },
+               .uptime = uptime,
+               .charger = WeakCharger::take()}),
       loginItem(AutostartLoginItem::Places::usual()),
       soundPlayer(base_.loop.event(), ThemeSoundPlayer::usualProgram(), SoundFiles()),
       notifications({.session = base_.session,
@@ -60,7 +60,7 @@ LinuxServices::LinuxServices(Base base)
                                     auto chosen) { windows.popUpMenu(items, std::move(chosen)); }}),
       // Before the model, which reads the battery at the wake.
       wake(workspace.observeDidWake([this] {
-          powerSources.resumed();
+          battery.resumed();
           statusBar.registerAgain();
       }))
 {
@@ -79,14 +79,14 @@ void LinuxServices::finish()
 void LinuxServices::handOver() const
 {
     notifications.handover().leave();
-    powerSources.handOver();
+    battery.handOver();
 }
 
 Services LinuxServices::services()
 {
     return {
-        .powerSources = powerSources,
-        .batteryRegistry = batteryRegistry,
+        .powerSources = battery,
+        .batteryRegistry = battery,
         .defaults = defaults,
         .files = files,
         .notifications = notifications,

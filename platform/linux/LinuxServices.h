@@ -7,8 +7,7 @@
 #include "platform/linux/DesktopApplication.h"
 #include "platform/linux/FileDefaultsStore.h"
 #include "platform/linux/FreedesktopNotificationCenter.h"
-#include "platform/linux/KernelBatteryRegistry.h"
-#include "platform/linux/KernelPowerSources.h"
+#include "platform/linux/KernelBattery.h"
 #include "platform/linux/LogindWorkspace.h"
 #include "platform/linux/RemoteWindows.h"
 #include "platform/linux/SdEventRunLoop.h"
@@ -38,7 +37,7 @@ public:
     void finish();
 
     // Whether the last reading is shown as it is.
-    bool isSettled() const { return !powerSources.holdsBackPlugChange(); }
+    bool isSettled() const { return !battery.holdsBackPlugChange(); }
 
     // Passes on what the process image that is about to be executed cannot find out by itself.
     void handOver() const;
@@ -52,8 +51,7 @@ private:
     FileDefaultsStore defaults;
     LogindWorkspace workspace;
     UPowerEstimates estimates;
-    KernelPowerSources powerSources;
-    KernelBatteryRegistry batteryRegistry;
+    KernelBattery battery;
     AutostartLoginItem loginItem;
     ThemeSoundPlayer soundPlayer;
     FreedesktopNotificationCenter notifications;

@@ -1,13 +1,16 @@
-// The power-source service from the kernel's power supplies: one source, the machine's battery.
+// The machine's battery from the kernel's power supplies: the one power source, and the registry of
+// its details.
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
+#include <vector>
 
 #include "App/Listeners.h"
+#include "App/services/BatteryRegistry.h"
 #include "App/services/PowerSources.h"
 #include "App/services/RunLoop.h"
-#include "platform/linux/Coalescer.h"
 #include "platform/linux/PlugFilter.h"
 #include "platform/linux/PowerSupplyFolder.h"
 #include "platform/linux/RateAverage.h"
@@ -16,9 +19,10 @@
 
 namespace vorlane::platform {
 
-// Facts are the kernel's, read anew each time; only the remaining time comes from `estimates`
-// where it knows one. A plug change that may be a loose contact is held back for a while.
-class KernelPowerSources : public PowerSources {
+// `descriptions` reads the supplies; while no file can be opened, what was read last stands in.
+// Facts are the kernel's, only the remaining time comes from `estimates` where it knows one. A plug
+// change that may be a loose contact is held back for a while.
+class KernelBattery : public PowerSources, public BatteryRegistry {
 public:
     struct Tools {
         RunLoop& runLoop;
@@ -28,11 +32,14 @@ public:
         WeakCharger charger = {};         // as it was known before a restart in place
     };
 
-    explicit KernelPowerSources(Tools tools, std::string powerSupplies = kernelPowerSupplies);
+    explicit KernelBattery(Tools tools, std::string powerSupplies = kernelPowerSupplies);
 
     std::vector<PropertyDictionary> descriptions() override;
 
-    // Tells of a burst of changes once.
+    // As of the last `descriptions`.
+    std::optional<PropertyDictionary> properties() override { return details; }
+
+    // Reports a burst of changes once, shortly after the first.
     Subscription observe(std::function<void()> changed) override;
 
     // After a wake: drops the old average rate, and forgets plug changes from the sleep, so that
@@ -46,7 +53,8 @@ public:
     void handOver() const { charger.leave(); }
 
 private:
-    std::vector<PropertyDictionary> descriptionsOf(const std::vector<PowerSupply>& supplies);
+    void read(const std::vector<PowerSupply>& supplies);
+    void reportSoon();
     PowerSituation shownFor(const PowerSituation& raw, Seconds now);
 
     Tools tools_;
@@ -55,11 +63,12 @@ private:
     RateAverage rate;
     PlugFilter filter;
     Listeners listeners;
-    Coalescer changes;
+    Subscription burst;  // while changes wait to be reported
     Subscription supplyEvents;
     Subscription estimateEvents;
-    Subscription lookAgain;                // while a plug change is held back
-    std::vector<PropertyDictionary> last;  // is returned when no file could be opened
+    Subscription lookAgain;  // while a plug change is held back
+    std::vector<PropertyDictionary> sources;
+    std::optional<PropertyDictionary> details;
 };
 
 }  // namespace vorlane::platform

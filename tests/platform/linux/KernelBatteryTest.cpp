@@ -1,4 +1,4 @@
-#include "platform/linux/KernelPowerSources.h"
+#include "platform/linux/KernelBattery.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -7,7 +7,6 @@
 #include <string>
 
 #include "TemporaryFolder.h"
-#include "platform/linux/KernelBatteryRegistry.h"
 #include "tests/platform/linux/NoMoreFiles.h"
 #include "tests/support/FakeRunLoop.h"
 
@@ -35,17 +34,23 @@ public:
     }
 };
 
-class KernelPowerSourcesTest : public testing::Test {
+class KernelBatteryTest : public testing::Test {
 protected:
     TemporaryFolder folder;
     FakeClock clock;
     FakeRunLoop loop{clock};
     FakeEstimates estimates;
     Listeners kernel;
-    KernelPowerSources sources{tools(), folder.path()};
+    KernelBattery sources{tools(), folder.path()};
     int changes = 0;
 
-    KernelPowerSources::Tools tools()
+    std::optional<PropertyDictionary> details()
+    {
+        (void)sources.descriptions();
+        return sources.properties();
+    }
+
+    KernelBattery::Tools tools()
     {
         return {.runLoop = loop,
                 .estimates = estimates,
@@ -92,7 +97,7 @@ protected:
     }
 };
 
-TEST_F(KernelPowerSourcesTest, DescribesTheMachinesBattery)
+TEST_F(KernelBatteryTest, DescribesTheMachinesBattery)
 {
     setCable(false);
 
@@ -110,7 +115,7 @@ TEST_F(KernelPowerSourcesTest, DescribesTheMachinesBattery)
     EXPECT_EQ(description.integer("Time to Full Charge"), std::nullopt);
 }
 
-TEST_F(KernelPowerSourcesTest, TakesNoBatteryAwayWhenNoFileCanBeOpened)
+TEST_F(KernelBatteryTest, TakesNoBatteryAwayWhenNoFileCanBeOpened)
 {
     setCable(true);
     (void)sources.descriptions();
@@ -122,12 +127,12 @@ TEST_F(KernelPowerSourcesTest, TakesNoBatteryAwayWhenNoFileCanBeOpened)
     EXPECT_THAT(sources.descriptions(), IsEmpty());
 }
 
-TEST_F(KernelPowerSourcesTest, TakesNoDetailsAwayWhenNoFileCanBeOpened)
+TEST_F(KernelBatteryTest, TakesNoDetailsAwayWhenNoFileCanBeOpened)
 {
     folder.write("BAT0/uevent", "POWER_SUPPLY_TYPE=Battery\nPOWER_SUPPLY_CYCLE_COUNT=213\n");
-    KernelBatteryRegistry registry(folder.path());
     const auto cycles = [&] {
-        const auto all = registry.properties();
+        (void)sources.descriptions();
+        const auto all = sources.properties();
         return all ? all->integer("CycleCount") : std::nullopt;
     };
     EXPECT_EQ(cycles(), 213);
@@ -136,10 +141,10 @@ TEST_F(KernelPowerSourcesTest, TakesNoDetailsAwayWhenNoFileCanBeOpened)
         EXPECT_EQ(cycles(), 213);
     }
     std::filesystem::remove_all(std::filesystem::path(folder.path()) / "BAT0");
-    EXPECT_FALSE(registry.properties());
+    EXPECT_EQ(cycles(), std::nullopt);
 }
 
-TEST_F(KernelPowerSourcesTest, SaysWhenItIsPluggedInAndCharging)
+TEST_F(KernelBatteryTest, SaysWhenItIsPluggedInAndCharging)
 {
     setCable(true);
 
@@ -150,7 +155,7 @@ TEST_F(KernelPowerSourcesTest, SaysWhenItIsPluggedInAndCharging)
     EXPECT_EQ(description.integer("Time to Full Charge"), 150);
 }
 
-TEST_F(KernelPowerSourcesTest, SaysWhenItIsCharged)
+TEST_F(KernelBatteryTest, SaysWhenItIsCharged)
 {
     setBattery("Full", "97");
 
@@ -158,7 +163,7 @@ TEST_F(KernelPowerSourcesTest, SaysWhenItIsCharged)
     EXPECT_EQ(only().boolean("Is Charging"), false);
 }
 
-TEST_F(KernelPowerSourcesTest, DescribesNothingWithoutABatteryOrAFolder)
+TEST_F(KernelBatteryTest, DescribesNothingWithoutABatteryOrAFolder)
 {
     EXPECT_THAT(sources.descriptions(), IsEmpty());
 
@@ -166,14 +171,14 @@ TEST_F(KernelPowerSourcesTest, DescribesNothingWithoutABatteryOrAFolder)
     EXPECT_THAT(sources.descriptions(), IsEmpty());
 }
 
-TEST_F(KernelPowerSourcesTest, HasNoCurrentCapacityWhenNothingTellsIt)
+TEST_F(KernelBatteryTest, HasNoCurrentCapacityWhenNothingTellsIt)
 {
     folder.write("BAT0/uevent", "POWER_SUPPLY_TYPE=Battery\n");
 
     EXPECT_EQ(only().real("Current Capacity"), std::nullopt);
 }
 
-TEST_F(KernelPowerSourcesTest, SeesABatteryThatIsPulledAndPutBack)
+TEST_F(KernelBatteryTest, SeesABatteryThatIsPulledAndPutBack)
 {
     setCable(false);
     EXPECT_EQ(sources.descriptions().size(), 1U);
@@ -185,7 +190,7 @@ TEST_F(KernelPowerSourcesTest, SeesABatteryThatIsPulledAndPutBack)
     EXPECT_EQ(sources.descriptions().size(), 1U);
 }
 
-TEST_F(KernelPowerSourcesTest, PrefersTheBetterInformedEstimates)
+TEST_F(KernelBatteryTest, PrefersTheBetterInformedEstimates)
 {
     estimates.minutes = {.toFull = std::nullopt, .toEmpty = 42};
     setCable(false);
@@ -194,7 +199,7 @@ TEST_F(KernelPowerSourcesTest, PrefersTheBetterInformedEstimates)
     EXPECT_EQ(estimates.asked, ChargeStatus::discharging);
 }
 
-TEST_F(KernelPowerSourcesTest, TellsTheTimeUntilTheFirmwareStopsCharging)
+TEST_F(KernelBatteryTest, TellsTheTimeUntilTheFirmwareStopsCharging)
 {
     setCable(true);
     folder.write("BAT0/charge_control_end_threshold", "80\n");
@@ -207,7 +212,7 @@ TEST_F(KernelPowerSourcesTest, TellsTheTimeUntilTheFirmwareStopsCharging)
     EXPECT_EQ(only().integer("Time to Full Charge"), 100);
 }
 
-TEST_F(KernelPowerSourcesTest, AveragesTheRateOfTheKernel)
+TEST_F(KernelBatteryTest, AveragesTheRateOfTheKernel)
 {
     setBattery("Discharging");
     EXPECT_EQ(only().integer("Time to Empty"), 150);
@@ -220,7 +225,7 @@ TEST_F(KernelPowerSourcesTest, AveragesTheRateOfTheKernel)
     EXPECT_EQ(only().integer("Time to Empty"), 37);
 }
 
-TEST_F(KernelPowerSourcesTest, HasNoTimeOnBatteryAtARateOfZero)
+TEST_F(KernelBatteryTest, HasNoTimeOnBatteryAtARateOfZero)
 {
     setBattery("Discharging");
     (void)only();
@@ -230,7 +235,7 @@ TEST_F(KernelPowerSourcesTest, HasNoTimeOnBatteryAtARateOfZero)
     EXPECT_EQ(only().integer("Time to Empty"), std::nullopt);
 }
 
-TEST_F(KernelPowerSourcesTest, IsOnBatteryOnAChargerThatIsTooWeak)
+TEST_F(KernelBatteryTest, IsOnBatteryOnAChargerThatIsTooWeak)
 {
     folder.write("AC/uevent", "POWER_SUPPLY_TYPE=Mains\nPOWER_SUPPLY_ONLINE=1\n");
     setBattery("Discharging", "49");
@@ -245,7 +250,7 @@ TEST_F(KernelPowerSourcesTest, IsOnBatteryOnAChargerThatIsTooWeak)
     EXPECT_EQ(only().string("Power Source State"), "AC Power");
 }
 
-TEST_F(KernelPowerSourcesTest, StaysOnBatteryOnAWeakChargerAfterARestartInPlace)
+TEST_F(KernelBatteryTest, StaysOnBatteryOnAWeakChargerAfterARestartInPlace)
 {
     folder.write("AC/uevent", "POWER_SUPPLY_TYPE=Mains\nPOWER_SUPPLY_ONLINE=1\n");
     setBattery("Discharging", "49");
@@ -256,12 +261,12 @@ TEST_F(KernelPowerSourcesTest, StaysOnBatteryOnAWeakChargerAfterARestartInPlace)
     sources.handOver();
     auto inherited = tools();
     inherited.charger = WeakCharger::take();
-    KernelPowerSources next(inherited, folder.path());
+    KernelBattery next(inherited, folder.path());
 
     EXPECT_EQ(next.descriptions().at(0).string("Power Source State"), "Battery Power");
 }
 
-TEST_F(KernelPowerSourcesTest, DoesNotTakeANightAsleepForAChargerThatIsTooWeak)
+TEST_F(KernelBatteryTest, DoesNotTakeANightAsleepForAChargerThatIsTooWeak)
 {
     folder.write("AC/uevent", "POWER_SUPPLY_TYPE=Mains\nPOWER_SUPPLY_ONLINE=1\n");
     setBattery("Discharging", "30");
@@ -273,7 +278,7 @@ TEST_F(KernelPowerSourcesTest, DoesNotTakeANightAsleepForAChargerThatIsTooWeak)
     EXPECT_EQ(only().string("Power Source State"), "AC Power");
 }
 
-TEST_F(KernelPowerSourcesTest, HoldsBackAWeakChargerThatFlaps)
+TEST_F(KernelBatteryTest, HoldsBackAWeakChargerThatFlaps)
 {
     folder.write("AC/uevent", "POWER_SUPPLY_TYPE=Mains\nPOWER_SUPPLY_ONLINE=1\n");
     setBattery("Discharging", "49");
@@ -288,7 +293,7 @@ TEST_F(KernelPowerSourcesTest, HoldsBackAWeakChargerThatFlaps)
     EXPECT_EQ(only().string("Power Source State"), "AC Power");
 }
 
-TEST_F(KernelPowerSourcesTest, TellsOfABurstOfKernelEventsOnce)
+TEST_F(KernelBatteryTest, TellsOfABurstOfKernelEventsOnce)
 {
     const auto counting = countChanges();
 
@@ -305,7 +310,7 @@ TEST_F(KernelPowerSourcesTest, TellsOfABurstOfKernelEventsOnce)
     EXPECT_EQ(changes, 1);
 }
 
-TEST_F(KernelPowerSourcesTest, TellsOfEachBurst)
+TEST_F(KernelBatteryTest, TellsOfEachBurst)
 {
     const auto counting = countChanges();
     kernel.call();
@@ -317,7 +322,7 @@ TEST_F(KernelPowerSourcesTest, TellsOfEachBurst)
     EXPECT_EQ(changes, 2);
 }
 
-TEST_F(KernelPowerSourcesTest, TellsOfAnEndlessBurstAllTheSame)
+TEST_F(KernelBatteryTest, TellsOfAnEndlessBurstAllTheSame)
 {
     const auto counting = countChanges();
 
@@ -329,7 +334,7 @@ TEST_F(KernelPowerSourcesTest, TellsOfAnEndlessBurstAllTheSame)
     EXPECT_GE(changes, 3);
 }
 
-TEST_F(KernelPowerSourcesTest, TellsOfNewEstimates)
+TEST_F(KernelBatteryTest, TellsOfNewEstimates)
 {
     const auto counting = countChanges();
 
@@ -339,13 +344,13 @@ TEST_F(KernelPowerSourcesTest, TellsOfNewEstimates)
     EXPECT_EQ(changes, 1);
 }
 
-TEST_F(KernelPowerSourcesTest, TellsOfEstimatesWhereTheKernelCannotBeHeard)
+TEST_F(KernelBatteryTest, TellsOfEstimatesWhereTheKernelCannotBeHeard)
 {
-    KernelPowerSources deaf({.runLoop = loop,
-                             .estimates = estimates,
-                             .watchSupplies = [](const auto&) { return Subscription(); },
-                             .uptime = [] { return Seconds{0}; }},
-                            folder.path());
+    KernelBattery deaf({.runLoop = loop,
+                        .estimates = estimates,
+                        .watchSupplies = [](const auto&) { return Subscription(); },
+                        .uptime = [] { return Seconds{0}; }},
+                       folder.path());
     const auto counting = deaf.observe([this] { ++changes; });
 
     estimates.listeners.call();
@@ -355,7 +360,7 @@ TEST_F(KernelPowerSourcesTest, TellsOfEstimatesWhereTheKernelCannotBeHeard)
     EXPECT_EQ(changes, 1);
 }
 
-TEST_F(KernelPowerSourcesTest, TellsNobodyWhoStoppedListening)
+TEST_F(KernelBatteryTest, TellsNobodyWhoStoppedListening)
 {
     {
         const auto counting = countChanges();
@@ -367,7 +372,7 @@ TEST_F(KernelPowerSourcesTest, TellsNobodyWhoStoppedListening)
     EXPECT_EQ(changes, 0);
 }
 
-TEST_F(KernelPowerSourcesTest, HoldsBackALooseContactAndTellsWhenItIsOver)
+TEST_F(KernelBatteryTest, HoldsBackALooseContactAndTellsWhenItIsOver)
 {
     setCable(false);
     (void)only();
@@ -389,7 +394,7 @@ TEST_F(KernelPowerSourcesTest, HoldsBackALooseContactAndTellsWhenItIsOver)
     EXPECT_EQ(changes, 1);
 }
 
-TEST_F(KernelPowerSourcesTest, SaysWhileItHoldsBackAPlugChange)
+TEST_F(KernelBatteryTest, SaysWhileItHoldsBackAPlugChange)
 {
     setCable(false);
     (void)only();
@@ -406,7 +411,7 @@ TEST_F(KernelPowerSourcesTest, SaysWhileItHoldsBackAPlugChange)
     EXPECT_FALSE(sources.holdsBackPlugChange());
 }
 
-TEST_F(KernelPowerSourcesTest, HoldsNothingBackWithoutABattery)
+TEST_F(KernelBatteryTest, HoldsNothingBackWithoutABattery)
 {
     setCable(false);
     (void)only();
@@ -421,7 +426,7 @@ TEST_F(KernelPowerSourcesTest, HoldsNothingBackWithoutABattery)
     EXPECT_FALSE(sources.holdsBackPlugChange());
 }
 
-TEST_F(KernelPowerSourcesTest, DoesNotLookAgainWhenTheCableIsBack)
+TEST_F(KernelBatteryTest, DoesNotLookAgainWhenTheCableIsBack)
 {
     setCable(false);
     (void)only();
@@ -438,7 +443,7 @@ TEST_F(KernelPowerSourcesTest, DoesNotLookAgainWhenTheCableIsBack)
     EXPECT_EQ(changes, 0);
 }
 
-TEST_F(KernelPowerSourcesTest, DoesNotTakeAPlugChangeOfTheSleepForALooseContact)
+TEST_F(KernelBatteryTest, DoesNotTakeAPlugChangeOfTheSleepForALooseContact)
 {
     setCable(false);
     (void)only();
@@ -454,7 +459,7 @@ TEST_F(KernelPowerSourcesTest, DoesNotTakeAPlugChangeOfTheSleepForALooseContact)
 }
 
 // The kernel may tell of the cable before the session tells of the resume.
-TEST_F(KernelPowerSourcesTest, ForgetsAPlugChangeOfTheSleepThatWasAlreadySeen)
+TEST_F(KernelBatteryTest, ForgetsAPlugChangeOfTheSleepThatWasAlreadySeen)
 {
     setCable(false);
     (void)only();
@@ -468,7 +473,7 @@ TEST_F(KernelPowerSourcesTest, ForgetsAPlugChangeOfTheSleepThatWasAlreadySeen)
     EXPECT_EQ(only().string("Power Source State"), "Battery Power");
 }
 
-TEST_F(KernelPowerSourcesTest, ShowsACableThatFlapsForFourteenMinutesOnce)
+TEST_F(KernelBatteryTest, ShowsACableThatFlapsForFourteenMinutesOnce)
 {
     setCable(false);
     std::string shown = only().string("Power Source State").value_or("");
@@ -494,9 +499,8 @@ TEST_F(KernelPowerSourcesTest, ShowsACableThatFlapsForFourteenMinutesOnce)
     EXPECT_EQ(shown, "Battery Power");
 }
 
-TEST(KernelBatteryRegistryTest, GivesTheKeysOfTheRegistry)
+TEST_F(KernelBatteryTest, GivesTheDetailsByTheKeysOfTheRegistry)
 {
-    const TemporaryFolder folder;
     folder.write("BAT0/uevent",
                  "POWER_SUPPLY_TYPE=Battery\nPOWER_SUPPLY_STATUS=Discharging\n"
                  "POWER_SUPPLY_CYCLE_COUNT=213\nPOWER_SUPPLY_CHARGE_FULL=4500000\n"
@@ -506,8 +510,7 @@ TEST(KernelBatteryRegistryTest, GivesTheKeysOfTheRegistry)
                  "POWER_SUPPLY_TYPE=USB\nPOWER_SUPPLY_ONLINE=1\n"
                  "POWER_SUPPLY_VOLTAGE_MAX=20000000\nPOWER_SUPPLY_CURRENT_MAX=3000000\n");
 
-    const auto registry =
-        KernelBatteryRegistry(folder.path()).properties().value_or(PropertyDictionary{});
+    const auto registry = details().value_or(PropertyDictionary{});
 
     EXPECT_EQ(registry.integer("CycleCount"), 213);
     EXPECT_EQ(registry.integer("DesignCapacity"), 5000);
@@ -519,37 +522,33 @@ TEST(KernelBatteryRegistryTest, GivesTheKeysOfTheRegistry)
     EXPECT_EQ(adapter.integer("Watts"), 60);
 }
 
-TEST(KernelBatteryRegistryTest, TellsOfALimitOfTheFirmware)
+TEST_F(KernelBatteryTest, TellsOfALimitOfTheFirmware)
 {
-    const TemporaryFolder folder;
     folder.write("BAT0/uevent", "POWER_SUPPLY_TYPE=Battery\n");
     folder.write("BAT0/charge_control_end_threshold", "80\n");
     folder.write("BAT0/charge_types", "Standard [Long_Life]\n");
 
-    const auto registry =
-        KernelBatteryRegistry(folder.path()).properties().value_or(PropertyDictionary{});
+    const auto registry = details().value_or(PropertyDictionary{});
 
     EXPECT_EQ(registry.integer("ChargeThreshold"), 80);
     EXPECT_EQ(registry.boolean("KeepsBelowFull"), true);
 }
 
-TEST(KernelBatteryRegistryTest, LeavesOutWhatIsUnknown)
+TEST_F(KernelBatteryTest, LeavesOutDetailsThatAreUnknown)
 {
-    const TemporaryFolder folder;
     folder.write("BAT0/uevent", "POWER_SUPPLY_TYPE=Battery\nPOWER_SUPPLY_CAPACITY=50\n");
 
-    const auto registry = KernelBatteryRegistry(folder.path()).properties();
+    const auto registry = details();
 
     ASSERT_TRUE(registry);
     EXPECT_TRUE(registry->empty());
 }
 
-TEST(KernelBatteryRegistryTest, IsAbsentWithoutABattery)
+TEST_F(KernelBatteryTest, HasNoDetailsWithoutABattery)
 {
-    const TemporaryFolder folder;
-
-    EXPECT_FALSE(KernelBatteryRegistry(folder.path()).properties());
-    EXPECT_FALSE(KernelBatteryRegistry(folder.path() / "none").properties());
+    EXPECT_FALSE(details());
+    std::filesystem::remove_all(folder.path());
+    EXPECT_FALSE(details());
 }
 
 }  // namespace
