@@ -1,5 +1,6 @@
 // The windows process: started by the resident program, which is at the other end of a socket.
 #include <fcntl.h>
+#include <poll.h>
 #include <sys/prctl.h>
 #include <unistd.h>
 
@@ -47,10 +48,17 @@ void configureQt()
     QCoreApplication::setAttribute(Qt::AA_DisableSessionManager);
 }
 
+bool isSocketClosed()
+{
+    pollfd socket{.fd = windowsSocket, .events = 0, .revents = 0};
+    return poll(&socket, 1, 0) > 0;
+}
+
 int showWindows()
 {
     (void)fcntl(windowsSocket, F_SETFD, FD_CLOEXEC);
-    (void)prctl(PR_SET_PDEATHSIG, SIGKILL);  // a hung process would not see its socket close
+    (void)prctl(PR_SET_PDEATHSIG, SIGKILL);     // a hung process would not see its socket close
+    if (isSocketClosed()) return EXIT_SUCCESS;  // the resident program ended before that
     configureQt();
 
     std::array<char, 8> name{"vorlane"};
