@@ -90,7 +90,7 @@ def test_a_compositor_that_hangs_does_not_hold_up_reminders(laptop, wayland, tre
     item.wait_for_label('20%')
 
     wayland.go_on()
-    tree.wait_for_window(POPOVER)
+    item.activate_until(lambda: tree.window(POPOVER), 'the popover')
 
 
 @pytest.fixture

@@ -37,6 +37,10 @@ class Accessibility:
         """Whether the program is there; its first window leads it here."""
         return self.program('Vorlane') is not None
 
+    def programs(self):
+        """The names of all that are there."""
+        return [program.name for program in self._root.children]
+
     def program(self, name):
         """All that one shows; None while it is not there."""
         return next((program for program in self._root.children if program.name == name), None)

@@ -7,6 +7,7 @@ import signal
 import subprocess
 
 from .status_item import OWNER
+from .vorlane import WINDOWS
 from .waiting import wait_until
 
 PACKAGED = '/usr/bin/vorlane'
@@ -78,9 +79,9 @@ class Installation:
         return text.replace(PACKAGED, self.program) if self.program not in text else text
 
 
-def upgrade(prefix):
+def upgrade(prefix, names=(WINDOWS, 'bin/vorlane')):
     """Another version takes the place of the one in the folder, each file at once."""
-    for name in ('lib/vorlane/vorlane-windows', 'bin/vorlane'):
+    for name in names:
         file = prefix / name
         content = file.read_bytes()
         # The name of the build is what the two must have in common.

@@ -2,7 +2,7 @@
 import dbus
 
 from .bus_monitor import BusMonitor
-from .waiting import wait_until
+from .waiting import NeverHappened, wait_until
 
 OWNER = 'org.vorlane.Vorlane'
 PATH = '/StatusNotifierItem'
@@ -103,6 +103,15 @@ class StatusItem:
     def activate(self):
         """The click of the main mouse button."""
         self._bus.call(OWNER, PATH, ITEM, 'Activate', 'ii', 0, 0)
+
+    def activate_until(self, condition, what):
+        """Looks for a while first: a click on what is about to open would close it."""
+        def came():
+            try:
+                return wait_until(condition, what, patience=5, look_every=0.05)
+            except NeverHappened:
+                return self.activate()
+        return wait_until(came, what, look_every=0.05)
 
     def _menu_items(self):
         layout = self._bus.call(OWNER, self.get('Menu'), MENU, 'GetLayout', 'iias', 0, -1,

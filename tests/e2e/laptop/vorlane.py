@@ -1,5 +1,6 @@
 """The program under test: started, spoken to, and ended with nothing to complain about."""
 import contextlib
+import itertools
 import json
 import os
 import pathlib
@@ -11,11 +12,13 @@ import tomllib
 import dbus
 
 from . import preload
+from .children import children
 from .open_calls import OpenCalls
 from .status_item import OWNER
 from .waiting import wait_until
 
 WINDOWS = 'lib/vorlane/vorlane-windows'
+WINDOWS_NAME = os.path.basename(WINDOWS)
 APPLICATION = 'org.freedesktop.Application'
 SUPPRESSED = pathlib.Path(__file__).resolve().parents[2] / 'sanitizers'
 SANITIZERS = {
@@ -137,12 +140,12 @@ class Vorlane:
         Work that is put off for a moment (a burst of events is one change) gets that moment.
         """
         for step in (seconds, 0.5):
-            self._settle()
+            self.settle()
             self._clock.move(step)
             self.round_trip()
             self.round_trip()
 
-    def _settle(self):
+    def settle(self):
         """Returns when the program waits for nobody's answer."""
         self.round_trip()
         while any([calls.wait_until_answered(self.process.pid) for calls in self._open_calls]):
@@ -153,6 +156,36 @@ class Vorlane:
         data = {'activation-token': dbus.String(token)} if token else {}
         self._bus.call(OWNER, '/org/vorlane/Vorlane', APPLICATION, 'Activate', 'a{sv}',
                        dbus.Dictionary(data, signature='sv'))
+
+    def windows_process(self):
+        """The id of the process that shows the windows, dead or alive; None when there is none."""
+        return next((child.pid for child in children(self.process.pid) if child.name == WINDOWS_NAME), None)
+
+    def wait_for_windows_process(self):
+        return wait_until(self.windows_process, 'the windows process', look_every=0.02)
+
+    def wait_until_windows_process_is_gone(self):
+        wait_until(lambda: not self.windows_process(), 'the windows process to be reaped', look_every=0.02)
+
+    def kill_windows(self):
+        """As when their process crashes; returns when it has been reaped."""
+        os.kill(self.windows_process(), signal.SIGKILL)
+        self.wait_until_windows_process_is_gone()
+
+    def descriptors(self):
+        """The numbers of the open ones, in order."""
+        return sorted(int(name) for name in os.listdir(f'/proc/{self.process.pid}/fd'))
+
+    @contextlib.contextmanager
+    def without_descriptors(self, spare=0):
+        """It can open only so many more meanwhile."""
+        open_now = set(self.descriptors())
+        unused = (number for number in itertools.count() if number not in open_now)
+        limit = next(itertools.islice(unused, spare, None))
+        _, hard = resource.prlimit(self.process.pid, resource.RLIMIT_NOFILE)
+        resource.prlimit(self.process.pid, resource.RLIMIT_NOFILE, (limit, hard))
+        yield
+        resource.prlimit(self.process.pid, resource.RLIMIT_NOFILE, (hard, hard))
 
     @contextlib.contextmanager
     def without_room(self):
