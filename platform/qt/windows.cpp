@@ -35,13 +35,21 @@ void setDefault(const char* variable, const QByteArray& value)
     if (qgetenv(variable).isEmpty()) qputenv(variable, value);
 }
 
+bool isOnWayland()
+{
+    return !qgetenv("WAYLAND_DISPLAY").isEmpty() || qEnvironmentVariableIsSet("WAYLAND_SOCKET");
+}
+
+bool hasDisplay()
+{
+    return isOnWayland() || !qgetenv("DISPLAY").isEmpty() || !qgetenv("QT_QPA_PLATFORM").isEmpty();
+}
+
 // What Qt reads when the application object is made.
 void configureQt()
 {
     usualHandler = qInstallMessageHandler(exitInPlaceOfAborting);
-    const bool onWayland =
-        !qgetenv("WAYLAND_DISPLAY").isEmpty() || qEnvironmentVariableIsSet("WAYLAND_SOCKET");
-    setDefault("QT_QPA_PLATFORM", onWayland ? "wayland;xcb" : "xcb");
+    setDefault("QT_QPA_PLATFORM", isOnWayland() ? "wayland;xcb" : "xcb");
     // Nothing is drawn by OpenGL, whose drivers would take more memory than all the rest.
     setDefault("QT_XCB_GL_INTEGRATION", "none");
     // A saved session would start this file, beside the resident program's autostart entry.
@@ -59,6 +67,7 @@ int showWindows()
     (void)fcntl(windowsSocket, F_SETFD, FD_CLOEXEC);
     (void)prctl(PR_SET_PDEATHSIG, SIGKILL);     // a hung process would not see its socket close
     if (isSocketClosed()) return EXIT_SUCCESS;  // the resident program ended before that
+    if (!hasDisplay()) return EXIT_FAILURE;     // Qt would advise to install the program again
     configureQt();
 
     std::array<char, 8> name{"vorlane"};
