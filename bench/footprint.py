@@ -1,5 +1,6 @@
 """What a running process costs, as the kernel counts it."""
 import dataclasses
+import os
 import pathlib
 import re
 
@@ -9,6 +10,7 @@ class Footprint:
     dirty: int = 0      # bytes of memory that it alone holds and has written
     resident: int = 0   # bytes of memory
     threads: int = 0
+    descriptors: int = 0
     wakeups: int = 0    # times that one of its threads stopped waiting, since its start
     cpu: float = 0      # seconds, since its start
 
@@ -17,12 +19,19 @@ class Footprint:
         rollup = (process / 'smaps_rollup').read_text()
         self.dirty = _number('Private_Dirty', rollup) * 1024
         self.resident = _number('Rss', rollup) * 1024
+        self.descriptors = len(os.listdir(process / 'fd'))
         self._tasks = {task.name: _task(task) for task in (process / 'task').iterdir()}
         self.threads = len(self._tasks)
         self.wakeups, self.cpu = (sum(costs) for costs in zip(*self._tasks.values()))
 
+    @property
+    def held(self):
+        """What it holds, in words."""
+        return (f'{self.dirty / 1e6:.1f} MB private dirty, {self.resident / 1e6:.1f} MB resident, '
+                f'{self.threads} threads, {self.descriptors} open files')
+
     def __sub__(self, earlier):
-        """What it cost between the two moments; memory and threads are those of the later one.
+        """What it cost between the two moments; memory, threads and descriptors are those of the later one.
 
         A thread that ended meanwhile takes what it cost with it.
         """

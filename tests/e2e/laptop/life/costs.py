@@ -7,6 +7,7 @@ from dataclasses import dataclass
 import dbus
 
 from ..bus import BUS
+from ..children import children
 from ..status_item import OWNER
 
 
@@ -15,6 +16,7 @@ class Costs:
     dirty: int  # bytes that it alone holds and has written
     resident: int
     descriptors: int
+    zombies: int
     matches: int  # rules by which the session's bus sends it messages
     processor: float  # seconds
     wakeups: int
@@ -23,16 +25,24 @@ class Costs:
 
 def costs(pid, bus):
     process = pathlib.Path(f'/proc/{pid}')
-    rollup = (process / 'smaps_rollup').read_text()
     tasks = list((process / 'task').iterdir())
     return Costs(
-        dirty=_number('Private_Dirty', rollup) * 1024,
-        resident=_number('Rss', rollup) * 1024,
+        dirty=private_dirty(pid),
+        resident=_number('Rss', _rollup(pid)) * 1024,
         descriptors=len(os.listdir(process / 'fd')),
+        zombies=sum(child.zombie for child in children(pid)),
         matches=_matches(bus),
         processor=sum(int((task / 'schedstat').read_text().split()[0]) for task in tasks) / 1e9,
         wakeups=sum(_number('voluntary_ctxt_switches', (task / 'status').read_text()) for task in tasks),
         written=_number('wchar', (process / 'io').read_text()))
+
+
+def private_dirty(pid):
+    return _number('Private_Dirty', _rollup(pid)) * 1024
+
+
+def _rollup(pid):
+    return pathlib.Path(f'/proc/{pid}/smaps_rollup').read_text()
 
 
 def _matches(bus):

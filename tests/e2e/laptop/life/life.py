@@ -18,7 +18,7 @@ from ..vorlane import Vorlane
 from ..waiting import wait_until
 from ..x_screen import XScreen
 from ..xfce_panel import XfcePanel
-from .costs import costs
+from .costs import costs, private_dirty
 from .days import DAY
 from .plain_rules import PlainRules, Reading
 from .recorded import Recorded
@@ -39,6 +39,7 @@ class Life:
         """Begins in that minute of the first day, after so many samples. `wrapper` is a command that runs the program."""
         self.days, self.minute = days, begin_at
         self.expected, self.daily, self.happened = [], [], collections.Counter()
+        self.windows_dirty = []  # bytes, of each windows process that the end of a day has found
         self._closed = 0.0  # when the popover was
         self._laptop = Laptop(program)
         try:
@@ -63,6 +64,7 @@ class Life:
             if self.minute % 60 == 59:
                 self._compare()
             if self.minute % DAY == DAY - 1:
+                self._kill_windows()
                 self.daily.append(costs(self.pid, self._laptop.session_bus))
                 each_day(len(self.daily))
 
@@ -306,6 +308,15 @@ class Life:
             self._screen.press_keys('ctrl+w')
             return not self._screen.window_titled(SETTINGS)
         wait_until(closed, 'the settings to close', look_every=0.1)
+
+    def _kill_windows(self):
+        """What the program holds is then the same at the end of each day."""
+        windows = self.vorlane.windows_process()
+        if not windows:
+            return
+        self.windows_dirty.append(private_dirty(windows))
+        self.vorlane.kill_windows()
+        self.happened['windows killed'] += 1
 
     def _restart_panel(self, _):
         self._panel.kill()
