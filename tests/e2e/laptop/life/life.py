@@ -39,7 +39,7 @@ class Life:
         """Begins in that minute of the first day, after so many samples. `wrapper` is a command that runs the program."""
         self.days, self.minute = days, begin_at
         self.expected, self.daily, self.happened = [], [], collections.Counter()
-        self.windows_dirty = []  # bytes, of each windows process that the end of a day has found
+        self.windows = {}  # by the process's id: bytes that it alone held and had written, when it was last open
         self._closed = 0.0  # when the popover was
         self._laptop = Laptop(program)
         try:
@@ -64,7 +64,7 @@ class Life:
             if self.minute % 60 == 59:
                 self._compare()
             if self.minute % DAY == DAY - 1:
-                self._kill_windows()
+                self._end_windows()
                 self.daily.append(costs(self.pid, self._laptop.session_bus))
                 each_day(len(self.daily))
 
@@ -294,6 +294,8 @@ class Life:
         self._pass(0)
         self._item.activate()
         wait_until(lambda: self._screen.window_titled(POPOVER), 'the popover', look_every=0.01)
+        windows = self.vorlane.windows_process()
+        self.windows[windows] = private_dirty(windows)
 
     def _close_popover(self):
         self._item.activate()
@@ -309,14 +311,10 @@ class Life:
             return not self._screen.window_titled(SETTINGS)
         wait_until(closed, 'the settings to close', look_every=0.1)
 
-    def _kill_windows(self):
-        """What the program holds is then the same at the end of each day."""
-        windows = self.vorlane.windows_process()
-        if not windows:
-            return
-        self.windows_dirty.append(private_dirty(windows))
-        self.vorlane.kill_windows()
-        self.happened['windows killed'] += 1
+    def _end_windows(self):
+        """So that what the program holds is the same at the end of each day."""
+        if self.vorlane.windows_process():
+            self.vorlane.kill_windows()
 
     def _restart_panel(self, _):
         self._panel.kill()
