@@ -93,10 +93,10 @@ struct PopoverContent {
 
 // Called on the main thread; none of them is empty.
 struct PopoverIntents {
-    std::function<void()> openSettings;
-    std::function<void()> quit;
-    std::function<void()> cancelSnooze;
-    std::function<void(std::int64_t range)> selectRange;
+    std::function<void()> openSettings = [] {};
+    std::function<void()> quit = [] {};
+    std::function<void()> cancelSnooze = [] {};
+    std::function<void(std::int64_t range)> selectRange = [](std::int64_t) {};
 };
 
 }  // namespace vorlane

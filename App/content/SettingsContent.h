@@ -103,12 +103,13 @@ struct SettingsContent {
 
 // Called on the main thread; none of them is empty.
 struct SettingsIntents {
-    std::function<void(const std::string& key, bool value)> setToggle;
-    std::function<void(const std::string& key, std::int64_t value)> setNumber;
-    std::function<void(const std::string& key, TimeOfDay time)> setTime;
-    std::function<void(const std::string& key, const std::string& sound)> chooseSound;
-    std::function<void(bool on)> setLaunchAtLogin;
-    std::function<void()> resetHistory;  // asks first
+    std::function<void(const std::string& key, bool value)> setToggle = [](auto&, bool) {};
+    std::function<void(const std::string& key, std::int64_t value)> setNumber = [](auto&, auto) {};
+    std::function<void(const std::string& key, TimeOfDay time)> setTime = [](auto&, auto) {};
+    std::function<void(const std::string& key, const std::string& sound)> chooseSound =
+        [](auto&, auto&) {};
+    std::function<void(bool on)> setLaunchAtLogin = [](bool) {};
+    std::function<void()> resetHistory = [] {};  // asks first
 };
 
 }  // namespace vorlane

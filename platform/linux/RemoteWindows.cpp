@@ -167,7 +167,6 @@ bool RemoteWindows::start()
     if (process.isRunning()) return true;
     if (!process.start()) return false;
     process.send(appearance);
-    if (!process.isRunning()) return false;  // it has crashed at once
     if (!origin_.session) return true;
     portal.emplace(origin_.session, [this](const Appearance& next) {
         appearance = next;

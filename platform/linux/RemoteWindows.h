@@ -68,21 +68,13 @@ private:
     Appearance appearance;  // by the portal's last answer
 
     struct {
-        PopoverIntents intents = {.openSettings = [] {},
-                                  .quit = [] {},
-                                  .cancelSnooze = [] {},
-                                  .selectRange = [](std::int64_t) {}};
+        PopoverIntents intents;
         bool shown = false;
         std::uint64_t opening = 0;  // how often it was shown
         std::chrono::steady_clock::time_point closedByPress;
     } popover;
     struct {
-        SettingsIntents intents = {.setToggle = [](const std::string&, bool) {},
-                                   .setNumber = [](const std::string&, std::int64_t) {},
-                                   .setTime = [](const std::string&, TimeOfDay) {},
-                                   .chooseSound = [](const std::string&, const std::string&) {},
-                                   .setLaunchAtLogin = [](bool) {},
-                                   .resetHistory = [] {}};
+        SettingsIntents intents;
         bool shown = false;
         std::uint64_t opening = 0;
     } settings;

@@ -12,11 +12,11 @@ namespace {
 // A tray cannot recolour a pixmap and does not say what it lies on. This grey has a contrast of
 // 3.1:1 or more to light panels, down to #eff0f1, and of 3.7:1 or more to dark ones, up to #303030.
 // The SVG files have it too, for the trays that do not recolour them.
-constexpr Colour grey{0x88, 0x88, 0x88};
+constexpr Rgb grey{0x88, 0x88, 0x88};
 
 // Thin strokes want more: 13:1, on a tile that hardly shows on a dark panel.
-constexpr Colour white{0xf6, 0xf6, 0xf6};
-constexpr Colour tile{0x2d, 0x2d, 0x2d};
+constexpr Rgb white{0xf6, 0xf6, 0xf6};
+constexpr Rgb tile{0x2d, 0x2d, 0x2d};
 
 // Some trays take the largest picture, whatever they need, and scale it: it is the double of what
 // most of them show, so that the digits stay sharp.
@@ -48,7 +48,7 @@ StatusPicture xIconPicture(const StatusItemContent& content, int size, std::opti
     const auto tray = size < leastWithText ? TrayKind::labels : TrayKind::icons;
     auto picture = StatusIcon::of(content, tray).picture;
     if (!color) return picture;  // as on the bus, where no tray names one
-    picture.ink = {color->red, color->green, color->blue};
+    picture.ink = *color;
     picture.plate.reset();
     return picture;
 }

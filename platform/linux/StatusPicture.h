@@ -6,15 +6,9 @@
 #include <string>
 #include <vector>
 
+#include "platform/Rgb.h"
+
 namespace vorlane::platform {
-
-struct Colour {
-    std::uint8_t red = 0;
-    std::uint8_t green = 0;
-    std::uint8_t blue = 0;
-
-    friend bool operator==(const Colour&, const Colour&) = default;
-};
 
 // Square. Four bytes a pixel: alpha, red, green, blue; row by row. The colours are not multiplied
 // by alpha.
@@ -27,8 +21,8 @@ struct Pixmap {
 struct StatusPicture {
     std::string symbol;  // "battery.75"; empty or unknown: none
     std::string text;    // "80%", "1:23", "80% · 1:23"; empty: the symbol alone fills the square
-    Colour ink;
-    std::optional<Colour> plate;  // a tile below it; absent: the picture has no ground
+    Rgb ink;
+    std::optional<Rgb> plate;  // a tile below it; absent: the picture has no ground
 
     // Empty when there is nothing to draw, or the size cannot be drawn.
     Pixmap draw(int size) const;

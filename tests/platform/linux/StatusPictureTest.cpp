@@ -12,8 +12,8 @@
 namespace vorlane::platform {
 namespace {
 
-constexpr Colour ink{10, 20, 30};
-constexpr Colour tile{200, 210, 220};
+constexpr Rgb ink{10, 20, 30};
+constexpr Rgb tile{200, 210, 220};
 
 using Pixel = std::array<int, 4>;
 

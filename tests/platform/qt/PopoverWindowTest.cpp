@@ -19,10 +19,7 @@ protected:
     PopoverWindowTest() { panel->setTheme(themes.current()); }
 
     ThemeSource themes;
-    PopoverPanel* panel = new PopoverPanel({.openSettings = [] {},
-                                            .quit = [] {},
-                                            .cancelSnooze = [] {},
-                                            .selectRange = [](std::int64_t) {}});
+    PopoverPanel* panel = new PopoverPanel(PopoverIntents());
     PopoverWindow popover{panel, [this](bool byPress) {
                               ++closings;
                               closedByPress = byPress;
