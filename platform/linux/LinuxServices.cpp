@@ -7,7 +7,6 @@
 #include "platform/linux/Installation.h"
 #include "platform/linux/LinuxTexts.h"
 #include "platform/linux/LocalXDisplay.h"
-#include "platform/linux/PluginFile.h"
 #include "platform/linux/PowerSupplyEvents.h"
 #include "platform/linux/Uptime.h"
 
@@ -19,7 +18,7 @@ std::optional<XTrayItem::Origin> xTray()
 {
     auto socket = LocalXDisplay::ofSession().socket();
     if (!socket) return std::nullopt;
-    return XTrayItem::Origin{.plugin = usualPluginPath("vorlane_xembed.so"),
+    return XTrayItem::Origin{.plugin = installedPath("lib/vorlane/vorlane_xembed.so"),
                              .socket = std::move(*socket)};
 }
 

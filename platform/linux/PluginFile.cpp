@@ -10,7 +10,6 @@
 #include <cstring>
 
 #include "platform/linux/FileDescriptor.h"
-#include "platform/linux/Installation.h"
 
 namespace vorlane::platform {
 
@@ -39,11 +38,6 @@ void* openPlugin(const std::string& path, const char* entryName)
     // Never closed, since what it made needs its code.
     void* const library = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
     return library ? dlsym(library, entryName) : nullptr;
-}
-
-std::string usualPluginPath(const std::string& fileName)
-{
-    return installedPath("lib/vorlane/" + fileName);
 }
 
 }  // namespace vorlane::platform

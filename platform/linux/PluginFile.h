@@ -9,7 +9,4 @@ namespace vorlane::platform {
 // linked.
 void* openPlugin(const std::string& path, const char* entryName);
 
-// Beside the running program.
-std::string usualPluginPath(const std::string& fileName);
-
 }  // namespace vorlane::platform

@@ -15,14 +15,13 @@ namespace vorlane::platform {
 namespace {
 
 constexpr std::size_t largestMessage = 4096;  // the largest has a settings key and a number
+static_assert(ChildProcesses::passedAs == windowsSocket);
 
 }  // namespace
 
 WindowsProcess::WindowsProcess(SdEventRunLoop& loop, Setup setup)
     : loop_(loop), setup_(std::move(setup)), children(loop.event())
-{
-    static_assert(ChildProcesses::passedAs == windowsSocket);
-}
+{}
 
 bool WindowsProcess::start()
 {
@@ -58,11 +57,6 @@ void WindowsProcess::expectAnswer(Seconds patience)
         receive();  // the answer may have come while this process was busy
         if (isRunning() && !hasAnswered()) lose(End::hung);
     });
-}
-
-void WindowsProcess::dismiss()
-{
-    forget();
 }
 
 void WindowsProcess::sendUpdates()
@@ -105,12 +99,12 @@ void WindowsProcess::take(const FromWindows& message)
 
 void WindowsProcess::lose(End how)
 {
-    forget();
+    dismiss();
     children.killAll();
     setup_.ended(how);
 }
 
-void WindowsProcess::forget()
+void WindowsProcess::dismiss()
 {
     readable.reset();
     channel.reset();

@@ -10,7 +10,6 @@
 
 #include "App/Subscription.h"
 #include "platform/WindowMessages.h"
-#include "platform/Wire.h"
 #include "platform/linux/ChildProcesses.h"
 #include "platform/linux/FileDescriptor.h"
 #include "platform/linux/SdEventRunLoop.h"
@@ -74,7 +73,6 @@ private:
     void receive();
     void take(const FromWindows& message);
     void lose(End how);
-    void forget();
 
     SdEventRunLoop& loop_;
     Setup setup_;

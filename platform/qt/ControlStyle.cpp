@@ -1,5 +1,6 @@
 #include "platform/qt/ControlStyle.h"
 
+#include <QFocusEvent>
 #include <QFontMetrics>
 
 namespace vorlane::platform {
@@ -36,10 +37,23 @@ void paintRing(QPainter& painter, const QRectF& shape, double radius, const Them
                             radius + outset);
 }
 
-void RingVisibility::focused(Qt::FocusReason reason)
+FocusRing::FocusRing(QWidget& control) : control_(control)
 {
-    if (reason == Qt::PopupFocusReason) return;  // back from its own list
-    visible = reason != Qt::MouseFocusReason && reason != Qt::ActiveWindowFocusReason;
+    control.installEventFilter(this);
+}
+
+bool FocusRing::eventFilter(QObject* /*watched*/, QEvent* event)
+{
+    const auto type = event->type();
+    if (type == QEvent::KeyPress) visible = true;
+    if (type == QEvent::FocusIn || type == QEvent::FocusOut) {
+        const auto reason = static_cast<QFocusEvent*>(event)->reason();
+        if (reason == Qt::PopupFocusReason) return false;  // to its own list, or back from there
+        visible = type == QEvent::FocusIn && reason != Qt::MouseFocusReason &&
+                  reason != Qt::ActiveWindowFocusReason;
+    }
+    if (type == QEvent::KeyPress) control_.update();
+    return false;
 }
 
 }  // namespace vorlane::platform

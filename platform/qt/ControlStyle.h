@@ -4,6 +4,7 @@
 
 #include <QFocusEvent>
 #include <QPainter>
+#include <QWidget>
 
 #include "platform/qt/Theme.h"
 
@@ -36,16 +37,18 @@ QColor ink(const Theme& theme, bool enabled);
 
 void paintRing(QPainter& painter, const QRectF& shape, double radius, const Theme& theme);
 
-// Whether the ring shows: to who uses the keyboard, not to who clicks.
-class RingVisibility {
+// Whether the ring around a control shows: to who uses the keyboard, not to who clicks.
+class FocusRing : public QObject {
 public:
-    void focused(Qt::FocusReason reason);
-    void keyPressed() { visible = true; }
-    void focusLost() { visible = false; }
+    explicit FocusRing(QWidget& control);
 
     bool isVisible() const { return visible; }
 
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
+    QWidget& control_;
     bool visible = false;
 };
 

@@ -47,22 +47,8 @@ void RowButton::paintEvent(QPaintEvent* /*event*/)
 
 void RowButton::keyPressEvent(QKeyEvent* event)
 {
-    ring.keyPressed();
-    update();
     if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) return click();
     QAbstractButton::keyPressEvent(event);
-}
-
-void RowButton::focusInEvent(QFocusEvent* event)
-{
-    ring.focused(event->reason());
-    QAbstractButton::focusInEvent(event);
-}
-
-void RowButton::focusOutEvent(QFocusEvent* event)
-{
-    ring.focusLost();
-    QAbstractButton::focusOutEvent(event);
 }
 
 }  // namespace vorlane::platform

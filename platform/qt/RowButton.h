@@ -20,12 +20,10 @@ public:
 protected:
     void paintEvent(QPaintEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
-    void focusInEvent(QFocusEvent* event) override;
-    void focusOutEvent(QFocusEvent* event) override;
 
 private:
     Theme theme;
-    RingVisibility ring;
+    FocusRing ring{*this};
 };
 
 }  // namespace vorlane::platform

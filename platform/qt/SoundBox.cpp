@@ -123,23 +123,9 @@ void SoundBox::wheelEvent(QWheelEvent* event)
 
 void SoundBox::keyPressEvent(QKeyEvent* event)
 {
-    ring.keyPressed();
-    update();
     // The window's, not a letter to look an entry up by.
     if (event->matches(QKeySequence::Close)) return event->ignore();
     QComboBox::keyPressEvent(event);
-}
-
-void SoundBox::focusInEvent(QFocusEvent* event)
-{
-    ring.focused(event->reason());
-    QComboBox::focusInEvent(event);
-}
-
-void SoundBox::focusOutEvent(QFocusEvent* event)
-{
-    if (event->reason() != Qt::PopupFocusReason) ring.focusLost();
-    QComboBox::focusOutEvent(event);
 }
 
 }  // namespace vorlane::platform

@@ -31,8 +31,6 @@ protected:
     void paintEvent(QPaintEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
-    void focusInEvent(QFocusEvent* event) override;
-    void focusOutEvent(QFocusEvent* event) override;
 
 private:
     void choose(int index);
@@ -40,7 +38,7 @@ private:
 
     std::function<void(const std::string&)> chosen_;
     Theme theme;
-    RingVisibility ring;
+    FocusRing ring{*this};
     std::vector<SoundEntry> entries;
     std::string value;
 };

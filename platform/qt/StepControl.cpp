@@ -197,8 +197,6 @@ void StepControl::wheelEvent(QWheelEvent* event)
 
 void StepControl::keyPressEvent(QKeyEvent* event)
 {
-    ring.keyPressed();
-    update();
     switch (event->key()) {
         case Qt::Key_Up:
         case Qt::Key_Plus:
@@ -226,13 +224,11 @@ void StepControl::keyPressEvent(QKeyEvent* event)
 void StepControl::focusInEvent(QFocusEvent* event)
 {
     wheelAngle = 0;
-    ring.focused(event->reason());
     QWidget::focusInEvent(event);
 }
 
 void StepControl::focusOutEvent(QFocusEvent* event)
 {
-    ring.focusLost();
     release();
     QWidget::focusOutEvent(event);
 }

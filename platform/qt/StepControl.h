@@ -70,7 +70,7 @@ private:
 
     std::function<void(std::int64_t)> changed_;
     Theme theme;
-    RingVisibility ring;
+    FocusRing ring{*this};
     Range range_;
     std::int64_t value_ = 0;
     Button held = Button::none;

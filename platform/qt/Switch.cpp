@@ -1,7 +1,5 @@
 #include "platform/qt/Switch.h"
 
-#include <QKeyEvent>
-
 namespace vorlane::platform {
 
 namespace {
@@ -56,25 +54,6 @@ void Switch::paintEvent(QPaintEvent* /*event*/)
     painter.drawEllipse(QRectF(left, shape.top() + gap, side, side));
 
     if (ring.isVisible()) paintRing(painter, shape, round, theme);
-}
-
-void Switch::keyPressEvent(QKeyEvent* event)
-{
-    ring.keyPressed();
-    update();
-    QAbstractButton::keyPressEvent(event);
-}
-
-void Switch::focusInEvent(QFocusEvent* event)
-{
-    ring.focused(event->reason());
-    QAbstractButton::focusInEvent(event);
-}
-
-void Switch::focusOutEvent(QFocusEvent* event)
-{
-    ring.focusLost();
-    QAbstractButton::focusOutEvent(event);
 }
 
 }  // namespace vorlane::platform

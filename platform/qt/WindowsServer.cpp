@@ -9,7 +9,6 @@
 
 #include "platform/Frames.h"
 #include "platform/Overloaded.h"
-#include "platform/Wire.h"
 #include "platform/qt/AlertDialog.h"
 #include "platform/qt/TrayMenu.h"
 

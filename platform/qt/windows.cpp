@@ -6,6 +6,7 @@
 
 #include <QApplication>
 #include <QByteArray>
+#include <QIcon>
 #include <array>
 #include <csignal>
 #include <cstdlib>
@@ -14,7 +15,6 @@
 #include "platform/UiBuild.h"
 #include "platform/WindowMessages.h"
 #include "platform/qt/AccessibleApplication.h"
-#include "platform/qt/ApplicationIcon.h"
 #include "platform/qt/WindowsServer.h"
 
 namespace vorlane::platform {
@@ -54,6 +54,15 @@ void configureQt()
     setDefault("QT_XCB_GL_INTEGRATION", "none");
     // A saved session would start this file, beside the resident program's autostart entry.
     QCoreApplication::setAttribute(Qt::AA_DisableSessionManager);
+}
+
+QIcon applicationIcon()
+{
+    const QString file = QCoreApplication::applicationDirPath() +
+                         "/../../share/icons/hicolor/%1x%1/apps/org.vorlane.Vorlane.png";
+    QIcon icon;
+    for (const int size : {16, 24, 32, 48, 64, 128}) icon.addFile(file.arg(size));
+    return icon;
 }
 
 bool isSocketClosed()
