@@ -1,5 +1,7 @@
 #include "platform/linux/RemoteWindows.h"
 
+#include <malloc.h>
+
 #include <algorithm>
 #include <cstdlib>
 #include <utility>
@@ -192,6 +194,7 @@ void RemoteWindows::forgetWindows()
     for (const auto& [id, question] : std::exchange(questions, {})) {
         loop_.async([question = question] { question.answered(question.cancel); });
     }
+    (void)malloc_trim(0);  // their records were the largest that the program held
 }
 
 void RemoteWindows::take(const FromWindows& message)

@@ -7,6 +7,7 @@
 #include <functional>
 #include <map>
 #include <string>
+#include <utility>
 
 #include "App/Subscription.h"
 #include "platform/WindowMessages.h"
@@ -51,19 +52,19 @@ public:
 
     // Does nothing while it does not run.
     template <typename Message>
-    void send(const Message& message)
+    void send(Message message)
     {
         sendUpdates();
-        sendBytes(wire::encodeAs<ToWindows>(message));
+        sendBytes(wire::encodeAs<ToWindows>(std::move(message)));
     }
 
     // Like `send`, but while the process is busy only the newest message of each type is kept.
     template <typename Message>
-    void update(const Message& message)
+    void update(Message message)
     {
         if (!isRunning()) return;
         unsent.insert_or_assign(wire::indexIn<ToWindows, Message>,
-                                wire::encodeAs<ToWindows>(message));
+                                wire::encodeAs<ToWindows>(std::move(message)));
         if (handled == sent) sendUpdates();
     }
 
