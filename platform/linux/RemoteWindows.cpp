@@ -47,17 +47,17 @@ public:
 
     bool isShown() const override
     {
-        const auto& popover = windows_.popover;
-        return popover.shown || Clock::now() - popover.closedByPress < justClosed;
+        const auto& state = windows_.popover;
+        return state.shown || Clock::now() - state.closedByPress < justClosed;
     }
 
     void show(const PopoverContent& content) override
     {
         windows_.request([&windows = windows_, content] {
-            auto& popover = windows.popover;
-            popover.shown = windows.start();
+            auto& state = windows.popover;
+            state.shown = windows.start();
             windows.process.send(ShowPopover{
-                .content = content, .token = takeActivationToken(), .opening = ++popover.opening});
+                .content = content, .token = takeActivationToken(), .opening = ++state.opening});
         });
     }
 
@@ -88,14 +88,14 @@ public:
     void makeKeyAndOrderFront(const SettingsContent& content) override
     {
         windows_.request([&windows = windows_, frame = frame_, content] {
-            auto& settings = windows.settings;
-            settings.shown = windows.start();
+            auto& state = windows.settings;
+            state.shown = windows.start();
             windows.process.send(ShowSettings{.title = frame.title,
                                               .width = frame.width,
                                               .height = frame.height,
                                               .content = content,
                                               .token = takeActivationToken(),
-                                              .opening = ++settings.opening});
+                                              .opening = ++state.opening});
         });
     }
 
@@ -224,13 +224,13 @@ void RemoteWindows::take(const FromWindows& message)
 
 void RemoteWindows::set(const SetSetting& message)
 {
-    const auto& [key, value] = message;
+    const auto& key = message.key;
     const auto& intents = settings.intents;
     std::visit(Overloaded{[&](bool on) { intents.setToggle(key, on); },
                           [&](std::int64_t number) { intents.setNumber(key, number); },
                           [&](TimeOfDay time) { intents.setTime(key, time); },
                           [&](const std::string& sound) { intents.chooseSound(key, sound); }},
-               value);
+               message.value);
 }
 
 void RemoteWindows::popoverClosed(const PopoverClosed& message)
