@@ -4,9 +4,12 @@ The program's clock is moved to each minute and the program woken, so that its o
 but the waiting. That its reminders are those of the rules is checked in the minute in which one is due, and every hour.
 """
 import collections
+import contextlib
 import datetime
 import json
+import os
 import re
+import signal
 import time
 import zoneinfo
 
@@ -313,8 +316,11 @@ class Life:
 
     def _end_windows(self):
         """So that what the program holds is the same at the end of each day."""
-        if self.vorlane.windows_process():
-            self.vorlane.kill_windows()
+        process = self.vorlane.windows_process()
+        if process:
+            with contextlib.suppress(ProcessLookupError):  # it may just have ended by itself
+                os.kill(process, signal.SIGKILL)
+        self.vorlane.wait_until_windows_process_is_gone()
 
     def _restart_panel(self, _):
         self._panel.kill()
