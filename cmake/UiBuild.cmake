@@ -10,7 +10,7 @@ file(WRITE ${OUTPUT} "#pragma once
 
 namespace vorlane::platform {
 
-// The same in the resident program and in the plugins that it may load.
+// The same in the resident program in the windows process and in the X tray plugin.
 constexpr const char* uiBuild = \"vorlane-ui-build-${name}\";
 
 }  // namespace vorlane::platform

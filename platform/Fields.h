@@ -1,4 +1,4 @@
-// The members of an aggregate as a tuple, so that code for all records need not name them.
+// The members of an aggregate as a tuple, for generic code that cannot name them.
 #pragma once
 
 #include <cstddef>

@@ -17,11 +17,14 @@ inline bool sendFrame(int socket, const std::string& bytes)
 
 enum class Receiving { frame, nothing, end };
 
-// Never waits. An empty frame, or one of more than `largest` bytes, counts as the end: no message
-// has that size.
+// Never waits. An empty frame, or one of more than `largest` bytes, counts as the end of the
+// connection: no message has that size.
 inline Receiving receiveFrame(int socket, std::string& bytes, std::size_t largest)
 {
-    const auto size = recv(socket, nullptr, 0, MSG_PEEK | MSG_TRUNC | MSG_DONTWAIT);
+    constexpr int peek = MSG_PEEK | MSG_TRUNC | MSG_DONTWAIT;
+    auto size = recv(socket, nullptr, 0, peek);
+    // Reported once when the peer left something unread, ahead of what it had sent before.
+    if (size < 0 && errno == ECONNRESET) size = recv(socket, nullptr, 0, peek);
     if (size < 0 && (errno == EAGAIN || errno == EINTR)) return Receiving::nothing;
     if (size <= 0 || static_cast<std::size_t>(size) > largest) return Receiving::end;
     bytes.resize(static_cast<std::size_t>(size));

@@ -15,8 +15,8 @@
 
 namespace vorlane::platform {
 
-// To the windows. `opening` numbers the times that a window was shown, so that the report of an
-// earlier closing is not taken for the present one's.
+// To the windows. `opening` counts how often a window was shown, so that a late close report for
+// an earlier opening is ignored.
 struct ShowPopover {
     PopoverContent content;
     std::string token;  // for XDG activation; may be empty
@@ -50,7 +50,7 @@ using ToWindows = std::variant<Appearance, ShowPopover, UpdatePopover, ClosePopo
 // From the windows.
 struct PopoverClosed {
     std::uint64_t opening = 0;
-    bool byPress = false;  // a press elsewhere may be what closed it
+    bool byPress = false;  // a press elsewhere may have closed it
 };
 struct SettingsClosed {
     std::uint64_t opening = 0;
@@ -63,7 +63,7 @@ struct SelectRange {
 };
 struct SetSetting {
     std::string key;
-    std::variant<bool, std::int64_t, TimeOfDay, std::string> value;  // the last is a sound
+    std::variant<bool, std::int64_t, TimeOfDay, std::string> value;  // a string is a sound's name
 };
 struct SetLaunchAtLogin {
     bool on = false;
@@ -76,7 +76,7 @@ struct Answered {
 struct Chosen {
     MenuAction action = MenuAction::none;
 };
-struct Idle {};  // no window has been shown for a while
+struct Idle {};  // no window has been visible for a while
 struct Handled {
     std::uint64_t messages = 0;  // since the process was started
 };
@@ -97,10 +97,10 @@ inline constexpr MenuAction last<MenuAction> = MenuAction::quit;
 
 }  // namespace wire
 
-// The exit code of a windows process whose build is not the resident program's.
+// Exit code of a windows process of another build than the resident program.
 constexpr int otherBuildExit = 3;
 
-// The windows process's descriptor of the socket.
+// File descriptor of the socket in the windows process.
 constexpr int windowsSocket = 3;
 
 }  // namespace vorlane::platform

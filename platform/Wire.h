@@ -1,5 +1,5 @@
-// Records as bytes and back, between two processes of the same build on one machine.
-// An aggregate is its members in their order; numbers have the machine's size and byte order.
+// Serializes records for another process of the same build on the same machine: members in order,
+// numbers in native size and byte order.
 #pragma once
 
 #include <cstddef>
@@ -18,12 +18,12 @@
 
 namespace vorlane::platform::wire {
 
-// Copied as it lies in memory.
+// Copied bytewise.
 template <typename T>
 concept Number = std::is_arithmetic_v<T> && !std::is_same_v<T, bool>;
 
-// The last enumerator of an enumeration, the first of which is 0. To be specialized for each
-// enumeration that is sent; one without does not compile.
+// The last enumerator; the first must be 0. Specialize it for every enumeration that is sent: one
+// without does not compile.
 template <typename Enumeration>
 constexpr Enumeration last = Enumeration::missing;
 
@@ -49,8 +49,8 @@ struct Writer {
     bool good = true;
 };
 
-// Copies bytes into values. After the first value that does not fit, `good` is false and all
-// further values are zero.
+// Copies bytes into values. After the first read that fails, `good` is false and all later values
+// are zero.
 struct Reader {
     void copy(void* value, std::size_t size)
     {
@@ -59,14 +59,15 @@ struct Reader {
         std::memcpy(value, bytes.data(), size);
         bytes.remove_prefix(size);
     }
-    // Each element takes a byte or more.
+    // Every element takes at least one byte.
     bool hasRoomFor(std::size_t count) const { return count <= bytes.size(); }
 
     std::string_view bytes;
     bool good = true;
 };
 
-// Takes a value apart, the same way for a writer and a reader. What is read into is empty before.
+// Visits every part of a value, for both writing and reading. A value that is read into must be
+// empty.
 template <typename Bytes>
 class Walk {
 public:
@@ -156,7 +157,7 @@ private:
     Bytes& bytes_;
 };
 
-// As the variant's encoding when it holds `value`.
+// Encodes `value` as a Variant that holds it.
 template <typename Variant, typename T>
 std::string encodeAs(T value)
 {

@@ -46,7 +46,7 @@ struct SettingsWindowFrame {
     int height;  // likewise
 };
 
-// Makes the program's windows. Nothing is loaded before the first one is shown.
+// Makes the program's windows. Nothing is started before the first one is shown.
 class Windows {
 public:
     virtual ~Windows() = default;

@@ -79,7 +79,7 @@ bool ChildProcesses::start(Program program, Exited exited)
         (void)sd_event_source_set_child_process_own(child.source.get(), 1);
         return true;
     }
-    children.pop_back();  // its exit could not be noticed
+    children.pop_back();  // nothing would report its exit
     (void)kill(id, SIGKILL);
     (void)waitpid(id, nullptr, 0);
     return false;

@@ -1,4 +1,4 @@
-// The processes that this one started, which sd-event watches by pidfd and reaps.
+// Child processes, which sd-event watches by pidfd and reaps.
 #pragma once
 
 #include <csignal>
@@ -13,15 +13,15 @@ namespace vorlane::platform {
 
 class ChildProcesses {
 public:
-    // Blocks SIGCHLD, as sd-event wants it. `event` outlives this object, which kills the processes
-    // that still run when it is destroyed, without a call of `exited`.
+    // Blocks SIGCHLD, which sd-event requires. `event` outlives this object. The destructor kills
+    // what still runs, without calling `exited`.
     explicit ChildProcesses(sd_event* event);
     ChildProcesses(const ChildProcesses&) = delete;
     ChildProcesses& operator=(const ChildProcesses&) = delete;
 
     struct Program {
         std::vector<std::string> words;  // the first is the path
-        int passed = -1;                 // a descriptor that becomes number 3
+        int passed = -1;                 // inherited as descriptor 3
         bool isQuiet = false;            // its standard streams are /dev/null
     };
     static constexpr int passedAs = 3;

@@ -36,7 +36,7 @@ public:
 
     std::vector<PropertyDictionary> descriptions() override;
 
-    // As of the last `descriptions`.
+    // From the last call of `descriptions`.
     std::optional<PropertyDictionary> properties() override { return details; }
 
     // Reports a burst of changes once, shortly after the first.

@@ -35,7 +35,7 @@ void* openPlugin(const std::string& path, const char* entryName)
 {
     if (!isWhole(path)) return nullptr;
 
-    // Never closed, since what it made needs its code.
+    // Never closed: objects that it created still use its code.
     void* const library = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
     return library ? dlsym(library, entryName) : nullptr;
 }

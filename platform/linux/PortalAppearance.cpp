@@ -75,9 +75,11 @@ void readValues(sd_bus_message* message, Appearance& appearance)
 
 }  // namespace
 
-PortalAppearance::PortalAppearance(sd_bus* session, std::function<void(const Appearance&)> changed)
+PortalAppearance::PortalAppearance(sd_bus* session, std::function<void(const Appearance&)> changed,
+                                   const Appearance& known)
     : session_(session),
       changed_(std::move(changed)),
+      appearance(known),
       names(session, portal, [this](const char* name) { setOwner(name); }),
       signal(owned<SlotPointer>([this](sd_bus_slot** slot) {
           return sd_bus_add_match_async(

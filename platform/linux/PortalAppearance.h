@@ -14,8 +14,10 @@ namespace vorlane::platform {
 // portal that goes leaves what it said.
 class PortalAppearance {
 public:
-    // `session` is attached to the main loop and outlives this object.
-    PortalAppearance(sd_bus* session, std::function<void(const Appearance&)> changed);
+    // `session` is attached to the main loop and outlives this object. `changed` is called for what
+    // differs from `known`.
+    PortalAppearance(sd_bus* session, std::function<void(const Appearance&)> changed,
+                     const Appearance& known = {});
 
 private:
     void setOwner(const char* name);

@@ -18,7 +18,7 @@ using Clock = std::chrono::steady_clock;
 // The press that closed the popover may also be reported as a click on the status item.
 constexpr std::chrono::milliseconds justClosed{150};
 
-// A second start has more time: a machine that is merely slow has read the files by then.
+// The second attempt gets more time: by then even a slow machine has read the files.
 constexpr double retryFactor = 5;
 
 std::size_t cancelButton(const AlertPanelContent& content)
@@ -29,7 +29,7 @@ std::size_t cancelButton(const AlertPanelContent& content)
 }
 
 // Valid for one window. Call it after the process was started, which inherits both variables: the
-// startup id of X11 is of use only there.
+// startup id of X11 is used only there.
 std::string takeActivationToken()
 {
     const char* const token = std::getenv("XDG_ACTIVATION_TOKEN");
@@ -53,11 +53,12 @@ public:
 
     void show(const PopoverContent& content) override
     {
-        windows_.request([&windows = windows_, content] {
+        windows_.request([&windows = windows_, content, token = std::string()]() mutable {
             auto& state = windows.popover;
             state.shown = windows.start();
-            windows.process.send(ShowPopover{
-                .content = content, .token = takeActivationToken(), .opening = ++state.opening});
+            if (token.empty()) token = takeActivationToken();
+            windows.process.send(
+                ShowPopover{.content = content, .token = token, .opening = ++state.opening});
         });
     }
 
@@ -87,14 +88,16 @@ public:
 
     void makeKeyAndOrderFront(const SettingsContent& content) override
     {
-        windows_.request([&windows = windows_, frame = frame_, content] {
+        windows_.request([&windows = windows_, frame = frame_, content,
+                          token = std::string()]() mutable {
             auto& state = windows.settings;
             state.shown = windows.start();
+            if (token.empty()) token = takeActivationToken();
             windows.process.send(ShowSettings{.title = frame.title,
                                               .width = frame.width,
                                               .height = frame.height,
                                               .content = content,
-                                              .token = takeActivationToken(),
+                                              .token = token,
                                               .opening = ++state.opening});
         });
     }
@@ -158,8 +161,8 @@ void RemoteWindows::popUpMenu(const std::vector<MenuItem>& items,
 
 void RemoteWindows::request(std::function<void()> show)
 {
-    unanswered = show;
-    show();
+    unanswered = std::move(show);
+    unanswered();
     if (!process.isRunning()) unanswered = nullptr;
     process.expectAnswer(origin_.patience);
 }
@@ -170,10 +173,11 @@ bool RemoteWindows::start()
     if (!process.start()) return false;
     process.send(appearance);
     if (!origin_.session) return true;
-    portal.emplace(origin_.session, [this](const Appearance& next) {
+    const auto changed = [this](const Appearance& next) {
         appearance = next;
         process.update(appearance);
-    });
+    };
+    portal.emplace(origin_.session, changed, appearance);
     return true;
 }
 
@@ -194,7 +198,7 @@ void RemoteWindows::forgetWindows()
     for (const auto& [id, question] : std::exchange(questions, {})) {
         loop_.async([question = question] { question.answered(question.cancel); });
     }
-    (void)malloc_trim(0);  // their records were the largest that the program held
+    (void)malloc_trim(0);  // the windows' contents were its largest allocations
 }
 
 void RemoteWindows::take(const FromWindows& message)
@@ -240,7 +244,7 @@ void RemoteWindows::popoverClosed(const PopoverClosed& message)
     if (message.byPress) popover.closedByPress = Clock::now();
 }
 
-// A message that crossed the report of idleness has yet to be handled.
+// It stays while a message is in flight, which may open a window.
 void RemoteWindows::endIfIdle()
 {
     if (popover.shown || settings.shown || !questions.empty() || !process.hasAnswered()) return;

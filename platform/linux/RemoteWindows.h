@@ -18,9 +18,9 @@
 
 namespace vorlane::platform {
 
-// The process is started at the first window and exits a minute after the last one has closed.
-// Where no window can be shown, dialogs are answered by their cancel button, and the next request
-// tries again. A request that a hung process does not answer is repeated once, to a new process.
+// The process starts with the first window and exits a minute after the last one has closed. When
+// it cannot be started, dialogs are answered with their cancel button; the next request tries
+// again. A request that a hung process did not answer is repeated once, to a new process.
 class RemoteWindows : public Windows, public AlertPanel {
 public:
     struct Origin {
@@ -39,7 +39,7 @@ public:
     void runModal(const AlertPanelContent& content,
                   std::function<void(std::size_t button)> answered) override;
 
-    // At the pointer; nothing where no window can be shown.
+    // Opens at the pointer; does nothing where no window can be shown.
     void popUpMenu(const std::vector<MenuItem>& items, std::function<void(MenuAction)> chosen);
 
 private:
@@ -65,7 +65,7 @@ private:
     WindowsProcess process;
     std::function<void()> unanswered;  // the last request, until it is answered
     std::optional<PortalAppearance> portal;
-    Appearance appearance;  // by the portal's last answer
+    Appearance appearance;  // the portal's last answer
 
     struct {
         PopoverIntents intents;

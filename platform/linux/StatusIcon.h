@@ -32,7 +32,7 @@ StatusPicture xIconPicture(const StatusItemContent& content, int size, std::opti
 // The text beside the image: the title without the space before it.
 std::string statusLabel(const StatusItemContent& content);
 
-// As wide as the label can become, so that a panel does not move with each percent.
+// The widest text the label can become, so that the panel does not shift with each percent.
 std::string statusLabelGuide(const std::string& label);
 
 // The program's name and the description, for screen readers.

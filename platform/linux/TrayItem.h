@@ -15,8 +15,8 @@
 
 namespace vorlane::platform {
 
-// It is there at once: a tray makes room for it while the program gets ready, and asks what to show
-// in the main loop.
+// Registered on construction: the tray reserves its place while the program starts, and its
+// questions are answered once the main loop runs.
 class TrayItem : public StatusBar, public StatusItem {
 public:
     struct Setting {
@@ -36,7 +36,7 @@ public:
     void onAction(std::function<void()> callback) override;
     void onMenu(std::function<void(MenuAction)> callback) override;
 
-    // For when a tray may have lost the item without a word, as after sleep.
+    // Call after sleep: a tray may have dropped the item without a signal.
     void registerAgain();
 
 private:

@@ -52,10 +52,18 @@ bool WindowsProcess::start()
 
 void WindowsProcess::expectAnswer(Seconds patience)
 {
-    if (!isRunning() || hasAnswered() || deadline) return;
-    deadline = loop_.after(patience, [this] {
+    if (!isRunning() || handled >= sent) return;
+    awaited = sent;
+    patience_ = patience;
+    if (!deadline) startDeadline();
+}
+
+void WindowsProcess::startDeadline()
+{
+    deadline = loop_.after(patience_, [this] {
+        deadline = {};
         receive();  // the answer may have come while this process was busy
-        if (isRunning() && !hasAnswered()) lose(End::hung);
+        if (isRunning() && !deadline && handled < awaited) lose(End::hung);
     });
 }
 
@@ -90,11 +98,14 @@ void WindowsProcess::take(const FromWindows& message)
     const auto* const progress = std::get_if<Handled>(&message);
     if (!progress) return setup_.received(message);
 
+    const bool wasAwaited = handled < awaited;
     handled = progress->messages;
+    if (wasAwaited && handled < awaited) startDeadline();
+    if (wasAwaited && handled >= awaited) {
+        deadline = {};
+        setup_.answered();
+    }
     if (handled == sent) sendUpdates();
-    if (!hasAnswered()) return;
-    deadline = {};
-    setup_.answered();
 }
 
 void WindowsProcess::lose(End how)
@@ -110,6 +121,7 @@ void WindowsProcess::dismiss()
     channel.reset();
     unsent.clear();
     deadline = {};
+    awaited = 0;
     sent = 0;
     handled = 0;
     end = End::gone;

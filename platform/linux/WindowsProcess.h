@@ -1,5 +1,5 @@
-// The process that shows the windows: started when it is needed and killed when it hangs. Messages
-// to it are never waited for.
+// The process that shows the windows: started on demand, killed when it hangs. Sending never
+// blocks.
 #pragma once
 
 #include <cstddef>
@@ -20,17 +20,17 @@ namespace vorlane::platform {
 class WindowsProcess {
 public:
     enum class End {
-        gone,  // it exited or crashed, or sent what is no message
+        gone,  // it exited, crashed or sent an invalid message
         hung   // it did not answer in time, or could not be sent a message
     };
 
     struct Setup {
         std::string program;  // the path of its file
         std::function<void(const FromWindows&)> received;
-        std::function<void()> answered;  // it has handled every message
-        // Its windows are gone. Called by the loop, never by an operation of this class.
+        std::function<void()> answered;  // what was awaited is handled
+        // Its windows are gone. Called from the event loop, never from within a call to this class.
         std::function<void(End how)> ended;
-        std::function<void()> isOfOtherBuild;  // and exited at once
+        std::function<void()> isOfOtherBuild;  // it refused our build and exited
     };
 
     // The loop outlives this object.
@@ -44,13 +44,14 @@ public:
     // Whether it has handled every message.
     bool hasAnswered() const { return handled == sent && unsent.empty(); }
 
-    // Kills it unless it handles every message in time. An earlier deadline stays.
+    // Kills it when it has not handled all messages sent so far, and makes no progress for as long
+    // as this.
     void expectAnswer(Seconds patience);
 
-    // Closes the socket, at which it exits. `ended` is not called.
+    // Closes the socket, which makes it exit. `ended` is not called.
     void dismiss();
 
-    // Does nothing while it does not run.
+    // Does nothing unless the process is running.
     template <typename Message>
     void send(Message message)
     {
@@ -69,6 +70,7 @@ public:
     }
 
 private:
+    void startDeadline();
     void sendUpdates();
     void sendBytes(const std::string& bytes);
     void receive();
@@ -83,7 +85,9 @@ private:
     std::uint64_t sent = 0;                     // messages to the running process
     std::uint64_t handled = 0;                  // of these, by its own count
     std::map<std::size_t, std::string> unsent;  // updates, by the type's index
-    End end = End::gone;                        // how it ends if the socket closes now
+    End end = End::gone;        // what to report when the socket closes
+    std::uint64_t awaited = 0;  // how many messages must be handled in time
+    Seconds patience_{0};
     Subscription deadline;
     ChildProcesses children;
 };

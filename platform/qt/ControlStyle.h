@@ -37,7 +37,7 @@ QColor ink(const Theme& theme, bool enabled);
 
 void paintRing(QPainter& painter, const QRectF& shape, double radius, const Theme& theme);
 
-// Whether the ring around a control shows: to who uses the keyboard, not to who clicks.
+// Whether to draw a control's focus ring: after keyboard use, not after a click.
 class FocusRing : public QObject {
 public:
     explicit FocusRing(QWidget& control);

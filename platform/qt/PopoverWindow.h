@@ -22,14 +22,14 @@ public:
     // to be reported as a click, too.
     using ClosedByUser = std::function<void(bool byPress)>;
 
-    // Takes the content, and calls `closedByUser` when it was not `hide` that closed the window.
+    // Takes ownership of `content`. `closedByUser` is not called for `dismiss`.
     PopoverWindow(QWidget* content, ClosedByUser closedByUser);
 
     // Opens beside the panel at the pointer's position, or brings the open window to the front.
-    // Gives it the keyboard. Right after a closing it may open a moment later.
+    // Gives it the keyboard. Shortly after closing it opens with a short delay.
     void openAt(QPoint pointer);
 
-    // Also when it has yet to open.
+    // Also cancels an opening that is still delayed.
     void dismiss();
 
     // Takes the size that the content now has, as far as the screen has room for it, and stays
@@ -52,7 +52,7 @@ private:
     ClosedByUser closedByUser_;
     ScrollPane* pane;
     QTimer resting;                 // since it was closed
-    std::optional<QPoint> waiting;  // for the end of that, to open there
+    std::optional<QPoint> waiting;  // where to open once `resting` has elapsed
     QTimer leaving;                 // runs while another window is active
     SwayPlacer sway;
     QPoint pointer_;

@@ -5,7 +5,7 @@
 #include <QApplication>
 #include <QCursor>
 #include <cstdlib>
-#include <utility>
+#include <variant>
 
 #include "platform/Frames.h"
 #include "platform/Overloaded.h"
@@ -18,9 +18,10 @@ namespace {
 
 constexpr std::size_t largestMessage = 1 << 20;  // a popover with its chart has some 20 KB
 
-// Qt takes it when the next window is shown.
+// Qt takes it when the next window is activated. One that was not needed must not be used later.
 void useToken(const std::string& token)
 {
+    qunsetenv("XDG_ACTIVATION_TOKEN");
     if (!token.empty()) qputenv("XDG_ACTIVATION_TOKEN", QByteArray::fromStdString(token));
 }
 
@@ -135,7 +136,7 @@ void WindowsServer::popUp(const PopUpMenu& message)
     menu->popup(QCursor::pos());
 }
 
-// The resident program decides on the end, since it may just have sent something.
+// The resident program decides whether to end this process: it may just have sent a message.
 void WindowsServer::reportIdleness()
 {
     for (const auto* const window : QApplication::topLevelWidgets()) {

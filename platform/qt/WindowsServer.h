@@ -18,14 +18,14 @@
 
 namespace vorlane::platform {
 
-// Exits the process when the resident program closes the socket or sends what is no message.
+// Exits the process when the resident program closes the socket or sends an invalid message.
 class WindowsServer : public QObject {
     Q_OBJECT
 
 public:
     static constexpr std::chrono::milliseconds usualIdleness{60'000};
 
-    // After `idleness` without a visible window it reports that none is needed.
+    // Reports that it is idle after `idleness` without a visible window.
     explicit WindowsServer(int socket, std::chrono::milliseconds idleness = usualIdleness);
 
 private:

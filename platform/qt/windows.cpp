@@ -23,7 +23,7 @@ namespace {
 QtMessageHandler usualHandler = nullptr;
 
 // Qt aborts where there is no display, and an abort leaves a core dump.
-void exitInPlaceOfAborting(QtMsgType type, const QMessageLogContext& context,
+void exitInsteadOfAborting(QtMsgType type, const QMessageLogContext& context,
                            const QString& message)
 {
     usualHandler(type, context, message);
@@ -48,7 +48,7 @@ bool hasDisplay()
 // What Qt reads when the application object is made.
 void configureQt()
 {
-    usualHandler = qInstallMessageHandler(exitInPlaceOfAborting);
+    usualHandler = qInstallMessageHandler(exitInsteadOfAborting);
     setDefault("QT_QPA_PLATFORM", isOnWayland() ? "wayland;xcb" : "xcb");
     // Nothing is drawn by OpenGL, whose drivers would take more memory than all the rest.
     setDefault("QT_XCB_GL_INTEGRATION", "none");
@@ -76,7 +76,7 @@ int showWindows()
     (void)fcntl(windowsSocket, F_SETFD, FD_CLOEXEC);
     (void)prctl(PR_SET_PDEATHSIG, SIGKILL);     // a hung process would not see its socket close
     if (isSocketClosed()) return EXIT_SUCCESS;  // the resident program ended before that
-    if (!hasDisplay()) return EXIT_FAILURE;     // Qt would advise to install the program again
+    if (!hasDisplay()) return EXIT_FAILURE;     // Qt would advise reinstalling the program
     configureQt();
 
     std::array<char, 8> name{"vorlane"};
@@ -88,7 +88,7 @@ int showWindows()
     QGuiApplication::setDesktopFileName("org.vorlane.Vorlane");
     AccessibleApplication::install();
     QApplication::setWindowIcon(applicationIcon());
-    const WindowsServer server(windowsSocket);
+    WindowsServer server(windowsSocket);
     return QApplication::exec();
 }
 

@@ -42,7 +42,7 @@ def wait_until_no_window(desktop):
                'the windows to go', look_every=0.02)
 
 
-def test_a_killed_one_leaves_nothing_behind_and_the_next_click_starts_another(
+def test_a_killed_windows_process_leaves_nothing_behind_and_the_next_click_starts_another(
         laptop, desktop, dunst, in_panel, vorlane, notifications, item, tree):
     descriptors = []
 
@@ -78,7 +78,7 @@ def test_killed_at_a_change_of_a_setting_it_leaves_the_settings_whole(desktop, v
     assert desktop.open_settings().wait_for(title, 'check box').checked == stored.get(key, at_first)
 
 
-def test_a_stopped_one_holds_nothing_up_and_a_click_replaces_it(
+def test_a_stopped_windows_process_holds_nothing_up_and_a_click_replaces_it(
         laptop, desktop, dunst, vorlane, notifications, item):
     desktop.start(notifications=False)
     stopped = vorlane.windows_process()
@@ -96,7 +96,7 @@ def test_a_stopped_one_holds_nothing_up_and_a_click_replaces_it(
     assert vorlane.windows_process() != stopped
 
 
-def test_a_click_closes_the_popover_of_a_stopped_one(desktop, vorlane, item):
+def test_a_click_closes_the_popover_of_a_stopped_windows_process(desktop, vorlane, item):
     vorlane.start()
     desktop.open_popover()
     os.kill(vorlane.windows_process(), signal.SIGSTOP)
@@ -109,7 +109,7 @@ def test_a_click_closes_the_popover_of_a_stopped_one(desktop, vorlane, item):
     desktop.accessibility.wait_for_window(POPOVER)
 
 
-def test_one_of_another_build_shows_nothing_until_the_program_is_replaced_too(
+def test_a_windows_program_of_another_build_shows_nothing_until_the_program_is_replaced_too(
         laptop, desktop, dunst, vorlane, notifications, item, tmp_path):
     vorlane.install_to(tmp_path)
     vorlane.start()
@@ -128,7 +128,7 @@ def test_one_of_another_build_shows_nothing_until_the_program_is_replaced_too(
     desktop.accessibility.wait_for_window(POPOVER)
 
 
-def test_half_of_one_shows_nothing_and_a_whole_one_starts_at_the_next_click(
+def test_a_truncated_windows_program_shows_nothing_and_a_repaired_one_starts_at_the_next_click(
         laptop, desktop, dunst, vorlane, notifications, item, tmp_path):
     program = vorlane.install_to(tmp_path)
     whole = program.read_bytes()
@@ -227,7 +227,7 @@ def test_it_does_not_outlive_a_program_that_is_killed(desktop, screen, vorlane, 
     wait_until_no_window(desktop)
 
 
-def test_nor_does_it_when_it_is_only_starting_and_the_display_hangs(desktop, screen, vorlane, item):
+def test_it_does_not_outlive_a_program_that_is_killed_while_it_starts(desktop, screen, vorlane, item):
     vorlane.start()
     screen.hang()
     item.activate()

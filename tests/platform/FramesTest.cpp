@@ -51,6 +51,17 @@ TEST_F(FramesTest, EndsWhenThePeerHasGone)
     EXPECT_FALSE(sendFrame(ours.get(), "unheard"));
 }
 
+TEST_F(FramesTest, ReceivesTheLastMessagesOfAPeerThatLeftSomethingUnread)
+{
+    ASSERT_TRUE(sendFrame(ours.get(), "unread"));
+    ASSERT_TRUE(sendFrame(theirs.get(), "last"));
+    theirs.reset();
+
+    EXPECT_EQ(receive(), Receiving::frame);
+    EXPECT_EQ(frame, "last");
+    EXPECT_EQ(receive(), Receiving::end);
+}
+
 TEST_F(FramesTest, EndsAtAnEmptyMessage)
 {
     ASSERT_TRUE(sendFrame(theirs.get(), ""));

@@ -103,7 +103,7 @@ TEST(WireTest, KeepsEveryBitOfADouble)
     }
 }
 
-TEST(WireTest, RefusesWhatIsCutShort)
+TEST(WireTest, RejectsTruncatedInput)
 {
     const auto whole = bytesOf(sample());
 
@@ -112,12 +112,12 @@ TEST(WireTest, RefusesWhatIsCutShort)
     }
 }
 
-TEST(WireTest, RefusesMoreThanOneValue)
+TEST(WireTest, RejectsTrailingBytes)
 {
     expectUnreadable<Record>(bytesOf(sample()) + '\0');
 }
 
-TEST(WireTest, RefusesValuesThatATypeDoesNotHave)
+TEST(WireTest, RejectsOutOfRangeValues)
 {
     expectUnreadable<bool>("\x02");
     expectUnreadable<Fruit>("\x03");
@@ -125,7 +125,7 @@ TEST(WireTest, RefusesValuesThatATypeDoesNotHave)
     expectUnreadable<Message>("\x02");
 }
 
-TEST(WireTest, RefusesACountThatTheBytesCannotHold)
+TEST(WireTest, RejectsACountThatTheBytesCannotHold)
 {
     const std::string count("\xff\xff\xff\xff", 4);
 

@@ -37,7 +37,7 @@ TEST_F(PluginFileTest, FindsItsFunction)
     EXPECT_EQ(openPlugin(plugin, "another"), nullptr);
 }
 
-TEST_F(PluginFileTest, OpensNoneThatIsCutShort)
+TEST_F(PluginFileTest, RejectsATruncatedFile)
 {
     const auto content = whole();
     for (const auto length :
@@ -48,7 +48,7 @@ TEST_F(PluginFileTest, OpensNoneThatIsCutShort)
     }
 }
 
-TEST_F(PluginFileTest, OpensNothingElse)
+TEST_F(PluginFileTest, RejectsAnythingButALibrary)
 {
     EXPECT_EQ(open(), nullptr) << "no file";
 

@@ -120,9 +120,10 @@ protected:
 
     FakePortal& offerPortal() { return portal.emplace(desktop.get()); }
 
-    void ask()
+    void ask(const Appearance& known = {})
     {
-        appearance.emplace(session.get(), [this](const Appearance& next) { told.push_back(next); });
+        const auto changed = [this](const Appearance& next) { told.push_back(next); };
+        appearance.emplace(session.get(), changed, known);
     }
 
     // Everything sent before has arrived.
@@ -161,6 +162,16 @@ TEST_F(PortalAppearanceTest, TellsNothingWhenThereIsNoPreference)
     settle();
 
     EXPECT_THAT(told, IsEmpty());
+}
+
+TEST_F(PortalAppearanceTest, TellsThatAKnownPreferenceWasWithdrawn)
+{
+    offerPortal().scheme = 0;
+
+    ask({.scheme = Scheme::dark, .accent = std::nullopt});
+    ASSERT_TRUE(runUntil(loop, [&] { return !told.empty(); }));
+
+    EXPECT_THAT(told, ElementsAre(Appearance{}));
 }
 
 TEST_F(PortalAppearanceTest, FollowsTheUsersChanges)

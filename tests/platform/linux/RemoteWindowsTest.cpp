@@ -269,7 +269,7 @@ TEST_F(RemoteWindowsTest, IgnoresTheReportOfAnEarlierClosing)
     EXPECT_TRUE(settings->isShown());
 }
 
-TEST_F(RemoteWindowsTest, OpensAtAClickRightAfterTheOneThatClosedIt)
+TEST_F(RemoteWindowsTest, IgnoresThePressAfterAClickHasClosedIt)
 {
     open();
     popover->performClose();
@@ -336,9 +336,16 @@ protected:
     static constexpr Seconds patience{1};
 
     HungProcessTest() : RemoteWindowsTest(patience) {}
+
+    void waitLongerThanItsPatience()
+    {
+        bool waited = false;
+        const auto later = loop.after(2 * patience, [&] { waited = true; });
+        ASSERT_TRUE(runUntil(loop, [&] { return waited; }));
+    }
 };
 
-TEST_F(HungProcessTest, IsReplacedOnceForTheSameRequest)
+TEST_F(HungProcessTest, IsReplacedOncePerRequest)
 {
     start();
 
@@ -351,7 +358,7 @@ TEST_F(HungProcessTest, IsReplacedOnceForTheSameRequest)
     EXPECT_FALSE(puppet.wasStarted());
 }
 
-TEST_F(HungProcessTest, IsSentNoRequestAgainThatItAnswered)
+TEST_F(HungProcessTest, DoesNotGetARequestAgainThatItAnswered)
 {
     open();
     std::optional<std::size_t> answer;
@@ -359,16 +366,29 @@ TEST_F(HungProcessTest, IsSentNoRequestAgainThatItAnswered)
     windows.runModal(question, [&](std::size_t button) { answer = button; });
 
     EXPECT_TRUE(runUntil(loop, [&] { return answer == 1U; })) << "the process was killed";
+    EXPECT_TRUE(runUntil(loop, [] { return !hasChildren(); }));
     EXPECT_FALSE(puppet.wasStarted());
 }
 
-TEST_F(HungProcessTest, IsNoneThatAnswers)
+TEST_F(HungProcessTest, IsNotAssumedOfAProcessThatAnswers)
 {
     open();
 
-    bool waited = false;
-    const auto later = loop.after(2 * patience, [&] { waited = true; });
-    ASSERT_TRUE(runUntil(loop, [&] { return waited; }));
+    waitLongerThanItsPatience();
+
+    EXPECT_TRUE(popover->isShown());
+    EXPECT_TRUE(hasChildren());
+}
+
+TEST_F(HungProcessTest, IsNotAssumedForAnUpdateThatFollowsTheAnswer)
+{
+    start();
+    popover->update(popoverSaying("later"));
+    EXPECT_THAT(said(), ElementsAre("appearance", "show first"));
+    answerAll();
+    EXPECT_THAT(said(), ElementsAre("update later"));
+
+    waitLongerThanItsPatience();
 
     EXPECT_TRUE(popover->isShown());
     EXPECT_TRUE(hasChildren());
@@ -402,7 +422,7 @@ TEST_F(RemoteWindowsTest, EndsAnIdleProcess)
     EXPECT_TRUE(runUntil(loop, [] { return !hasChildren(); }));
 }
 
-TEST_F(RemoteWindowsTest, EndsNoProcessThatIsShowingSomething)
+TEST_F(RemoteWindowsTest, KeepsAProcessWithAVisibleWindow)
 {
     open();
 
@@ -413,7 +433,7 @@ TEST_F(RemoteWindowsTest, EndsNoProcessThatIsShowingSomething)
     EXPECT_THAT(said(), ElementsAre("update still there"));
 }
 
-TEST_F(RemoteWindowsTest, EndsNoProcessWithAMessageOnItsWay)
+TEST_F(RemoteWindowsTest, KeepsAnIdleProcessWithAMessageInFlight)
 {
     open();
     puppet.say(PopoverClosed{.opening = 1, .byPress = false});

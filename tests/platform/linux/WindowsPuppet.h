@@ -1,5 +1,5 @@
-// A windows process in the hands of a test: what it is sent is read here, what it says is said
-// here, and it exits when it is asked to.
+// A fake windows process controlled by the test, which reads its messages, sends its replies and
+// decides when it exits.
 #pragma once
 
 #include <cstdint>

@@ -9,7 +9,6 @@
 #include <optional>
 #include <string>
 #include <variant>
-#include <vector>
 
 #include "SampleContent.h"
 #include "SettingsSample.h"
@@ -171,7 +170,7 @@ TEST_F(WindowsServerTest, IgnoresUpdatesOfWindowsThatItNeverShowed)
     EXPECT_EQ(visible("Vorlane"), nullptr);
 }
 
-TEST_F(WindowsServerTest, DoesNotOpenByAnUpdateWhatItsUserClosed)
+TEST_F(WindowsServerTest, DoesNotReopenAClosedWindowOnUpdate)
 {
     showPopover(1);
     QTest::keyClick(visible("Vorlane"), Qt::Key_Escape);
@@ -212,7 +211,7 @@ TEST_F(WindowsServerTest, ReportsThatItIsIdleOnlyWithoutAWindow)
 void expectExit(const SocketPair& sockets, int code)
 {
     const auto run = [&] {
-        const WindowsServer server(sockets.windows.get());
+        WindowsServer server(sockets.windows.get());
         QTest::qWait(5000);
     };
     EXPECT_EXIT(run(), testing::ExitedWithCode(code), "");
