@@ -28,17 +28,6 @@ std::size_t cancelButton(const AlertPanelContent& content)
     return index < content.buttons.size() ? index : content.buttons.size() - 1;
 }
 
-// Valid for one window. Call it after the process was started, which inherits both variables: the
-// startup id of X11 is used only there.
-std::string takeActivationToken()
-{
-    const char* const token = std::getenv("XDG_ACTIVATION_TOKEN");
-    std::string taken(token ? token : "");
-    (void)unsetenv("XDG_ACTIVATION_TOKEN");
-    (void)unsetenv("DESKTOP_STARTUP_ID");
-    return taken;
-}
-
 }  // namespace
 
 class RemoteWindows::RemotePopover : public Popover {
@@ -53,17 +42,13 @@ public:
 
     void show(const PopoverContent& content) override
     {
-        windows_.request([&windows = windows_, content, token = std::string()]() mutable {
-            auto& state = windows.popover;
-            state.shown = windows.start();
-            if (token.empty()) token = takeActivationToken();
-            windows.process.send(
-                ShowPopover{.content = content, .token = token, .opening = ++state.opening});
-        });
+        windows_.popover.content = content;
+        windows_.request([this] { windows_.showPopover(); });
     }
 
     void update(const PopoverContent& content) override
     {
+        windows_.popover.content = content;
         windows_.process.update(UpdatePopover{content});
     }
 
@@ -71,7 +56,7 @@ public:
     {
         if (!windows_.popover.shown) return;
         windows_.popover.shown = false;
-        windows_.request([&windows = windows_] { windows.process.send(ClosePopover{}); });
+        windows_.request([this] { windows_.process.send(ClosePopover{}); });
     }
 
 private:
@@ -80,36 +65,24 @@ private:
 
 class RemoteWindows::RemoteSettingsWindow : public SettingsWindow {
 public:
-    RemoteSettingsWindow(RemoteWindows& windows, SettingsWindowFrame frame)
-        : windows_(windows), frame_(frame)
-    {}
+    explicit RemoteSettingsWindow(RemoteWindows& windows) : windows_(windows) {}
 
     bool isShown() const override { return windows_.settings.shown; }
 
     void makeKeyAndOrderFront(const SettingsContent& content) override
     {
-        windows_.request([&windows = windows_, frame = frame_, content,
-                          token = std::string()]() mutable {
-            auto& state = windows.settings;
-            state.shown = windows.start();
-            if (token.empty()) token = takeActivationToken();
-            windows.process.send(ShowSettings{.title = frame.title,
-                                              .width = frame.width,
-                                              .height = frame.height,
-                                              .content = content,
-                                              .token = token,
-                                              .opening = ++state.opening});
-        });
+        windows_.settings.content = content;
+        windows_.request([this] { windows_.showSettings(); });
     }
 
     void update(const SettingsContent& content) override
     {
+        windows_.settings.content = content;
         windows_.process.update(UpdateSettings{content});
     }
 
 private:
     RemoteWindows& windows_;
-    SettingsWindowFrame frame_;
 };
 
 RemoteWindows::RemoteWindows(SdEventRunLoop& loop, Origin origin)
@@ -117,7 +90,7 @@ RemoteWindows::RemoteWindows(SdEventRunLoop& loop, Origin origin)
       origin_(std::move(origin)),
       process(loop, {.program = origin_.program,
                      .received = [this](const FromWindows& message) { take(message); },
-                     .answered = [this] { unanswered = nullptr; },
+                     .answered = [this] { answered(); },
                      .ended = [this](WindowsProcess::End how) { ended(how); },
                      .isOfOtherBuild = [this] { origin_.refused(); }})
 {}
@@ -132,7 +105,8 @@ std::unique_ptr<SettingsWindow> RemoteWindows::makeSettingsWindow(SettingsWindow
                                                                   SettingsIntents intents)
 {
     settings.intents = std::move(intents);
-    return std::make_unique<RemoteSettingsWindow>(*this, frame);
+    settings.frame = frame;
+    return std::make_unique<RemoteSettingsWindow>(*this);
 }
 
 void RemoteWindows::runModal(const AlertPanelContent& content,
@@ -159,12 +133,46 @@ void RemoteWindows::popUpMenu(const std::vector<MenuItem>& items,
     });
 }
 
-void RemoteWindows::request(std::function<void()> show)
+void RemoteWindows::request(const std::function<void()>& send)
 {
-    unanswered = std::move(show);
-    unanswered();
-    if (!process.isRunning()) unanswered = nullptr;
+    isRetrying = false;
+    send();
     process.expectAnswer(origin_.patience);
+}
+
+void RemoteWindows::showPopover()
+{
+    popover.shown = start();
+    takeToken();
+    process.send(
+        ShowPopover{.content = popover.content, .token = token, .opening = ++popover.opening});
+}
+
+void RemoteWindows::showSettings()
+{
+    settings.shown = start();
+    takeToken();
+    process.send(ShowSettings{.title = settings.frame.title,
+                              .width = settings.frame.width,
+                              .height = settings.frame.height,
+                              .content = settings.content,
+                              .token = token,
+                              .opening = ++settings.opening});
+}
+
+// Call it after the process was started, which inherits both variables: the startup id of X11 is
+// used only there.
+void RemoteWindows::takeToken()
+{
+    if (const char* const given = std::getenv("XDG_ACTIVATION_TOKEN")) token = given;
+    (void)unsetenv("XDG_ACTIVATION_TOKEN");
+    (void)unsetenv("DESKTOP_STARTUP_ID");
+}
+
+void RemoteWindows::answered()
+{
+    token.clear();
+    isRetrying = false;
 }
 
 bool RemoteWindows::start()
@@ -181,12 +189,16 @@ bool RemoteWindows::start()
     return true;
 }
 
+// Windows that a hung process was to show are shown by another one, once.
 void RemoteWindows::ended(WindowsProcess::End how)
 {
-    const auto again = std::exchange(unanswered, nullptr);
+    const bool retries = how == WindowsProcess::End::hung && !isRetrying;
+    const bool showsPopover = retries && popover.shown;
+    const bool showsSettings = retries && settings.shown;
     forgetWindows();
-    if (how != WindowsProcess::End::hung || !again) return;
-    again();
+    isRetrying = retries;
+    if (showsSettings) showSettings();
+    if (showsPopover) showPopover();
     process.expectAnswer(retryFactor * origin_.patience);
 }
 

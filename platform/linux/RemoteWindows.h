@@ -20,7 +20,7 @@ namespace vorlane::platform {
 
 // The process starts with the first window and exits a minute after the last one has closed. When
 // it cannot be started, dialogs are answered with their cancel button; the next request tries
-// again. A request that a hung process did not answer is repeated once, to a new process.
+// again. The windows of a process that hung after a request are shown again once, by a new one.
 class RemoteWindows : public Windows, public AlertPanel {
 public:
     struct Origin {
@@ -51,7 +51,11 @@ private:
         std::size_t cancel;
     };
 
-    void request(std::function<void()> show);
+    void request(const std::function<void()>& send);
+    void showPopover();
+    void showSettings();
+    void takeToken();
+    void answered();
     bool start();
     void ended(WindowsProcess::End how);
     void forgetWindows();
@@ -63,18 +67,22 @@ private:
     SdEventRunLoop& loop_;
     Origin origin_;
     WindowsProcess process;
-    std::function<void()> unanswered;  // the last request, until it is answered
+    bool isRetrying = false;  // in place of a process that hung
+    std::string token;        // for XDG activation, valid for one window; empty once it is answered
     std::optional<PortalAppearance> portal;
     Appearance appearance;  // the portal's last answer
 
     struct {
         PopoverIntents intents;
+        PopoverContent content;
         bool shown = false;
         std::uint64_t opening = 0;  // how often it was shown
         std::chrono::steady_clock::time_point closedByPress;
     } popover;
     struct {
         SettingsIntents intents;
+        SettingsWindowFrame frame{};
+        SettingsContent content;
         bool shown = false;
         std::uint64_t opening = 0;
     } settings;

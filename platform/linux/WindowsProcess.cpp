@@ -83,7 +83,8 @@ void WindowsProcess::sendBytes(const std::string& bytes)
 
 void WindowsProcess::receive()
 {
-    while (isRunning()) {
+    constexpr int mostInOneTurn = 16;
+    for (int left = mostInOneTurn; left > 0 && isRunning(); --left) {
         const auto received = receiveFrame(channel.get(), frame, largestMessage);
         if (received == Receiving::nothing) return;
         const auto message =

@@ -85,8 +85,8 @@ private:
     std::uint64_t sent = 0;                     // messages to the running process
     std::uint64_t handled = 0;                  // of these, by its own count
     std::map<std::size_t, std::string> unsent;  // updates, by the type's index
-    End end = End::gone;        // what to report when the socket closes
-    std::uint64_t awaited = 0;  // how many messages must be handled in time
+    End end = End::gone;                        // what to report when the socket closes
+    std::uint64_t awaited = 0;                  // how many messages must be handled in time
     Seconds patience_{0};
     Subscription deadline;
     ChildProcesses children;

@@ -11,7 +11,9 @@
 #include <vector>
 
 namespace vorlane::platform {
-namespace {
+
+// Named, since types without linkage cannot be taken apart.
+namespace wiretest {
 
 enum class Fruit { apple, pear, plum };
 
@@ -40,16 +42,18 @@ struct Record {
 
 using Message = std::variant<Empty, Record>;
 
-}  // namespace
+}  // namespace wiretest
 
 namespace wire {
 
 template <>
-inline constexpr Fruit last<Fruit> = Fruit::plum;
+inline constexpr wiretest::Fruit last<wiretest::Fruit> = wiretest::Fruit::plum;
 
 }  // namespace wire
 
 namespace {
+
+using namespace wiretest;
 
 Record sample()
 {

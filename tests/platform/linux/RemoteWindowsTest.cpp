@@ -358,16 +358,35 @@ TEST_F(HungProcessTest, IsReplacedOncePerRequest)
     EXPECT_FALSE(puppet.wasStarted());
 }
 
-TEST_F(HungProcessTest, DoesNotGetARequestAgainThatItAnswered)
+TEST_F(HungProcessTest, IsReplacedByOneThatShowsAllWindowsWithTheirNewestContent)
+{
+    start();
+    settings->makeKeyAndOrderFront({});
+    popover->update(popoverSaying("newer"));
+
+    ASSERT_TRUE(puppet.takeOver());
+
+    EXPECT_THAT(said(), ElementsAre("appearance", "settings", "show newer"));
+    EXPECT_TRUE(settings->isShown());
+}
+
+TEST_F(HungProcessTest, IsNotReplacedForAWindowThatIsToBeClosed)
+{
+    start();
+    popover->performClose();
+
+    EXPECT_TRUE(runUntil(loop, [] { return !hasChildren(); }));
+    EXPECT_FALSE(puppet.wasStarted());
+}
+
+TEST_F(HungProcessTest, AnswersItsDialogsByTheCancelButton)
 {
     open();
     std::optional<std::size_t> answer;
 
     windows.runModal(question, [&](std::size_t button) { answer = button; });
 
-    EXPECT_TRUE(runUntil(loop, [&] { return answer == 1U; })) << "the process was killed";
-    EXPECT_TRUE(runUntil(loop, [] { return !hasChildren(); }));
-    EXPECT_FALSE(puppet.wasStarted());
+    EXPECT_TRUE(runUntil(loop, [&] { return answer == 1U; }));
 }
 
 TEST_F(HungProcessTest, IsNotAssumedOfAProcessThatAnswers)
