@@ -53,6 +53,7 @@ bool WindowsProcess::start()
 void WindowsProcess::expectAnswer(Seconds patience)
 {
     if (!isRunning() || handled >= sent) return;
+    if (isBroken) end = End::hung;
     awaited = sent;
     patience_ = patience;
     if (!deadline) startDeadline();
@@ -77,7 +78,7 @@ void WindowsProcess::sendBytes(const std::string& bytes)
     if (!isRunning()) return;
     ++sent;
     if (sendFrame(channel.get(), bytes)) return;
-    end = End::hung;
+    isBroken = true;
     children.killAll();  // which closes the socket
 }
 
@@ -126,6 +127,7 @@ void WindowsProcess::dismiss()
     sent = 0;
     handled = 0;
     end = End::gone;
+    isBroken = false;
 }
 
 }  // namespace vorlane::platform

@@ -21,7 +21,7 @@ class WindowsProcess {
 public:
     enum class End {
         gone,  // it exited, crashed or sent an invalid message
-        hung   // it did not answer in time, or could not be sent a message
+        hung   // it left a request unanswered, or could not be sent it
     };
 
     struct Setup {
@@ -86,6 +86,7 @@ private:
     std::uint64_t handled = 0;                  // of these, by its own count
     std::map<std::size_t, std::string> unsent;  // updates, by the type's index
     End end = End::gone;                        // what to report when the socket closes
+    bool isBroken = false;                      // a message could not be sent
     std::uint64_t awaited = 0;                  // how many messages must be handled in time
     Seconds patience_{0};
     Subscription deadline;

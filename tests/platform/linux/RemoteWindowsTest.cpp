@@ -318,6 +318,18 @@ TEST_F(RemoteWindowsTest, ForgetsTheWindowsOfAProcessThatDies)
     EXPECT_FALSE(puppet.wasStarted());
 }
 
+TEST_F(RemoteWindowsTest, StartsNoProcessForAnUpdateOfOneThatHasJustDied)
+{
+    open();
+    puppet.die();
+
+    popover->update(popoverSaying("late"));
+
+    EXPECT_TRUE(runUntil(loop, [] { return !hasChildren(); }));
+    EXPECT_TRUE(runUntil(loop, [this] { return !popover->isShown(); }));
+    EXPECT_FALSE(hasChildren());
+}
+
 TEST_F(RemoteWindowsTest, StartsAnotherProcessAfterOneThatDied)
 {
     open();
