@@ -90,11 +90,11 @@ def test_launch_at_login_writes_and_removes_the_autostart_file(desktop, window):
 
     toggle.do('Toggle')
     wait_until(desktop.vorlane.autostart_path.exists, 'the autostart file', look_every=0.02)
-    assert toggle.checked
+    wait_until(lambda: toggle.checked, 'the switch to follow', look_every=0.02)
 
     toggle.do('Toggle')
     wait_until(lambda: not desktop.vorlane.autostart_path.exists(), 'no autostart file', look_every=0.02)
-    assert not toggle.checked
+    wait_until(lambda: not toggle.checked, 'the switch to follow', look_every=0.02)
 
 
 def test_a_launch_at_login_that_fails_says_why_and_is_off_again(desktop, window):
@@ -111,7 +111,7 @@ def test_a_launch_at_login_that_fails_says_why_and_is_off_again(desktop, window)
     folder.unlink()
     toggle.do('Toggle')
     wait_until(lambda: not login_error(window), 'the reason to go', look_every=0.02)
-    assert toggle.checked
+    wait_until(lambda: toggle.checked, 'the switch to follow', look_every=0.02)
     toggle.do('Toggle')
     wait_until(lambda: not desktop.vorlane.autostart_path.exists(), 'no autostart file', look_every=0.02)
 
