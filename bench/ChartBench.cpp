@@ -4,7 +4,7 @@
 #include <QApplication>
 #include <QImage>
 
-#include "platform/qt/ChartWidget.h"
+#include "platform/qt/chart/ChartWidget.h"
 
 namespace vorlane::platform {
 namespace {

@@ -10,7 +10,7 @@
 #include "App/SampleJson.h"
 #include "bench/FullHistory.h"
 #include "bench/TemporaryFolder.h"
-#include "platform/linux/XdgFileManager.h"
+#include "platform/linux/files/XdgFileManager.h"
 #include "tests/support/States.h"
 
 namespace vorlane {

@@ -9,7 +9,7 @@
 #include "App/AppModel.h"
 #include "bench/FullHistory.h"
 #include "bench/TemporaryFolder.h"
-#include "platform/linux/KernelBattery.h"
+#include "platform/linux/power/KernelBattery.h"
 #include "tests/support/FakeMachine.h"
 #include "tests/support/States.h"
 

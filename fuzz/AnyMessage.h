@@ -5,7 +5,7 @@
 #include <string>
 
 #include "fuzz/Input.h"
-#include "platform/linux/SdBus.h"
+#include "platform/linux/base/Systemd.h"
 
 namespace vorlane::fuzz {
 

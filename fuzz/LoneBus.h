@@ -5,7 +5,7 @@
 #include <functional>
 #include <string>
 
-#include "platform/linux/SdBus.h"
+#include "platform/linux/base/Systemd.h"
 
 namespace vorlane::fuzz {
 

@@ -6,7 +6,7 @@
 #include <set>
 #include <span>
 
-#include "platform/linux/SdBus.h"
+#include "platform/linux/base/Systemd.h"
 
 namespace vorlane::fuzz {
 

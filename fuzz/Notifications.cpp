@@ -16,7 +16,7 @@
 #include "fuzz/Require.h"
 #include "fuzz/ServerScreen.h"
 #include "fuzz/Targets.h"
-#include "platform/linux/FreedesktopNotificationCenter.h"
+#include "platform/linux/notifications/FreedesktopNotificationCenter.h"
 
 namespace vorlane::fuzz {
 

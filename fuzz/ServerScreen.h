@@ -9,7 +9,7 @@
 #include <string>
 
 #include "fuzz/Require.h"
-#include "platform/linux/SdBus.h"
+#include "platform/linux/base/Systemd.h"
 
 namespace vorlane::fuzz {
 

@@ -15,9 +15,9 @@
 #include "fuzz/Scratch.h"
 #include "fuzz/Targets.h"
 #include "fuzz/Utf8.h"
-#include "platform/linux/FileDefaultsStore.h"
-#include "platform/linux/SdBus.h"
-#include "platform/linux/TomlText.h"
+#include "platform/linux/base/Systemd.h"
+#include "platform/linux/settings/FileDefaultsStore.h"
+#include "platform/linux/settings/TomlText.h"
 
 namespace vorlane::fuzz {
 

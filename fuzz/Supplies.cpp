@@ -17,9 +17,9 @@
 #include "fuzz/Require.h"
 #include "fuzz/Scratch.h"
 #include "fuzz/Targets.h"
-#include "platform/linux/KernelBattery.h"
-#include "platform/linux/MachineBattery.h"
-#include "platform/linux/PowerSupplyFolder.h"
+#include "platform/linux/power/KernelBattery.h"
+#include "platform/linux/power/MachineBattery.h"
+#include "platform/linux/power/PowerSupplyFolder.h"
 #include "tests/support/FakeClock.h"
 #include "tests/support/FakeRunLoop.h"
 

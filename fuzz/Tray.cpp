@@ -12,7 +12,7 @@
 #include "fuzz/MenuIds.h"
 #include "fuzz/Require.h"
 #include "fuzz/Targets.h"
-#include "platform/linux/StatusNotifierItem.h"
+#include "platform/linux/tray/StatusNotifierItem.h"
 #include "tests/support/FakeClock.h"
 #include "tests/support/FakeRunLoop.h"
 

@@ -10,8 +10,8 @@
 #include "fuzz/Questions.h"
 #include "fuzz/Require.h"
 #include "fuzz/Targets.h"
-#include "platform/linux/BatteryCharge.h"
-#include "platform/linux/UPowerEstimates.h"
+#include "platform/linux/power/BatteryCharge.h"
+#include "platform/linux/power/UPowerEstimates.h"
 
 namespace vorlane::fuzz {
 

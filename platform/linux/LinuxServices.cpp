@@ -4,11 +4,11 @@
 #include <optional>
 #include <utility>
 
-#include "platform/linux/Installation.h"
 #include "platform/linux/LinuxTexts.h"
-#include "platform/linux/LocalXDisplay.h"
-#include "platform/linux/PowerSupplyEvents.h"
-#include "platform/linux/Uptime.h"
+#include "platform/linux/base/Installation.h"
+#include "platform/linux/base/Uptime.h"
+#include "platform/linux/power/PowerSupplyEvents.h"
+#include "platform/linux/tray/LocalXDisplay.h"
 
 namespace vorlane::platform {
 

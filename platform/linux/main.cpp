@@ -10,9 +10,9 @@
 
 #include "App/VorlaneApp.h"
 #include "platform/linux/CommandLine.h"
-#include "platform/linux/Installation.h"
 #include "platform/linux/LinuxServices.h"
-#include "platform/linux/TimeZone.h"
+#include "platform/linux/base/Installation.h"
+#include "platform/linux/base/TimeZone.h"
 
 namespace vorlane::platform {
 namespace {

@@ -4,7 +4,7 @@
 #include <QGuiApplication>
 #include <QWindow>
 
-#include "platform/qt/PopoverWindow.h"
+#include "platform/qt/popover/PopoverWindow.h"
 
 namespace vorlane::platform {
 

@@ -10,11 +10,11 @@
 #include <string>
 
 #include "platform/WindowMessages.h"
-#include "platform/qt/PopoverPanel.h"
-#include "platform/qt/PopoverWindow.h"
-#include "platform/qt/SettingsForm.h"
-#include "platform/qt/SettingsFrame.h"
-#include "platform/qt/ThemeSource.h"
+#include "platform/qt/look/ThemeSource.h"
+#include "platform/qt/popover/PopoverPanel.h"
+#include "platform/qt/popover/PopoverWindow.h"
+#include "platform/qt/settings/SettingsForm.h"
+#include "platform/qt/settings/SettingsFrame.h"
 
 namespace vorlane::platform {
 

@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "platform/linux/FileDescriptor.h"
+#include "platform/linux/base/FileDescriptor.h"
 
 namespace vorlane::platform {
 namespace {

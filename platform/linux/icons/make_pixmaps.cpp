@@ -12,7 +12,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/linux/SymbolPixmaps.h"
+#include "platform/linux/tray/icon/SymbolPixmaps.h"
 
 namespace {
 
@@ -71,7 +71,7 @@ int main(int argc, char** argv)
         return 2;
     }
     std::ofstream out(arguments[0]);
-    out << "#include \"platform/linux/SymbolPixmaps.h\"\n\n"
+    out << "#include \"platform/linux/tray/icon/SymbolPixmaps.h\"\n\n"
            "namespace vorlane::platform {\n\n"
            "static constexpr SymbolPixmaps symbols[] = {\n";
     for (std::size_t i = 1; i < arguments.size(); ++i) {

@@ -10,11 +10,11 @@
 #include <string>
 #include <variant>
 
-#include "SampleContent.h"
-#include "SettingsSample.h"
 #include "platform/Frames.h"
-#include "platform/linux/FileDescriptor.h"
+#include "platform/linux/base/FileDescriptor.h"
 #include "platform/qt/AlertDialog.h"
+#include "tests/platform/qt/support/SampleContent.h"
+#include "tests/platform/qt/support/SettingsSample.h"
 
 namespace vorlane::platform {
 namespace {

@@ -9,11 +9,11 @@
 #include <cstdio>
 #include <functional>
 
-#include "platform/qt/ChartWidget.h"
-#include "platform/qt/PopoverPanel.h"
-#include "platform/qt/SettingsForm.h"
-#include "tests/platform/qt/SampleContent.h"
-#include "tests/platform/qt/SettingsSample.h"
+#include "platform/qt/chart/ChartWidget.h"
+#include "platform/qt/popover/PopoverPanel.h"
+#include "platform/qt/settings/SettingsForm.h"
+#include "tests/platform/qt/support/SampleContent.h"
+#include "tests/platform/qt/support/SettingsSample.h"
 
 namespace {
 

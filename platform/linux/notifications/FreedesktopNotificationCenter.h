@@ -1,0 +1,82 @@
+// Notifications on org.freedesktop.Notifications, one shown for each identifier.
+#pragma once
+
+#include <map>
+
+#include "App/services/NotificationCenter.h"
+#include "App/services/SoundPlayer.h"
+#include "platform/linux/base/Systemd.h"
+#include "platform/linux/notifications/NotificationHandover.h"
+#include "platform/linux/notifications/NotificationIcons.h"
+#include "platform/linux/notifications/NotificationQueue.h"
+#include "platform/linux/notifications/NotificationServer.h"
+#include "platform/linux/notifications/ShownNotifications.h"
+
+namespace vorlane::platform {
+
+// Never waits for the server. What its server did not live to answer is posted to the next one;
+// a server that hangs holds up only itself, and gets nothing twice.
+class FreedesktopNotificationCenter : public NotificationCenter {
+public:
+    struct Means {
+        sd_bus* session;  // attached to the main loop
+        NotificationIcons icons;
+        SoundFiles sounds;
+        SoundPlayer& player;                  // where the server plays no sounds
+        NotificationHandover inherited = {};  // counts as shown while its server is the one
+    };
+    // The session and the player outlive this object.
+    explicit FreedesktopNotificationCenter(Means means);
+    FreedesktopNotificationCenter(const FreedesktopNotificationCenter&) = delete;
+    FreedesktopNotificationCenter& operator=(const FreedesktopNotificationCenter&) = delete;
+
+    // Call it once the main loop has ended. Waits up to a second for unanswered posts: without
+    // their ids they can be neither withdrawn nor handed over. What is shown stays.
+    void finish();
+
+    NotificationHandover handover() const;
+
+    bool available() override;
+    void setDelegate(std::weak_ptr<NotificationDelegate> receiver) override;
+    void setCategories(std::vector<NotificationCategory> replacement) override;
+
+    // Outside a sandbox nobody is asked for permission.
+    void authorizationStatus(std::function<void(AuthorizationStatus)> answer) override;
+    void requestAuthorization(AuthorizationOptions options) override;
+
+    void add(const NotificationRequest& request) override;
+    void removeDelivered(const std::string& identifier) override;
+
+private:
+    struct Post {
+        FreedesktopNotificationCenter* center;
+        std::string identifier;
+        std::optional<std::string> sound;  // to play once it is shown
+        bool withdrawn = false;            // to be closed as soon as its id is known
+        SlotPointer reply;
+    };
+
+    void postWaiting();
+    void post(const NotificationRequest& request);
+    void close(std::uint32_t id);
+    void answered(const Post& post, sd_bus_message* reply);
+    void settle(const Post& post, std::uint32_t id);
+    bool isAnswerDue() const;
+    void serverChanged();
+    void actionInvoked(sd_bus_message* signal);
+    static int onReply(sd_bus_message* reply, void* post, sd_bus_error* error);
+
+    sd_bus* session_;
+    NotificationIcons icons;
+    SoundFiles sounds;
+    SoundPlayer& player_;
+    NotificationServer server;
+    NotificationQueue queue;
+    ShownNotifications shown;
+    std::map<std::string, Post> posts;  // unanswered, by identifier
+    std::vector<NotificationCategory> categories;
+    std::weak_ptr<NotificationDelegate> delegate;
+    SlotPointer actionSignal;
+};
+
+}  // namespace vorlane::platform

@@ -1,0 +1,150 @@
+#include "platform/linux/notifications/NotificationServer.h"
+
+#include <cstdint>
+#include <string_view>
+#include <utility>
+
+namespace vorlane::platform {
+
+namespace {
+
+constexpr const char* service = "org.freedesktop.Notifications";
+constexpr const char* path = "/org/freedesktop/Notifications";
+
+constexpr const char* bus = "org.freedesktop.DBus";
+constexpr const char* busPath = "/org/freedesktop/DBus";
+constexpr std::uint64_t patience = 5'000'000;  // microseconds for the bus itself to answer
+
+// Hands on what an "as" holds; nothing when the message is an error or holds something else. One by
+// one: a message may hold millions.
+void readStrings(sd_bus_message* message, const std::function<void(std::string_view)>& take)
+{
+    if (sd_bus_message_is_method_error(message, nullptr) ||
+        sd_bus_message_enter_container(message, SD_BUS_TYPE_ARRAY, "s") <= 0) {
+        return;
+    }
+    const char* string = nullptr;
+    while (sd_bus_message_read_basic(message, SD_BUS_TYPE_STRING, &string) > 0) take(string);
+}
+
+bool namesTheService(sd_bus_message* list)
+{
+    bool found = false;
+    readStrings(list, [&](std::string_view name) { found = found || name == service; });
+    return found;
+}
+
+MessagePointer newCall(sd_bus* session, const char* destination, const char* object,
+                       const char* member)
+{
+    return owned<MessagePointer>([&](sd_bus_message** call) {
+        return sd_bus_message_new_method_call(session, call, destination, object, destination,
+                                              member);
+    });
+}
+
+MessagePointer answerOfBus(sd_bus* session, sd_bus_message* call)
+{
+    return owned<MessagePointer>([&](sd_bus_message** reply) {
+        return sd_bus_call(session, call, patience, nullptr, reply);
+    });
+}
+
+}  // namespace
+
+NotificationServer::NotificationServer(sd_bus* session, Events callbacks)
+    : session_(session),
+      events(std::move(callbacks)),
+      names(session, service, [this](const char* name) { setOwner(name); })
+{
+    servicesSignal = owned<SlotPointer>([this](sd_bus_slot** slot) {
+        return sd_bus_match_signal_async(
+            session_, slot, bus, busPath, bus, "ActivatableServicesChanged",
+            onMessage<NotificationServer, &NotificationServer::servicesChanged>, matchInstalled,
+            this);
+    });
+    askOwner();
+    askActivatable();
+}
+
+bool NotificationServer::available() const
+{
+    return !owner_.empty() || activatable;
+}
+
+// No time limit: the bus says when the server dies, and one that is merely slow (the machine was
+// asleep, the desktop is starting) still gets what waits for it.
+void NotificationServer::prepare()
+{
+    if (capabilitiesQuestion || known) return;
+    const auto call = owned<MessagePointer>([this](sd_bus_message** message) {
+        return sd_bus_message_new_method_call(session_, message,
+                                              owner_.empty() ? service : owner_.c_str(), path,
+                                              service, "GetCapabilities");
+    });
+    if (!call) return;
+    capabilitiesQuestion = owned<SlotPointer>([&](sd_bus_slot** slot) {
+        return sd_bus_call_async(
+            session_, slot, call.get(),
+            onMessage<NotificationServer, &NotificationServer::capabilitiesAnswered>, this,
+            forever);
+    });
+}
+
+void NotificationServer::askOwner()
+{
+    const auto call = newCall(session_, bus, busPath, "GetNameOwner");
+    if (!call || sd_bus_message_append(call.get(), "s", service) < 0) return;
+    const auto reply = answerOfBus(session_, call.get());
+    const char* name = nullptr;
+    if (reply && sd_bus_message_read(reply.get(), "s", &name) > 0) owner_ = name;
+}
+
+void NotificationServer::askActivatable()
+{
+    const auto call = newCall(session_, bus, busPath, "ListActivatableNames");
+    const auto reply = call ? answerOfBus(session_, call.get()) : nullptr;
+    if (reply) activatable = namesTheService(reply.get());
+}
+
+void NotificationServer::servicesChanged(sd_bus_message* /*signal*/)
+{
+    servicesQuestion = owned<SlotPointer>([this](sd_bus_slot** slot) {
+        return sd_bus_call_method_async(
+            session_, slot, bus, busPath, bus, "ListActivatableNames",
+            onMessage<NotificationServer, &NotificationServer::servicesListed>, this, nullptr);
+    });
+}
+
+void NotificationServer::servicesListed(sd_bus_message* reply)
+{
+    if (sd_bus_message_is_method_error(reply, nullptr)) return;
+    activatable = namesTheService(reply);
+}
+
+// A server that answers nonsense or an error has no capabilities.
+void NotificationServer::capabilitiesAnswered(sd_bus_message* reply)
+{
+    capabilitiesQuestion.reset();
+    if (owner_.empty()) return;  // the bus could not start it
+
+    NotificationCapabilities told;
+    readStrings(reply, [&](std::string_view name) {
+        told.actions = told.actions || name == "actions";
+        told.bodyMarkup = told.bodyMarkup || name == "body-markup";
+        told.sound = told.sound || name == "sound";
+    });
+    known = told;
+    events.ready();
+}
+
+void NotificationServer::setOwner(const char* name)
+{
+    if (owner_ == name) return;
+    owner_ = name;
+    known.reset();
+    capabilitiesQuestion.reset();
+    events.changed();
+}
+
+}  // namespace vorlane::platform

@@ -1,0 +1,80 @@
+#include "platform/linux/power/KernelBattery.h"
+
+#include <cerrno>
+#include <utility>
+
+#include "platform/linux/power/BatteryDictionaries.h"
+#include "platform/linux/power/MachineBattery.h"
+
+namespace vorlane::platform {
+
+namespace {
+
+constexpr Seconds longestBurst{0.25};
+
+}  // namespace
+
+KernelBattery::KernelBattery(Tools tools, std::string powerSupplies)
+    : tools_(std::move(tools)), folder(std::move(powerSupplies)), charger(tools_.charger)
+{}
+
+std::vector<PropertyDictionary> KernelBattery::descriptions()
+{
+    const auto supplies = readPowerSupplies(folder);
+    if (supplies || !isWantOfMeans(errno)) read(supplies.value_or(std::vector<PowerSupply>()));
+    return sources;
+}
+
+void KernelBattery::read(const std::vector<PowerSupply>& supplies)
+{
+    lookAgain = {};
+    sources.clear();
+    details.reset();
+    auto battery = machineBattery(supplies);
+    if (!battery) return;
+
+    details = registryProperties(*battery);
+    const auto now = tools_.uptime();
+    if (charger.drains(*battery, now)) battery->pluggedIn = false;
+    const auto averaged = rate.flow(*battery, now);
+    battery->setMinutes(averaged ? averaged->minutes() : std::nullopt);
+    const auto better = tools_.estimates.estimate(battery->status);
+    if (better.toFull) battery->minutesToFull = better.toFull;
+    if (better.toEmpty) battery->minutesToEmpty = better.toEmpty;
+    sources = {powerSourceDescription(*battery, shownFor(situationOf(*battery), now))};
+}
+
+Subscription KernelBattery::observe(std::function<void()> changed)
+{
+    if (!supplyEvents) supplyEvents = tools_.watchSupplies([this] { reportSoon(); });
+    if (!estimateEvents) estimateEvents = tools_.estimates.observe([this] { reportSoon(); });
+    return listeners.add(std::move(changed));
+}
+
+// Later changes do not prolong the wait, so that a burst without end is still reported.
+void KernelBattery::reportSoon()
+{
+    if (burst) return;
+    burst = tools_.runLoop.after(longestBurst, [this] {
+        burst = {};
+        listeners.call();
+    });
+}
+
+void KernelBattery::resumed()
+{
+    filter = {};
+    charger.startOver();
+    rate.startOver();
+}
+
+PowerSituation KernelBattery::shownFor(const PowerSituation& raw, Seconds now)
+{
+    const auto shown = filter.filter(raw, now);
+    if (shown.lookAgain) {
+        lookAgain = tools_.runLoop.after(*shown.lookAgain - now, [this] { listeners.call(); });
+    }
+    return shown.situation;
+}
+
+}  // namespace vorlane::platform

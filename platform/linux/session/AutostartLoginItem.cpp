@@ -1,0 +1,189 @@
+#include "platform/linux/session/AutostartLoginItem.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdlib>
+#include <string_view>
+#include <system_error>
+#include <utility>
+
+#include "platform/linux/base/Installation.h"
+#include "platform/linux/files/Files.h"
+#include "platform/linux/files/XdgFolders.h"
+
+namespace vorlane::platform {
+
+namespace {
+
+constexpr std::size_t largest = 65'536;
+constexpr const char* fileName = "/autostart/org.vorlane.Vorlane.desktop";
+
+// Off for GNOME and those that came from it.
+constexpr const char* gnomeSwitch = "X-GNOME-Autostart-enabled";
+
+bool exists(const std::string& path)
+{
+    return access(path.c_str(), F_OK) == 0;
+}
+
+// Absent when there is none, for which errno is 0, or when that cannot be told. Without the group
+// when it is no such file: it starts nothing.
+std::optional<DesktopEntry> read(const std::string& path)
+{
+    const auto text = readFile(path, largest);
+    if (!text && !isSettled(errno)) return std::nullopt;
+    if (!text && !exists(path)) {
+        errno = 0;
+        return std::nullopt;
+    }
+    return DesktopEntry(text.value_or(""));
+}
+
+std::string reason()
+{
+    return std::error_code(errno, std::generic_category()).message();
+}
+
+std::optional<std::string> write(const std::string& path, const std::string& text)
+{
+    std::string_view rest = text;
+    if (replaceFile(path, [&rest] { return std::exchange(rest, {}); })) return std::nullopt;
+    return reason();
+}
+
+std::vector<std::string> split(std::string_view text)
+{
+    std::vector<std::string> parts;
+    while (!text.empty()) {
+        const auto end = std::min(text.find(':'), text.size());
+        if (end > 0) parts.emplace_back(text.substr(0, end));
+        text.remove_prefix(std::min(end + 1, text.size()));
+    }
+    return parts;
+}
+
+std::string environment(const char* name)
+{
+    const char* const value = std::getenv(name);
+    return value ? value : "";
+}
+
+bool isExecutable(const std::string& program)
+{
+    if (program.find('/') != std::string::npos) return access(program.c_str(), X_OK) == 0;
+    if (program.empty()) return false;
+    return std::ranges::any_of(split(environment("PATH")), [&](const std::string& folder) {
+        return access((folder + "/" + program).c_str(), X_OK) == 0;
+    });
+}
+
+}  // namespace
+
+AutostartLoginItem::Places AutostartLoginItem::Places::usual()
+{
+    Places places;
+    if (const auto config = xdgConfigHome()) places.own = *config + fileName;
+    for (const auto& folder : xdgConfigDirs()) places.systems.push_back(folder + fileName);
+    places.program = programPath();
+    places.desktops = split(environment("XDG_CURRENT_DESKTOP"));
+    return places;
+}
+
+AutostartLoginItem::AutostartLoginItem(Places places) : places_(std::move(places)) {}
+
+bool AutostartLoginItem::enabled() const
+{
+    return startsBy(read(places_.own));
+}
+
+std::optional<std::string> AutostartLoginItem::setEnabled(bool on)
+{
+    auto own = read(places_.own);
+    if (!own && errno != 0) return reason();
+    if (on == startsBy(own)) return std::nullopt;
+    if (on) return turnOn(std::move(own).value_or(DesktopEntry("")));
+    return turnOff(std::move(own).value_or(fresh()));
+}
+
+bool AutostartLoginItem::startsBy(const std::optional<DesktopEntry>& own) const
+{
+    return own ? starts(*own) : startsBySystem();
+}
+
+bool AutostartLoginItem::startsBySystem() const
+{
+    const auto file = std::ranges::find_if(places_.systems, exists);
+    return file != places_.systems.end() && starts(read(*file).value_or(DesktopEntry("")));
+}
+
+bool AutostartLoginItem::starts(const DesktopEntry& entry) const
+{
+    const auto attempt = entry.value("TryExec");
+    return entry.isValid() && entry.value("Hidden") != "true" &&
+           entry.value(gnomeSwitch) != "false" && isForThisDesktop(entry) &&
+           (!attempt || isExecutable(*attempt)) &&
+           isExecutable(programOf(entry.value("Exec").value_or("")));
+}
+
+bool AutostartLoginItem::isForThisDesktop(const DesktopEntry& entry) const
+{
+    const auto names = [&](const char* key) {
+        const auto listed = entry.list(key);
+        return std::ranges::any_of(places_.desktops, [&](const std::string& desktop) {
+            return std::ranges::find(listed, desktop) != listed.end();
+        });
+    };
+    if (entry.value("OnlyShowIn") && !names("OnlyShowIn")) return false;
+    return !names("NotShowIn");
+}
+
+DesktopEntry AutostartLoginItem::fresh() const
+{
+    DesktopEntry entry(
+        "[Desktop Entry]\n"
+        "Type=Application\n"
+        "Name=Vorlane\n"
+        "Icon=org.vorlane.Vorlane\n"
+        "Terminal=false\n");
+    entry.set("Exec", execCommand(places_.program));
+    return entry;
+}
+
+// Also when an older one of ours started another copy of the program, or was turned off.
+bool AutostartLoginItem::isOurs(DesktopEntry entry) const
+{
+    if (!entry.isValid()) return false;
+    entry.remove("Hidden");
+    entry.set("Exec", execCommand(places_.program));
+    return entry.text() == fresh().text();
+}
+
+std::optional<std::string> AutostartLoginItem::turnOn(DesktopEntry entry) const
+{
+    if (!entry.isValid() && !keepFileAside(places_.own)) return reason();  // whatever it is
+    if (!entry.isValid() || isOurs(entry)) return write(places_.own, fresh().text());
+
+    entry.remove("Hidden");
+    entry.remove(gnomeSwitch);
+    if (!isForThisDesktop(entry)) {
+        entry.remove("OnlyShowIn");
+        entry.remove("NotShowIn");
+    }
+    if (!starts(entry)) entry.remove("TryExec");
+    if (!starts(entry)) entry.set("Exec", execCommand(places_.program));
+    return write(places_.own, entry.text());
+}
+
+std::optional<std::string> AutostartLoginItem::turnOff(DesktopEntry entry) const
+{
+    if (isOurs(entry) && !startsBySystem()) {
+        if (unlink(places_.own.c_str()) == 0 || errno == ENOENT) return std::nullopt;
+        return reason();
+    }
+    entry.set("Hidden", "true");
+    return write(places_.own, entry.text());
+}
+
+}  // namespace vorlane::platform

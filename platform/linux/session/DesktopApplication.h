@@ -1,0 +1,74 @@
+// The process as the desktop session sees it: one instance, reached by its application id.
+#pragma once
+
+#include <array>
+#include <csignal>
+#include <functional>
+#include <optional>
+
+#include "App/Subscription.h"
+#include "App/services/Application.h"
+#include "platform/linux/base/SdEventRunLoop.h"
+#include "platform/linux/base/Systemd.h"
+
+namespace vorlane::platform {
+
+// Offers org.freedesktop.Application. The main loop ends when the user or the session asks for it
+// by SIGTERM, SIGINT or SIGHUP, by SIGUSR1 for a restart, and when the session bus is lost.
+class DesktopApplication : public Application {
+public:
+    // `session` is attached to the loop's event and outlives this object.
+    DesktopApplication(SdEventRunLoop& loop, sd_bus* session);
+
+    enum class Claim {
+        first,      // this process is the one instance
+        activated,  // another one is, and was told that the user wants it
+        failed,     // the session bus did not answer, or the other instance did not
+    };
+    // Waits for the bus: call it once, before the main loop. `action` is what the user wants of
+    // the other one; none and open bring it to the front.
+    Claim claim(MenuAction action = MenuAction::none);
+
+    // Does so here, on a turn of the main loop; nothing for none.
+    void perform(MenuAction action);
+
+    // Ends the main loop, after which the program is to be started anew from its file.
+    void restart(MenuAction action);
+
+    // SIGUSR1 restarts the program once this returns true: it is called at the signal, then each
+    // second. Meanwhile the program can still be ended, or restarted by `restart`.
+    void waitToRestartUntil(std::function<bool()> settled);
+
+    // What the new start is to do; absent when none was asked for.
+    std::optional<MenuAction> restarting() const { return restart_; }
+
+    void setAccessory() override {}  // a program without windows has no place on any task bar
+    void activate() override {}      // nothing to bring to the front yet
+    void terminate() override;
+    bool isRestarting() const override { return restart_.has_value(); }
+    void onReopen(std::function<void()> callback) override;
+    void onAction(std::function<void(MenuAction)> callback) override;
+
+private:
+    static int reopened(sd_bus_message* message, void* self, sd_bus_error* error);
+    static int acted(sd_bus_message* message, void* self, sd_bus_error* error);
+    static int quitSignal(sd_event_source* source, const signalfd_siginfo* info, void* self);
+    void restartWhenSettled();
+    void disconnected(sd_bus_message* message);
+
+    static const sd_bus_vtable vtable[];
+
+    SdEventRunLoop& loop_;
+    sd_bus* session_;
+    SlotPointer object;
+    SlotPointer disconnection;
+    std::array<EventSourcePointer, 4> quitSignals;
+    std::optional<MenuAction> restart_;
+    Subscription restartLater;  // while a restart waits
+    std::function<bool()> isSettled = [] { return true; };
+    bool ending = false;  // what is asked for now is the next instance's
+    std::function<void()> reopen = [] {};
+    std::function<void(MenuAction)> act = [](MenuAction) {};
+};
+
+}  // namespace vorlane::platform

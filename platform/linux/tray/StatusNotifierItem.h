@@ -1,0 +1,73 @@
+// The status item as trays read it: the object of org.kde.StatusNotifierItem.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "App/services/RunLoop.h"
+#include "App/services/StatusBar.h"
+#include "platform/linux/base/Systemd.h"
+#include "platform/linux/tray/StatusMenu.h"
+#include "platform/linux/tray/TrayFace.h"
+#include "platform/linux/tray/TrayHost.h"
+#include "platform/linux/tray/TrayRegistration.h"
+#include "platform/linux/tray/icon/SymbolIcons.h"
+
+namespace vorlane::platform {
+
+// Trays hear of it at the first `show`, and after that of what differs alone.
+class StatusNotifierItem : public StatusItem {
+public:
+    // Registers with the tray at once. The tray asks for the content on a later turn of the loop:
+    // the first `show` must come before that. The session bus outlives this object.
+    StatusNotifierItem(sd_bus* session, RunLoop& loop);
+
+    bool hasSymbol(const std::string& name) const override { return icons.hasSymbol(name); }
+    void show(const StatusItemContent& fresh) override;
+    void onAction(std::function<void()> callback) override;
+    void onMenu(std::function<void(MenuAction)> callback) override;
+
+    void registerAgain();
+
+    // As TrayRegistration tells it.
+    void onWatcher(std::function<void(bool present)> told);
+
+private:
+    using Action = std::function<void()>;
+
+    void showContent();
+    void announce(const TrayFace& before);
+    void announceDescription();
+    void announceLabel();
+    void emit(const char* signal);
+    void emit(const char* signal, const char* value);
+    std::string text(std::string_view property) const;
+    int activate(sd_bus_message* call);
+
+    static int getText(sd_bus* bus, const char* path, const char* interface, const char* property,
+                       sd_bus_message* reply, void* self, sd_bus_error* error);
+    static int getPixmaps(sd_bus* bus, const char* path, const char* interface,
+                          const char* property, sd_bus_message* reply, void* self,
+                          sd_bus_error* error);
+    static int getToolTip(sd_bus* bus, const char* path, const char* interface,
+                          const char* property, sd_bus_message* reply, void* self,
+                          sd_bus_error* error);
+
+    static const sd_bus_vtable vtable[];
+
+    sd_bus* session_;
+    RunLoop& loop_;
+    SymbolIcons icons;
+    StatusMenu menu;
+    StatusItemContent content;
+    std::shared_ptr<Action> action;
+    SlotPointer object;
+    TrayFace face;
+    bool shown = false;
+    TrayHost host;  // before the tray asks for anything: its kind must be known by then
+    TrayRegistration registration;
+};
+
+}  // namespace vorlane::platform

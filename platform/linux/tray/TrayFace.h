@@ -1,0 +1,33 @@
+// The status item's properties for one kind of tray, except those that never change.
+#pragma once
+
+#include <string>
+
+#include "App/content/StatusItemContent.h"
+#include "platform/linux/tray/icon/StatusIcon.h"
+#include "platform/linux/tray/icon/TrayKind.h"
+
+namespace vorlane::platform {
+
+struct TrayToolTip {
+    std::string title;
+    std::string text;  // below it; mostly empty
+
+    friend bool operator==(const TrayToolTip&, const TrayToolTip&) = default;
+};
+
+struct TrayFace {
+    StatusIcon icon;  // also the attention icon
+    bool needsAttention = false;
+    std::string title = "Vorlane";
+    std::string description;  // of the icon
+    TrayToolTip toolTip;
+    std::string label;
+
+    static TrayFace of(const StatusItemContent& content, TrayKind tray);
+
+    // Never passive: most trays hide such items.
+    const char* status() const { return needsAttention ? "NeedsAttention" : "Active"; }
+};
+
+}  // namespace vorlane::platform

@@ -1,0 +1,64 @@
+#include "platform/linux/tray/TrayItem.h"
+
+#include <utility>
+
+namespace vorlane::platform {
+
+namespace {
+
+// A panel that is started with the session, or again after a crash, is there within this time.
+constexpr Seconds patienceWithPanels{3};
+
+}  // namespace
+
+TrayItem::TrayItem(Setting setting) : loop_(setting.loop), notifier(setting.session, setting.loop)
+{
+    if (!setting.xTray) return;
+    icon.emplace(setting.loop, std::move(*setting.xTray), std::move(setting.openMenu));
+    icon->onLost([this] { take(choice.lost()); });
+    notifier.onWatcher([this](bool present) { take(choice.watcher(present)); });
+}
+
+void TrayItem::show(const StatusItemContent& content)
+{
+    notifier.show(content);
+    if (icon) icon->show(content);
+}
+
+void TrayItem::onAction(std::function<void()> callback)
+{
+    if (icon) icon->onAction(callback);
+    notifier.onAction(std::move(callback));
+}
+
+void TrayItem::onMenu(std::function<void(MenuAction)> callback)
+{
+    if (icon) icon->onMenu(callback);
+    notifier.onMenu(std::move(callback));
+}
+
+void TrayItem::registerAgain()
+{
+    notifier.registerAgain();
+    if (icon) take(choice.again());
+}
+
+void TrayItem::take(TrayChoice::Step step)
+{
+    switch (step) {
+        case TrayChoice::Step::nothing:
+            return;
+        case TrayChoice::Step::wait:
+            patience = loop_.after(patienceWithPanels, [this] { take(choice.waited()); });
+            return;
+        case TrayChoice::Step::show:
+            icon->open();
+            return;
+        case TrayChoice::Step::withdraw:
+            patience = {};
+            icon->close();
+            return;
+    }
+}
+
+}  // namespace vorlane::platform

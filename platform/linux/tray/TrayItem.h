@@ -1,0 +1,52 @@
+// The program's item in the desktop's tray: on the bus always, and as an X icon where nobody
+// watches the bus for items.
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+
+#include "App/Subscription.h"
+#include "App/services/StatusBar.h"
+#include "platform/linux/base/SdEventRunLoop.h"
+#include "platform/linux/tray/StatusNotifierItem.h"
+#include "platform/linux/tray/TrayChoice.h"
+#include "platform/linux/tray/XTrayItem.h"
+
+namespace vorlane::platform {
+
+// Registered on construction: the tray reserves its place while the program starts, and its
+// questions are answered once the main loop runs.
+class TrayItem : public StatusBar, public StatusItem {
+public:
+    struct Setting {
+        sd_bus* session;
+        SdEventRunLoop& loop;
+        std::optional<XTrayItem::Origin> xTray;  // absent where there can be no X tray
+        XTrayItem::MenuOpener openMenu;
+    };
+
+    // The bus and the loop outlive this object.
+    explicit TrayItem(Setting setting);
+
+    StatusItem* statusItem() override { return this; }
+
+    bool hasSymbol(const std::string& name) const override { return notifier.hasSymbol(name); }
+    void show(const StatusItemContent& content) override;
+    void onAction(std::function<void()> callback) override;
+    void onMenu(std::function<void(MenuAction)> callback) override;
+
+    // Call after sleep: a tray may have dropped the item without a signal.
+    void registerAgain();
+
+private:
+    void take(TrayChoice::Step step);
+
+    SdEventRunLoop& loop_;
+    StatusNotifierItem notifier;
+    std::optional<XTrayItem> icon;
+    TrayChoice choice;
+    Subscription patience;
+};
+
+}  // namespace vorlane::platform

@@ -1,0 +1,78 @@
+#include "platform/linux/tray/icon/StatusIcon.h"
+
+#include <array>
+
+#include "platform/linux/tray/icon/SymbolMask.h"
+#include "platform/linux/tray/icon/SymbolPixmaps.h"
+
+namespace vorlane::platform {
+
+namespace {
+
+// A tray cannot recolour a pixmap and does not say what it lies on. This grey has a contrast of
+// 3.1:1 or more to light panels, down to #eff0f1, and of 3.7:1 or more to dark ones, up to #303030.
+// The SVG files have it too, for the trays that do not recolour them.
+constexpr Rgb grey{0x88, 0x88, 0x88};
+
+// Thin strokes want more: 13:1, on a tile that hardly shows on a dark panel.
+constexpr Rgb white{0xf6, 0xf6, 0xf6};
+constexpr Rgb tile{0x2d, 0x2d, 0x2d};
+
+// Some trays take the largest picture, whatever they need, and scale it: it is the double of what
+// most of them show, so that the digits stay sharp.
+constexpr std::array numberSizes{16, 18, 20, 22, 24, 28, 32, 44};
+
+constexpr int leastWithText = 16;  // pixels of an X icon
+
+}  // namespace
+
+std::span<const int> StatusIcon::sizes() const
+{
+    if (picture.text.empty()) return pixmapSizes;
+    return numberSizes;
+}
+
+StatusIcon StatusIcon::of(const StatusItemContent& content, TrayKind tray)
+{
+    const auto symbol = content.symbol.value_or("");
+    const auto text = tray == TrayKind::labels ? std::string() : statusLabel(content);
+    if (text.empty()) {
+        return {.name = content.symbol ? symbolIconName(symbol) : std::string(),
+                .picture = {.symbol = symbol, .text = {}, .ink = grey, .plate = {}}};
+    }
+    return {.name = {}, .picture = {.symbol = symbol, .text = text, .ink = white, .plate = tile}};
+}
+
+StatusPicture xIconPicture(const StatusItemContent& content, int size, std::optional<Rgb> color)
+{
+    const auto tray = size < leastWithText ? TrayKind::labels : TrayKind::icons;
+    auto picture = StatusIcon::of(content, tray).picture;
+    if (!color) return picture;  // as on the bus, where no tray names one
+    picture.ink = *color;
+    picture.plate.reset();
+    return picture;
+}
+
+std::string statusLabel(const StatusItemContent& content)
+{
+    if (content.imagePosition == ImagePosition::imageOnly) return {};
+    const auto start = content.title.find_first_not_of(' ');
+    return start == std::string::npos ? std::string() : content.title.substr(start);
+}
+
+std::string statusLabelGuide(const std::string& label)
+{
+    const bool percent = label.find('%') != std::string::npos;
+    const bool time = label.find(':') != std::string::npos;
+    if (percent && time) return "100% · 00:00";
+    if (percent) return "100%";
+    return time ? "00:00" : "";
+}
+
+std::string spokenTitle(const StatusItemContent& content)
+{
+    const auto& description = content.accessibilityDescription;
+    return description.empty() ? "Vorlane" : "Vorlane: " + description;
+}
+
+}  // namespace vorlane::platform

@@ -1,0 +1,94 @@
+// The program's windows, dialogs and menu, which another process shows.
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "App/services/AlertPanel.h"
+#include "App/services/Windows.h"
+#include "platform/WindowMessages.h"
+#include "platform/linux/windows/PortalAppearance.h"
+#include "platform/linux/windows/WindowsProcess.h"
+
+namespace vorlane::platform {
+
+// The process starts with the first window and exits a minute after the last one has closed. When
+// it cannot be started, dialogs are answered with their cancel button; the next request tries
+// again. The windows of a process that hung after a request are shown again once, by a new one.
+class RemoteWindows : public Windows, public AlertPanel {
+public:
+    struct Origin {
+        std::string program;                    // the path of its file
+        sd_bus* session;                        // for the portal's appearance; may be null
+        std::function<void()> refused = [] {};  // the file is of another build
+        Seconds patience{2};                    // before a process that does not answer is killed
+    };
+
+    // The loop and the session's bus outlive this object, which outlives what it makes.
+    RemoteWindows(SdEventRunLoop& loop, Origin origin);
+
+    std::unique_ptr<Popover> makePopover(PopoverIntents intents) override;
+    std::unique_ptr<SettingsWindow> makeSettingsWindow(SettingsWindowFrame frame,
+                                                       SettingsIntents intents) override;
+    void runModal(const AlertPanelContent& content,
+                  std::function<void(std::size_t button)> answered) override;
+
+    // Opens at the pointer; does nothing where no window can be shown.
+    void popUpMenu(const std::vector<MenuItem>& items, std::function<void(MenuAction)> chosen);
+
+private:
+    class RemotePopover;
+    class RemoteSettingsWindow;
+
+    struct Question {
+        std::function<void(std::size_t button)> answered;
+        std::size_t cancel;
+    };
+
+    void request(const std::function<void()>& send);
+    void showPopover();
+    void showSettings();
+    void takeToken();
+    void answered();
+    bool start();
+    void ended(WindowsProcess::End how);
+    void forgetWindows();
+    void take(const FromWindows& message);
+    void set(const SetSetting& message);
+    void endIfIdle();
+    void popoverClosed(const PopoverClosed& message);
+
+    SdEventRunLoop& loop_;
+    Origin origin_;
+    WindowsProcess process;
+    bool isRetrying = false;  // in place of a process that hung
+    std::string token;        // for XDG activation, valid for one window; empty once it is answered
+    std::optional<PortalAppearance> portal;
+    Appearance appearance;  // the portal's last answer
+
+    struct {
+        PopoverIntents intents;
+        PopoverContent content;
+        bool shown = false;
+        std::uint64_t opening = 0;  // how often it was shown
+        std::chrono::steady_clock::time_point closedByPress;
+    } popover;
+    struct {
+        SettingsIntents intents;
+        SettingsWindowFrame frame{};
+        SettingsContent content;
+        bool shown = false;
+        std::uint64_t opening = 0;
+    } settings;
+    std::map<std::int64_t, Question> questions;
+    std::int64_t nextQuestion = 0;
+    std::function<void(MenuAction)> menuChosen = [](MenuAction) {};
+};
+
+}  // namespace vorlane::platform

@@ -1,0 +1,96 @@
+// The process that shows the windows: started on demand, killed when it hangs. Sending never
+// blocks.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <string>
+#include <utility>
+
+#include "App/Subscription.h"
+#include "platform/WindowMessages.h"
+#include "platform/linux/base/ChildProcesses.h"
+#include "platform/linux/base/FileDescriptor.h"
+#include "platform/linux/base/SdEventRunLoop.h"
+
+namespace vorlane::platform {
+
+class WindowsProcess {
+public:
+    enum class End {
+        gone,  // it exited, crashed or sent an invalid message
+        hung   // it left a request unanswered, or could not be sent it
+    };
+
+    struct Setup {
+        std::string program;  // the path of its file
+        std::function<void(const FromWindows&)> received;
+        std::function<void()> answered;  // what was awaited is handled
+        // Its windows are gone. Called from the event loop, never from within a call to this class.
+        std::function<void(End how)> ended;
+        std::function<void()> isOfOtherBuild;  // it refused our build and exited
+    };
+
+    // The loop outlives this object.
+    WindowsProcess(SdEventRunLoop& loop, Setup setup);
+
+    // Starts it unless it runs. False when it cannot be started.
+    bool start();
+
+    bool isRunning() const { return static_cast<bool>(channel); }
+
+    // Whether it has handled every message.
+    bool hasAnswered() const { return handled == sent && unsent.empty(); }
+
+    // Kills it when it has not handled all messages sent so far, and makes no progress for as long
+    // as this.
+    void expectAnswer(Seconds patience);
+
+    // Closes the socket, which makes it exit. `ended` is not called.
+    void dismiss();
+
+    // Does nothing unless the process is running.
+    template <typename Message>
+    void send(Message message)
+    {
+        sendUpdates();
+        sendBytes(wire::encodeAs<ToWindows>(std::move(message)));
+    }
+
+    // Like `send`, but while the process is busy only the newest message of each type is kept.
+    template <typename Message>
+    void update(Message message)
+    {
+        if (!isRunning()) return;
+        unsent.insert_or_assign(wire::indexIn<ToWindows, Message>,
+                                wire::encodeAs<ToWindows>(std::move(message)));
+        if (handled == sent) sendUpdates();
+    }
+
+private:
+    void startDeadline();
+    void sendUpdates();
+    void sendBytes(const std::string& bytes);
+    void receive();
+    void take(const FromWindows& message);
+    void lose(End how);
+
+    SdEventRunLoop& loop_;
+    Setup setup_;
+    FileDescriptor channel;
+    EventSourcePointer readable;
+    std::string frame;
+    std::uint64_t sent = 0;                     // messages to the running process
+    std::uint64_t handled = 0;                  // of these, by its own count
+    std::map<std::size_t, std::string> unsent;  // updates, by the type's index
+    End end = End::gone;                        // what to report when the socket closes
+    bool isBroken = false;                      // a message could not be sent
+    std::uint64_t awaited = 0;                  // how many messages must be handled in time
+    Seconds patience_{0};
+    Subscription deadline;
+    ChildProcesses children;
+};
+
+}  // namespace vorlane::platform

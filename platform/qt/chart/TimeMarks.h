@@ -1,0 +1,37 @@
+// The marks below a chart's time axis: round local hours, or midnights with the name of the day.
+#pragma once
+
+#include <functional>
+#include <vector>
+
+#include "platform/qt/chart/LocalTimes.h"
+
+namespace vorlane::platform {
+
+struct TimeMark {
+    Date date;
+    double x = 0;  // from the left edge
+    QString label;
+
+    friend bool operator==(const TimeMark&, const TimeMark&) = default;
+};
+
+struct TimeMarks {
+    Date from;
+    Date until;
+    double width = 0;                                  // of the axis
+    std::function<double(const QString&)> labelWidth;  // a label begins at its mark
+    double gap = 0;                                    // at least, between two labels
+
+    // The densest marks whose labels keep their distance; in order.
+    std::vector<TimeMark> marks(const LocalTimes& times) const;
+
+private:
+    std::vector<TimeMark> everyHours(int step, const LocalTimes& times) const;
+    std::vector<TimeMark> everyDays(int step, const LocalTimes& times) const;
+    TimeMark mark(Date date, const QString& label) const;
+    bool contains(Date date) const;
+    bool fit(const std::vector<TimeMark>& marks) const;
+};
+
+}  // namespace vorlane::platform

@@ -1,0 +1,126 @@
+#include "platform/qt/controls/SegmentedPicker.h"
+
+#include <QHBoxLayout>
+#include <QPainter>
+#include <QSignalBlocker>
+
+namespace vorlane::platform {
+
+namespace {
+
+constexpr double radius = 7;
+constexpr int margin = 2;  // between the groove and the chosen segment
+constexpr int besideText = 10;
+constexpr int aboveText = 3;
+constexpr double focusWidth = 2;
+
+}  // namespace
+
+Segment::Segment(QWidget* parent) : QRadioButton(parent)
+{
+    setAttribute(Qt::WA_Hover);
+    setFocusPolicy(Qt::TabFocus);  // a click leaves no focus frame
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+}
+
+void Segment::setTheme(const Theme& next)
+{
+    theme = next;
+    setFont(theme.callout);
+    updateGeometry();
+    update();
+}
+
+QSize Segment::sizeHint() const
+{
+    return {fontMetrics().horizontalAdvance(text()) + 2 * besideText,
+            fontMetrics().height() + 2 * aboveText};
+}
+
+QSize Segment::minimumSizeHint() const
+{
+    return sizeHint();
+}
+
+bool Segment::hitButton(const QPoint& position) const
+{
+    return rect().contains(position);
+}
+
+void Segment::paintEvent(QPaintEvent*)
+{
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    const double inner = radius - margin;
+    if (isChecked()) {
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(theme.shadow);
+        painter.drawRoundedRect(QRectF(rect()).translated(0, 0.5), inner, inner);
+        painter.setBrush(theme.raised);
+        painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0, -0.5, -0.5), inner, inner);
+    }
+    painter.setPen(isChecked() || underMouse() ? theme.text : theme.secondary);
+    painter.drawText(rect(), Qt::AlignCenter, text());
+    if (!hasFocus()) return;
+
+    const double inset = focusWidth / 2;
+    painter.setPen(QPen(theme.accent, focusWidth));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRoundedRect(QRectF(rect()).adjusted(inset, inset, -inset, -inset), inner - inset,
+                            inner - inset);
+}
+
+SegmentedPicker::SegmentedPicker(std::function<void(std::int64_t)> pick, QWidget* parent)
+    : QWidget(parent), pick_(std::move(pick))
+{
+    auto* row = new QHBoxLayout(this);
+    row->setContentsMargins(margin, margin, margin, margin);
+    row->setSpacing(margin);
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    // Built at once: Tab goes through widgets in the order in which they were made.
+    while (segments.size() < choicesAtMost) addSegment();
+}
+
+void SegmentedPicker::addSegment()
+{
+    auto* segment = new Segment(this);
+    layout()->addWidget(segment);
+    const auto index = static_cast<std::int64_t>(segments.size());
+    // Toggled, not clicked: assistive programs toggle.
+    connect(segment, &Segment::toggled, this, [this, index](bool on) {
+        if (on) pick_(index);
+    });
+    segments.push_back(segment);
+}
+
+void SegmentedPicker::setContent(const RangePicker& content)
+{
+    for (std::size_t i = 0; i < segments.size(); ++i) {
+        const bool used = i < content.choices.size();
+        segments[i]->setVisible(used);
+        if (!used) continue;
+        segments[i]->setText(QString::fromStdString(content.choices[i]));
+        const QSignalBlocker silent(segments[i]);  // to show a choice is no wish of the user's
+        if (static_cast<std::int64_t>(i) == content.selected) segments[i]->setChecked(true);
+    }
+    updateGeometry();
+}
+
+void SegmentedPicker::setTheme(const Theme& next)
+{
+    theme = next;
+    for (auto* segment : segments) segment->setTheme(theme);
+    updateGeometry();
+    update();
+}
+
+void SegmentedPicker::paintEvent(QPaintEvent*)
+{
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(theme.control);
+    painter.drawRoundedRect(rect(), radius, radius);
+}
+
+}  // namespace vorlane::platform

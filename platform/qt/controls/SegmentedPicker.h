@@ -1,0 +1,55 @@
+// A choice of one among two, side by side. Arrow keys move it, as radio buttons do.
+#pragma once
+
+#include <QRadioButton>
+#include <functional>
+#include <vector>
+
+#include "App/content/PopoverContent.h"
+#include "platform/qt/look/Theme.h"
+
+namespace vorlane::platform {
+
+class Segment : public QRadioButton {
+    Q_OBJECT
+
+public:
+    explicit Segment(QWidget* parent = nullptr);
+
+    void setTheme(const Theme& next);
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+
+protected:
+    bool hitButton(const QPoint& position) const override;
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    Theme theme;
+};
+
+class SegmentedPicker : public QWidget {
+    Q_OBJECT
+
+public:
+    static constexpr std::size_t choicesAtMost = 2;
+
+    // `pick`: called with the index that the user chose.
+    explicit SegmentedPicker(std::function<void(std::int64_t)> pick, QWidget* parent = nullptr);
+
+    void setContent(const RangePicker& content);
+    void setTheme(const Theme& next);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    void addSegment();
+
+    std::function<void(std::int64_t)> pick_;
+    std::vector<Segment*> segments;
+    Theme theme;
+};
+
+}  // namespace vorlane::platform

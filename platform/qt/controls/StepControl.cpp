@@ -1,0 +1,252 @@
+#include "platform/qt/controls/StepControl.h"
+
+#include <QAccessible>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPainterPath>
+#include <QStyle>
+#include <QWheelEvent>
+#include <algorithm>
+#include <utility>
+
+namespace vorlane::platform {
+
+namespace {
+
+constexpr std::int64_t page = 10;  // steps
+constexpr int notch = 120;         // of a wheel, in eighths of a degree
+
+}  // namespace
+
+StepControl::StepControl(std::function<void(std::int64_t)> changed, QWidget* parent)
+    : QWidget(parent), changed_(std::move(changed))
+{
+    setFocusPolicy(Qt::StrongFocus);
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    setMouseTracking(true);
+}
+
+void StepControl::setTheme(const Theme& shades)
+{
+    theme = shades;
+    updateGeometry();
+    update();
+}
+
+void StepControl::setRange(Range bounds)
+{
+    if (bounds == range_) return;
+    range_ = bounds;
+    update();
+}
+
+void StepControl::setValue(std::int64_t number)
+{
+    if (number != value_) store(number);
+}
+
+void StepControl::request(std::int64_t number)
+{
+    const auto inside = std::max(range_.minimum, std::min(number, range_.maximum));
+    if (inside == value_) return;
+    store(inside);
+    changed_(inside);
+}
+
+void StepControl::stepBy(std::int64_t steps)
+{
+    if (canStep(steps < 0 ? Button::down : Button::up)) request(value_ + steps * range_.step);
+}
+
+void StepControl::store(std::int64_t number)
+{
+    value_ = number;
+    QAccessibleValueChangeEvent event(this, QVariant::fromValue<qlonglong>(number));
+    QAccessible::updateAccessibility(&event);
+    update();
+}
+
+bool StepControl::canStep(Button button) const
+{
+    if (!isEnabled()) return false;
+    return button == Button::down ? value_ > range_.minimum : value_ < range_.maximum;
+}
+
+QSize StepControl::sizeHint() const
+{
+    const ControlMetrics metrics(theme.body);
+    const int side = qRound(1.75 * metrics.line);
+    return {2 * side + 2 * ringRoom, metrics.field + 2 * ringRoom};
+}
+
+QRectF StepControl::shapeOf(Button button) const
+{
+    const auto whole = QRectF(rect()).adjusted(ringRoom, ringRoom, -ringRoom, -ringRoom);
+    if (button == Button::none) return whole;
+    const bool left = (button == Button::down) != isRightToLeft();
+    const double half = whole.width() / 2;
+    return left ? whole.adjusted(0, 0, -half, 0) : whole.adjusted(half, 0, 0, 0);
+}
+
+StepControl::Button StepControl::buttonAt(QPointF position) const
+{
+    for (const auto button : {Button::down, Button::up}) {
+        if (shapeOf(button).contains(position)) return button;
+    }
+    return Button::none;
+}
+
+void StepControl::paintEvent(QPaintEvent* /*event*/)
+{
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    const auto whole = shapeOf(Button::none);
+    const double radius = ControlMetrics(theme.body).radius;
+
+    painter.save();
+    QPainterPath outline;
+    outline.addRoundedRect(whole, radius, radius);
+    painter.setClipPath(outline);
+    paintButton(painter, Button::down);
+    paintButton(painter, Button::up);
+    painter.restore();
+
+    const auto middle = QPointF(whole.center().x(), whole.top() + whole.height() * 0.25);
+    painter.setPen(QPen(fieldFill(theme, {.pressed = true}), 1));
+    painter.drawLine(middle, middle + QPointF(0, whole.height() * 0.5));
+    if (ring.isVisible()) paintRing(painter, whole, radius, theme);
+}
+
+void StepControl::paintButton(QPainter& painter, Button button) const
+{
+    const auto shape = shapeOf(button);
+    const bool able = canStep(button);
+    painter.fillRect(shape, fieldFill(theme, {.enabled = isEnabled(),
+                                              .pressed = able && held == button,
+                                              .hovered = able && hovered == button}));
+
+    auto color = ink(theme, isEnabled());
+    if (!able) color.setAlphaF(0.45F);
+    const double arm = 0.32 * ControlMetrics(theme.body).line;
+    painter.setPen(QPen(color, std::max(1.5, arm * 0.3), Qt::SolidLine, Qt::RoundCap));
+    const auto center = shape.center();
+    painter.drawLine(center - QPointF(arm, 0), center + QPointF(arm, 0));
+    if (button == Button::up) painter.drawLine(center - QPointF(0, arm), center + QPointF(0, arm));
+}
+
+void StepControl::step(Button button)
+{
+    stepBy(button == Button::down ? -1 : 1);
+}
+
+void StepControl::hold(Button button)
+{
+    held = button;
+    update();
+    repeating.start(style()->styleHint(QStyle::SH_SpinBox_ClickAutoRepeatThreshold), this);
+    step(button);
+}
+
+void StepControl::release()
+{
+    repeating.stop();
+    held = Button::none;
+    update();
+}
+
+void StepControl::mousePressEvent(QMouseEvent* event)
+{
+    const auto button = buttonAt(event->position());
+    if (event->button() != Qt::LeftButton || button == Button::none) return event->ignore();
+    hold(button);
+}
+
+void StepControl::mouseMoveEvent(QMouseEvent* event)
+{
+    const auto button = buttonAt(event->position());
+    if (held != Button::none && button != held) release();
+    if (button == hovered) return;
+    hovered = button;
+    update();
+}
+
+void StepControl::mouseReleaseEvent(QMouseEvent* /*event*/)
+{
+    release();
+}
+
+void StepControl::leaveEvent(QEvent* /*event*/)
+{
+    hovered = Button::none;
+    update();
+}
+
+// Without the keyboard's focus the form scrolls instead.
+void StepControl::wheelEvent(QWheelEvent* event)
+{
+    if (!hasFocus() || !rect().contains(event->position().toPoint())) return event->ignore();
+    wheelAngle += event->angleDelta().y();
+    const int notches = wheelAngle / notch;
+    wheelAngle -= notches * notch;
+    if (notches != 0) stepBy(notches);
+    event->accept();
+}
+
+void StepControl::keyPressEvent(QKeyEvent* event)
+{
+    switch (event->key()) {
+        case Qt::Key_Up:
+        case Qt::Key_Plus:
+            return stepBy(1);
+        case Qt::Key_Down:
+        case Qt::Key_Minus:
+            return stepBy(-1);
+        case Qt::Key_Right:
+            return stepBy(isRightToLeft() ? -1 : 1);
+        case Qt::Key_Left:
+            return stepBy(isRightToLeft() ? 1 : -1);
+        case Qt::Key_PageUp:
+            return stepBy(page);
+        case Qt::Key_PageDown:
+            return stepBy(-page);
+        case Qt::Key_Home:
+            return request(range_.minimum);
+        case Qt::Key_End:
+            return request(range_.maximum);
+        default:
+            QWidget::keyPressEvent(event);
+    }
+}
+
+void StepControl::focusInEvent(QFocusEvent* event)
+{
+    wheelAngle = 0;
+    QWidget::focusInEvent(event);
+}
+
+void StepControl::focusOutEvent(QFocusEvent* event)
+{
+    release();
+    QWidget::focusOutEvent(event);
+}
+
+void StepControl::hideEvent(QHideEvent* /*event*/)
+{
+    release();
+}
+
+void StepControl::changeEvent(QEvent* event)
+{
+    if (event->type() == QEvent::EnabledChange) release();
+    QWidget::changeEvent(event);
+}
+
+void StepControl::timerEvent(QTimerEvent* event)
+{
+    if (event->timerId() != repeating.timerId()) return QWidget::timerEvent(event);
+    if (!canStep(held)) return repeating.stop();
+    repeating.start(style()->styleHint(QStyle::SH_SpinBox_ClickAutoRepeatRate), this);
+    step(held);
+}
+
+}  // namespace vorlane::platform

@@ -1,0 +1,82 @@
+// The two buttons that count a whole number up and down. The number itself is shown elsewhere.
+#pragma once
+
+#include <QBasicTimer>
+#include <QWidget>
+#include <cstdint>
+#include <functional>
+
+#include "platform/qt/look/ControlStyle.h"
+
+namespace vorlane::platform {
+
+class StepControl : public QWidget {
+    Q_OBJECT
+
+public:
+    struct Range {
+        std::int64_t minimum = 0;
+        std::int64_t maximum = 0;
+        std::int64_t step = 1;
+
+        friend bool operator==(const Range&, const Range&) = default;
+    };
+
+    // `changed` is called for the user's changes only, with a value inside the range.
+    explicit StepControl(std::function<void(std::int64_t)> changed, QWidget* parent = nullptr);
+
+    void setTheme(const Theme& shades);
+    void setRange(Range bounds);
+
+    // May lie outside the range; the first step leads into it.
+    void setValue(std::int64_t number);
+
+    std::int64_t value() const { return value_; }
+    const Range& range() const { return range_; }
+
+    // What the user asks for, brought into the range.
+    void request(std::int64_t number);
+
+    // That many steps; none beyond an end.
+    void stepBy(std::int64_t steps);
+
+    QSize sizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void leaveEvent(QEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    void timerEvent(QTimerEvent* event) override;
+
+private:
+    enum class Button { none, down, up };
+
+    bool canStep(Button button) const;
+    Button buttonAt(QPointF position) const;
+    QRectF shapeOf(Button button) const;
+    void paintButton(QPainter& painter, Button button) const;
+    void store(std::int64_t number);
+    void step(Button button);
+    void hold(Button button);
+    void release();
+
+    std::function<void(std::int64_t)> changed_;
+    Theme theme;
+    FocusRing ring{*this};
+    Range range_;
+    std::int64_t value_ = 0;
+    Button held = Button::none;
+    Button hovered = Button::none;
+    QBasicTimer repeating;
+    int wheelAngle = 0;  // of less than one notch
+};
+
+}  // namespace vorlane::platform

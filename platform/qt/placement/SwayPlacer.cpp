@@ -1,0 +1,81 @@
+#include "platform/qt/placement/SwayPlacer.h"
+
+#include <QCoreApplication>
+#include <QGuiApplication>
+#include <chrono>
+#include <utility>
+
+namespace vorlane::platform {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+std::optional<SwayIpc> findSway()
+{
+    if (!QGuiApplication::platformName().startsWith("wayland")) return std::nullopt;
+    return SwayIpc::find();
+}
+
+}  // namespace
+
+SwayPlacer::SwayPlacer(const QString& title)
+    : sway(findSway()), name{.process = QCoreApplication::applicationPid(), .title = title}
+{
+    retry.setInterval(10ms);
+    connect(&retry, &QTimer::timeout, this, &SwayPlacer::tryPlacing);
+}
+
+bool SwayPlacer::prepare()
+{
+    if (!sway) return false;
+    sway->tryAgain();
+    if (!ruled) {
+        const QString rule("for_window [pid=%1 title=\"^%2$\"] floating enable, border none");
+        sway->run(rule.arg(name.process).arg(name.title).toUtf8());
+        ruled = sway->answers();
+    }
+    return sway->answers();
+}
+
+void SwayPlacer::placeAtPointer()
+{
+    atPointer = true;
+    start();
+}
+
+void SwayPlacer::placeAgain()
+{
+    if (!retry.isActive()) start();
+}
+
+void SwayPlacer::start()
+{
+    if (!sway || !sway->answers()) return;
+    patience.setRemainingTime(1s);
+    retry.start();
+}
+
+void SwayPlacer::tryPlacing()
+{
+    const auto shown = find();
+    if (!shown && sway->answers() && !patience.hasExpired()) return;
+    retry.stop();
+    if (shown) place(*shown);
+    Q_EMIT settled();
+}
+
+void SwayPlacer::place(SwayWindow shown)
+{
+    const auto ours = QString("[con_id=%1] ").arg(shown.id);
+    if (std::exchange(atPointer, false)) {
+        // Not in the rule: sway puts a new window into the middle after its rules have run.
+        sway->run((ours + "move position mouse").toUtf8());
+        if (const auto moved = find()) shown = *moved;
+    }
+    const auto target = shown.position();
+    const QString command("move absolute position %1 %2");
+    sway->run((ours + command.arg(target.x()).arg(target.y())).toUtf8());
+}
+
+}  // namespace vorlane::platform

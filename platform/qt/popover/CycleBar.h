@@ -1,0 +1,35 @@
+// A thin bar that is filled from the left.
+#pragma once
+
+#include <QProgressBar>
+
+#include "platform/qt/look/Theme.h"
+
+namespace vorlane::platform {
+
+class CycleBar : public QProgressBar {
+    Q_OBJECT
+
+public:
+    explicit CycleBar(QWidget* parent = nullptr);
+
+    struct Filling {
+        std::int64_t value = 0;
+        std::int64_t total = 0;
+        Color tint = Color::accent;
+    };
+    void setFilling(const Filling& next);
+    void setTheme(const Theme& next);
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    Color tint = Color::accent;
+    Theme theme;
+};
+
+}  // namespace vorlane::platform

@@ -1,0 +1,182 @@
+#include "platform/qt/popover/PopoverWindow.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QScreen>
+#include <QVBoxLayout>
+#include <chrono>
+#include <utility>
+
+#include "platform/qt/placement/PopoverPlacement.h"
+
+namespace vorlane::platform {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr const char* title = "Vorlane";
+constexpr int border = 1;
+
+bool canGrabPointer()
+{
+    return !QGuiApplication::platformName().startsWith("wayland");
+}
+
+Qt::WindowFlags flags()
+{
+    return (canGrabPointer() ? Qt::Popup : Qt::Window) | Qt::FramelessWindowHint;
+}
+
+}  // namespace
+
+PopoverWindow::PopoverWindow(QWidget* content, ClosedByUser closedByUser)
+    : QWidget(nullptr, flags()),
+      closedByUser_(std::move(closedByUser)),
+      pane(new ScrollPane(content)),
+      sway(title)
+{
+    setWindowTitle(title);
+    qApp->installEventFilter(this);
+    resting.setSingleShot(true);
+    resting.setInterval(150ms);
+    connect(&resting, &QTimer::timeout, this, [this] {
+        if (const auto pointer = std::exchange(waiting, std::nullopt)) openAt(*pointer);
+    });
+    // Where the focus follows the pointer, it goes astray on the way from the bar to here.
+    leaving.setSingleShot(true);
+    leaving.setInterval(400ms);
+    connect(&leaving, &QTimer::timeout, this, &QWidget::close);
+
+    auto* const box = new QVBoxLayout(this);
+    box->setContentsMargins(border, border, border, border);
+    box->setSizeConstraint(QLayout::SetFixedSize);
+    box->addWidget(pane);
+
+    // Nothing is seen of it until it is in its place.
+    setAttribute(Qt::WA_TranslucentBackground, sway.isThere());
+    auto policy = pane->sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    pane->setSizePolicy(policy);
+    connect(&sway, &SwayPlacer::settled, this, [this] {
+        pane->show();
+        update();
+    });
+}
+
+void PopoverWindow::openAt(QPoint pointer)
+{
+    if (isResting()) {
+        waiting = pointer;
+        return;
+    }
+    // On Wayland some compositors ignore a window that asks for the keyboard; a new one gets it,
+    // and appears on the workspace in use.
+    if (!canGrabPointer() && !isActiveWindow()) hide();
+    if (!isVisible()) {
+        pointer_ = pointer;
+        place();
+        pane->setVisible(!sway.prepare());
+        show();
+        sway.placeAtPointer();
+    }
+    raise();
+    activateWindow();
+}
+
+void PopoverWindow::dismiss()
+{
+    waiting.reset();
+    hide();
+}
+
+// On X, Qt notices 0.1 s late that a closed popup has lost the focus, and then closes any popup
+// that was opened meanwhile.
+bool PopoverWindow::isResting() const
+{
+    return canGrabPointer() && resting.isActive();
+}
+
+void PopoverWindow::fit()
+{
+    layout()->activate();
+}
+
+void PopoverWindow::changeEvent(QEvent* event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() != QEvent::ActivationChange || canGrabPointer()) return;
+    if (isActiveWindow()) {
+        leaving.stop();
+    } else if (isVisible()) {
+        leaving.start();
+    }
+}
+
+void PopoverWindow::closeEvent(QCloseEvent* event)
+{
+    QWidget::closeEvent(event);
+    closedByUser_(true);
+}
+
+void PopoverWindow::hideEvent(QHideEvent* event)
+{
+    QWidget::hideEvent(event);
+    leaving.stop();
+    resting.start();
+}
+
+// A Wayland window that never got the focus learns only of presses on our other windows.
+bool PopoverWindow::eventFilter(QObject* watched, QEvent* event)
+{
+    const auto type = event->type();
+    if (type == QEvent::WindowActivate || type == QEvent::MouseButtonPress) {
+        const auto* const widget = qobject_cast<QWidget*>(watched);
+        const bool elsewhere = widget && widget->window() != this;
+        if (elsewhere && isVisible() && !canGrabPointer()) leaving.start();
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+void PopoverWindow::keyPressEvent(QKeyEvent* event)
+{
+    if (!event->matches(QKeySequence::Cancel)) return QWidget::keyPressEvent(event);
+    hide();
+    closedByUser_(false);
+}
+
+void PopoverWindow::paintEvent(QPaintEvent* /*event*/)
+{
+    if (pane->isHidden()) return;
+    QPainter painter(this);
+    painter.fillRect(rect(), palette().window());
+    auto line = palette().color(QPalette::WindowText);
+    line.setAlphaF(0.25F);
+    painter.setPen(line);
+    painter.drawRect(rect().adjusted(0, 0, -1, -1));
+}
+
+void PopoverWindow::resizeEvent(QResizeEvent* event)
+{
+    QWidget::resizeEvent(event);
+    if (!isVisible()) return;
+    place();
+    sway.placeAgain();
+}
+
+void PopoverWindow::place()
+{
+    const auto* screen = QGuiApplication::screenAt(pointer_);
+    if (!screen) screen = QGuiApplication::primaryScreen();
+    if (!screen) return;
+    const PopoverPlacement placement{
+        .pointer = pointer_, .screen = screen->geometry(), .workArea = screen->availableGeometry()};
+    pane->setMostHeight(placement.mostHeight() - 2 * border);
+    layout()->activate();
+    move(placement.position(size()));
+}
+
+}  // namespace vorlane::platform

@@ -1,0 +1,34 @@
+// The battery's charge as a ring that fills clockwise from the top, with the percentage in it.
+#pragma once
+
+#include <QLabel>
+
+#include "App/content/PopoverContent.h"
+#include "platform/qt/look/Theme.h"
+
+namespace vorlane::platform {
+
+// A label, so that a screen reader finds the percentage; it draws itself.
+class RingWidget : public QLabel {
+    Q_OBJECT
+
+public:
+    static constexpr int side = 104;
+
+    explicit RingWidget(QWidget* parent = nullptr);
+
+    void setContent(const RingContent& next);
+    void setTheme(const Theme& next);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    void paintRing(QPainter& painter) const;
+    void paintText(QPainter& painter) const;
+
+    RingContent content;
+    Theme theme;
+};
+
+}  // namespace vorlane::platform

@@ -1,0 +1,154 @@
+#include "platform/linux/base/SdEventRunLoop.h"
+
+#include <gmock/gmock.h>
+
+#include <csignal>
+#include <functional>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace vorlane::platform {
+namespace {
+
+using namespace std::chrono_literals;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class SdEventRunLoopTest : public testing::Test {
+protected:
+    SdEventRunLoop loop;
+    std::vector<std::string> done;
+
+    std::function<void()> note(std::string what)
+    {
+        return [this, what = std::move(what)] { done.push_back(what); };
+    }
+
+    std::function<void()> noteAndStop(std::string what)
+    {
+        return [this, what = std::move(what)] {
+            done.push_back(what);
+            loop.stop();
+        };
+    }
+};
+
+TEST_F(SdEventRunLoopTest, DoesPostedWorkInTheOrderOfAsking)
+{
+    loop.async(note("first"));
+    loop.async(note("second"));
+    loop.async(noteAndStop("third"));
+
+    loop.run();
+
+    EXPECT_THAT(done, ElementsAre("first", "second", "third"));
+}
+
+TEST_F(SdEventRunLoopTest, DoesNotDoPostedWorkBeforeTheNextTurn)
+{
+    loop.async(note("work"));
+
+    EXPECT_THAT(done, IsEmpty());
+}
+
+TEST_F(SdEventRunLoopTest, LeavesWhatPostedWorkPostsForTheTurnAfter)
+{
+    loop.async([this] {
+        loop.async(noteAndStop("posted by the first"));
+        done.emplace_back("first");
+    });
+    loop.async(note("second"));
+
+    loop.run();
+
+    EXPECT_THAT(done, ElementsAre("first", "second", "posted by the first"));
+}
+
+TEST_F(SdEventRunLoopTest, DoesDelayedWorkOnceInTheOrderOfItsDelays)
+{
+    const auto late = loop.after(60ms, noteAndStop("late"));
+    const auto early = loop.after(1ms, note("early"));
+
+    loop.run();
+
+    EXPECT_THAT(done, ElementsAre("early", "late"));
+}
+
+TEST_F(SdEventRunLoopTest, DoesNotDoDelayedWorkWhoseSubscriptionEnded)
+{
+    auto cancelled = loop.after(1ms, note("cancelled"));
+    const auto end = loop.after(60ms, noteAndStop("end"));
+    cancelled = {};
+
+    loop.run();
+
+    EXPECT_THAT(done, ElementsAre("end"));
+}
+
+TEST_F(SdEventRunLoopTest, DoesDetachedDelayedWork)
+{
+    loop.after(1ms, noteAndStop("detached")).detach();
+
+    loop.run();
+
+    EXPECT_THAT(done, ElementsAre("detached"));
+}
+
+TEST_F(SdEventRunLoopTest, RepeatsWorkUntilItsSubscriptionEnds)
+{
+    Subscription repeating;
+    repeating = loop.repeat({.interval = 1ms, .tolerance = 0ms}, [&] {
+        done.emplace_back("again");
+        if (done.size() == 3) repeating = {};
+    });
+    const auto end = loop.after(100ms, noteAndStop("end"));
+
+    loop.run();
+
+    EXPECT_THAT(done, ElementsAre("again", "again", "again", "end"));
+}
+
+TEST_F(SdEventRunLoopTest, SkipsTheRepetitionsThatItMissed)
+{
+    const auto hold = [](Seconds span) {  // as a process that is stopped for a while
+        const auto end = std::chrono::steady_clock::now() + span;
+        while (std::chrono::steady_clock::now() < end) std::this_thread::yield();
+    };
+    Subscription breather;
+    const auto repeating = loop.repeat({.interval = 40ms, .tolerance = 0ms}, [&] {
+        done.emplace_back("again");
+        if (done.size() > 1) return loop.stop();
+        hold(200ms);
+        breather = loop.after(1ms, note("breather"));
+    });
+
+    loop.run();
+
+    EXPECT_THAT(done, ElementsAre("again", "breather", "again"));
+}
+
+TEST_F(SdEventRunLoopTest, KeepsNoWorkBeyondItsOwnLife)
+{
+    Subscription outliving;
+    {
+        SdEventRunLoop shortLived;
+        outliving = shortLived.after(1ms, note("never"));
+    }
+
+    outliving = {};
+
+    EXPECT_THAT(done, IsEmpty());
+}
+
+TEST_F(SdEventRunLoopTest, KnowsItsThread)
+{
+    bool elsewhere = true;
+    std::thread([&] { elsewhere = loop.isMainThread(); }).join();
+
+    EXPECT_TRUE(loop.isMainThread());
+    EXPECT_FALSE(elsewhere);
+}
+
+}  // namespace
+}  // namespace vorlane::platform

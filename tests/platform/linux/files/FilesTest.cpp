@@ -1,0 +1,400 @@
+#include "platform/linux/files/Files.h"
+
+#include <fcntl.h>
+#include <gmock/gmock.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <fstream>
+#include <set>
+#include <utility>
+#include <vector>
+
+#include "tests/platform/linux/support/ChildProcess.h"
+#include "tests/platform/linux/support/FullDisk.h"
+#include "tests/platform/linux/support/TemporaryFolder.h"
+
+namespace vorlane::platform {
+namespace {
+
+using testing::ElementsAre;
+
+namespace fs = std::filesystem;
+
+class FilesTest : public testing::Test {
+protected:
+    TemporaryFolder folder;
+    std::string file = folder.path() / "file";
+    static constexpr std::size_t limit = 100;
+
+    std::vector<std::string> names() const
+    {
+        std::vector<std::string> names;
+        for (const auto& entry : fs::directory_iterator(folder.path())) {
+            names.push_back(entry.path().filename());
+        }
+        std::ranges::sort(names);
+        return names;
+    }
+
+    static unsigned modeOf(const fs::path& path)
+    {
+        return static_cast<unsigned>(fs::symlink_status(path).permissions());
+    }
+
+    // As if nobody had touched it for years.
+    void makeOld(const char* name) const
+    {
+        const timespec old[] = {{.tv_sec = 1'000'000'000, .tv_nsec = 0},
+                                {.tv_sec = 1'000'000'000, .tv_nsec = 0}};
+        (void)utimensat(AT_FDCWD, (folder.path() / name).c_str(), old, AT_SYMLINK_NOFOLLOW);
+    }
+
+    bool replaceWith(std::string_view content) const
+    {
+        return replaceFile(file, [&] { return std::exchange(content, {}); });
+    }
+};
+
+TEST_F(FilesTest, ReadsAFileWhole)
+{
+    folder.write("file", std::string_view("a\0b\n", 4));
+
+    EXPECT_EQ(readFile(file, limit), std::string("a\0b\n", 4));
+}
+
+TEST_F(FilesTest, ReadsAnEmptyFileAsEmpty)
+{
+    folder.write("file", "");
+
+    EXPECT_EQ(readFile(file, limit), "");
+}
+
+TEST_F(FilesTest, ReadsUpToTheLimitAndNothingBeyond)
+{
+    folder.write("file", std::string(limit, 'x'));
+    EXPECT_EQ(readFile(file, limit), std::string(limit, 'x'));
+
+    folder.write("file", std::string(limit + 1, 'x'));
+    EXPECT_EQ(readFile(file, limit), std::nullopt);
+}
+
+TEST_F(FilesTest, ReadsAFileOfManyPieces)
+{
+    std::string content;
+    for (int i = 0; content.size() < 1'000'000; ++i) content += std::to_string(i);
+    folder.write("file", content);
+
+    EXPECT_EQ(readFile(file, 2'000'000), content);
+}
+
+TEST_F(FilesTest, ReadsThroughALink)
+{
+    folder.write("target", "content");
+    fs::create_symlink("target", file);
+
+    EXPECT_EQ(readFile(file, limit), "content");
+}
+
+TEST_F(FilesTest, ReadsNothingButRegularFilesAndWaitsForNone)
+{
+    EXPECT_EQ(readFile(file, limit), std::nullopt);
+    EXPECT_EQ(readFile("", limit), std::nullopt);
+    EXPECT_EQ(readFile(folder.path(), limit), std::nullopt);
+    EXPECT_EQ(readFile("/dev/zero", limit), std::nullopt);
+
+    ASSERT_EQ(mkfifo(file.c_str(), 0600), 0);
+    EXPECT_EQ(readFile(file, limit), std::nullopt);
+
+    fs::create_symlink("loop", folder.path() / "loop");
+    EXPECT_EQ(readFile(folder.path() / "loop", limit), std::nullopt);
+}
+
+TEST_F(FilesTest, WritesANewFileForItsOwnerAlone)
+{
+    EXPECT_TRUE(replaceWith("content"));
+
+    EXPECT_EQ(readFile(file, limit), "content");
+    EXPECT_EQ(fs::status(file).permissions(), fs::perms::owner_read | fs::perms::owner_write);
+    EXPECT_THAT(names(), ElementsAre("file"));
+}
+
+TEST_F(FilesTest, WritesAllPiecesInTheirOrder)
+{
+    std::vector<std::string_view> pieces{"one ", "two ", "three"};
+    std::size_t next = 0;
+
+    EXPECT_TRUE(replaceFile(file, [&] { return next < 3 ? pieces[next++] : ""; }));
+
+    EXPECT_EQ(readFile(file, limit), "one two three");
+}
+
+TEST_F(FilesTest, LeavesTheOldFileInPlaceWhileItWritesTheNewOne)
+{
+    folder.write("file", "old");
+    std::string seen;
+    std::string_view content = "new";
+
+    EXPECT_TRUE(replaceFile(file, [&] {
+        seen += readFile(file, limit).value_or("none") + ",";
+        return std::exchange(content, {});
+    }));
+
+    EXPECT_EQ(seen, "old,old,");
+    EXPECT_EQ(readFile(file, limit), "new");
+}
+
+TEST_F(FilesTest, ReplacesALinkAndNotItsTarget)
+{
+    folder.write("target", "old");
+    fs::create_symlink("target", file);
+
+    EXPECT_TRUE(replaceWith("new"));
+
+    EXPECT_FALSE(fs::is_symlink(file));
+    EXPECT_EQ(readFile(file, limit), "new");
+    EXPECT_EQ(readFile(folder.path() / "target", limit), "old");
+}
+
+TEST_F(FilesTest, LeavesTheOldFileUntouchedOnAFullDisk)
+{
+    folder.write("file", "old");
+    const std::string large(100'000, 'x');
+    bool replaced = true;
+    {
+        const FullDisk full(4096);
+        replaced = replaceWith(large);
+    }
+
+    EXPECT_FALSE(replaced);
+    EXPECT_EQ(readFile(file, limit), "old");
+    EXPECT_THAT(names(), ElementsAre("file"));
+}
+
+TEST_F(FilesTest, KeepsAFolderAsideThatStandsInTheWay)
+{
+    fs::create_directories(fs::path(file) / "inner");
+
+    EXPECT_TRUE(replaceWith("new"));
+
+    EXPECT_EQ(readFile(file, limit), "new");
+    EXPECT_THAT(names(), ElementsAre("file", "file.bad"));
+    EXPECT_TRUE(fs::is_directory(fs::path(file + ".bad") / "inner"));
+}
+
+TEST_F(FilesTest, MakesAFileAndItsFoldersWhateverTheUmask)
+{
+    file = folder.path() / "new" / "inner" / "file";
+    const auto before = umask(0777);
+    const bool replaced = replaceWith("content");
+    (void)umask(before);
+
+    EXPECT_TRUE(replaced);
+    EXPECT_EQ(modeOf(file), 0600U);
+    EXPECT_EQ(modeOf(folder.path() / "new" / "inner"), 0700U);
+    EXPECT_EQ(modeOf(folder.path() / "new"), 0700U);
+}
+
+TEST_F(FilesTest, LeavesAFolderThatIsThereAsItIs)
+{
+    fs::permissions(folder.path(), fs::perms{0755});
+
+    EXPECT_TRUE(replaceWith("content"));
+
+    EXPECT_EQ(modeOf(folder.path()), 0755U);
+    EXPECT_EQ(modeOf(file), 0600U);
+}
+
+TEST_F(FilesTest, GivesAnOpenFileToNobodyElse)
+{
+    folder.write("file", "old");
+    fs::permissions(file, fs::perms{0666});
+
+    EXPECT_TRUE(replaceFile(file, [&, first = true]() mutable -> std::string_view {
+        for (const auto& name : names())
+            EXPECT_TRUE(name == "file" || modeOf(folder.path() / name) == 0600);
+        return std::exchange(first, false) ? "new" : "";
+    }));
+
+    EXPECT_EQ(modeOf(file), 0600U);
+}
+
+// Whoever knew the name could have made a link there.
+TEST_F(FilesTest, WritesToAFileWhoseNameNobodyCanTellBeforehand)
+{
+    std::set<std::string> seen;
+    for (int i = 0; i < 20; ++i) {
+        std::string_view content = "new";
+        EXPECT_TRUE(replaceFile(file, [&] {
+            for (const auto& name : names()) seen.insert(name);
+            return std::exchange(content, {});
+        }));
+    }
+
+    seen.erase("file");
+    EXPECT_EQ(seen.size(), 20U);
+}
+
+TEST_F(FilesTest, TakesAwayWhatAKilledProcessLeft)
+{
+    for (const auto* name : {".file.aB3xY9", ".file.young1", ".file.other", ".file.six-le",
+                             ".file2.aB3xY9", "file.aB3xY9"}) {
+        folder.write(name, "left");
+        if (name != std::string_view(".file.young1")) makeOld(name);
+    }
+    fs::create_directory(folder.path() / ".file.folder");
+    fs::create_symlink("file", folder.path() / ".file.aalink");
+    makeOld(".file.folder");
+    makeOld(".file.aalink");
+
+    EXPECT_TRUE(replaceWith("new"));
+
+    EXPECT_THAT(names(), ElementsAre(".file.aalink", ".file.folder", ".file.other", ".file.six-le",
+                                     ".file.young1", ".file2.aB3xY9", "file", "file.aB3xY9"));
+}
+
+TEST_F(FilesTest, ReadsItsOwnAndRootsFilesOnly)
+{
+    if (getuid() != 0) GTEST_SKIP() << "only root can give a file to somebody else";
+    folder.write("file", "content");
+    fs::permissions(folder.path(), fs::perms{0777});
+    fs::permissions(file, fs::perms{0666});
+    ASSERT_EQ(chown(file.c_str(), 12'345, 12'345), 0);
+
+    EXPECT_EQ(readOwnFile(file, limit), std::nullopt);
+    EXPECT_EQ(errno, EPERM);
+    EXPECT_EQ(readFile(file, limit), "content");
+    fs::create_symlink(file, folder.path() / "link");
+    EXPECT_EQ(readOwnFile(folder.path() / "link", limit), std::nullopt);
+
+    ASSERT_EQ(chown(file.c_str(), 0, 0), 0);
+    EXPECT_TRUE(holdsInChild([&] {
+        ASSERT_EQ(setresuid(nobody, nobody, nobody), 0);
+        EXPECT_EQ(readOwnFile(file, limit), "content");
+    }));
+}
+
+TEST_F(FilesTest, SaysWhyAFileCannotBeRead)
+{
+    const auto why = [](const std::string& path) {
+        EXPECT_EQ(readFile(path, limit), std::nullopt);
+        return errno;
+    };
+    folder.write("long", std::string(limit + 1, 'x'));
+
+    EXPECT_EQ(why(file), ENOENT);
+    EXPECT_EQ(why(folder.path()), EINVAL);
+    EXPECT_EQ(why("/dev/zero"), EINVAL);
+    EXPECT_EQ(why(folder.path() / "long"), EFBIG);
+    EXPECT_TRUE(isSettled(EFBIG));
+    EXPECT_FALSE(isSettled(EIO));
+    EXPECT_FALSE(isSettled(EMFILE));
+}
+
+TEST_F(FilesTest, CannotWriteWhereThereCanBeNoFolder)
+{
+    folder.write("plain", "");
+
+    EXPECT_FALSE(replaceFile(folder.path() / "plain" / "file", [] { return ""; }));
+    EXPECT_FALSE(replaceFile("", [] { return ""; }));
+    EXPECT_FALSE(replaceFile(folder.path().string() + "/", [] { return ""; }));
+    EXPECT_THAT(names(), ElementsAre("plain"));
+}
+
+TEST_F(FilesTest, KeepsAFileUnderASecondNameUntilItIsReplaced)
+{
+    folder.write("file", "bad");
+
+    EXPECT_TRUE(keepFileAside(file));
+    EXPECT_EQ(readFile(file, limit), "bad");  // whole at every moment
+    EXPECT_TRUE(replaceWith("good"));
+
+    EXPECT_EQ(readFile(file, limit), "good");
+    EXPECT_EQ(readFile(file + ".bad", limit), "bad");
+}
+
+TEST_F(FilesTest, NeverOverwritesWhatWasKeptEarlier)
+{
+    for (const auto* content : {"first", "second", "third"}) {
+        folder.write("file", content);
+        EXPECT_TRUE(keepFileAside(file));
+        EXPECT_TRUE(replaceWith("good"));
+    }
+
+    EXPECT_EQ(readFile(file + ".bad", limit), "first");
+    EXPECT_EQ(readFile(file + ".bad.1", limit), "second");
+    EXPECT_EQ(readFile(file + ".bad.2", limit), "third");
+}
+
+TEST_F(FilesTest, KeepsTheSameFileOnlyOnce)
+{
+    folder.write("file", "bad");
+
+    EXPECT_TRUE(keepFileAside(file));
+    EXPECT_TRUE(keepFileAside(file));
+
+    EXPECT_THAT(names(), ElementsAre("file", "file.bad"));
+}
+
+TEST_F(FilesTest, MovesAFolderAside)
+{
+    folder.write("file/inner", "kept");
+    folder.write("file.bad", "earlier");
+
+    EXPECT_TRUE(keepFileAside(file));
+
+    EXPECT_FALSE(fs::exists(file));
+    EXPECT_EQ(readFile(file + ".bad.1/inner", limit), "kept");
+    EXPECT_EQ(readFile(file + ".bad", limit), "earlier");
+}
+
+TEST_F(FilesTest, KeepsALinkThatLeadsNowhere)
+{
+    fs::create_symlink("nowhere", file);
+
+    EXPECT_TRUE(keepFileAside(file));
+    EXPECT_TRUE(replaceWith("good"));
+
+    EXPECT_EQ(fs::read_symlink(file + ".bad"), "nowhere");
+    EXPECT_EQ(readFile(file, limit), "good");
+}
+
+TEST_F(FilesTest, HasNothingToKeepWhereNothingStands)
+{
+    folder.write("plain", "");
+
+    EXPECT_TRUE(keepFileAside(file));
+    EXPECT_TRUE(keepFileAside(folder.path() / "missing" / "file"));
+    EXPECT_TRUE(keepFileAside(folder.path() / "plain" / "file"));
+
+    EXPECT_THAT(names(), ElementsAre("plain"));
+}
+
+TEST_F(FilesTest, SaysWhenItCannotKeepAFile)
+{
+    EXPECT_FALSE(keepFileAside("/proc/self/status"));
+}
+
+TEST_F(FilesTest, MakesFoldersForTheirOwnerAlone)
+{
+    const auto inner = folder.path() / "one" / "two";
+
+    makeFolders(inner);
+    makeFolders(inner);
+
+    EXPECT_EQ(fs::status(inner).permissions(), fs::perms::owner_all);
+    EXPECT_EQ(fs::status(inner.parent_path()).permissions(), fs::perms::owner_all);
+}
+
+TEST_F(FilesTest, KnowsTheFolderOfAPath)
+{
+    EXPECT_EQ(folderOf("/a/b/c"), "/a/b");
+    EXPECT_EQ(folderOf("/a"), "/");
+    EXPECT_EQ(folderOf("/"), "/");
+    EXPECT_EQ(folderOf("a"), ".");
+}
+
+}  // namespace
+}  // namespace vorlane::platform

@@ -1,0 +1,110 @@
+// A notification center on a private bus, with a server that does as the test says.
+#pragma once
+
+#include <gmock/gmock.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/linux/notifications/FreedesktopNotificationCenter.h"
+#include "tests/platform/linux/notifications/FakeNotificationServer.h"
+#include "tests/platform/linux/support/PrivateBus.h"
+#include "tests/support/FakeSoundPlayer.h"
+
+namespace vorlane::platform {
+
+class Receiver : public NotificationDelegate {
+public:
+    std::vector<std::string> actions;
+
+    PresentationOptions willPresent() override { return {}; }
+
+    void didReceive(const std::string& action, const std::function<void()>& completion) override
+    {
+        actions.push_back(action);
+        completion();
+    }
+};
+
+inline NotificationRequest request(const std::string& identifier,
+                                   const std::string& title = "Title")
+{
+    return {.identifier = identifier,
+            .title = title,
+            .body = "A <b> & c",
+            .categoryIdentifier = "VL_ALERT",
+            .sound = "default"};
+}
+
+class NotificationCenterFixture : public testing::Test {
+protected:
+    using Answer = FakeNotificationServer::Answer;
+
+    static constexpr const char* service = "org.freedesktop.Notifications";
+
+    SdEventRunLoop loop;
+    PrivateBus bus;
+    BusPointer session = bus.connect(loop);
+    FakeNotificationServer server{bus, loop};
+    FakeSoundPlayer player;
+    std::shared_ptr<Receiver> receiver = std::make_shared<Receiver>();
+    std::unique_ptr<FreedesktopNotificationCenter> center;
+
+    void open(const NotificationHandover& inherited = {})
+    {
+        center = std::make_unique<FreedesktopNotificationCenter>(
+            FreedesktopNotificationCenter::Means{.session = session.get(),
+                                                 .icons = NotificationIcons("/nowhere"),
+                                                 .sounds = SoundFiles("/nowhere"),
+                                                 .player = player,
+                                                 .inherited = inherited});
+        center->setDelegate(receiver);
+        center->setCategories({{.identifier = "VL_ALERT",
+                                .actions = {{.identifier = "SNOOZE", .title = "Snooze 1 hour"}}}});
+    }
+
+    void openWithServer()
+    {
+        server.start();
+        open();
+    }
+
+    bool untilReceived(std::size_t count)
+    {
+        return runUntil(loop, [&] { return server.received.size() >= count; });
+    }
+
+    bool untilAvailable(bool available)
+    {
+        return runUntil(loop, [&] { return center->available() == available; });
+    }
+
+    // After all that either side has sent so far arrived, and the answers to it.
+    void settle()
+    {
+        for (int round = 0; round < 3; ++round) {
+            ping(session.get());
+            if (server.bus()) ping(server.bus());
+        }
+    }
+
+    void ping(sd_bus* connection)
+    {
+        const auto call = owned<MessagePointer>([&](sd_bus_message** message) {
+            return sd_bus_message_new_method_call(connection, message, "org.freedesktop.DBus",
+                                                  "/org/freedesktop/DBus", "org.freedesktop.DBus",
+                                                  "GetId");
+        });
+        EXPECT_TRUE(answer(loop, call.get()));
+    }
+
+    std::vector<std::string> titles() const
+    {
+        std::vector<std::string> titles;
+        for (const auto& notification : server.received) titles.push_back(notification.title);
+        return titles;
+    }
+};
+
+}  // namespace vorlane::platform

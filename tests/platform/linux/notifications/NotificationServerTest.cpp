@@ -1,0 +1,150 @@
+#include "platform/linux/notifications/NotificationServer.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+#include "tests/platform/linux/notifications/FakeNotificationServer.h"
+#include "tests/platform/linux/support/PrivateBus.h"
+
+namespace vorlane::platform {
+namespace {
+
+constexpr const char* service = "org.freedesktop.Notifications";
+
+class NotificationServerTest : public testing::Test {
+protected:
+    SdEventRunLoop loop;
+    PrivateBus bus;
+    BusPointer session = bus.connect(loop);
+    FakeNotificationServer fake{bus, loop};
+    int changes = 0;
+    int readies = 0;
+
+    std::unique_ptr<NotificationServer> open()
+    {
+        return std::make_unique<NotificationServer>(
+            session.get(), NotificationServer::Events{.changed = [this] { ++changes; },
+                                                      .ready = [this] { ++readies; }});
+    }
+};
+
+TEST_F(NotificationServerTest, IsUnavailableOnABusWithoutOne)
+{
+    const auto server = open();
+
+    EXPECT_FALSE(server->available());
+    EXPECT_EQ(server->owner(), "");
+}
+
+TEST_F(NotificationServerTest, IsAvailableFromTheFirstMomentWhenOneRuns)
+{
+    fake.start();
+
+    const auto server = open();
+
+    EXPECT_TRUE(server->available());
+    EXPECT_EQ(server->owner()[0], ':');
+}
+
+TEST_F(NotificationServerTest, IsAvailableFromTheFirstMomentWhenTheBusWouldStartOne)
+{
+    const PrivateBus other(std::vector{PrivateBus::Service{service, "/bin/false"}});
+    session = other.connect(loop);
+
+    const auto server = open();
+
+    EXPECT_TRUE(server->available());
+    EXPECT_EQ(server->owner(), "");
+}
+
+TEST_F(NotificationServerTest, NoticesThatOneIsInstalled)
+{
+    const auto server = open();
+    EXPECT_FALSE(server->available());
+
+    bus.add({.name = service, .command = "/bin/false"});
+
+    EXPECT_TRUE(runUntil(loop, [&] { return server->available(); }));
+}
+
+TEST_F(NotificationServerTest, FollowsOneThatComesAndGoes)
+{
+    const auto server = open();
+
+    fake.start();
+    ASSERT_TRUE(runUntil(loop, [&] { return server->available(); }));
+    EXPECT_EQ(changes, 1);
+
+    fake.stop();
+    ASSERT_TRUE(runUntil(loop, [&] { return !server->available(); }));
+    EXPECT_EQ(changes, 2);
+}
+
+TEST_F(NotificationServerTest, AsksOnceForTheCapabilities)
+{
+    fake.capabilities = {"body", "actions", "sound"};
+    fake.start();
+    const auto server = open();
+    EXPECT_EQ(server->capabilities(), std::nullopt);
+
+    server->prepare();
+    server->prepare();
+    ASSERT_TRUE(runUntil(loop, [&] { return readies > 0; }));
+    server->prepare();
+
+    EXPECT_EQ(server->capabilities(),
+              (NotificationCapabilities{.actions = true, .bodyMarkup = false, .sound = true}));
+    EXPECT_EQ(fake.questions, 1);
+}
+
+TEST_F(NotificationServerTest, TakesAnErrorOrNonsenseForNoCapabilities)
+{
+    using Answer = FakeNotificationServer::Answer;
+    for (const auto answer : {Answer::error, Answer::nonsense}) {
+        readies = 0;
+        fake.aboutCapabilities = answer;
+        fake.start();
+        const auto server = open();
+
+        server->prepare();
+        ASSERT_TRUE(runUntil(loop, [&] { return readies > 0; }));
+
+        EXPECT_EQ(server->capabilities(), NotificationCapabilities{});
+    }
+}
+
+TEST_F(NotificationServerTest, AsksTheNextServerAnew)
+{
+    fake.aboutCapabilities = FakeNotificationServer::Answer::death;
+    fake.start();
+    const auto server = open();
+    server->prepare();
+    ASSERT_TRUE(runUntil(loop, [&] { return !server->available(); }));
+
+    fake.aboutCapabilities = FakeNotificationServer::Answer::proper;
+    fake.start();
+    ASSERT_TRUE(runUntil(loop, [&] { return server->available(); }));
+    EXPECT_EQ(server->capabilities(), std::nullopt);
+    server->prepare();
+
+    ASSERT_TRUE(runUntil(loop, [&] { return readies > 0; }));
+    EXPECT_TRUE(server->capabilities()->actions);
+    EXPECT_EQ(readies, 1);
+}
+
+TEST_F(NotificationServerTest, IsNotReadyWhenTheBusCannotStartOne)
+{
+    const auto server = open();
+    bus.add({.name = service, .command = "/bin/false"});
+    ASSERT_TRUE(runUntil(loop, [&] { return server->available(); }));
+
+    server->prepare();
+    fake.start();
+    ASSERT_TRUE(runUntil(loop, [&] { return !server->owner().empty(); }));
+
+    EXPECT_EQ(readies, 0);
+}
+
+}  // namespace
+}  // namespace vorlane::platform

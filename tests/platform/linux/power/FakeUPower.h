@@ -1,0 +1,42 @@
+// A UPower of the test's own, which can also lie, babble and hang.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "tests/platform/linux/support/PrivateBus.h"
+
+namespace vorlane::platform {
+
+class FakeUPower {
+public:
+    struct Property {
+        std::string name;
+        char type = 'x';  // a basic D-Bus type for numbers, or 's'
+        std::int64_t value = 0;
+    };
+
+    FakeUPower(const PrivateBus& bus, const SdEventRunLoop& loop);
+
+    std::vector<Property> properties;
+    bool hangs = false;      // takes questions and never answers
+    bool isGarbled = false;  // answers with something that is no dictionary
+    int questions = 0;
+
+    // Emits PropertiesChanged; does not touch `properties`.
+    void say(const std::vector<Property>& changed, const char* interface = usualInterface);
+    void sayGarbage();
+
+    static constexpr const char* usualInterface = "org.freedesktop.UPower.Device";
+
+private:
+    static int onCall(sd_bus_message* call, void* self, sd_bus_error* error);
+    int answer(sd_bus_message* call);
+    MessagePointer changeSignal();
+
+    BusPointer bus_;
+    SlotPointer object;
+};
+
+}  // namespace vorlane::platform

@@ -1,0 +1,55 @@
+#include "platform/linux/power/PowerNotes.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "tests/platform/linux/power/Supplies.h"
+
+namespace vorlane::platform {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+PowerSupply drainingAt(const char* percent, Values more = {})
+{
+    more.insert({{"STATUS", "Discharging"}, {"CAPACITY", percent}});
+    return battery(std::move(more));
+}
+
+PowerSupply usbOnline()
+{
+    return supply("ucsi", {{"TYPE", "USB"}, {"ONLINE", "1"}});
+}
+
+TEST(PowerNotesTest, SaysNothingWhereTheAdaptersAreBelieved)
+{
+    EXPECT_THAT(powerNotes({}), IsEmpty());
+    EXPECT_THAT(powerNotes({drainingAt("30"), mains("0")}), IsEmpty());
+    EXPECT_THAT(powerNotes({battery({{"STATUS", "Charging"}, {"CAPACITY", "30"}}), mains("1")}),
+                IsEmpty());
+}
+
+TEST(PowerNotesTest, SaysThatAUsbSupplyIsNotBelieved)
+{
+    EXPECT_THAT(powerNotes({drainingAt("80"), mains("0"), usbOnline()}),
+                ElementsAre(HasSubstr("USB supply")));
+}
+
+TEST(PowerNotesTest, SaysThatAChargerIsTooWeak)
+{
+    EXPECT_THAT(powerNotes({drainingAt("49"), mains("1")}), ElementsAre(HasSubstr("below 50%")));
+}
+
+TEST(PowerNotesTest, SaysWhyADischargeOnTheAdapterIsBelieved)
+{
+    EXPECT_THAT(powerNotes({drainingAt("50"), mains("1")}),
+                ElementsAre(HasSubstr("at 50% and above")));
+    EXPECT_THAT(powerNotes({drainingAt("30", {{"CHARGE_BEHAVIOUR", "auto [force-discharge]"}}),
+                            mains("1")}),
+                ElementsAre(HasSubstr("force-discharge")));
+}
+
+}  // namespace
+}  // namespace vorlane::platform

@@ -1,0 +1,364 @@
+#include "platform/linux/power/UPowerEstimates.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <memory>
+
+#include "tests/platform/linux/power/FakeUPower.h"
+
+namespace vorlane::platform {
+namespace {
+
+constexpr std::int64_t charging = 1;
+constexpr std::int64_t stateDischarging = 2;
+
+class UPowerEstimatesTest : public testing::Test {
+protected:
+    PrivateBus bus;
+    SdEventRunLoop loop;
+    BusPointer connection = bus.connect(loop);
+    Seconds now{1000};
+    UPowerEstimates estimates{connection.get(), [this] { return now; }};
+    std::unique_ptr<FakeUPower> upower;
+
+    void startUPower(std::vector<FakeUPower::Property> properties)
+    {
+        upower = std::make_unique<FakeUPower>(bus, loop);
+        upower->properties = std::move(properties);
+    }
+
+    void startDischarging(std::int64_t seconds)
+    {
+        startUPower({{"State", 'u', stateDischarging}, {"TimeToEmpty", 'x', seconds}});
+    }
+
+    std::optional<std::int64_t> toEmpty()
+    {
+        return estimates.estimate(ChargeStatus::discharging).toEmpty;
+    }
+
+    std::optional<std::int64_t> toFull()
+    {
+        return estimates.estimate(ChargeStatus::charging).toFull;
+    }
+
+    void waitForMinutesToEmpty(std::optional<std::int64_t> minutes)
+    {
+        EXPECT_TRUE(runUntil(loop, [&] { return toEmpty() == minutes; }));
+    }
+
+    // Everything that UPower has said before is heard when this returns.
+    void hearUPowerOut()
+    {
+        upower->say({{"State", 'u', charging}, {"TimeToFull", 'x', 420}});
+        EXPECT_TRUE(runUntil(loop, [&] { return toFull() == 7; }));
+        upower->say({{"State", 'u', stateDischarging}});
+        EXPECT_TRUE(runUntil(loop, [&] { return !toFull(); }));
+    }
+};
+
+TEST_F(UPowerEstimatesTest, KnowsNothingWithoutASystemBus)
+{
+    UPowerEstimates alone(nullptr, [] { return Seconds{0}; });
+
+    EXPECT_EQ(alone.estimate(ChargeStatus::discharging).toEmpty, std::nullopt);
+    EXPECT_TRUE(alone.observe([] {}));
+}
+
+TEST_F(UPowerEstimatesTest, KnowsNothingBeforeUPowerAnswers)
+{
+    EXPECT_EQ(toEmpty(), std::nullopt);
+}
+
+TEST_F(UPowerEstimatesTest, GivesTheTimeToEmptyWhileDischarging)
+{
+    startUPower({{"State", 'u', stateDischarging},
+                 {"TimeToEmpty", 'x', 7559},
+                 {"TimeToFull", 'x', 6000},
+                 {"Percentage", 'd', 50},
+                 {"Model", 's'}});
+
+    waitForMinutesToEmpty(125);
+
+    EXPECT_EQ(estimates.estimate(ChargeStatus::discharging).toFull, std::nullopt);
+}
+
+TEST_F(UPowerEstimatesTest, GivesTheTimeToFullWhileCharging)
+{
+    startUPower({{"State", 'u', charging}, {"TimeToFull", 'x', 3600}, {"TimeToEmpty", 'x', 60}});
+
+    EXPECT_TRUE(runUntil(loop, [&] { return toFull() == 60; }));
+
+    EXPECT_EQ(estimates.estimate(ChargeStatus::charging).toEmpty, std::nullopt);
+}
+
+TEST_F(UPowerEstimatesTest, FindsAUPowerThatRunsAlready)
+{
+    startDischarging(7200);
+
+    UPowerEstimates late(connection.get(), [this] { return now; });
+
+    EXPECT_TRUE(
+        runUntil(loop, [&] { return late.estimate(ChargeStatus::discharging).toEmpty == 120; }));
+}
+
+TEST_F(UPowerEstimatesTest, GivesNothingWhenUPowerDisagreesWithTheKernel)
+{
+    startDischarging(7200);
+    waitForMinutesToEmpty(120);
+
+    for (const auto status : {ChargeStatus::charging, ChargeStatus::full, ChargeStatus::notCharging,
+                              ChargeStatus::unknown}) {
+        EXPECT_EQ(estimates.estimate(status).toFull, std::nullopt);
+        EXPECT_EQ(estimates.estimate(status).toEmpty, std::nullopt);
+    }
+}
+
+TEST_F(UPowerEstimatesTest, FollowsChanges)
+{
+    startDischarging(7200);
+    waitForMinutesToEmpty(120);
+
+    upower->say({{"TimeToEmpty", 'x', 3600}});
+
+    waitForMinutesToEmpty(60);
+}
+
+TEST_F(UPowerEstimatesTest, TakesZeroForUnknown)
+{
+    startDischarging(7200);
+    waitForMinutesToEmpty(120);
+
+    upower->say({{"TimeToEmpty", 'x', 0}});
+
+    waitForMinutesToEmpty(std::nullopt);
+}
+
+TEST_F(UPowerEstimatesTest, HasNoTimeThatIsNotPlausible)
+{
+    for (const std::int64_t seconds :
+         {std::int64_t{-60}, std::int64_t{950400} /* 11 days */,
+          std::numeric_limits<std::int64_t>::min(), std::numeric_limits<std::int64_t>::max()}) {
+        startDischarging(7200);
+        waitForMinutesToEmpty(120);
+
+        upower->say({{"TimeToEmpty", 'x', seconds}});
+
+        waitForMinutesToEmpty(std::nullopt);
+        upower.reset();
+    }
+}
+
+TEST_F(UPowerEstimatesTest, TakesAWrongTypeForUnknown)
+{
+    for (const char type : {'s', 'd', 'u', 't', 'a'}) {
+        startDischarging(7200);
+        waitForMinutesToEmpty(120);
+
+        upower->say({{"TimeToEmpty", type, 3600}});
+
+        waitForMinutesToEmpty(std::nullopt);
+        upower.reset();
+    }
+}
+
+TEST_F(UPowerEstimatesTest, TakesAWrongStateForUnknown)
+{
+    startDischarging(7200);
+    waitForMinutesToEmpty(120);
+
+    upower->say({{"State", 's'}});
+
+    waitForMinutesToEmpty(std::nullopt);
+}
+
+TEST_F(UPowerEstimatesTest, AbsorbsSignalsThatAreGarbage)
+{
+    startDischarging(7200);
+    waitForMinutesToEmpty(120);
+
+    upower->sayGarbage();
+    upower->say({{"TimeToEmpty", 'x', 60}}, "org.example.Other");
+
+    hearUPowerOut();
+    EXPECT_EQ(toEmpty(), 120);
+}
+
+TEST_F(UPowerEstimatesTest, AbsorbsAnAnswerThatIsGarbage)
+{
+    startDischarging(7200);
+    upower->isGarbled = true;
+    EXPECT_TRUE(runUntil(loop, [&] { return upower->questions == 1; }));
+
+    upower->isGarbled = false;
+    now += Seconds{300};
+
+    waitForMinutesToEmpty(120);
+}
+
+TEST_F(UPowerEstimatesTest, BelievesNobodyButUPower)
+{
+    startDischarging(7200);
+    waitForMinutesToEmpty(120);
+    const auto liar = bus.connect(loop);
+    const char* self = nullptr;
+    ASSERT_GE(sd_bus_get_unique_name(connection.get(), &self), 0);
+
+    const auto lie = owned<MessagePointer>([&](sd_bus_message** message) {
+        return sd_bus_message_new_signal(liar.get(), message,
+                                         "/org/freedesktop/UPower/devices/DisplayDevice",
+                                         "org.freedesktop.DBus.Properties", "PropertiesChanged");
+    });
+    ASSERT_GE(sd_bus_message_append(lie.get(), "sa{sv}as", FakeUPower::usualInterface, 1,
+                                    "TimeToEmpty", "x", std::int64_t{60}, 0),
+              0);
+    ASSERT_GE(sd_bus_message_set_destination(lie.get(), self), 0);  // or the bus would drop it
+    ASSERT_GE(sd_bus_send(liar.get(), lie.get(), nullptr), 0);
+    const auto ping = owned<MessagePointer>([&](sd_bus_message** message) {
+        return sd_bus_message_new_method_call(liar.get(), message, "org.freedesktop.DBus",
+                                              "/org/freedesktop/DBus", "org.freedesktop.DBus.Peer",
+                                              "Ping");
+    });
+    ASSERT_TRUE(answer(loop, ping.get()));  // the lie was delivered before
+
+    hearUPowerOut();
+    EXPECT_EQ(toEmpty(), 120);
+}
+
+TEST_F(UPowerEstimatesTest, ForgetsAUPowerThatIsGone)
+{
+    startDischarging(7200);
+    waitForMinutesToEmpty(120);
+
+    upower.reset();
+
+    waitForMinutesToEmpty(std::nullopt);
+}
+
+TEST_F(UPowerEstimatesTest, AsksAUPowerThatIsRestarted)
+{
+    startDischarging(7200);
+    waitForMinutesToEmpty(120);
+    upower.reset();
+    waitForMinutesToEmpty(std::nullopt);
+
+    startDischarging(3600);
+
+    waitForMinutesToEmpty(60);
+}
+
+TEST_F(UPowerEstimatesTest, NeverWaitsForAUPowerThatHangs)
+{
+    startDischarging(7200);
+    upower->hangs = true;
+    EXPECT_TRUE(runUntil(loop, [&] { return upower->questions == 1; }));
+
+    EXPECT_EQ(toEmpty(), std::nullopt);
+
+    upower->hangs = false;
+    now += Seconds{300};
+    waitForMinutesToEmpty(120);
+}
+
+TEST_F(UPowerEstimatesTest, AsksAgainWhenAUPowerThatDidNotAnswerSpeaksUp)
+{
+    startDischarging(7200);
+    upower->isGarbled = true;
+    EXPECT_TRUE(runUntil(loop, [&] { return upower->questions == 1; }));
+    upower->isGarbled = false;
+
+    upower->say({{"UpdateTime", 't', 1}});
+
+    waitForMinutesToEmpty(120);
+}
+
+TEST_F(UPowerEstimatesTest, ForgetsWhatAUPowerSaidThatHasBeenSilentForFiveMinutes)
+{
+    startDischarging(7200);
+    waitForMinutesToEmpty(120);
+    upower->hangs = true;
+
+    now += Seconds{299};
+    EXPECT_EQ(toEmpty(), 120);
+
+    now += Seconds{1};
+    EXPECT_EQ(toEmpty(), std::nullopt);
+}
+
+TEST_F(UPowerEstimatesTest, AsksAUPowerThatHasNothingToSay)
+{
+    startDischarging(7200);
+    waitForMinutesToEmpty(120);
+    upower->properties[1].value = 3600;
+
+    now += Seconds{250};
+
+    waitForMinutesToEmpty(60);
+    EXPECT_EQ(upower->questions, 2);
+}
+
+TEST_F(UPowerEstimatesTest, TakesAnyWordOfUPowerForASignOfLife)
+{
+    startDischarging(7200);
+    waitForMinutesToEmpty(120);
+    now += Seconds{200};
+    upower->say({{"UpdateTime", 't', 1}});
+    hearUPowerOut();
+
+    now += Seconds{200};
+
+    EXPECT_EQ(toEmpty(), 120);
+    hearUPowerOut();
+    EXPECT_EQ(upower->questions, 1);
+}
+
+TEST_F(UPowerEstimatesTest, TellsWhenATimeAppearsChangesAndVanishes)
+{
+    int changes = 0;
+    const auto counting = estimates.observe([&] { ++changes; });
+    (void)toEmpty();
+
+    startDischarging(7200);
+    EXPECT_TRUE(runUntil(loop, [&] { return changes == 1; }));
+    EXPECT_EQ(toEmpty(), 120);
+
+    upower->say({{"TimeToEmpty", 'x', 3600}});
+    EXPECT_TRUE(runUntil(loop, [&] { return changes == 2; }));
+    EXPECT_EQ(toEmpty(), 60);
+
+    upower.reset();
+    EXPECT_TRUE(runUntil(loop, [&] { return changes == 3; }));
+}
+
+TEST_F(UPowerEstimatesTest, TellsNothingOfATimeThatMerelyRunsDown)
+{
+    startDischarging(7200);
+    waitForMinutesToEmpty(120);
+    int changes = 0;
+    const auto counting = estimates.observe([&] { ++changes; });
+
+    upower->say({{"UpdateTime", 't', 1}});
+    upower->say({{"TimeToEmpty", 'x', 7199}});
+    upower->say({{"TimeToEmpty", 'x', 7140}});
+    upower->say({{"TimeToEmpty", 'x', 3600}});
+
+    EXPECT_TRUE(runUntil(loop, [&] { return changes > 0; }));
+    EXPECT_EQ(changes, 1);
+    EXPECT_EQ(toEmpty(), 60);
+}
+
+TEST_F(UPowerEstimatesTest, SurvivesTheEndOfTheBus)
+{
+    startDischarging(7200);
+    waitForMinutesToEmpty(120);
+
+    bus.end();
+
+    EXPECT_TRUE(runUntil(loop, [&] { return sd_bus_is_open(connection.get()) <= 0; }));
+    now += Seconds{300};
+    EXPECT_EQ(toEmpty(), std::nullopt);
+}
+
+}  // namespace
+}  // namespace vorlane::platform

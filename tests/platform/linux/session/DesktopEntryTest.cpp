@@ -1,0 +1,144 @@
+#include "platform/linux/session/DesktopEntry.h"
+
+#include <gmock/gmock.h>
+
+#include <random>
+
+namespace vorlane::platform {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+TEST(DesktopEntryTest, ReadsTheKeysOfItsGroupOnly)
+{
+    const DesktopEntry entry(
+        "# Name=Comment\n"
+        "[Desktop Entry]\n"
+        "Name = Vorlane \r\n"
+        "Exec=vorlane\n"
+        "[Desktop Action Quit]\n"
+        "Exec=other\n"
+        "Hidden=true\n");
+
+    EXPECT_TRUE(entry.isValid());
+    EXPECT_EQ(entry.value("Name"), "Vorlane");
+    EXPECT_EQ(entry.value("Exec"), "vorlane");
+    EXPECT_EQ(entry.value("Hidden"), std::nullopt);
+}
+
+TEST(DesktopEntryTest, IsNotValidWithoutItsGroup)
+{
+    for (const auto* text : {"", "Exec=vorlane\n", "[Other]\nExec=vorlane",
+                             "\x7f"
+                             "ELF\0\n"}) {
+        EXPECT_FALSE(DesktopEntry(text).isValid()) << text;
+        EXPECT_EQ(DesktopEntry(text).value("Exec"), std::nullopt);
+    }
+}
+
+TEST(DesktopEntryTest, ResolvesEscapes)
+{
+    const DesktopEntry entry("[Desktop Entry]\nA=\\sx\\\\y\\tz\\q\\\nB=no end\\");
+
+    EXPECT_EQ(entry.value("A"), " x\\y\tz\\q\\");
+    EXPECT_EQ(entry.value("B"), "no end\\");
+}
+
+TEST(DesktopEntryTest, SplitsLists)
+{
+    const DesktopEntry entry("[Desktop Entry]\nOnlyShowIn=GNOME;;XFCE;\n");
+
+    EXPECT_THAT(entry.list("OnlyShowIn"), ElementsAre("GNOME", "XFCE"));
+    EXPECT_THAT(entry.list("NotShowIn"), IsEmpty());
+}
+
+TEST(DesktopEntryTest, KeepsAllThatItDoesNotChange)
+{
+    DesktopEntry entry(
+        "# mine\n"
+        "[Desktop Entry]\n"
+        "Exec = old\n"
+        "\n"
+        "# why\n"
+        "Comment=x\n"
+        "Exec=older\n"
+        "\n"
+        "[Desktop Action A]\n"
+        "Exec=a\n");
+
+    entry.set("Exec", "new");
+    entry.set("Hidden", "true");
+    entry.remove("Comment");
+
+    EXPECT_EQ(entry.text(),
+              "# mine\n"
+              "[Desktop Entry]\n"
+              "Exec=new\n"
+              "\n"
+              "# why\n"
+              "Hidden=true\n"
+              "\n"
+              "[Desktop Action A]\n"
+              "Exec=a\n");
+}
+
+TEST(DesktopEntryTest, QuotesAnyPath)
+{
+    EXPECT_EQ(execCommand("/usr/bin/vorlane"), "\"/usr/bin/vorlane\"");
+    EXPECT_EQ(execCommand("/a b/$x/`y`/\"z\"/\\"), "\"/a b/\\$x/\\`y\\`/\\\"z\\\"/\\\\\"");
+    EXPECT_EQ(execCommand("/caf\xC3\xA9"), "\"/caf\xC3\xA9\"");
+}
+
+TEST(DesktopEntryTest, HasAShellMakeWhatAValueCannotHold)
+{
+    EXPECT_EQ(execCommand("/a b/50%/caf\xE9"),
+              "/bin/sh -c \"exec \\\"\\$(printf %%b '/a\\\\0040b/50\\\\0045/caf\\\\0351')\\\"\"");
+}
+
+TEST(DesktopEntryTest, TakesNoOtherCommandOfAShellForItsOwn)
+{
+    const std::string own = execCommand("/50%");
+    for (const auto* other : {"/bin/sh -c \"exec true\"", "/bin/sh -c"}) {
+        EXPECT_EQ(programOf(other), "/bin/sh");
+    }
+    for (std::size_t length = 12; length < own.size(); ++length) {
+        EXPECT_EQ(programOf(own.substr(0, length)), "/bin/sh");
+    }
+}
+
+TEST(DesktopEntryTest, ReadsBackPathsOfAnyBytes)
+{
+    std::mt19937 random(1);
+    for (int i = 0; i < 2000; ++i) {
+        std::string path = "/";
+        for (auto left = random() % 20; left > 0; --left)
+            path += static_cast<char>(1 + random() % 255);
+        DesktopEntry entry("[Desktop Entry]\n");
+        entry.set("Exec", execCommand(path));
+
+        EXPECT_EQ(programOf(DesktopEntry(entry.text()).value("Exec").value()), path);
+    }
+}
+
+TEST(DesktopEntryTest, ReadsBackAnyPathThatItWrote)
+{
+    for (const std::string path : {"/usr/bin/vorlane", "/a b/v", "/50%/v", "/$x/`y`/v", "/\"/v",
+                                   "/\\/v", "/tab\tnew\n/v", " /first", "/\xC3\xA4;~#&|*?()/v"}) {
+        DesktopEntry entry("[Desktop Entry]\n");
+        entry.set("Exec", execCommand(path));
+        const DesktopEntry again(entry.text());
+
+        EXPECT_EQ(programOf(again.value("Exec").value()), path);
+    }
+}
+
+TEST(DesktopEntryTest, FindsTheProgramBeforeItsArguments)
+{
+    EXPECT_EQ(programOf("vorlane --flag %u"), "vorlane");
+    EXPECT_EQ(programOf("\"/a b/v\" x"), "/a b/v");
+    EXPECT_EQ(programOf(""), "");
+}
+
+}  // namespace
+}  // namespace vorlane::platform

@@ -1,0 +1,73 @@
+// The desktop's registry of tray items, as org.kde.StatusNotifierWatcher.
+#pragma once
+
+#include <cerrno>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/linux/base/Systemd.h"
+
+namespace vorlane::platform {
+
+class FakeWatcher {
+public:
+    static constexpr const char* name = "org.kde.StatusNotifierWatcher";
+    static constexpr const char* path = "/StatusNotifierWatcher";
+
+    std::vector<std::string> items;    // as they registered
+    std::vector<std::string> senders;  // who owned the registered names at that moment
+    int refusals = 0;                  // so many registrations fail
+    bool silent = false;               // registrations are never answered
+    bool hostComesAtOnce = false;      // before a registration is answered
+
+    explicit FakeWatcher(sd_bus* connection)
+        : connection_(connection), object(owned<SlotPointer>([this](sd_bus_slot** slot) {
+              return sd_bus_add_object_vtable(connection_, slot, path, name, vtable, this);
+          }))
+    {}
+
+    void appear() { (void)sd_bus_request_name(connection_, name, 0); }
+    void vanish() { (void)sd_bus_release_name(connection_, name); }
+    void hostComes()
+    {
+        (void)sd_bus_emit_signal(connection_, path, name, "StatusNotifierHostRegistered", "");
+    }
+
+private:
+    int registered(sd_bus_message* call)
+    {
+        const char* item = nullptr;
+        if (sd_bus_message_read(call, "s", &item) < 0) return -EINVAL;
+        items.emplace_back(item);
+        senders.push_back(ownerOf(item));
+        if (hostComesAtOnce) hostComes();
+        if (silent) return 1;
+        if (refusals-- > 0) return -EAGAIN;
+        return sd_bus_reply_method_return(call, "");
+    }
+
+    std::string ownerOf(const char* busName) const
+    {
+        using Credentials = std::unique_ptr<sd_bus_creds, Releaser<sd_bus_creds_unref>>;
+        const auto credentials = owned<Credentials>([&](sd_bus_creds** creds) {
+            return sd_bus_get_name_creds(connection_, busName, SD_BUS_CREDS_UNIQUE_NAME, creds);
+        });
+        const char* owner = nullptr;
+        if (!credentials || sd_bus_creds_get_unique_name(credentials.get(), &owner) < 0) return {};
+        return owner;
+    }
+
+    static inline const sd_bus_vtable vtable[] = {
+        SD_BUS_VTABLE_START(0),
+        SD_BUS_METHOD("RegisterStatusNotifierItem", "s", "",
+                      (onCall<FakeWatcher, &FakeWatcher::registered>), SD_BUS_VTABLE_UNPRIVILEGED),
+        SD_BUS_SIGNAL("StatusNotifierHostRegistered", "", 0),
+        SD_BUS_VTABLE_END,
+    };
+
+    sd_bus* connection_;
+    SlotPointer object;
+};
+
+}  // namespace vorlane::platform

@@ -1,0 +1,54 @@
+#include "platform/linux/tray/TrayFace.h"
+
+#include <gtest/gtest.h>
+
+namespace vorlane::platform {
+namespace {
+
+const StatusItemContent content{
+    .symbol = "battery.50",
+    .accessibilityDescription = "Battery 57%, On battery, 2 h 5 min left",
+    .imagePosition = ImagePosition::imageLeading,
+    .title = " 57%",
+    .toolTip = "On battery, 2 h 5 min left",
+    .menu = {}};
+
+TEST(TrayFaceTest, SpeaksByItsTitleWhereScreenReadersHearThatAlone)
+{
+    for (const auto tray : {TrayKind::labels, TrayKind::titledIcons}) {
+        EXPECT_EQ(TrayFace::of(content, tray).title,
+                  "Vorlane: Battery 57%, On battery, 2 h 5 min left");
+        EXPECT_EQ(TrayFace::of({}, tray).title, "Vorlane");
+    }
+    for (const auto tray : {TrayKind::icons, TrayKind::describedIcons}) {
+        EXPECT_EQ(TrayFace::of(content, tray).title, "Vorlane");
+    }
+}
+
+TEST(TrayFaceTest, HasAToolTipOfOneLineButForXfce)
+{
+    for (const auto tray : {TrayKind::labels, TrayKind::icons, TrayKind::titledIcons}) {
+        EXPECT_EQ(TrayFace::of(content, tray).toolTip,
+                  (TrayToolTip{.title = "On battery, 2 h 5 min left", .text = ""}));
+    }
+}
+
+TEST(TrayFaceTest, SaysOnXfceWhatTheToolTipsFirstLineLeavesOut)
+{
+    EXPECT_EQ(TrayFace::of(content, TrayKind::describedIcons).toolTip,
+              (TrayToolTip{.title = "On battery, 2 h 5 min left", .text = "Battery 57%"}));
+}
+
+// XFCE shows one line where both are the same.
+TEST(TrayFaceTest, RepeatsTheToolTipOnXfceWhenThereIsNothingToAdd)
+{
+    auto none = content;
+    none.accessibilityDescription = "No battery found";
+    none.toolTip = "No battery found";
+
+    EXPECT_EQ(TrayFace::of(none, TrayKind::describedIcons).toolTip,
+              (TrayToolTip{.title = "No battery found", .text = "No battery found"}));
+}
+
+}  // namespace
+}  // namespace vorlane::platform

@@ -1,0 +1,114 @@
+#include "platform/linux/tray/TrayHost.h"
+
+#include <gtest/gtest.h>
+
+#include <optional>
+
+#include "tests/platform/linux/support/PrivateBus.h"
+#include "tests/platform/linux/support/ProcessName.h"
+#include "tests/platform/linux/tray/FakeWatcher.h"
+
+namespace vorlane::platform {
+namespace {
+
+class TrayHostTest : public testing::Test {
+protected:
+    PrivateBus bus;
+    SdEventRunLoop busLoop;
+    BusPointer session = bus.connect(busLoop);
+    BusPointer desktop = bus.connect(busLoop);
+    FakeWatcher watcher{desktop.get()};
+    ProcessName process{"waybar"};
+    std::optional<TrayHost> host;
+    int changes = 0;
+
+    void start()
+    {
+        host.emplace(session.get(), [this] { ++changes; });
+        settle();
+    }
+
+    // The bus has answered what was asked until now, and what was asked for that answer.
+    void settle()
+    {
+        for (int i = 0; i < 3; ++i) {
+            const auto call = owned<MessagePointer>([&](sd_bus_message** message) {
+                return sd_bus_message_new_method_call(session.get(), message,
+                                                      "org.freedesktop.DBus", "/",
+                                                      "org.freedesktop.DBus.Peer", "Ping");
+            });
+            EXPECT_TRUE(answer(busLoop, call.get()));
+        }
+    }
+};
+
+TEST_F(TrayHostTest, CountsOnLabelsWhileThereIsNoTray)
+{
+    start();
+
+    EXPECT_EQ(host->kind(), TrayKind::labels);
+    EXPECT_EQ(changes, 0);
+}
+
+TEST_F(TrayHostTest, KnowsATrayThatIsThere)
+{
+    watcher.appear();
+
+    start();
+
+    EXPECT_EQ(host->kind(), TrayKind::icons);
+    EXPECT_EQ(changes, 1);
+}
+
+TEST_F(TrayHostTest, KnowsATrayThatComesLate)
+{
+    start();
+
+    watcher.appear();
+    settle();
+
+    EXPECT_EQ(host->kind(), TrayKind::icons);
+    EXPECT_EQ(changes, 1);
+}
+
+TEST_F(TrayHostTest, TellsOfATrayOfTheOtherKindAlone)
+{
+    watcher.appear();
+    start();
+
+    for (const auto* const name : {"lxqt-panel", "gnome-shell", "mate-panel", "budgie-panel"}) {
+        process.set(name);
+        watcher.vanish();
+        watcher.appear();
+        settle();
+    }
+
+    EXPECT_EQ(host->kind(), TrayKind::icons);
+    EXPECT_EQ(changes, 3);
+}
+
+TEST_F(TrayHostTest, KeepsTheKindOfATrayThatHasGone)
+{
+    watcher.appear();
+    start();
+
+    watcher.vanish();
+    settle();
+
+    EXPECT_EQ(host->kind(), TrayKind::icons);
+    EXPECT_EQ(changes, 1);
+}
+
+TEST_F(TrayHostTest, SurvivesTheEndOfTheBus)
+{
+    watcher.appear();
+    start();
+
+    bus.end();
+    runUntil(busLoop, [&] { return sd_bus_is_open(session.get()) <= 0; });
+
+    EXPECT_EQ(host->kind(), TrayKind::icons);
+}
+
+}  // namespace
+}  // namespace vorlane::platform

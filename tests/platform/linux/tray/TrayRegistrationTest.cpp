@@ -1,0 +1,370 @@
+#include "platform/linux/tray/TrayRegistration.h"
+
+#include <gmock/gmock.h>
+#include <unistd.h>
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "tests/platform/linux/support/PrivateBus.h"
+#include "tests/platform/linux/tray/FakeWatcher.h"
+#include "tests/support/FakeClock.h"
+#include "tests/support/FakeRunLoop.h"
+
+namespace vorlane::platform {
+namespace {
+
+using testing::Each;
+using testing::ElementsAre;
+using testing::SizeIs;
+
+class TrayRegistrationTest : public testing::Test {
+protected:
+    PrivateBus bus;
+    SdEventRunLoop busLoop;
+    FakeClock clock;
+    FakeRunLoop runLoop{clock};
+    BusPointer session = bus.connect(busLoop);
+    BusPointer desktop = bus.connect(busLoop);
+    FakeWatcher watcher{desktop.get()};
+    std::optional<TrayRegistration> registration;
+    std::vector<bool> told;  // whether there is a watcher
+    int redraws = 0;
+
+    const std::string itemName = "org.kde.StatusNotifierItem-" + std::to_string(getpid()) + "-1";
+
+    void start()
+    {
+        registration.emplace(session.get(), runLoop);
+        registration->onWatcher([this](bool present) { told.push_back(present); });
+        registration->onRedraw([this] { ++redraws; });
+    }
+
+    bool runUntilRegistered(std::size_t times)
+    {
+        return runUntil(busLoop, [&] { return watcher.items.size() >= times; });
+    }
+
+    // Whatever was sent before has arrived when the answers are back, in either direction.
+    void settle()
+    {
+        for (int i = 0; i < 3; ++i) {
+            ping(desktop.get(), session.get());
+            ping(session.get(), desktop.get());
+        }
+    }
+
+private:
+    void ping(sd_bus* from, sd_bus* to)
+    {
+        const char* name = nullptr;
+        ASSERT_GE(sd_bus_get_unique_name(to, &name), 0);
+        const auto call = owned<MessagePointer>([&](sd_bus_message** message) {
+            return sd_bus_message_new_method_call(from, message, name, "/",
+                                                  "org.freedesktop.DBus.Peer", "Ping");
+        });
+        EXPECT_TRUE(answer(busLoop, call.get()));
+    }
+};
+
+TEST_F(TrayRegistrationTest, RegistersWithAWatcherThatIsThere)
+{
+    watcher.appear();
+
+    start();
+    settle();
+
+    EXPECT_THAT(watcher.items, ElementsAre(itemName));
+}
+
+TEST_F(TrayRegistrationTest, OwnsItsNameBeforeTheWatcherHearsOfIt)
+{
+    watcher.appear();
+
+    start();
+    runUntilRegistered(1);
+
+    const char* unique = nullptr;
+    sd_bus_get_unique_name(session.get(), &unique);
+    EXPECT_THAT(watcher.senders, ElementsAre(unique));
+}
+
+TEST_F(TrayRegistrationTest, RegistersWithAWatcherThatComesLate)
+{
+    start();
+    settle();
+
+    watcher.appear();
+    settle();
+
+    EXPECT_THAT(watcher.items, ElementsAre(itemName));
+}
+
+TEST_F(TrayRegistrationTest, TriesNothingWhileThereIsNoWatcher)
+{
+    start();
+    settle();
+
+    runLoop.advance(Seconds{3600});
+    settle();
+    watcher.appear();
+    settle();
+
+    EXPECT_THAT(watcher.items, SizeIs(1));
+}
+
+TEST_F(TrayRegistrationTest, RegistersWithEachNewOwnerOfTheName)
+{
+    watcher.appear();
+    start();
+    settle();
+
+    watcher.vanish();
+    settle();
+    watcher.appear();
+    settle();
+
+    EXPECT_THAT(watcher.items, ElementsAre(itemName, itemName));
+}
+
+TEST_F(TrayRegistrationTest, RegistersWithANewOwnerWhileTheLastOneOwesAnAnswer)
+{
+    const auto connection = bus.connect(busLoop);
+    FakeWatcher first(connection.get());
+    first.silent = true;
+    first.appear();
+    start();
+    runUntil(busLoop, [&] { return !first.items.empty(); });
+
+    first.vanish();
+    watcher.appear();
+    settle();
+
+    EXPECT_THAT(watcher.items, ElementsAre(itemName));
+}
+
+TEST_F(TrayRegistrationTest, OwesNothingToAWatcherThatDiedBeforeItAnswered)
+{
+    auto connection = bus.connect(busLoop);
+    auto first = std::make_unique<FakeWatcher>(connection.get());
+    first->silent = true;
+    first->appear();
+    start();
+    runUntil(busLoop, [&] { return !first->items.empty(); });
+
+    first.reset();
+    connection.reset();
+    watcher.appear();
+    settle();
+    runLoop.advance(Seconds{3600});
+    settle();
+
+    EXPECT_THAT(watcher.items, ElementsAre(itemName));
+}
+
+TEST_F(TrayRegistrationTest, RegistersWhenAHostComesLater)
+{
+    watcher.appear();
+    start();
+    settle();
+
+    watcher.hostComes();
+    settle();
+
+    EXPECT_THAT(watcher.items, ElementsAre(itemName, itemName));
+}
+
+TEST_F(TrayRegistrationTest, RegistersOnceWithAWatcherThatBringsItsHost)
+{
+    watcher.hostComesAtOnce = true;
+    start();
+    settle();
+
+    watcher.appear();
+    watcher.hostComes();
+    watcher.hostComes();
+    settle();
+
+    EXPECT_THAT(watcher.items, SizeIs(1));
+}
+
+TEST_F(TrayRegistrationTest, RegistersAgainWhenAsked)
+{
+    watcher.appear();
+    start();
+    settle();
+
+    registration->registerAgain();
+    registration->registerAgain();
+    settle();
+
+    EXPECT_THAT(watcher.items, ElementsAre(itemName, itemName));
+}
+
+TEST_F(TrayRegistrationTest, TriesAgainAfterOneSecondWhenRefused)
+{
+    watcher.appear();
+    watcher.refusals = 1;
+    start();
+    settle();
+
+    runLoop.advance(Seconds{0.9});
+    settle();
+    EXPECT_THAT(watcher.items, SizeIs(1));
+    runLoop.advance(Seconds{0.1});
+    settle();
+
+    EXPECT_THAT(watcher.items, SizeIs(2));
+}
+
+TEST_F(TrayRegistrationTest, WaitsLongerAfterEachRefusalAndGivesUpAfterAMinute)
+{
+    watcher.appear();
+    watcher.refusals = 100;
+    start();
+    settle();
+
+    for (const auto delay : {1, 2, 4, 8, 16, 32}) {
+        runLoop.advance(Seconds(delay));
+        settle();
+    }
+    EXPECT_THAT(watcher.items, SizeIs(7));
+    runLoop.advance(Seconds{3600});
+    settle();
+
+    EXPECT_THAT(watcher.items, SizeIs(7));
+}
+
+TEST_F(TrayRegistrationTest, TriesAnewWithANewWatcherAfterGivingUp)
+{
+    watcher.appear();
+    watcher.refusals = 7;
+    start();
+    settle();
+    for (int i = 0; i < 7; ++i) {
+        runLoop.advance(Seconds{60});
+        settle();
+    }
+
+    watcher.vanish();
+    watcher.appear();
+    settle();
+
+    EXPECT_THAT(watcher.items, SizeIs(8));
+}
+
+TEST_F(TrayRegistrationTest, HasTheItemDrawnAnewTwoSecondsAfterAWatcherHasTakenIt)
+{
+    watcher.appear();
+    start();
+    settle();
+
+    runLoop.advance(Seconds{1.9});
+    EXPECT_EQ(redraws, 0);
+    runLoop.advance(Seconds{0.1});
+    EXPECT_EQ(redraws, 1);
+    runLoop.advance(Seconds{3600});
+    EXPECT_EQ(redraws, 1);
+
+    watcher.vanish();
+    watcher.appear();
+    settle();
+    runLoop.advance(Seconds{2});
+
+    EXPECT_EQ(redraws, 2);
+}
+
+TEST_F(TrayRegistrationTest, HasNothingDrawnWhereNoWatcherTakesTheItem)
+{
+    watcher.appear();
+    watcher.refusals = 100;
+    start();
+    settle();
+
+    runLoop.advance(Seconds{3600});
+
+    EXPECT_EQ(redraws, 0);
+}
+
+TEST_F(TrayRegistrationTest, UsesItsUniqueNameWhenAnotherOneHasTheProcessId)
+{
+    watcher.appear();
+    const auto other = bus.connect(busLoop);
+    ASSERT_GE(sd_bus_request_name(other.get(), itemName.c_str(), 0), 0);
+
+    start();
+    settle();
+
+    const char* unique = nullptr;
+    sd_bus_get_unique_name(session.get(), &unique);
+    ASSERT_FALSE(watcher.items.empty());
+    EXPECT_EQ(watcher.items.back(), unique);
+}
+
+TEST_F(TrayRegistrationTest, TellsThatThereIsNoWatcher)
+{
+    start();
+    settle();
+
+    EXPECT_THAT(told, ElementsAre(false));
+}
+
+TEST_F(TrayRegistrationTest, TellsOfTheWatcherThatTakesTheItem)
+{
+    watcher.appear();
+    start();
+    settle();
+
+    EXPECT_THAT(told, ElementsAre(true));
+}
+
+TEST_F(TrayRegistrationTest, TellsOfAWatcherThatComesAndGoes)
+{
+    start();
+    settle();
+    told.clear();
+
+    watcher.appear();
+    settle();
+    EXPECT_THAT(told, Each(true));
+    EXPECT_FALSE(told.empty());
+    watcher.vanish();
+    settle();
+
+    EXPECT_FALSE(told.back());
+}
+
+TEST_F(TrayRegistrationTest, CountsNoAnswerOfAWatcherThatHasGone)
+{
+    auto connection = bus.connect(busLoop);
+    auto first = std::make_unique<FakeWatcher>(connection.get());
+    first->silent = true;
+    first->appear();
+    start();
+    runUntil(busLoop, [&] { return !first->items.empty(); });
+
+    first.reset();
+    connection.reset();
+    settle();
+
+    ASSERT_FALSE(told.empty());
+    EXPECT_FALSE(told.back());
+}
+
+TEST_F(TrayRegistrationTest, SurvivesTheEndOfTheBus)
+{
+    watcher.appear();
+    start();
+    settle();
+
+    bus.end();
+    runUntil(busLoop, [&] { return sd_bus_is_open(session.get()) <= 0; });
+    registration->registerAgain();
+
+    EXPECT_THAT(watcher.items, SizeIs(1));
+}
+
+}  // namespace
+}  // namespace vorlane::platform

@@ -1,0 +1,149 @@
+#include "platform/linux/tray/icon/NumberDrawing.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <string>
+#include <vector>
+
+namespace vorlane::platform {
+namespace {
+
+std::string drawn(const NumberDrawing& drawing)
+{
+    const auto picture = drawing.draw();
+    EXPECT_EQ(picture.width(), std::max(0, drawing.size));
+    EXPECT_EQ(picture.height(), std::max(0, drawing.size));
+    std::string text;
+    for (int y = 0; y < picture.height(); ++y) {
+        for (int x = 0; x < picture.width(); ++x) text += picture.at(x, y) ? '#' : '.';
+        text += '\n';
+    }
+    return text;
+}
+
+int drawnPixels(const std::string& drawing)
+{
+    int count = 0;
+    for (const char pixel : drawing) count += pixel == '#';
+    return count;
+}
+
+TEST(NumberDrawingTest, PutsTheSymbolAboveTheNumber)
+{
+    EXPECT_EQ(drawn({.symbol = "battery.50", .text = "80%", .size = 22}),
+              "..#################...\n"
+              ".#.................#..\n"
+              ".#.#######.........##.\n"
+              ".#.#######.........##.\n"
+              ".#.#######.........##.\n"
+              ".#.#######.........##.\n"
+              ".#.................#..\n"
+              "..#################...\n"
+              "......................\n"
+              "..#######...#######...\n"
+              ".#########.#########..\n"
+              ".##.....##.##.....##..\n"
+              ".##.....##.##.....##..\n"
+              ".##.....##.##.....##..\n"
+              "..#######..##.....##..\n"
+              "..#######..##.....##..\n"
+              ".##.....##.##.....##..\n"
+              ".##.....##.##.....##..\n"
+              ".##.....##.##.....##..\n"
+              ".##.....##.##.....##..\n"
+              ".#########.#########..\n"
+              "..#######...#######...\n");
+}
+
+TEST(NumberDrawingTest, KeepsThePercentageWhereTwoLinesHaveNoRoom)
+{
+    for (int size = 16; size < 18; ++size) {
+        EXPECT_EQ(drawn({.symbol = "battery.50", .text = "80% · 3:00", .size = size}),
+                  drawn({.symbol = "battery.50", .text = "80%", .size = size}));
+    }
+    EXPECT_NE(drawn({.symbol = "battery.50", .text = "80% · 3:00", .size = 18}),
+              drawn({.symbol = "battery.50", .text = "80%", .size = 18}));
+}
+
+TEST(NumberDrawingTest, LeavesThePercentSignOut)
+{
+    EXPECT_EQ(drawn({.symbol = "battery.50", .text = "80%", .size = 22}),
+              drawn({.symbol = "battery.50", .text = "80", .size = 22}));
+}
+
+TEST(NumberDrawingTest, DrawsBothInTwoLines)
+{
+    const auto both = drawn({.symbol = "battery.50", .text = "80% · 1:23", .size = 22});
+    const auto other = drawn({.symbol = "battery.50", .text = "80% · 1:24", .size = 22});
+
+    constexpr std::size_t fifteenRows = 345;  // each with its end
+    EXPECT_EQ(both.substr(0, fifteenRows), other.substr(0, fifteenRows));
+    EXPECT_NE(both.substr(fifteenRows), other.substr(fifteenRows));
+}
+
+TEST(NumberDrawingTest, GivesTheHoursOfATimeThatIsTooWide)
+{
+    EXPECT_EQ(drawn({.symbol = "battery.50", .text = "23:48", .size = 16}),
+              drawn({.symbol = "battery.50", .text = "23h", .size = 16}));
+    EXPECT_NE(drawn({.symbol = "battery.50", .text = "12:48", .size = 16}),
+              drawn({.symbol = "battery.50", .text = "12h", .size = 16}));
+}
+
+TEST(NumberDrawingTest, FillsTheBatteryMoreTheFullerItIs)
+{
+    const std::vector<std::string> levels{"battery.0", "battery.25", "battery.50", "battery.75",
+                                          "battery.100"};
+
+    for (const int size : {16, 18, 20, 22, 24, 32, 48}) {
+        for (const auto* const text : {"80%", "80% · 1:23"}) {
+            int last = 0;
+            for (const auto& level : levels) {
+                const int now = drawnPixels(drawn({.symbol = level, .text = text, .size = size}));
+                EXPECT_GT(now, last) << level << " at " << size;
+                last = now;
+            }
+        }
+    }
+}
+
+TEST(NumberDrawingTest, DrawsEveryKindOfSymbolDifferently)
+{
+    const std::vector<std::string> symbols{"",          "battery.0",        "battery.50",
+                                           "bolt.fill", "battery.100.bolt", "powerplug.fill"};
+
+    for (std::size_t i = 0; i < symbols.size(); ++i) {
+        for (std::size_t j = 0; j < i; ++j) {
+            EXPECT_NE(drawn({.symbol = symbols[i], .text = "80%", .size = 22}),
+                      drawn({.symbol = symbols[j], .text = "80%", .size = 22}))
+                << symbols[i] << " and " << symbols[j];
+        }
+    }
+}
+
+// Some trays take the largest picture and halve it.
+TEST(NumberDrawingTest, DoublesEveryPixelOfTheHalfSize)
+{
+    const auto small = NumberDrawing{.symbol = "battery.50", .text = "80%", .size = 22}.draw();
+    const auto large = NumberDrawing{.symbol = "battery.50", .text = "80%", .size = 44}.draw();
+
+    for (int y = 0; y < 44; ++y) {
+        for (int x = 0; x < 44; ++x) EXPECT_EQ(large.at(x, y), small.at(x / 2, y / 2));
+    }
+}
+
+TEST(NumberDrawingTest, HoldsAtEverySize)
+{
+    for (int size = -1; size < 130; ++size) {
+        for (const auto* const text : {"7%", "100%", "0:07", "99:59", "100% · 99:59"}) {
+            for (const auto* const symbol : {"battery.75", "battery.100.bolt", "powerplug.fill"}) {
+                const auto picture = drawn({.symbol = symbol, .text = text, .size = size});
+                EXPECT_TRUE(size < 16 || drawnPixels(picture) > size) << text << " at " << size;
+            }
+        }
+    }
+}
+
+}  // namespace
+}  // namespace vorlane::platform

@@ -1,0 +1,85 @@
+#include "platform/linux/tray/icon/StatusIcon.h"
+
+#include <gtest/gtest.h>
+
+#include <cstddef>
+
+namespace vorlane::platform {
+namespace {
+
+const StatusItemContent content{.symbol = "battery.75",
+                                .accessibilityDescription = "Battery 80%, Fully charged",
+                                .imagePosition = ImagePosition::imageLeading,
+                                .title = " 80%",
+                                .toolTip = "",
+                                .menu = {}};
+
+TEST(StatusIconTest, IsTheThemesSymbolWhereTheTrayShowsLabels)
+{
+    const auto icon = StatusIcon::of(content, TrayKind::labels);
+
+    EXPECT_EQ(icon.name, "vorlane-battery-75-symbolic");
+    EXPECT_EQ(icon.picture.symbol, "battery.75");
+    EXPECT_EQ(icon.picture.text, "");
+    EXPECT_FALSE(icon.picture.plate);
+}
+
+TEST(StatusIconTest, HoldsTheNumberWhereTheTrayShowsNone)
+{
+    const auto icon = StatusIcon::of(content, TrayKind::icons);
+
+    EXPECT_EQ(icon.name, "");
+    EXPECT_EQ(icon.picture.symbol, "battery.75");
+    EXPECT_EQ(icon.picture.text, "80%");
+    EXPECT_TRUE(icon.picture.plate);
+    EXPECT_EQ(StatusIcon::of(content, TrayKind::titledIcons), icon);
+    EXPECT_EQ(StatusIcon::of(content, TrayKind::describedIcons), icon);
+}
+
+TEST(StatusIconTest, IsTheSameOnEveryTrayWithoutANumber)
+{
+    auto plain = content;
+    plain.title = "";
+    plain.imagePosition = ImagePosition::imageOnly;
+
+    EXPECT_EQ(StatusIcon::of(plain, TrayKind::icons), StatusIcon::of(plain, TrayKind::labels));
+    EXPECT_EQ(StatusIcon::of(plain, TrayKind::icons).name, "vorlane-battery-75-symbolic");
+}
+
+TEST(StatusIconTest, DiffersForAnotherNumberOnTraysOfIconsAlone)
+{
+    auto other = content;
+    other.title = " 79%";
+
+    EXPECT_NE(StatusIcon::of(other, TrayKind::icons), StatusIcon::of(content, TrayKind::icons));
+    EXPECT_EQ(StatusIcon::of(other, TrayKind::labels), StatusIcon::of(content, TrayKind::labels));
+}
+
+// What a tray makes of the largest picture at half its size is the picture of that size.
+TEST(StatusIconTest, OffersANumberLastAtTwiceTheUsualSize)
+{
+    const auto icon = StatusIcon::of(content, TrayKind::icons);
+    const auto small = icon.picture.draw(22).argb;
+    const auto large = icon.picture.draw(44).argb;
+
+    ASSERT_EQ(icon.sizes().back(), 44);
+    constexpr std::size_t size = 44;
+    for (std::size_t y = 0; y < size; ++y) {
+        for (std::size_t x = 0; x < size * 4; ++x) {
+            const auto half = (y / 2 * 22 + x / 8) * 4 + x % 4;
+            ASSERT_EQ(large[y * size * 4 + x], small[half]) << x << ", " << y;
+        }
+    }
+}
+
+TEST(StatusIconTest, IsTheNumberAloneWithoutASymbol)
+{
+    auto bare = content;
+    bare.symbol = std::nullopt;
+
+    EXPECT_EQ(StatusIcon::of(bare, TrayKind::icons).picture.text, "80%");
+    EXPECT_EQ(StatusIcon::of(bare, TrayKind::labels).name, "");
+}
+
+}  // namespace
+}  // namespace vorlane::platform

@@ -1,0 +1,219 @@
+#include "platform/qt/chart/TimeMarks.h"
+
+#include <gmock/gmock.h>
+
+#include "tests/platform/qt/support/TimeZone.h"
+
+namespace vorlane::platform {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+constexpr Seconds hour{3600};
+constexpr Seconds day{86400};
+
+class TimeMarksTest : public testing::Test {
+protected:
+    TimeZone zone{"Europe/Berlin"};
+    LocalTimes times{.locale = QLocale(QLocale::English, QLocale::UnitedKingdom)};
+
+    Date at(int year, int month, int dayOfMonth, int hours = 0, int minutes = 0)
+    {
+        return times.date(QDateTime(QDate(year, month, dayOfMonth), QTime(hours, minutes)));
+    }
+
+    // Six pixels a letter, in a chart of the popover's width.
+    static TimeMarks axis(Date from, Date until, double width = 270)
+    {
+        return {.from = from,
+                .until = until,
+                .width = width,
+                .labelWidth =
+                    [](const QString& label) { return 6.0 * static_cast<double>(label.size()); },
+                .gap = 14};
+    }
+
+    std::vector<std::string> labels(const TimeMarks& marks)
+    {
+        std::vector<std::string> found;
+        for (const auto& mark : marks.marks(times)) found.push_back(mark.label.toStdString());
+        return found;
+    }
+};
+
+TEST_F(TimeMarksTest, StandAtRoundHoursOfADay)
+{
+    const auto now = at(2026, 3, 4, 14, 5);
+
+    EXPECT_THAT(labels(axis(now - day, now)), ElementsAre("18:00", "00:00", "06:00", "12:00"));
+}
+
+TEST_F(TimeMarksTest, StandWhereTheirTimeIs)
+{
+    const auto until = at(2026, 3, 4, 18);
+
+    const auto marks = axis(until - day, until, 240).marks(times);
+
+    std::vector<double> places;
+    places.reserve(marks.size());
+    for (const auto& mark : marks) places.push_back(mark.x);
+    EXPECT_THAT(places, ElementsAre(0, 60, 120, 180, 240));
+}
+
+TEST_F(TimeMarksTest, StandCloserInAWiderChart)
+{
+    const auto now = at(2026, 3, 4, 14, 5);
+
+    EXPECT_THAT(labels(axis(now - day, now, 400)), ElementsAre("15:00", "18:00", "21:00", "00:00",
+                                                               "03:00", "06:00", "09:00", "12:00"));
+}
+
+TEST_F(TimeMarksTest, NameTheDaysOfAWeekAtMidnight)
+{
+    const auto now = at(2026, 3, 4, 14, 5);
+
+    const auto marks = axis(now - 7 * day, now).marks(times);
+
+    std::vector<std::string> names;
+    for (const auto& mark : marks) {
+        names.push_back(mark.label.toStdString());
+        EXPECT_EQ(times.local(mark.date).time(), QTime(0, 0));
+    }
+    EXPECT_THAT(names, ElementsAre("Thu", "Fri", "Sat", "Sun", "Mon", "Tue", "Wed"));
+}
+
+TEST_F(TimeMarksTest, LeaveDaysOutWhereTheLettersAreLarge)
+{
+    const auto now = at(2026, 3, 4, 14, 5);
+    auto large = axis(now - 7 * day, now);
+    large.labelWidth = [](const QString&) { return 50.0; };
+
+    EXPECT_THAT(labels(large), ElementsAre("Thu", "Sat", "Mon", "Wed"));
+}
+
+TEST_F(TimeMarksTest, StayOnTheirDaysAsTimeGoesOn)
+{
+    const auto now = at(2026, 3, 4, 14, 5);
+    auto large = axis(now - 7 * day + 30 * hour, now + 30 * hour);
+    large.labelWidth = [](const QString&) { return 50.0; };
+
+    EXPECT_THAT(labels(large), ElementsAre("Sat", "Mon", "Wed"));
+}
+
+TEST_F(TimeMarksTest, NeverOverlap)
+{
+    const auto now = at(2026, 3, 4, 14, 5);
+    for (const double width : {1.0, 30.0, 80.0, 150.0, 270.0, 300.0, 900.0}) {
+        for (const auto& span : {hour, 6 * hour, day, 2 * day, 7 * day, 30 * day}) {
+            const auto marks = axis(now - span, now, width).marks(times);
+            for (std::size_t i = 1; i < marks.size(); ++i) {
+                EXPECT_GE(marks[i].x - marks[i - 1].x,
+                          6.0 * static_cast<double>(marks[i - 1].label.size()))
+                    << width << ' ' << span.count();
+            }
+        }
+    }
+}
+
+TEST_F(TimeMarksTest, KeepRoundHoursWhenSummerTimeBegins)
+{
+    const auto now = at(2026, 3, 29, 14, 5);  // 02:00 became 03:00
+
+    const auto marks = axis(now - day, now, 240).marks(times);
+
+    EXPECT_THAT(labels(axis(now - day, now, 240)), ElementsAre("18:00", "00:00", "06:00", "12:00"));
+    EXPECT_DOUBLE_EQ(marks[2].x - marks[1].x, 50) << "five hours lie between";
+    EXPECT_DOUBLE_EQ(marks[3].x - marks[2].x, 60);
+}
+
+TEST_F(TimeMarksTest, LeaveOutTheHourThatSummerTimeSkips)
+{
+    const auto begin = at(2026, 3, 29, 0, 30);
+
+    EXPECT_THAT(labels(axis(begin, begin + 4 * hour)),
+                ElementsAre("01:00", "03:00", "04:00", "05:00"));
+}
+
+TEST_F(TimeMarksTest, MarkARepeatedHourOnce)
+{
+    const auto begin = at(2026, 10, 25, 0, 30);  // 03:00 becomes 02:00
+
+    EXPECT_THAT(labels(axis(begin, begin + 5 * hour, 400)),
+                ElementsAre("01:00", "02:00", "03:00", "04:00"));
+}
+
+TEST_F(TimeMarksTest, BeginADayWithoutAMidnightAtItsFirstHour)
+{
+    zone.set("Africa/Cairo");  // 2024-04-26 began at 01:00
+    const auto now = at(2024, 4, 27, 12);
+
+    const auto marks = axis(now - 3 * day, now).marks(times);
+
+    ASSERT_EQ(marks.size(), 3U);
+    EXPECT_EQ(times.local(marks[1].date), QDateTime(QDate(2024, 4, 26), QTime(1, 0)));
+}
+
+TEST_F(TimeMarksTest, StandInAZoneThatOnlyTheCLibraryKnows)
+{
+    const auto now = at(2026, 3, 4, 14, 5);
+
+    for (const auto* const name : {":/usr/share/zoneinfo/Asia/Tokyo", "Somewhere-9"}) {
+        zone.set(name);
+        EXPECT_THAT(labels(axis(now - day, now)), ElementsAre("00:00", "06:00", "12:00", "18:00"))
+            << name;
+        EXPECT_EQ(times.shortTime(now), "22:05") << name;
+    }
+}
+
+TEST_F(TimeMarksTest, StandInUniversalTimeWhereTheZoneIsUnknown)
+{
+    const auto now = at(2026, 3, 4, 14, 5);
+
+    for (const auto* const name : {"Nowhere/Bogus", "%zz"}) {
+        zone.set(name);
+        EXPECT_EQ(times.shortTime(now), "13:05") << name;
+        EXPECT_THAT(labels(axis(now - day, now)), ElementsAre("18:00", "00:00", "06:00", "12:00"))
+            << name;
+    }
+}
+
+TEST_F(TimeMarksTest, SpeakTheUsersLanguage)
+{
+    const auto now = at(2026, 3, 4, 14, 5);
+
+    times.locale = QLocale(QLocale::English, QLocale::UnitedStates);
+    EXPECT_THAT(labels(axis(now - day, now)), ElementsAre("6 PM", "12 AM", "6 AM", "12 PM"));
+    times.locale = QLocale(QLocale::German, QLocale::Germany);
+    EXPECT_THAT(labels(axis(now - day, now)), ElementsAre("18:00", "00:00", "06:00", "12:00"));
+    EXPECT_THAT(labels(axis(now - 3 * day, now)), ElementsAre("Mo", "Di", "Mi"));
+    times.locale = QLocale(QLocale::Chinese, QLocale::Taiwan);
+    EXPECT_THAT(labels(axis(now - day, now)), ElementsAre("下午6", "上午12", "上午6", "下午12"));
+    times.locale = QLocale::c();
+    EXPECT_THAT(labels(axis(now - day, now)), ElementsAre("18:00", "00:00", "06:00", "12:00"));
+}
+
+TEST_F(TimeMarksTest, AreAbsentWhereThereIsNoSpanOrNoRoom)
+{
+    const auto now = at(2026, 3, 4, 14, 5);
+
+    EXPECT_THAT(labels(axis(now, now)), IsEmpty());
+    EXPECT_THAT(labels(axis(now, now - day)), IsEmpty());
+    EXPECT_THAT(labels(axis(now - day, now, 0)), IsEmpty());
+}
+
+TEST_F(TimeMarksTest, TellAShortTimeWithoutSeconds)
+{
+    const auto now = at(2026, 3, 4, 14, 5);
+
+    EXPECT_EQ(times.shortTime(now), "14:05");
+    times.locale = QLocale::c();
+    EXPECT_EQ(times.shortTime(now), "14:05");
+    times.locale = QLocale(QLocale::English, QLocale::UnitedStates);
+    EXPECT_EQ(times.shortTime(now), "2:05 PM");
+    times.locale = QLocale(QLocale::Finnish, QLocale::Finland);
+    EXPECT_EQ(times.shortTime(now), "14.05");
+}
+
+}  // namespace
+}  // namespace vorlane::platform

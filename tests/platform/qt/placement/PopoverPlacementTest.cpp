@@ -1,0 +1,84 @@
+#include "platform/qt/placement/PopoverPlacement.h"
+
+#include <gtest/gtest.h>
+
+namespace vorlane::platform {
+
+void PrintTo(QPoint point, std::ostream* out)
+{
+    *out << point.x() << ", " << point.y();
+}
+
+namespace {
+
+constexpr QRect screen(0, 0, 1280, 800);
+constexpr QSize popover(340, 500);
+
+QPoint position(QPoint pointer, const QRect& workArea, QSize size = popover)
+{
+    const PopoverPlacement placement{.pointer = pointer, .screen = screen, .workArea = workArea};
+    return placement.position(size);
+}
+
+TEST(PopoverPlacementTest, HangsUnderAPanelAtTheTopCentredOnThePointer)
+{
+    EXPECT_EQ(position({600, 15}, screen.adjusted(0, 30, 0, 0)), QPoint(430, 36));
+}
+
+TEST(PopoverPlacementTest, StandsOnAPanelAtTheBottom)
+{
+    EXPECT_EQ(position({600, 790}, screen.adjusted(0, 0, 0, -30)), QPoint(430, 800 - 30 - 6 - 500));
+}
+
+TEST(PopoverPlacementTest, StandsBesideAPanelAtTheLeft)
+{
+    EXPECT_EQ(position({10, 400}, screen.adjusted(48, 0, 0, 0)), QPoint(54, 150));
+}
+
+TEST(PopoverPlacementTest, StandsBesideAPanelAtTheRight)
+{
+    EXPECT_EQ(position({1270, 400}, screen.adjusted(0, 0, -48, 0)),
+              QPoint(1280 - 48 - 6 - 340, 150));
+}
+
+TEST(PopoverPlacementTest, StaysInsideTheWorkAreaAtTheEndsOfAPanel)
+{
+    const auto area = screen.adjusted(0, 30, 0, 0);
+
+    EXPECT_EQ(position({1275, 15}, area), QPoint(1280 - 6 - 340, 36));
+    EXPECT_EQ(position({3, 15}, area), QPoint(6, 36));
+}
+
+TEST(PopoverPlacementTest, KeepsClearOfThePointerWhereNoPanelReservesItsSpace)
+{
+    EXPECT_EQ(position({600, 12}, screen), QPoint(430, 18));
+    EXPECT_EQ(position({600, 790}, screen), QPoint(430, 791 - 6 - 500));
+}
+
+TEST(PopoverPlacementTest, KeepsItsEdgeAtThePanelWhenItsHeightChanges)
+{
+    const auto bottom = screen.adjusted(0, 0, 0, -30);
+
+    const auto tall = position({600, 790}, bottom, {340, 500}).y() + 500;
+    const auto low = position({600, 790}, bottom, {340, 200}).y() + 200;
+
+    EXPECT_EQ(tall, low);
+}
+
+TEST(PopoverPlacementTest, IsOnTheScreenOfThePointer)
+{
+    const QRect second(1280, 100, 1920, 1080);
+
+    const PopoverPlacement placement{
+        .pointer = {3190, 110}, .screen = second, .workArea = second.adjusted(0, 24, 0, 0)};
+
+    EXPECT_EQ(placement.position(popover), QPoint(1280 + 1920 - 6 - 340, 100 + 24 + 6));
+}
+
+TEST(PopoverPlacementTest, ShowsItsTopLeftWhenItDoesNotFit)
+{
+    EXPECT_EQ(position({600, 790}, screen.adjusted(0, 0, 0, -30), {2000, 2000}), QPoint(6, 6));
+}
+
+}  // namespace
+}  // namespace vorlane::platform

@@ -1,0 +1,83 @@
+#include "platform/qt/placement/SwayTree.h"
+
+#include <gtest/gtest.h>
+
+#include <QJsonArray>
+#include <QJsonDocument>
+
+namespace vorlane::platform {
+namespace {
+
+const SwayWindowName ours{.process = 42, .title = "Vorlane"};
+
+// One output with a workspace, which a bar may shorten, and a floating window of ours in it.
+QJsonObject tree(const char* workspace, const char* window)
+{
+    const auto text = QByteArray(R"({"type": "root", "nodes": [
+        {"type": "output", "rect": {"x": 0, "y": 0, "width": 1280, "height": 800}, "nodes": [
+            {"type": "workspace", "rect": )") +
+                      workspace + R"(, "nodes": [
+                {"id": 5, "type": "con", "pid": 7, "name": "Vorlane", "nodes": [],
+                 "rect": {"x": 0, "y": 0, "width": 9, "height": 9}, "floating_nodes": []},
+                {"id": 6, "type": "con", "pid": 42, "name": "Vorlane Settings", "nodes": [],
+                 "rect": {"x": 0, "y": 0, "width": 9, "height": 9}, "floating_nodes": []}
+            ], "floating_nodes": [
+                {"id": 8, "type": "floating_con", "pid": 42, "name": "Vorlane", "rect": )" +
+                      window + R"(}]}]}]})";
+    return QJsonDocument::fromJson(text).object();
+}
+
+QPoint positionIn(const QJsonObject& whole)
+{
+    const auto found = findWindow(whole, ours);
+    return found ? found->position() : QPoint(-1, -1);
+}
+
+constexpr auto belowTopBar = R"({"x": 0, "y": 30, "width": 1280, "height": 770})";
+constexpr auto aboveBottomBar = R"({"x": 0, "y": 0, "width": 1280, "height": 770})";
+constexpr auto whole = R"({"x": 0, "y": 0, "width": 1280, "height": 800})";
+
+TEST(SwayTreeTest, FindsTheWindowByItsProcessAndTitle)
+{
+    const auto found =
+        findWindow(tree(belowTopBar, R"({"x": 829, "y": 0, "width": 342, "height": 476})"), ours);
+
+    ASSERT_TRUE(found);
+    EXPECT_EQ(found->id, 8);
+    EXPECT_EQ(found->window, QRect(829, 0, 342, 476));
+    EXPECT_EQ(found->workspace, QRect(0, 30, 1280, 770));
+}
+
+TEST(SwayTreeTest, FindsNothingInATreeWithoutIt)
+{
+    EXPECT_FALSE(findWindow({}, ours));
+    EXPECT_FALSE(findWindow(tree(belowTopBar, "{}"), {.process = 42, .title = "Other"}));
+}
+
+TEST(SwayTreeTest, HangsUnderABarAtTheTop)
+{
+    EXPECT_EQ(positionIn(tree(belowTopBar, R"({"x": 400, "y": 0, "width": 342, "height": 476})")),
+              QPoint(399, 36));
+}
+
+TEST(SwayTreeTest, StandsOnABarAtTheBottom)
+{
+    EXPECT_EQ(
+        positionIn(tree(aboveBottomBar, R"({"x": 400, "y": 324, "width": 342, "height": 476})")),
+        QPoint(399, 770 - 6 - 476));
+}
+
+TEST(SwayTreeTest, KeepsClearOfTheEndOfTheBar)
+{
+    EXPECT_EQ(positionIn(tree(belowTopBar, R"({"x": 938, "y": 0, "width": 342, "height": 476})")),
+              QPoint(1280 - 6 - 342, 36));
+}
+
+TEST(SwayTreeTest, StaysOnTheScreenWithoutABar)
+{
+    EXPECT_EQ(positionIn(tree(whole, R"({"x": 938, "y": 0, "width": 342, "height": 476})")),
+              QPoint(1280 - 6 - 342, 6));
+}
+
+}  // namespace
+}  // namespace vorlane::platform
