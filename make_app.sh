@@ -1,5 +1,5 @@
 #!/bin/bash
-# Builds the Debian package and installs it, as a user of it would.
+# Builds the Debian package and installs it with apt.
 # Usage: ./make_app.sh [--build-only]
 set -euo pipefail
 cd "$(dirname "$(readlink -f "$0")")"
@@ -17,7 +17,7 @@ as_root() {
     fi
 }
 
-# The file of the version that stands in the sources, built anew.
+# Removes older packages first, so that exactly one is left.
 build_package() {
     cmake --preset release >/dev/null
     cmake --build --preset release
