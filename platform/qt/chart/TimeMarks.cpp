@@ -7,9 +7,9 @@ namespace vorlane::platform {
 
 namespace {
 
-constexpr std::array hourSteps{1, 2, 3, 6, 12};
-constexpr std::array daySteps{1, 2, 4, 7, 14, 28};
-constexpr Seconds hoursUpTo{2.5 * 86400};  // the longest span whose marks are hours
+constexpr std::array hourSteps{3, 6, 12};
+constexpr std::array daySteps{1, 2, 4};
+constexpr Seconds hoursUpTo{1.5 * 86400};  // longer spans are marked by days
 
 }  // namespace
 
@@ -64,7 +64,7 @@ std::vector<TimeMark> TimeMarks::everyDays(int step, const LocalTimes& times) co
 
 TimeMark TimeMarks::mark(Date date, const QString& label) const
 {
-    return {.date = date, .x = width * ((date - from) / (until - from)), .label = label};
+    return {.x = width * ((date - from) / (until - from)), .label = label};
 }
 
 bool TimeMarks::contains(Date date) const

@@ -9,11 +9,8 @@
 namespace vorlane::platform {
 
 struct TimeMark {
-    Date date;
     double x = 0;  // from the left edge
     QString label;
-
-    friend bool operator==(const TimeMark&, const TimeMark&) = default;
 };
 
 struct TimeMarks {
