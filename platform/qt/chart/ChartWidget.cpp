@@ -9,8 +9,8 @@
 
 #include "platform/qt/chart/ChartGeometry.h"
 #include "platform/qt/chart/ChartText.h"
-#include "platform/qt/look/LineBreaks.h"
 #include "platform/qt/look/PixelGrid.h"
+#include "platform/qt/look/TextLabel.h"
 
 namespace vorlane::platform {
 

@@ -5,6 +5,9 @@
 
 namespace vorlane::platform {
 
+// Broken where the sense pauses, if the text needs more than one line and no more of them for it.
+QString brokenAtPauses(const QString& text, const QFontMetrics& metrics, int width);
+
 class TextLabel : public QLabel {
     Q_OBJECT
 
