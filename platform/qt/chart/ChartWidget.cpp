@@ -30,13 +30,9 @@ QAccessibleInterface* chartInterface(const QString&, QObject* object)
 
 }  // namespace
 
-ChartWidget::ChartWidget(QWidget* parent) : QWidget(parent)
+ChartWidget::ChartWidget(QWidget* parent) : Themed(parent)
 {
-    static const bool known = [] {
-        QAccessible::installFactory(chartInterface);
-        return true;
-    }();
-    (void)known;
+    QAccessible::installFactory(chartInterface);  // repeated calls change nothing
     setFixedHeight(fixedHeight);
     setMouseTracking(true);
 }
@@ -49,20 +45,6 @@ void ChartWidget::setContent(const ChartContent& next)
     setFocusPolicy(readable ? Qt::TabFocus : Qt::NoFocus);
     if (!readable || (chosen && (*chosen < content.from || *chosen > content.until)))
         chosen.reset();
-    redraw();
-    announce();
-}
-
-void ChartWidget::setTheme(const Theme& next)
-{
-    theme = next;
-    setFont(theme.caption2);
-    redraw();
-}
-
-void ChartWidget::setTimes(const LocalTimes& next)
-{
-    times = next;
     redraw();
     announce();
 }
@@ -81,7 +63,7 @@ void ChartWidget::announce()
 
 QRectF ChartWidget::plot() const
 {
-    const QFontMetricsF metrics(theme.caption2);
+    const QFontMetricsF metrics(font());
     double labels = 0;
     for (const auto& mark : content.marks) {
         labels = std::max(labels, metrics.horizontalAdvance(QString::fromStdString(mark.label)));
@@ -93,8 +75,7 @@ QRectF ChartWidget::plot() const
 const ChartDrawing& ChartWidget::drawing()
 {
     if (!cached)
-        cached =
-            ChartDrawing::of(content, {.plot = plot(), .font = theme.caption2, .times = times});
+        cached = ChartDrawing::of(content, {.plot = plot(), .font = font(), .times = times()});
     return *cached;
 }
 
@@ -105,7 +86,9 @@ void ChartWidget::resizeEvent(QResizeEvent*)
 
 bool ChartWidget::event(QEvent* event)
 {
-    if (event->type() == QEvent::LocaleChange) setTimes({.locale = locale()});
+    const auto type = event->type();
+    if (type == QEvent::LocaleChange || type == QEvent::FontChange) redraw();
+    if (type == QEvent::LocaleChange) announce();
     return QWidget::event(event);
 }
 
@@ -117,7 +100,7 @@ const ChartPoint* ChartWidget::chosenPoint() const
 QString ChartWidget::shownReading() const
 {
     const auto* point = chosenPoint();
-    return point ? reading(content, *point, times) : QString();
+    return point ? reading(content, *point, times()) : QString();
 }
 
 void ChartWidget::choose(std::optional<Date> date)
@@ -212,8 +195,7 @@ void ChartWidget::paintGrid(QPainter& painter, const ChartDrawing& drawn) const
 {
     const PixelGrid grid(painter);
     const ChartGeometry at(content, plot());
-    const QFontMetricsF metrics(theme.caption2);
-    painter.setFont(theme.caption2);
+    const QFontMetricsF metrics(font());
     painter.setPen(theme.secondary);
     const auto line = [&](const QRectF& bar) { painter.fillRect(bar, theme.separator); };
 
@@ -283,7 +265,7 @@ QRectF ChartWidget::bubble() const
 
     const auto area = plot();
     const auto position = ChartGeometry(content, area).position(*point);
-    const QFontMetricsF metrics(theme.caption2);
+    const QFontMetricsF metrics(font());
     QRectF place(0, 0, metrics.horizontalAdvance(shownReading()) + 14, metrics.height() + 6);
     place.moveCenter(position);
     place.moveLeft(position.x() + bubbleDistance);
@@ -300,7 +282,6 @@ void ChartWidget::paintBubble(QPainter& painter) const
     painter.setBrush(theme.raised);
     painter.drawRoundedRect(place.adjusted(0.5, 0.5, -0.5, -0.5), 5, 5);
     painter.setPen(theme.text);
-    painter.setFont(theme.caption2);
     painter.drawText(place, Qt::AlignCenter, shownReading());
 }
 

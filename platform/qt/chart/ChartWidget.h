@@ -8,11 +8,11 @@
 #include "App/content/ChartContent.h"
 #include "platform/qt/chart/ChartDrawing.h"
 #include "platform/qt/chart/LocalTimes.h"
-#include "platform/qt/look/Theme.h"
+#include "platform/qt/look/Themed.h"
 
 namespace vorlane::platform {
 
-class ChartWidget : public QWidget {
+class ChartWidget : public Themed<QWidget, &Theme::caption2> {
     Q_OBJECT
 
 public:
@@ -21,8 +21,6 @@ public:
     explicit ChartWidget(QWidget* parent = nullptr);
 
     void setContent(const ChartContent& next);
-    void setTheme(const Theme& next);
-    void setTimes(const LocalTimes& next);
 
     // What is shown beside the chosen sample; empty when there is none.
     QString shownReading() const;
@@ -43,6 +41,7 @@ protected:
 
 private:
     const ChartDrawing& drawing();
+    LocalTimes times() const { return {.locale = locale()}; }
     const ChartPoint* chosenPoint() const;
     void choose(std::optional<Date> date);
     void redraw();
@@ -56,8 +55,6 @@ private:
     void paintFocus(QPainter& painter) const;
 
     ChartContent content;
-    Theme theme;
-    LocalTimes times;
     std::optional<ChartDrawing> cached;
     std::optional<Date> chosen;  // the sample that is read, by its time
 };

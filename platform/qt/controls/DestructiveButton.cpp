@@ -1,22 +1,13 @@
 #include "platform/qt/controls/DestructiveButton.h"
 
-#include <QKeyEvent>
-
 namespace vorlane::platform {
 
-DestructiveButton::DestructiveButton(QWidget* parent) : QAbstractButton(parent)
+DestructiveButton::DestructiveButton(QWidget* parent) : Themed(parent)
 {
     setFocusPolicy(Qt::StrongFocus);
+    setAutoDefault(true);  // Return presses it, as Space does
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     setAttribute(Qt::WA_Hover);
-}
-
-void DestructiveButton::setTheme(const Theme& shades)
-{
-    theme = shades;
-    setFont(theme.body);
-    updateGeometry();
-    update();
 }
 
 QSize DestructiveButton::sizeHint() const
@@ -30,7 +21,7 @@ void DestructiveButton::paintEvent(QPaintEvent* /*event*/)
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     const ControlMetrics metrics(theme.body);
-    const auto shape = QRectF(rect()).adjusted(ringRoom, ringRoom, -ringRoom, -ringRoom);
+    const auto shape = shapeInRing(*this);
     const double radius = 1.4 * metrics.radius;
     if (isDown() || underMouse()) {
         auto fill = theme.text;
@@ -43,12 +34,6 @@ void DestructiveButton::paintEvent(QPaintEvent* /*event*/)
     painter.drawText(rect().adjusted(metrics.indent, 0, -metrics.indent, 0),
                      static_cast<int>(Qt::AlignVCenter | Qt::AlignLeading), text());
     if (ring.isVisible()) paintRing(painter, shape, radius, theme);
-}
-
-void DestructiveButton::keyPressEvent(QKeyEvent* event)
-{
-    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) return click();
-    QAbstractButton::keyPressEvent(event);
 }
 
 }  // namespace vorlane::platform

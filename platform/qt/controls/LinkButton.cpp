@@ -6,39 +6,17 @@
 
 namespace vorlane::platform {
 
-LinkButton::LinkButton(QWidget* parent) : QPushButton(parent)
+LinkButton::LinkButton(QWidget* parent) : TextButton({0, 0}, parent)
 {
-    setFlat(true);
     setCursor(Qt::PointingHandCursor);
-    setAttribute(Qt::WA_Hover);
-    setFocusPolicy(Qt::TabFocus);  // a click leaves no focus frame
-    setAutoDefault(true);          // Return presses it, as Space does
-    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
-}
-
-void LinkButton::setTheme(const Theme& next)
-{
-    theme = next;
-    setFont(theme.caption);
-    updateGeometry();
-    update();
-}
-
-QSize LinkButton::sizeHint() const
-{
-    return {fontMetrics().horizontalAdvance(text()), fontMetrics().height()};
-}
-
-QSize LinkButton::minimumSizeHint() const
-{
-    return sizeHint();
+    setAutoDefault(true);  // Return presses it, as Space does
 }
 
 void LinkButton::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
-    const bool lively = hasFocus() || underMouse();
-    const auto color = lively ? theme.text : theme.secondary;
+    const bool highlighted = hasFocus() || underMouse();
+    const auto color = highlighted ? theme.text : theme.secondary;
     painter.setPen(color);
     painter.drawText(rect(), Qt::AlignLeft | Qt::AlignVCenter, text());
 

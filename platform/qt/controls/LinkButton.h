@@ -3,26 +3,18 @@
 
 #include <QPushButton>
 
-#include "platform/qt/look/Theme.h"
+#include "platform/qt/controls/TextButton.h"
 
 namespace vorlane::platform {
 
-class LinkButton : public QPushButton {
+class LinkButton : public TextButton<QPushButton, &Theme::caption> {
     Q_OBJECT
 
 public:
     explicit LinkButton(QWidget* parent = nullptr);
 
-    void setTheme(const Theme& next);
-
-    QSize sizeHint() const override;
-    QSize minimumSizeHint() const override;
-
 protected:
     void paintEvent(QPaintEvent* event) override;
-
-private:
-    Theme theme;
 };
 
 }  // namespace vorlane::platform

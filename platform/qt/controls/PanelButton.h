@@ -3,28 +3,18 @@
 
 #include <QPushButton>
 
-#include "platform/qt/look/Theme.h"
+#include "platform/qt/controls/TextButton.h"
 
 namespace vorlane::platform {
 
-class PanelButton : public QPushButton {
+class PanelButton : public TextButton<QPushButton, &Theme::body> {
     Q_OBJECT
 
 public:
     explicit PanelButton(QWidget* parent = nullptr);
 
-    void setTheme(const Theme& next);
-
-    QSize sizeHint() const override;
-    QSize minimumSizeHint() const override;
-
 protected:
     void paintEvent(QPaintEvent* event) override;
-
-private:
-    QColor fill() const;
-
-    Theme theme;
 };
 
 }  // namespace vorlane::platform

@@ -1,8 +1,9 @@
 #include "platform/qt/controls/SegmentedPicker.h"
 
 #include <QHBoxLayout>
-#include <QPainter>
 #include <QSignalBlocker>
+
+#include "platform/qt/look/ControlStyle.h"
 
 namespace vorlane::platform {
 
@@ -10,36 +11,13 @@ namespace {
 
 constexpr double radius = 7;
 constexpr int margin = 2;  // between the groove and the chosen segment
-constexpr int besideText = 10;
-constexpr int aboveText = 3;
-constexpr double focusWidth = 2;
+constexpr QSize textMargins{10, 3};
 
 }  // namespace
 
-Segment::Segment(QWidget* parent) : QRadioButton(parent)
+Segment::Segment(QWidget* parent) : TextButton(textMargins, parent)
 {
-    setAttribute(Qt::WA_Hover);
-    setFocusPolicy(Qt::TabFocus);  // a click leaves no focus frame
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
-}
-
-void Segment::setTheme(const Theme& next)
-{
-    theme = next;
-    setFont(theme.callout);
-    updateGeometry();
-    update();
-}
-
-QSize Segment::sizeHint() const
-{
-    return {fontMetrics().horizontalAdvance(text()) + 2 * besideText,
-            fontMetrics().height() + 2 * aboveText};
-}
-
-QSize Segment::minimumSizeHint() const
-{
-    return sizeHint();
 }
 
 bool Segment::hitButton(const QPoint& position) const
@@ -61,13 +39,7 @@ void Segment::paintEvent(QPaintEvent*)
     }
     painter.setPen(isChecked() || underMouse() ? theme.text : theme.secondary);
     painter.drawText(rect(), Qt::AlignCenter, text());
-    if (!hasFocus()) return;
-
-    const double inset = focusWidth / 2;
-    painter.setPen(QPen(theme.accent, focusWidth));
-    painter.setBrush(Qt::NoBrush);
-    painter.drawRoundedRect(QRectF(rect()).adjusted(inset, inset, -inset, -inset), inner - inset,
-                            inner - inset);
+    if (hasFocus()) paintRing(painter, shapeInRing(*this), inner - ringRoom, theme);
 }
 
 SegmentedPicker::SegmentedPicker(std::function<void(std::int64_t)> pick, QWidget* parent)

@@ -6,27 +6,19 @@
 #include <vector>
 
 #include "App/content/PopoverContent.h"
-#include "platform/qt/look/Theme.h"
+#include "platform/qt/controls/TextButton.h"
 
 namespace vorlane::platform {
 
-class Segment : public QRadioButton {
+class Segment : public TextButton<QRadioButton, &Theme::callout> {
     Q_OBJECT
 
 public:
     explicit Segment(QWidget* parent = nullptr);
 
-    void setTheme(const Theme& next);
-
-    QSize sizeHint() const override;
-    QSize minimumSizeHint() const override;
-
 protected:
     bool hitButton(const QPoint& position) const override;
     void paintEvent(QPaintEvent* event) override;
-
-private:
-    Theme theme;
 };
 
 class SegmentedPicker : public QWidget {

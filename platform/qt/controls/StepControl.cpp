@@ -1,6 +1,6 @@
 #include "platform/qt/controls/StepControl.h"
 
-#include <QAccessible>
+#include <QAccessibleWidget>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainterPath>
@@ -13,24 +13,69 @@ namespace vorlane::platform {
 
 namespace {
 
+// A spin box for assistive programs.
+class AccessibleStepControl : public QAccessibleWidget, public QAccessibleValueInterface {
+public:
+    explicit AccessibleStepControl(StepControl* stepControl)
+        : QAccessibleWidget(stepControl, QAccessible::SpinBox), control(*stepControl)
+    {}
+
+    void* interface_cast(QAccessible::InterfaceType type) override
+    {
+        if (type == QAccessible::ValueInterface)
+            return static_cast<QAccessibleValueInterface*>(this);
+        return QAccessibleWidget::interface_cast(type);
+    }
+    QString text(QAccessible::Text which) const override
+    {
+        if (which == QAccessible::Value) return QString::number(control.value());
+        return QAccessibleWidget::text(which);
+    }
+
+    QVariant currentValue() const override { return variant(control.value()); }
+    QVariant minimumValue() const override { return variant(control.range().minimum); }
+    QVariant maximumValue() const override { return variant(control.range().maximum); }
+    QVariant minimumStepSize() const override { return variant(control.range().step); }
+    void setCurrentValue(const QVariant& value) override
+    {
+        if (control.isEnabled()) control.request(value.toLongLong());
+    }
+
+    QStringList actionNames() const override
+    {
+        return QStringList{increaseAction(), decreaseAction()} + QAccessibleWidget::actionNames();
+    }
+    void doAction(const QString& name) override
+    {
+        if (name == increaseAction()) return control.stepBy(1);
+        if (name == decreaseAction()) return control.stepBy(-1);
+        QAccessibleWidget::doAction(name);
+    }
+
+private:
+    static QVariant variant(std::int64_t number) { return qlonglong{number}; }
+
+    StepControl& control;
+};
+
+QAccessibleInterface* makeAccessible(const QString& /*className*/, QObject* object)
+{
+    auto* const control = qobject_cast<StepControl*>(object);
+    return control ? new AccessibleStepControl(control) : nullptr;
+}
+
 constexpr std::int64_t page = 10;  // steps
 constexpr int notch = 120;         // of a wheel, in eighths of a degree
 
 }  // namespace
 
 StepControl::StepControl(std::function<void(std::int64_t)> changed, QWidget* parent)
-    : QWidget(parent), changed_(std::move(changed))
+    : Themed(parent), changed_(std::move(changed))
 {
     setFocusPolicy(Qt::StrongFocus);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     setMouseTracking(true);
-}
-
-void StepControl::setTheme(const Theme& shades)
-{
-    theme = shades;
-    updateGeometry();
-    update();
+    QAccessible::installFactory(makeAccessible);  // repeated calls change nothing
 }
 
 void StepControl::setRange(Range bounds)
@@ -81,7 +126,7 @@ QSize StepControl::sizeHint() const
 
 QRectF StepControl::shapeOf(Button button) const
 {
-    const auto whole = QRectF(rect()).adjusted(ringRoom, ringRoom, -ringRoom, -ringRoom);
+    const auto whole = shapeInRing(*this);
     if (button == Button::none) return whole;
     const bool left = (button == Button::down) != isRightToLeft();
     const double half = whole.width() / 2;
@@ -125,7 +170,7 @@ void StepControl::paintButton(QPainter& painter, Button button) const
                                               .pressed = able && held == button,
                                               .hovered = able && hovered == button}));
 
-    auto color = ink(theme, isEnabled());
+    auto color = textColor(theme, isEnabled());
     if (!able) color.setAlphaF(0.45F);
     const double arm = 0.32 * ControlMetrics(theme.body).line;
     painter.setPen(QPen(color, std::max(1.5, arm * 0.3), Qt::SolidLine, Qt::RoundCap));
@@ -218,27 +263,13 @@ void StepControl::keyPressEvent(QKeyEvent* event)
     }
 }
 
-void StepControl::focusInEvent(QFocusEvent* event)
+bool StepControl::event(QEvent* event)
 {
-    wheelAngle = 0;
-    QWidget::focusInEvent(event);
-}
-
-void StepControl::focusOutEvent(QFocusEvent* event)
-{
-    release();
-    QWidget::focusOutEvent(event);
-}
-
-void StepControl::hideEvent(QHideEvent* /*event*/)
-{
-    release();
-}
-
-void StepControl::changeEvent(QEvent* event)
-{
-    if (event->type() == QEvent::EnabledChange) release();
-    QWidget::changeEvent(event);
+    const auto type = event->type();
+    if (type == QEvent::FocusIn) wheelAngle = 0;
+    if (type == QEvent::FocusOut || type == QEvent::Hide || type == QEvent::EnabledChange)
+        release();
+    return QWidget::event(event);
 }
 
 void StepControl::timerEvent(QTimerEvent* event)

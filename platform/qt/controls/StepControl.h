@@ -7,10 +7,11 @@
 #include <functional>
 
 #include "platform/qt/look/ControlStyle.h"
+#include "platform/qt/look/Themed.h"
 
 namespace vorlane::platform {
 
-class StepControl : public QWidget {
+class StepControl : public Themed<QWidget> {
     Q_OBJECT
 
 public:
@@ -25,7 +26,6 @@ public:
     // `changed` is called for the user's changes only, with a value inside the range.
     explicit StepControl(std::function<void(std::int64_t)> changed, QWidget* parent = nullptr);
 
-    void setTheme(const Theme& shades);
     void setRange(Range bounds);
 
     // May lie outside the range; the first step leads into it.
@@ -43,6 +43,7 @@ public:
     QSize sizeHint() const override;
 
 protected:
+    bool event(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
@@ -50,10 +51,6 @@ protected:
     void leaveEvent(QEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
-    void focusInEvent(QFocusEvent* event) override;
-    void focusOutEvent(QFocusEvent* event) override;
-    void hideEvent(QHideEvent* event) override;
-    void changeEvent(QEvent* event) override;
     void timerEvent(QTimerEvent* event) override;
 
 private:
@@ -69,7 +66,6 @@ private:
     void release();
 
     std::function<void(std::int64_t)> changed_;
-    Theme theme;
     FocusRing ring{*this};
     Range range_;
     std::int64_t value_ = 0;

@@ -12,18 +12,11 @@ QColor faded(QColor color, bool enabled)
 
 }  // namespace
 
-Switch::Switch(QWidget* parent) : QAbstractButton(parent)
+Switch::Switch(QWidget* parent) : Themed(parent)
 {
     setCheckable(true);
     setFocusPolicy(Qt::StrongFocus);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
-}
-
-void Switch::setTheme(const Theme& shades)
-{
-    theme = shades;
-    updateGeometry();
-    update();
 }
 
 QSize Switch::sizeHint() const
@@ -37,7 +30,7 @@ void Switch::paintEvent(QPaintEvent* /*event*/)
 {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    const auto shape = QRectF(rect()).adjusted(ringRoom, ringRoom, -ringRoom, -ringRoom);
+    const auto shape = shapeInRing(*this);
     const double round = shape.height() / 2;
 
     auto off = theme.text;

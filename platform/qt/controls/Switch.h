@@ -4,16 +4,15 @@
 #include <QAbstractButton>
 
 #include "platform/qt/look/ControlStyle.h"
+#include "platform/qt/look/Themed.h"
 
 namespace vorlane::platform {
 
-class Switch : public QAbstractButton {
+class Switch : public Themed<QAbstractButton> {
     Q_OBJECT
 
 public:
     explicit Switch(QWidget* parent = nullptr);
-
-    void setTheme(const Theme& shades);
 
     QSize sizeHint() const override;
 
@@ -21,7 +20,6 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    Theme theme;
     FocusRing ring{*this};
 };
 

@@ -53,7 +53,7 @@ void TimeBox::setTheme(const Theme& shades)
     setFont(theme.body);
     auto colors = palette();
     for (const auto group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled}) {
-        colors.setColor(group, QPalette::Text, ink(theme, group != QPalette::Disabled));
+        colors.setColor(group, QPalette::Text, textColor(theme, group != QPalette::Disabled));
         colors.setColor(group, QPalette::Base, Qt::transparent);
     }
     colors.setColor(QPalette::Highlight, theme.accent);
@@ -164,7 +164,7 @@ void TimeBox::paintEvent(QPaintEvent* /*event*/)
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     const double radius = ControlMetrics(theme.body).radius;
-    const auto shape = QRectF(rect()).adjusted(ringRoom, ringRoom, -ringRoom, -ringRoom);
+    const auto shape = shapeInRing(*this);
     painter.setPen(Qt::NoPen);
     painter.setBrush(fieldFill(theme, {.enabled = isEnabled()}));
     painter.drawRoundedRect(shape, radius, radius);

@@ -14,15 +14,9 @@ constexpr double gap = 2;
 
 }  // namespace
 
-BatterySymbol::BatterySymbol(QWidget* parent) : QWidget(parent)
+BatterySymbol::BatterySymbol(QWidget* parent) : Themed(parent)
 {
     setFixedSize(extent);
-}
-
-void BatterySymbol::setTheme(const Theme& next)
-{
-    color = next.secondary;
-    update();
 }
 
 void BatterySymbol::paintEvent(QPaintEvent*)
@@ -31,14 +25,14 @@ void BatterySymbol::paintEvent(QPaintEvent*)
     painter.setRenderHint(QPainter::Antialiasing);
     const QRectF whole(rect());
     const auto body = whole.adjusted(line / 2, line / 2, -line / 2 - gap - terminal, -line / 2);
-    painter.setPen(QPen(color, line));
+    painter.setPen(QPen(theme.secondary, line));
     painter.drawRoundedRect(body, 8, 8);
 
     QPainterPath knob;
     const double edge = whole.right() - terminal;
     knob.addEllipse(QRectF(edge - terminal, whole.center().y() - 5, 2 * terminal, 10));
     painter.setPen(Qt::NoPen);
-    painter.setBrush(color);
+    painter.setBrush(theme.secondary);
     painter.setClipRect(QRectF(edge, 0, terminal, whole.height()));
     painter.drawPath(knob);
 }

@@ -3,23 +3,18 @@
 
 #include <QWidget>
 
-#include "platform/qt/look/Theme.h"
+#include "platform/qt/look/Themed.h"
 
 namespace vorlane::platform {
 
-class BatterySymbol : public QWidget {
+class BatterySymbol : public Themed<QWidget> {
     Q_OBJECT
 
 public:
     explicit BatterySymbol(QWidget* parent = nullptr);
 
-    void setTheme(const Theme& next);
-
 protected:
     void paintEvent(QPaintEvent* event) override;
-
-private:
-    QColor color;
 };
 
 }  // namespace vorlane::platform

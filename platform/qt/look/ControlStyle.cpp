@@ -22,9 +22,14 @@ QColor fieldFill(const Theme& theme, FieldState state)
     return fill;
 }
 
-QColor ink(const Theme& theme, bool enabled)
+QColor textColor(const Theme& theme, bool enabled)
 {
     return enabled ? theme.text : theme.secondary;
+}
+
+QRectF shapeInRing(const QWidget& control)
+{
+    return QRectF(control.rect()).adjusted(ringRoom, ringRoom, -ringRoom, -ringRoom);
 }
 
 void paintRing(QPainter& painter, const QRectF& shape, double radius, const Theme& theme)

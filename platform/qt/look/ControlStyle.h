@@ -33,7 +33,10 @@ struct FieldState {
 QColor fieldFill(const Theme& theme, FieldState state);
 
 // Text on a card. Disabled is dimmed, never unreadable.
-QColor ink(const Theme& theme, bool enabled);
+QColor textColor(const Theme& theme, bool enabled);
+
+// Where a control with a ring is drawn.
+QRectF shapeInRing(const QWidget& control);
 
 void paintRing(QPainter& painter, const QRectF& shape, double radius, const Theme& theme);
 

@@ -6,21 +6,15 @@
 
 namespace vorlane::platform {
 
-Divider::Divider(QWidget* parent) : QWidget(parent)
+Divider::Divider(QWidget* parent) : Themed(parent)
 {
     setFixedHeight(1);
-}
-
-void Divider::setTheme(const Theme& next)
-{
-    color = next.separator;
-    update();
 }
 
 void Divider::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
-    painter.fillRect(PixelGrid(painter).row(0, width(), 0), color);
+    painter.fillRect(PixelGrid(painter).row(0, width(), 0), theme.separator);
 }
 
 }  // namespace vorlane::platform

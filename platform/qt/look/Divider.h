@@ -3,23 +3,18 @@
 
 #include <QWidget>
 
-#include "platform/qt/look/Theme.h"
+#include "platform/qt/look/Themed.h"
 
 namespace vorlane::platform {
 
-class Divider : public QWidget {
+class Divider : public Themed<QWidget> {
     Q_OBJECT
 
 public:
     explicit Divider(QWidget* parent = nullptr);
 
-    void setTheme(const Theme& next);
-
 protected:
     void paintEvent(QPaintEvent* event) override;
-
-private:
-    QColor color;
 };
 
 }  // namespace vorlane::platform

@@ -35,6 +35,28 @@ QFont sized(QFont font, double factor, QFont::Weight weight = QFont::Normal)
     return font;
 }
 
+struct Choices {
+    QColor accent;
+    QColor green;
+    QColor orange;
+    QColor red;
+};
+
+QColor chosen(Color color, const Choices& from)
+{
+    switch (color) {
+        case Color::accent:
+            return from.accent;
+        case Color::green:
+            return from.green;
+        case Color::orange:
+            return from.orange;
+        case Color::red:
+            return from.red;
+    }
+    return from.accent;
+}
+
 }  // namespace
 
 Theme Theme::of(const QPalette& palette, const QFont& base, std::optional<QColor> accent)
@@ -71,39 +93,16 @@ Theme Theme::of(const QPalette& palette, const QFont& base, std::optional<QColor
             .gauge = sized(base, 2.0, QFont::DemiBold)};
 }
 
-QColor Theme::shade(Color color) const
-{
-    switch (color) {
-        case Color::accent:
-            return accent;
-        case Color::green:
-            return green;
-        case Color::orange:
-            return orange;
-        case Color::red:
-            return red;
-    }
-    return accent;
-}
-
 QColor Theme::shade(std::optional<Color> color) const
 {
-    return color ? shade(*color) : secondary;
+    if (!color) return secondary;
+    return chosen(*color, {.accent = accent, .green = green, .orange = orange, .red = red});
 }
 
 QColor Theme::fill(Color color) const
 {
-    switch (color) {
-        case Color::accent:
-            return accent;
-        case Color::green:
-            return greenFill;
-        case Color::orange:
-            return orangeFill;
-        case Color::red:
-            return redFill;
-    }
-    return accent;
+    return chosen(color,
+                  {.accent = accent, .green = greenFill, .orange = orangeFill, .red = redFill});
 }
 
 }  // namespace vorlane::platform

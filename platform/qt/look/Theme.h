@@ -41,10 +41,7 @@ struct Theme {
     // `accent`: the user's choice, else the palette's highlight.
     static Theme of(const QPalette& palette, const QFont& base, std::optional<QColor> accent);
 
-    // For letters.
-    QColor shade(Color color) const;
-
-    // Secondary where a record names no colour.
+    // For letters. Secondary where a record names no colour.
     QColor shade(std::optional<Color> color) const;
 
     // For areas and thick lines.

@@ -11,7 +11,7 @@ constexpr int thickness = 6;
 
 }  // namespace
 
-CycleBar::CycleBar(QWidget* parent) : QProgressBar(parent)
+CycleBar::CycleBar(QWidget* parent) : Themed(parent)
 {
     setTextVisible(false);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
@@ -22,12 +22,6 @@ void CycleBar::setFilling(const Filling& next)
     tint = next.tint;
     setRange(0, static_cast<int>(next.total));
     setValue(static_cast<int>(std::clamp<std::int64_t>(next.value, 0, next.total)));
-    update();
-}
-
-void CycleBar::setTheme(const Theme& next)
-{
-    theme = next;
     update();
 }
 

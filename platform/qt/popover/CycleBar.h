@@ -3,11 +3,11 @@
 
 #include <QProgressBar>
 
-#include "platform/qt/look/Theme.h"
+#include "platform/qt/look/Themed.h"
 
 namespace vorlane::platform {
 
-class CycleBar : public QProgressBar {
+class CycleBar : public Themed<QProgressBar> {
     Q_OBJECT
 
 public:
@@ -19,7 +19,6 @@ public:
         Color tint = Color::accent;
     };
     void setFilling(const Filling& next);
-    void setTheme(const Theme& next);
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
@@ -29,7 +28,6 @@ protected:
 
 private:
     Color tint = Color::accent;
-    Theme theme;
 };
 
 }  // namespace vorlane::platform

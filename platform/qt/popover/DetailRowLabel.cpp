@@ -11,7 +11,7 @@ constexpr int wrapping = Qt::TextWrapAnywhere | Qt::TextWordWrap;
 
 }  // namespace
 
-DetailRowLabel::DetailRowLabel(QWidget* parent) : QLabel(parent)
+DetailRowLabel::DetailRowLabel(QWidget* parent) : Themed(parent)
 {
     QSizePolicy policy(QSizePolicy::Expanding, QSizePolicy::Minimum);
     policy.setHeightForWidth(true);
@@ -24,14 +24,6 @@ void DetailRowLabel::setContent(const DetailRow& next)
     value = QString::fromStdString(next.value);
     color = next.color;
     setText(label + QStringLiteral(": ") + value);
-    updateGeometry();
-    update();
-}
-
-void DetailRowLabel::setTheme(const Theme& next)
-{
-    theme = next;
-    setFont(theme.callout);
     updateGeometry();
     update();
 }

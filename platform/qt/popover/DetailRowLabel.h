@@ -5,19 +5,18 @@
 #include <QLabel>
 
 #include "App/content/PopoverContent.h"
-#include "platform/qt/look/Theme.h"
+#include "platform/qt/look/Themed.h"
 
 namespace vorlane::platform {
 
 // One label with one text, so that a screen reader says name and value together.
-class DetailRowLabel : public QLabel {
+class DetailRowLabel : public Themed<QLabel, &Theme::callout> {
     Q_OBJECT
 
 public:
     explicit DetailRowLabel(QWidget* parent = nullptr);
 
     void setContent(const DetailRow& next);
-    void setTheme(const Theme& next);
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
@@ -34,7 +33,6 @@ private:
     QString label;
     QString value;
     std::optional<Color> color;
-    Theme theme;
 };
 
 }  // namespace vorlane::platform

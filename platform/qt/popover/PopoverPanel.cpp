@@ -51,7 +51,7 @@ void PopoverPanel::setContent(const PopoverContent& content)
     footnote->setContent(content.footnote);
     settings->setText(QString::fromStdString(content.settings));
     quit->setText(QString::fromStdString(content.quit));
-    settleHeight();
+    fitHeight();
 }
 
 void PopoverPanel::setTheme(const Theme& theme)
@@ -62,7 +62,7 @@ void PopoverPanel::setTheme(const Theme& theme)
     footnote->setLook(theme.caption2, theme.secondary);
     settings->setTheme(theme);
     quit->setTheme(theme);
-    settleHeight();
+    fitHeight();
 }
 
 void PopoverPanel::showEvent(QShowEvent* event)
@@ -72,7 +72,7 @@ void PopoverPanel::showEvent(QShowEvent* event)
     QWidget::showEvent(event);
 }
 
-void PopoverPanel::settleHeight()
+void PopoverPanel::fitHeight()
 {
     setFixedSize(fixedWidth, heightForWidth(fixedWidth));
 }

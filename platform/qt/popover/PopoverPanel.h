@@ -23,7 +23,7 @@ public:
 
     explicit PopoverPanel(PopoverIntents intents, QWidget* parent = nullptr);
 
-    // Both settle the panel's height before they return.
+    // Both fit the panel's height before they return.
     void setContent(const PopoverContent& content);
     void setTheme(const Theme& theme);
 
@@ -31,7 +31,7 @@ protected:
     void showEvent(QShowEvent* event) override;
 
 private:
-    void settleHeight();
+    void fitHeight();
 
     PopoverIntents intents;
     NoBatteryPane* noBattery;

@@ -50,7 +50,7 @@ QFont fitted(QFont font, const QString& text)
 
 }  // namespace
 
-RingWidget::RingWidget(QWidget* parent) : QLabel(parent)
+RingWidget::RingWidget(QWidget* parent) : Themed(parent)
 {
     setFixedSize(side, side);
 }
@@ -60,12 +60,6 @@ void RingWidget::setContent(const RingContent& next)
     if (next == content) return;
     content = next;
     setText(QString::fromStdString(content.text));
-    update();
-}
-
-void RingWidget::setTheme(const Theme& next)
-{
-    theme = next;
     update();
 }
 

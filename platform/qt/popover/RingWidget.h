@@ -4,12 +4,12 @@
 #include <QLabel>
 
 #include "App/content/PopoverContent.h"
-#include "platform/qt/look/Theme.h"
+#include "platform/qt/look/Themed.h"
 
 namespace vorlane::platform {
 
 // A label, so that a screen reader finds the percentage; it draws itself.
-class RingWidget : public QLabel {
+class RingWidget : public Themed<QLabel> {
     Q_OBJECT
 
 public:
@@ -18,7 +18,6 @@ public:
     explicit RingWidget(QWidget* parent = nullptr);
 
     void setContent(const RingContent& next);
-    void setTheme(const Theme& next);
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -28,7 +27,6 @@ private:
     void paintText(QPainter& painter) const;
 
     RingContent content;
-    Theme theme;
 };
 
 }  // namespace vorlane::platform

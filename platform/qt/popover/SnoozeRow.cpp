@@ -25,14 +25,14 @@ void SnoozeRow::setContent(const SnoozeLine& content)
 {
     text->setContent(content.text);
     link->setText(QString::fromStdString(content.cancel));
-    settle();
+    placeParts();
 }
 
 void SnoozeRow::setTheme(const Theme& theme)
 {
     text->setLook(theme.caption, theme.secondary);
     link->setTheme(theme);
-    settle();
+    placeParts();
 }
 
 SnoozeRow::Places SnoozeRow::places(int width) const
@@ -47,7 +47,7 @@ SnoozeRow::Places SnoozeRow::places(int width) const
     return {.text = QRect(0, 0, width, textHeight), .link = QRect(QPoint(0, textHeight), linkSize)};
 }
 
-void SnoozeRow::settle()
+void SnoozeRow::placeParts()
 {
     const auto at = places(width());
     text->setGeometry(at.text);
@@ -81,7 +81,7 @@ int SnoozeRow::heightForWidth(int width) const
 
 void SnoozeRow::resizeEvent(QResizeEvent*)
 {
-    settle();
+    placeParts();
 }
 
 }  // namespace vorlane::platform

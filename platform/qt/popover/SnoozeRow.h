@@ -33,7 +33,7 @@ private:
         QRect link;
     };
     Places places(int width) const;
-    void settle();
+    void placeParts();
 
     std::function<void()> cancel_;
     TextLabel* text;

@@ -54,7 +54,7 @@ void ControlRowView::setAble(bool able)
 void ControlRowView::colorTitle()
 {
     auto colors = title->palette();
-    colors.setColor(QPalette::WindowText, ink(theme_, control->isEnabled()));
+    colors.setColor(QPalette::WindowText, textColor(theme_, control->isEnabled()));
     title->setPalette(colors);
 }
 

@@ -3,7 +3,6 @@
 #include <QBoxLayout>
 #include <utility>
 
-#include "platform/qt/controls/AccessibleStepControl.h"
 #include "platform/qt/controls/DestructiveButton.h"
 #include "platform/qt/controls/StepControl.h"
 #include "platform/qt/controls/TimeBox.h"
@@ -21,7 +20,6 @@ public:
         : control(new StepControl(
               [this, &intents](std::int64_t value) { intents.setNumber(key, value); }))
     {
-        AccessibleStepControl::install();
         hold(control);
     }
 

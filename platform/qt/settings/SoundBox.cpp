@@ -8,21 +8,13 @@
 namespace vorlane::platform {
 
 SoundBox::SoundBox(std::function<void(const std::string&)> chosen, QWidget* parent)
-    : QComboBox(parent), chosen_(std::move(chosen))
+    : Themed(parent), chosen_(std::move(chosen))
 {
     setFocusPolicy(Qt::StrongFocus);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     setAttribute(Qt::WA_Hover);
     setMaxVisibleItems(20);
     connect(this, &QComboBox::activated, this, &SoundBox::choose);
-}
-
-void SoundBox::setTheme(const Theme& shades)
-{
-    theme = shades;
-    setFont(theme.body);
-    updateGeometry();
-    update();
 }
 
 void SoundBox::setEntries(const std::vector<SoundEntry>& sounds)
@@ -76,7 +68,7 @@ void SoundBox::paintEvent(QPaintEvent* /*event*/)
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     const ControlMetrics metrics(theme.body);
-    const auto shape = QRectF(rect()).adjusted(ringRoom, ringRoom, -ringRoom, -ringRoom);
+    const auto shape = shapeInRing(*this);
     painter.setPen(Qt::NoPen);
     painter.setBrush(fieldFill(theme, {.enabled = isEnabled(), .hovered = underMouse()}));
     painter.drawRoundedRect(shape, metrics.radius, metrics.radius);
@@ -90,7 +82,7 @@ void SoundBox::paintEvent(QPaintEvent* /*event*/)
     }
     const bool listed = currentIndex() >= 0;
     const auto text = listed ? currentText() : placeholderText();
-    painter.setPen(ink(theme, isEnabled() && listed));
+    painter.setPen(textColor(theme, isEnabled() && listed));
     painter.drawText(
         room, static_cast<int>(Qt::AlignVCenter | Qt::AlignLeading),
         fontMetrics().elidedText(text, Qt::ElideRight, static_cast<int>(room.width())));
@@ -103,7 +95,7 @@ void SoundBox::paintArrows(QPainter& painter, const QRectF& room) const
     const double half = 0.2 * line;
     const QPointF center(isRightToLeft() ? room.left() + half : room.right() - half,
                          room.center().y());
-    auto color = ink(theme, isEnabled());
+    auto color = textColor(theme, isEnabled());
     color.setAlphaF(isEnabled() ? 0.75F : 0.45F);
     painter.setPen(
         QPen(color, std::max(1.25, 0.09 * line), Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));

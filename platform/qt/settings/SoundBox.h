@@ -8,17 +8,17 @@
 
 #include "App/content/SettingsContent.h"
 #include "platform/qt/look/ControlStyle.h"
+#include "platform/qt/look/Themed.h"
 
 namespace vorlane::platform {
 
-class SoundBox : public QComboBox {
+class SoundBox : public Themed<QComboBox> {
     Q_OBJECT
 
 public:
     // `chosen` is called for the user's changes only.
     explicit SoundBox(std::function<void(const std::string&)> chosen, QWidget* parent = nullptr);
 
-    void setTheme(const Theme& shades);
     void setEntries(const std::vector<SoundEntry>& sounds);
 
     // A sound that is not on the list is shown, but not selected.
@@ -37,7 +37,6 @@ private:
     void paintArrows(QPainter& painter, const QRectF& room) const;
 
     std::function<void(const std::string&)> chosen_;
-    Theme theme;
     FocusRing ring{*this};
     std::vector<SoundEntry> entries;
     std::string value;

@@ -23,7 +23,7 @@ protected:
     {
         chart.resize(308, ChartWidget::fixedHeight);
         chart.setTheme(theme);
-        chart.setTimes(english);
+        chart.setLocale(english.locale);
     }
 
     struct Sample {
@@ -237,7 +237,7 @@ TEST_F(ChartWidgetTest, MovesItsMarksToAnotherTimeZoneWithTheNextContent)
         ChartWidget other;
         other.resize(chart.size());
         other.setTheme(theme);
-        other.setTimes(english);
+        other.setLocale(english.locale);
         other.setContent(content);
         return painted(other);
     };

@@ -1,0 +1,25 @@
+// A widget with a theme: it has one of the theme's fonts and paints itself in its colours.
+#pragma once
+
+#include "platform/qt/look/Theme.h"
+
+namespace vorlane::platform {
+
+template <typename Widget, QFont Theme::*widgetFont = &Theme::body>
+class Themed : public Widget {
+public:
+    using Widget::Widget;
+
+    void setTheme(const Theme& next)
+    {
+        theme = next;
+        this->setFont(theme.*widgetFont);
+        this->updateGeometry();
+        this->update();
+    }
+
+protected:
+    Theme theme;
+};
+
+}  // namespace vorlane::platform
