@@ -14,7 +14,7 @@ ControlRowView::ControlRowView() : title(new QLabel(this))
     layout->addWidget(title, 1);
 }
 
-void ControlRowView::hold(QWidget* widget)
+void ControlRowView::setControl(QWidget* widget)
 {
     control = widget;
     layout()->addWidget(control);
@@ -26,8 +26,8 @@ void ControlRowView::setTheme(const Theme& theme)
 {
     theme_ = theme;
     const ControlMetrics metrics(theme.body);
-    const int air = qRound(0.4 * metrics.line);
-    title->setContentsMargins(0, air, 0, air);
+    const int margin = qRound(0.4 * metrics.line);
+    title->setContentsMargins(0, margin, 0, margin);
     layout()->setContentsMargins(metrics.indent, 0, metrics.indent - ringRoom, 0);
     layout()->setSpacing(metrics.indent);
     setMinimumHeight(metrics.row);
@@ -44,10 +44,10 @@ void ControlRowView::setTitle(const std::string& text)
     control->setAccessibleName(shown);
 }
 
-void ControlRowView::setAble(bool able)
+void ControlRowView::setControlEnabled(bool enabled)
 {
-    if (control->isEnabled() == able) return;
-    control->setEnabled(able);
+    if (control->isEnabled() == enabled) return;
+    control->setEnabled(enabled);
     colorTitle();
 }
 

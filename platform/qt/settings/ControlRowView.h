@@ -20,12 +20,12 @@ protected:
     virtual void setControlTheme(const Theme& theme) = 0;
 
     // To be called once.
-    void hold(QWidget* widget);
+    void setControl(QWidget* widget);
 
     // Also the control's name for assistive programs.
     void setTitle(const std::string& text);
 
-    void setAble(bool able);
+    void setControlEnabled(bool enabled);
 
 private:
     void colorTitle();

@@ -41,23 +41,16 @@ QString barStyle(const Theme& theme)
 }  // namespace
 
 SettingsForm::SettingsForm(SettingsIntents intents)
-    : intents_(std::move(intents)),
-      scrollArea(new QScrollArea(this)),
-      page(new QWidget),
-      stack(new QVBoxLayout(page))
+    : intents_(std::move(intents)), page(new QWidget), stack(new QVBoxLayout(page))
 {
-    auto* const whole = new QVBoxLayout(this);
-    whole->setContentsMargins({});
-    whole->addWidget(scrollArea);
-    scrollArea->setFrameShape(QFrame::NoFrame);
-    scrollArea->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    scrollArea->setFocusPolicy(Qt::NoFocus);
-    scrollArea->setWidgetResizable(true);
-    scrollArea->setWidget(page);
+    setFrameShape(QFrame::NoFrame);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setFocusPolicy(Qt::NoFocus);
+    setWidgetResizable(true);
+    setWidget(page);
     page->setAutoFillBackground(true);
 
-    connect(scrollArea->verticalScrollBar(), &QScrollBar::rangeChanged, this,
-            &SettingsForm::setMargins);
+    connect(verticalScrollBar(), &QScrollBar::rangeChanged, this, &SettingsForm::setMargins);
     connect(qApp, &QApplication::focusChanged, this,
             [this](QWidget* /*before*/, QWidget* now) { reveal(now); });
     setTheme(Theme::of(palette(), font(), std::nullopt));
@@ -82,7 +75,7 @@ void SettingsForm::setTheme(const Theme& theme)
     colors.setColor(QPalette::Window, theme.window);
     page->setPalette(colors);
 
-    scrollArea->verticalScrollBar()->setStyleSheet(barStyle(theme));
+    verticalScrollBar()->setStyleSheet(barStyle(theme));
     stack->setSpacing(ControlMetrics(theme.body).line);
     setMargins();
     for (auto* const section : sections) section->setTheme(theme);
@@ -93,7 +86,7 @@ void SettingsForm::setMargins()
 {
     // Large letters need the width more.
     const int side = std::min(qRound(1.25 * ControlMetrics(theme_.body).line), 24);
-    const bool hasBar = scrollArea->verticalScrollBar()->maximum() > 0;
+    const bool hasBar = verticalScrollBar()->maximum() > 0;
     stack->setContentsMargins(side, side / 2, side - (hasBar ? barWidth : 0), side);
 }
 
@@ -123,7 +116,7 @@ void SettingsForm::reveal(QWidget* focused)
     if (!focused || !page->isAncestorOf(focused)) return;
     auto* row = focused;
     while (row && !qobject_cast<SettingsRowView*>(row)) row = row->parentWidget();
-    if (row) scrollArea->ensureWidgetVisible(row, 0, ControlMetrics(theme_.body).line);
+    if (row) ensureWidgetVisible(row, 0, ControlMetrics(theme_.body).line);
 }
 
 }  // namespace vorlane::platform

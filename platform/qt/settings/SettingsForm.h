@@ -11,7 +11,7 @@ namespace vorlane::platform {
 
 // Rows are made once and updated where they are; only notes come and go. The keyboard's focus and
 // what is half typed stay. An intent tells of the user's own change, once.
-class SettingsForm : public QWidget {
+class SettingsForm : public QScrollArea {
     Q_OBJECT
 
 public:
@@ -29,7 +29,6 @@ private:
 
     SettingsIntents intents_;
     Theme theme_;
-    QScrollArea* scrollArea;
     QWidget* page;
     QVBoxLayout* stack;
     std::vector<SettingsSectionView*> sections;

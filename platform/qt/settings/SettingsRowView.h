@@ -14,7 +14,7 @@ class SettingsRowView : public QWidget {
 public:
     using QWidget::QWidget;
 
-    // `row` is of the kind that the view was made for. Never an intent.
+    // `row` is of the type that the view was made for. Never an intent.
     virtual void showRow(const SettingsRow& row) = 0;
     virtual void setTheme(const Theme& theme) = 0;
 };

@@ -1,37 +1,56 @@
 #include "platform/qt/settings/SettingsRows.h"
 
 #include <QBoxLayout>
+#include <QMouseEvent>
+#include <QSignalBlocker>
 #include <utility>
 
 #include "platform/qt/controls/DestructiveButton.h"
 #include "platform/qt/controls/StepControl.h"
+#include "platform/qt/controls/Switch.h"
 #include "platform/qt/controls/TimeBox.h"
 #include "platform/qt/settings/ControlRowView.h"
 #include "platform/qt/settings/SoundBox.h"
-#include "platform/qt/settings/SwitchRowView.h"
 
 namespace vorlane::platform {
 
 namespace {
 
-class StepperRowView : public ControlRowView {
+void showValue(StepControl& control, const StepperRow& row)
+{
+    control.setRange({.minimum = row.minimum, .maximum = row.maximum, .step = row.step});
+    control.setValue(row.value);
+}
+
+void showValue(SoundBox& control, const SoundRow& row)
+{
+    control.setEntries(row.entries);
+    control.setSound(row.value);
+}
+
+void showValue(TimeBox& control, const TimeRow& row)
+{
+    control.setTimeOfDay(row.time);
+}
+
+template <typename Row, typename Control>
+class ValueRowView : public ControlRowView {
 public:
-    explicit StepperRowView(const SettingsIntents& intents)
-        : control(new StepControl(
-              [this, &intents](std::int64_t value) { intents.setNumber(key, value); }))
+    // `changed` outlives the view.
+    template <typename Value>
+    explicit ValueRowView(const std::function<void(const std::string& key, Value)>& changed)
+        : control(new Control([this, &changed](Value value) { changed(key, value); }))
     {
-        hold(control);
+        setControl(control);
     }
 
     void showRow(const SettingsRow& row) override
     {
-        const auto& stepper = std::get<StepperRow>(row);
-        key = stepper.key;
-        setTitle(stepper.title);
-        control->setRange(
-            {.minimum = stepper.minimum, .maximum = stepper.maximum, .step = stepper.step});
-        control->setValue(stepper.value);
-        setAble(stepper.enabled);
+        const auto& shown = std::get<Row>(row);
+        key = shown.key;
+        setTitle(shown.title);
+        showValue(*control, shown);
+        setControlEnabled(shown.enabled);
     }
 
 protected:
@@ -39,59 +58,53 @@ protected:
 
 private:
     std::string key;
-    StepControl* control;
+    Control* control;
 };
 
-class SoundRowView : public ControlRowView {
+// On or off, and clickable from end to end.
+class SwitchRowView : public ControlRowView {
 public:
-    explicit SoundRowView(const SettingsIntents& intents)
-        : control(new SoundBox(
-              [this, &intents](const std::string& sound) { intents.chooseSound(key, sound); }))
+    explicit SwitchRowView(std::function<void(const std::string& key, bool on)> switched)
+        : control(new Switch)
     {
-        hold(control);
+        setControl(control);
+        // Toggled, not clicked: assistive programs toggle.
+        connect(control, &Switch::toggled, this,
+                [this, call = std::move(switched)](bool on) { call(key, on); });
     }
 
     void showRow(const SettingsRow& row) override
     {
-        const auto& sound = std::get<SoundRow>(row);
-        key = sound.key;
-        setTitle(sound.title);
-        control->setEntries(sound.entries);
-        control->setSound(sound.value);
-        setAble(sound.enabled);
+        const QSignalBlocker silent(control);  // to show a value is no wish of the user's
+        if (const auto* const login = std::get_if<LoginItemRow>(&row)) {
+            setTitle(login->title);
+            return control->setChecked(login->value);
+        }
+        const auto& toggle = std::get<ToggleRow>(row);
+        key = toggle.key;
+        setTitle(toggle.title);
+        control->setChecked(toggle.value);
+        setControlEnabled(toggle.enabled);
     }
 
 protected:
     void setControlTheme(const Theme& theme) override { control->setTheme(theme); }
 
-private:
-    std::string key;
-    SoundBox* control;
-};
-
-class TimeRowView : public ControlRowView {
-public:
-    explicit TimeRowView(const SettingsIntents& intents)
-        : control(new TimeBox([this, &intents](TimeOfDay time) { intents.setTime(key, time); }))
+    void mousePressEvent(QMouseEvent* event) override
     {
-        hold(control);
+        event->setAccepted(event->button() == Qt::LeftButton && control->isEnabled());
+    }
+    void mouseReleaseEvent(QMouseEvent* event) override
+    {
+        const auto position = event->position().toPoint();
+        if (event->button() != Qt::LeftButton || !rect().contains(position)) return;
+        control->setFocus(Qt::MouseFocusReason);
+        control->click();
     }
 
-    void showRow(const SettingsRow& row) override
-    {
-        const auto& time = std::get<TimeRow>(row);
-        key = time.key;
-        setTitle(time.title);
-        control->setTimeOfDay(time.time);
-        setAble(time.enabled);
-    }
-
-protected:
-    void setControlTheme(const Theme& theme) override { control->setTheme(theme); }
-
 private:
-    std::string key;
-    TimeBox* control;
+    std::string key;  // empty for the login item, which has none
+    Switch* control;
 };
 
 class ButtonRowView : public SettingsRowView {
@@ -119,37 +132,36 @@ private:
 struct Maker {
     const SettingsIntents& intents;
 
-    SettingsRowView* operator()(const ToggleRow& /*kind*/) const
+    SettingsRowView* operator()(const ToggleRow&) const
     {
-        return new SwitchRowView(
-            [to = &intents](const std::string& key, bool on) { to->setToggle(key, on); });
+        return new SwitchRowView(intents.setToggle);
     }
-    SettingsRowView* operator()(const LoginItemRow& /*kind*/) const
+    SettingsRowView* operator()(const LoginItemRow&) const
     {
         return new SwitchRowView(
             [to = &intents](const std::string& /*key*/, bool on) { to->setLaunchAtLogin(on); });
     }
-    SettingsRowView* operator()(const StepperRow& /*kind*/) const
+    SettingsRowView* operator()(const StepperRow&) const
     {
-        return new StepperRowView(intents);
+        return new ValueRowView<StepperRow, StepControl>(intents.setNumber);
     }
-    SettingsRowView* operator()(const SoundRow& /*kind*/) const
+    SettingsRowView* operator()(const SoundRow&) const
     {
-        return new SoundRowView(intents);
+        return new ValueRowView<SoundRow, SoundBox>(intents.chooseSound);
     }
-    SettingsRowView* operator()(const TimeRow& /*kind*/) const { return new TimeRowView(intents); }
-    SettingsRowView* operator()(const ResetRow& /*kind*/) const
+    SettingsRowView* operator()(const TimeRow&) const
     {
-        return new ButtonRowView(intents);
+        return new ValueRowView<TimeRow, TimeBox>(intents.setTime);
     }
-    SettingsRowView* operator()(const NoteRow& /*kind*/) const { return nullptr; }
+    SettingsRowView* operator()(const ResetRow&) const { return new ButtonRowView(intents); }
+    SettingsRowView* operator()(const NoteRow&) const { return nullptr; }
 };
 
 }  // namespace
 
-SettingsRowView* makeSettingsRowView(const SettingsRow& kind, const SettingsIntents& intents)
+SettingsRowView* makeSettingsRowView(const SettingsRow& row, const SettingsIntents& intents)
 {
-    return std::visit(Maker{intents}, kind);
+    return std::visit(Maker{intents}, row);
 }
 
 }  // namespace vorlane::platform

@@ -1,4 +1,4 @@
-// Makes the view for each kind of settings row.
+// Makes the view for each type of settings row.
 #pragma once
 
 #include "platform/qt/settings/SettingsRowView.h"
@@ -6,6 +6,6 @@
 namespace vorlane::platform {
 
 // The view has no content yet; null for a note. `intents` must outlive it.
-SettingsRowView* makeSettingsRowView(const SettingsRow& kind, const SettingsIntents& intents);
+SettingsRowView* makeSettingsRowView(const SettingsRow& row, const SettingsIntents& intents);
 
 }  // namespace vorlane::platform

@@ -41,7 +41,7 @@ SettingsSectionView::SettingsSectionView(const SettingsSection& section,
     for (const auto& row : section.rows) {
         if (isNote(row)) continue;
         rows.push_back(makeSettingsRowView(row, intents));
-        kinds.push_back(row.index());
+        rowTypes.push_back(row.index());
         card->addRow(rows.back());
     }
     card->setVisible(!rows.empty());
@@ -49,12 +49,12 @@ SettingsSectionView::SettingsSectionView(const SettingsSection& section,
 
 bool SettingsSectionView::fits(const SettingsSection& section) const
 {
-    auto expected = kinds.begin();
+    auto expected = rowTypes.begin();
     for (const auto& row : section.rows) {
         if (isNote(row)) continue;
-        if (expected == kinds.end() || *expected++ != row.index()) return false;
+        if (expected == rowTypes.end() || *expected++ != row.index()) return false;
     }
-    return expected == kinds.end();
+    return expected == rowTypes.end();
 }
 
 void SettingsSectionView::showSection(const SettingsSection& section)

@@ -43,7 +43,7 @@ private:
     QLabel* header;
     SettingsCard* card;
     std::vector<SettingsRowView*> rows;
-    std::vector<std::size_t> kinds;  // of `rows`: the places in the variant
+    std::vector<std::size_t> rowTypes;  // of `rows`, as indices of the variant
     std::vector<Note> notes;
     std::vector<QLabel*> noteLabels;  // one for each note
 };

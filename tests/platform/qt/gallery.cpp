@@ -135,7 +135,7 @@ bool draw(const FormScene& scene, const Theme& theme, const QDir& folder)
     form.show();
     form.activateWindow();
     QApplication::processEvents();
-    const auto* page = form.findChild<QScrollArea*>()->widget();
+    const auto* page = form.widget();
     form.resize(480, page->sizeHint().height());
     QApplication::processEvents();
     auto* focused = static_cast<QWidget*>(&form);

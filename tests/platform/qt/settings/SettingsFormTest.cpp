@@ -3,7 +3,6 @@
 #include <QAbstractSpinBox>
 #include <QComboBox>
 #include <QLabel>
-#include <QScrollArea>
 #include <QScrollBar>
 #include <algorithm>
 #include <set>
@@ -38,7 +37,7 @@ protected:
         return ordered;
     }
 
-    QScrollBar& bar() const { return *form.findChild<QScrollArea*>()->verticalScrollBar(); }
+    QScrollBar& bar() const { return *form.verticalScrollBar(); }
 };
 
 TEST_F(SettingsFormTest, ShowsEverySectionInOrder)
