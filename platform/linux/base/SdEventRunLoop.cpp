@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "App/FatalError.h"
+#include "platform/linux/base/OutOfMemory.h"
 
 namespace vorlane::platform {
 
@@ -110,7 +111,7 @@ int SdEventRunLoop::fire(sd_event_source* source, std::uint64_t due, void* userd
         (void)sd_event_source_set_time(source, due + (missed + 1) * timer->interval);
         (void)sd_event_source_set_enabled(source, SD_EVENT_ONESHOT);
     }
-    timer->work();
+    (void)hasMemoryFor(timer->work);
     return 0;
 }
 
@@ -118,7 +119,7 @@ int SdEventRunLoop::runPosted(sd_event_source* /*source*/, void* self)
 {
     // What the work itself posts is for the next turn.
     const auto work = std::exchange(static_cast<SdEventRunLoop*>(self)->queue, {});
-    for (const auto& item : work) item();
+    for (const auto& item : work) (void)hasMemoryFor(item);
     return 0;
 }
 

@@ -5,8 +5,11 @@
 #include <systemd/sd-device.h>
 #include <systemd/sd-event.h>
 
+#include <cerrno>
 #include <cstdint>
 #include <memory>
+
+#include "platform/linux/base/OutOfMemory.h"
 
 namespace vorlane::platform {
 
@@ -51,7 +54,7 @@ struct BusError {
 template <typename Self, void (Self::*handle)(sd_bus_message*)>
 int onMessage(sd_bus_message* message, void* self, sd_bus_error* /*error*/)
 {
-    (static_cast<Self*>(self)->*handle)(message);
+    (void)hasMemoryFor([&] { (static_cast<Self*>(self)->*handle)(message); });
     return 0;
 }
 
@@ -59,7 +62,9 @@ int onMessage(sd_bus_message* message, void* self, sd_bus_error* /*error*/)
 template <typename Self, int (Self::*answer)(sd_bus_message*)>
 int onCall(sd_bus_message* call, void* self, sd_bus_error* /*error*/)
 {
-    return (static_cast<Self*>(self)->*answer)(call);
+    int result = -ENOMEM;
+    (void)hasMemoryFor([&] { result = (static_cast<Self*>(self)->*answer)(call); });
+    return result;
 }
 
 // Takes note that the bus answered the asking for a match. Where nobody does, sd-bus ends the

@@ -142,15 +142,16 @@ void RemoteWindows::request(const std::function<void()>& send)
 
 void RemoteWindows::showPopover()
 {
-    popover.shown = start();
+    const bool started = start();
     takeToken();
     process.send(
         ShowPopover{.content = popover.content, .token = token, .opening = ++popover.opening});
+    popover.shown = started;
 }
 
 void RemoteWindows::showSettings()
 {
-    settings.shown = start();
+    const bool started = start();
     takeToken();
     process.send(ShowSettings{.title = settings.frame.title,
                               .width = settings.frame.width,
@@ -158,6 +159,7 @@ void RemoteWindows::showSettings()
                               .content = settings.content,
                               .token = token,
                               .opening = ++settings.opening});
+    settings.shown = started;
 }
 
 // Call it after the process was started, which inherits both variables: the startup id of X11 is

@@ -9,6 +9,7 @@
 
 #include "platform/Frames.h"
 #include "platform/UiBuild.h"
+#include "platform/linux/base/OutOfMemory.h"
 
 namespace vorlane::platform {
 
@@ -32,7 +33,7 @@ bool WindowsProcess::start()
     const FileDescriptor theirs(ends[1]);
     const auto onReadable = [](sd_event_source* /*source*/, int /*socket*/,
                                std::uint32_t /*events*/, void* self) {
-        static_cast<WindowsProcess*>(self)->receive();
+        (void)hasMemoryFor([self] { static_cast<WindowsProcess*>(self)->receive(); });
         return 0;
     };
     auto source = owned<EventSourcePointer>([&](sd_event_source** made) {

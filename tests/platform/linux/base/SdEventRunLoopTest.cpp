@@ -4,6 +4,7 @@
 
 #include <csignal>
 #include <functional>
+#include <new>
 #include <string>
 #include <thread>
 #include <vector>
@@ -43,6 +44,19 @@ TEST_F(SdEventRunLoopTest, DoesPostedWorkInTheOrderOfAsking)
     loop.run();
 
     EXPECT_THAT(done, ElementsAre("first", "second", "third"));
+}
+
+TEST_F(SdEventRunLoopTest, GoesOnAfterWorkThatRanOutOfMemory)
+{
+    const auto fail = [] { throw std::bad_alloc(); };
+    loop.async(fail);
+    loop.async(note("the next posted work"));
+    const auto failing = loop.after(0s, fail);
+    const auto last = loop.after(1ms, noteAndStop("the next timer"));
+
+    loop.run();
+
+    EXPECT_THAT(done, ElementsAre("the next posted work", "the next timer"));
 }
 
 TEST_F(SdEventRunLoopTest, DoesNotDoPostedWorkBeforeTheNextTurn)

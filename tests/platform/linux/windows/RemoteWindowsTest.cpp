@@ -1,17 +1,10 @@
-#include "platform/linux/windows/RemoteWindows.h"
-
 #include <gmock/gmock.h>
-#include <sys/wait.h>
 
-#include <cstdlib>
-#include <memory>
 #include <optional>
 #include <string>
-#include <variant>
 #include <vector>
 
-#include "tests/platform/linux/support/PrivateBus.h"
-#include "tests/platform/linux/windows/WindowsPuppet.h"
+#include "tests/platform/linux/windows/RemoteWindowsFixture.h"
 
 namespace vorlane::platform {
 namespace {
@@ -19,130 +12,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-PopoverContent popoverSaying(const std::string& text)
-{
-    PopoverContent content;
-    content.footnote = text;
-    return content;
-}
-
-const AlertPanelContent question{.message = "Really?",
-                                 .informativeText = "",
-                                 .buttons = {{.title = "Clear", .role = ButtonRole::destructive},
-                                             {.title = "Cancel", .role = ButtonRole::cancel},
-                                             {.title = "Later", .role = ButtonRole::standard}}};
-
-bool hasChildren()
-{
-    siginfo_t status{};
-    return waitid(P_ALL, 0, &status, WEXITED | WNOHANG | WNOWAIT) == 0;
-}
-
-// "show one", "update two", "close", "settings": what the windows process is to do.
-std::string inWords(const ToWindows& message)
-{
-    if (const auto* const one = std::get_if<ShowPopover>(&message)) {
-        return "show " + one->content.footnote;
-    }
-    if (const auto* const one = std::get_if<UpdatePopover>(&message)) {
-        return "update " + one->content.footnote;
-    }
-    if (std::holds_alternative<ClosePopover>(message)) return "close";
-    if (std::holds_alternative<ShowSettings>(message)) return "settings";
-    if (std::holds_alternative<UpdateSettings>(message)) return "update settings";
-    if (const auto* const one = std::get_if<Ask>(&message)) return "ask " + one->content.message;
-    if (const auto* const one = std::get_if<PopUpMenu>(&message)) {
-        return "menu " + one->items.front().title;
-    }
-    return "appearance";
-}
-
-class RemoteWindowsTest : public testing::Test {
-protected:
-    explicit RemoteWindowsTest(Seconds patience = Seconds{60})
-        : windows(loop, {.program = puppet.program(),
-                         .session = nullptr,
-                         .refused = [this] { ++refusals; },
-                         .patience = patience})
-    {}
-
-    ~RemoteWindowsTest() override
-    {
-        (void)unsetenv("XDG_ACTIVATION_TOKEN");
-        (void)unsetenv("DESKTOP_STARTUP_ID");
-    }
-
-    void start()
-    {
-        puppet.install();
-        popover->show(popoverSaying("first"));
-        ASSERT_TRUE(puppet.takeOver());
-    }
-
-    // Started, and the first request answered.
-    void open()
-    {
-        start();
-        ASSERT_THAT(said(), ElementsAre("appearance", "show first"));
-        answerAll();
-    }
-
-    void answerAll()
-    {
-        puppet.sayHandled();
-        turn();
-    }
-
-    // Runs the loop until it has nothing to do.
-    void turn() const
-    {
-        while (sd_event_run(loop.event(), 0) > 0) {
-        }
-    }
-
-    std::vector<std::string> said()
-    {
-        std::vector<std::string> words;
-        for (const auto& message : puppet.all()) words.push_back(inWords(message));
-        return words;
-    }
-
-    // All that the user did, in the order in which it was reported.
-    void note(const std::string& what) { user.push_back(what); }
-
-    PopoverIntents popoverIntents()
-    {
-        return {.openSettings = [this] { note("settings"); },
-                .quit = [this] { note("quit"); },
-                .cancelSnooze = [this] { note("cancel snooze"); },
-                .selectRange = [this](auto range) { note("range " + std::to_string(range)); }};
-    }
-
-    SettingsIntents settingsIntents()
-    {
-        const auto noted = [this](const std::string& key, const std::string& value) {
-            note(key + " = " + value);
-        };
-        return {.setToggle = [=](auto& key, bool value) { noted(key, value ? "on" : "off"); },
-                .setNumber = [=](auto& key, auto value) { noted(key, std::to_string(value)); },
-                .setTime =
-                    [=](auto& key, TimeOfDay time) {
-                        noted(key, std::to_string(60 * time.hour + time.minute));
-                    },
-                .chooseSound = noted,
-                .setLaunchAtLogin = [this](bool on) { note(on ? "login" : "no login"); },
-                .resetHistory = [this] { note("reset"); }};
-    }
-
-    SdEventRunLoop loop;
-    WindowsPuppet puppet{loop};
-    int refusals = 0;
-    std::vector<std::string> user;
-    RemoteWindows windows;
-    std::unique_ptr<Popover> popover = windows.makePopover(popoverIntents());
-    std::unique_ptr<SettingsWindow> settings = windows.makeSettingsWindow(
-        {.title = "Some Settings", .width = 500, .height = 700}, settingsIntents());
-};
+class RemoteWindowsTest : public RemoteWindowsFixture {};
 
 TEST_F(RemoteWindowsTest, StartsNoProcessBeforeAWindowIsShown)
 {
@@ -342,89 +212,6 @@ TEST_F(RemoteWindowsTest, StartsAnotherProcessAfterOneThatDied)
     EXPECT_THAT(said(), ElementsAre("appearance", "show second"));
     EXPECT_TRUE(popover->isShown());
 }
-
-class HungProcessTest : public RemoteWindowsTest {
-protected:
-    static constexpr Seconds patience{1};
-
-    HungProcessTest() : RemoteWindowsTest(patience) {}
-
-    void waitLongerThanItsPatience()
-    {
-        bool waited = false;
-        const auto later = loop.after(2 * patience, [&] { waited = true; });
-        ASSERT_TRUE(runUntil(loop, [&] { return waited; }));
-    }
-};
-
-TEST_F(HungProcessTest, IsReplacedOncePerRequest)
-{
-    start();
-
-    ASSERT_TRUE(puppet.takeOver()) << "the second process";
-    EXPECT_THAT(said(), ElementsAre("appearance", "show first"));
-    EXPECT_TRUE(popover->isShown());
-
-    EXPECT_TRUE(runUntil(loop, [] { return !hasChildren(); })) << "it hangs, too";
-    EXPECT_FALSE(popover->isShown());
-    EXPECT_FALSE(puppet.wasStarted());
-}
-
-TEST_F(HungProcessTest, IsReplacedByOneThatShowsAllWindowsWithTheirNewestContent)
-{
-    start();
-    settings->makeKeyAndOrderFront({});
-    popover->update(popoverSaying("newer"));
-
-    ASSERT_TRUE(puppet.takeOver());
-
-    EXPECT_THAT(said(), ElementsAre("appearance", "settings", "show newer"));
-    EXPECT_TRUE(settings->isShown());
-}
-
-TEST_F(HungProcessTest, IsNotReplacedForAWindowThatIsToBeClosed)
-{
-    start();
-    popover->performClose();
-
-    EXPECT_TRUE(runUntil(loop, [] { return !hasChildren(); }));
-    EXPECT_FALSE(puppet.wasStarted());
-}
-
-TEST_F(HungProcessTest, AnswersItsDialogsByTheCancelButton)
-{
-    open();
-    std::optional<std::size_t> answer;
-
-    windows.runModal(question, [&](std::size_t button) { answer = button; });
-
-    EXPECT_TRUE(runUntil(loop, [&] { return answer == 1U; }));
-}
-
-TEST_F(HungProcessTest, IsNotAssumedOfAProcessThatAnswers)
-{
-    open();
-
-    waitLongerThanItsPatience();
-
-    EXPECT_TRUE(popover->isShown());
-    EXPECT_TRUE(hasChildren());
-}
-
-TEST_F(HungProcessTest, IsNotAssumedForAnUpdateThatFollowsTheAnswer)
-{
-    start();
-    popover->update(popoverSaying("later"));
-    EXPECT_THAT(said(), ElementsAre("appearance", "show first"));
-    answerAll();
-    EXPECT_THAT(said(), ElementsAre("update later"));
-
-    waitLongerThanItsPatience();
-
-    EXPECT_TRUE(popover->isShown());
-    EXPECT_TRUE(hasChildren());
-}
-
 TEST_F(RemoteWindowsTest, RepeatsARequestToAProcessThatHasJustDied)
 {
     open();
@@ -535,29 +322,6 @@ TEST_F(RemoteWindowsTest, LeavesNoProcessBehind)
 
     EXPECT_FALSE(hasChildren());
 }
-
-class MalformedMessageTest : public RemoteWindowsTest,
-                             public testing::WithParamInterface<std::string> {};
-
-TEST_P(MalformedMessageTest, EndsTheConnectionAndNothingElse)
-{
-    open();
-
-    puppet.sayBytes(GetParam());
-
-    EXPECT_TRUE(runUntil(loop, [] { return !hasChildren(); }));
-    EXPECT_FALSE(popover->isShown());
-    EXPECT_THAT(user, IsEmpty());
-    popover->show(popoverSaying("again"));
-    EXPECT_TRUE(puppet.takeOver());
-}
-
-INSTANTIATE_TEST_SUITE_P(Messages, MalformedMessageTest,
-                         testing::Values("",                       // empty
-                                         "\xff",                   // of no known type
-                                         std::string("\x05", 1),   // too short
-                                         std::string("\x02x", 2),  // too long
-                                         std::string(5000, 'x')));
 
 }  // namespace
 }  // namespace vorlane::platform
