@@ -5,59 +5,39 @@ namespace vorlane {
 namespace {
 
 constexpr const char* snoozeKey = "snoozeUntil";
-constexpr const char* defaultSound = "default";
+
+// A new field does not compile before it has a row.
+[[maybe_unused]] void countFields(const Prefs& prefs)
+{
+    [[maybe_unused]] const auto& [f1, f2, f3, f4, f5, f6, f7, f8, f9, f10, f11, f12, f13, sounds] =
+        prefs;
+    static_assert(switchKeys.size() + numberKeys.size() == 13);
+}
 
 }  // namespace
 
 const std::map<std::string, DefaultsValue>& Prefs::defaults()
 {
-    static const std::map<std::string, DefaultsValue> table{
-        {"limitEnabled", true},
-        {"limit", std::int64_t{80}},
-        {"repeatReminder", true},
-        {"limitSound", std::string(defaultSound)},
-        {"lowEnabled", true},
-        {"low", std::int64_t{20}},
-        {"lowSound", std::string(defaultSound)},
-        {"longEnabled", true},
-        {"longHours", std::int64_t{8}},
-        {"longSound", std::string(defaultSound)},
-        {"healthEnabled", true},
-        {"healthSound", std::string(defaultSound)},
-        {"quietEnabled", false},
-        {"quietStart", std::int64_t{1320}},  // 22:00
-        {"quietEnd", std::int64_t{420}},     // 07:00
-        {"showPercent", true},
-        {"showTime", false},
-    };
+    static const auto table = [] {
+        std::map<std::string, DefaultsValue> initial;
+        for (const auto& row : switchKeys) initial.emplace(row.key, row.initial);
+        for (const auto& row : numberKeys) initial.emplace(row.key, row.initial);
+        for (const auto& row : soundKeys) initial.emplace(row.key, std::string(defaultSound));
+        return initial;
+    }();
     return table;
 }
 
 Prefs Prefs::current(DefaultsStore& store)
 {
     store.registerDefaults(defaults());
-    const auto sound = [&](const char* key) {
-        return store.stringForKey(key).value_or(defaultSound);
-    };
-    return {
-        .limitEnabled = store.boolForKey("limitEnabled"),
-        .repeatReminder = store.boolForKey("repeatReminder"),
-        .lowEnabled = store.boolForKey("lowEnabled"),
-        .longEnabled = store.boolForKey("longEnabled"),
-        .healthEnabled = store.boolForKey("healthEnabled"),
-        .quietEnabled = store.boolForKey("quietEnabled"),
-        .limit = store.integerForKey("limit"),
-        .low = store.integerForKey("low"),
-        .longHours = store.integerForKey("longHours"),
-        .quietStart = store.integerForKey("quietStart"),
-        .quietEnd = store.integerForKey("quietEnd"),
-        .showPercent = store.boolForKey("showPercent"),
-        .showTime = store.boolForKey("showTime"),
-        .sounds = {{AlertKind::chargeLimit, sound("limitSound")},
-                   {AlertKind::low, sound("lowSound")},
-                   {AlertKind::tooLong, sound("longSound")},
-                   {AlertKind::health, sound("healthSound")}},
-    };
+    Prefs prefs;
+    for (const auto& row : switchKeys) prefs.*row.field = store.boolForKey(row.key);
+    for (const auto& row : numberKeys) prefs.*row.field = store.integerForKey(row.key);
+    for (const auto& row : soundKeys) {
+        prefs.sounds.emplace(row.kind, store.stringForKey(row.key).value_or(defaultSound));
+    }
+    return prefs;
 }
 
 std::optional<Date> Prefs::snoozeUntil(const DefaultsStore& store, Date now)

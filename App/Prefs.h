@@ -1,6 +1,8 @@
-// The user's settings as one snapshot, with their defaults; and the stored snooze deadline.
+// The user's settings as one snapshot, with their keys and defaults; and the stored snooze
+// deadline.
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <map>
@@ -49,5 +51,61 @@ struct Prefs {
     // The first minute of quiet hours is quiet, the last one is not.
     bool inQuietHours(Date date, const Calendar& calendar) const;
 };
+
+// The settings: each one's key in the store, the field that it is read into, and its default.
+template <typename Value>
+struct SettingsKey {
+    const char* key;
+    Value Prefs::*field;
+    Value initial;  // until the user changes it
+};
+
+struct SoundKey {
+    const char* key;
+    AlertKind kind;
+};
+
+inline constexpr std::array switchKeys{
+    SettingsKey<bool>{"limitEnabled", &Prefs::limitEnabled, true},
+    SettingsKey<bool>{"repeatReminder", &Prefs::repeatReminder, true},
+    SettingsKey<bool>{"lowEnabled", &Prefs::lowEnabled, true},
+    SettingsKey<bool>{"longEnabled", &Prefs::longEnabled, true},
+    SettingsKey<bool>{"healthEnabled", &Prefs::healthEnabled, true},
+    SettingsKey<bool>{"quietEnabled", &Prefs::quietEnabled, false},
+    SettingsKey<bool>{"showPercent", &Prefs::showPercent, true},
+    SettingsKey<bool>{"showTime", &Prefs::showTime, false},
+};
+
+inline constexpr std::array numberKeys{
+    SettingsKey<std::int64_t>{"limit", &Prefs::limit, 80},
+    SettingsKey<std::int64_t>{"low", &Prefs::low, 20},
+    SettingsKey<std::int64_t>{"longHours", &Prefs::longHours, 8},
+    SettingsKey<std::int64_t>{"quietStart", &Prefs::quietStart, 1320},  // 22:00
+    SettingsKey<std::int64_t>{"quietEnd", &Prefs::quietEnd, 420},       // 07:00
+};
+
+inline constexpr std::array soundKeys{
+    SoundKey{"limitSound", AlertKind::chargeLimit},
+    SoundKey{"lowSound", AlertKind::low},
+    SoundKey{"longSound", AlertKind::tooLong},
+    SoundKey{"healthSound", AlertKind::health},
+};
+inline constexpr const char* defaultSound = "default";
+
+// One without a row does not compile.
+consteval SettingsKey<bool> rowOf(bool Prefs::*field)
+{
+    return *std::ranges::find(switchKeys, field, &SettingsKey<bool>::field);
+}
+
+consteval SettingsKey<std::int64_t> rowOf(std::int64_t Prefs::*field)
+{
+    return *std::ranges::find(numberKeys, field, &SettingsKey<std::int64_t>::field);
+}
+
+consteval SoundKey rowOf(AlertKind kind)
+{
+    return *std::ranges::find(soundKeys, kind, &SoundKey::kind);
+}
 
 }  // namespace vorlane

@@ -11,8 +11,9 @@ namespace vorlane {
 
 namespace {
 
-constexpr std::array<std::string_view, 4> alertToggles{"limitEnabled", "lowEnabled", "longEnabled",
-                                                       "healthEnabled"};
+constexpr std::array<std::string_view, 4> alertToggles{
+    rowOf(&Prefs::limitEnabled).key, rowOf(&Prefs::lowEnabled).key, rowOf(&Prefs::longEnabled).key,
+    rowOf(&Prefs::healthEnabled).key};
 
 struct Range {
     std::string_view key;
@@ -20,9 +21,9 @@ struct Range {
     std::int64_t maximum;
 };
 
-constexpr Range limitRange{"limit", 50, 100};
-constexpr Range lowRange{"low", 5, 50};
-constexpr Range longRange{"longHours", 1, 48};
+constexpr Range limitRange{rowOf(&Prefs::limit).key, 50, 100};
+constexpr Range lowRange{rowOf(&Prefs::low).key, 5, 50};
+constexpr Range longRange{rowOf(&Prefs::longHours).key, 1, 48};
 
 StepperRow stepper(const Range& range, std::int64_t value, std::string title)
 {
@@ -31,6 +32,11 @@ StepperRow stepper(const Range& range, std::int64_t value, std::string title)
             .value = value,
             .minimum = range.minimum,
             .maximum = range.maximum};
+}
+
+ToggleRow toggle(const Prefs& prefs, SettingsKey<bool> row, std::string_view title)
+{
+    return {.key = row.key, .title = std::string(title), .value = prefs.*row.field};
 }
 
 template <typename Row>
@@ -59,16 +65,14 @@ SettingsSection chargeLimit(const Prefs& prefs, const DefaultsStore& defaults,
 {
     const bool on = prefs.limitEnabled;
     const auto text = "Alert when charging reaches " + std::to_string(prefs.limit) + "%";
-    SettingsSection section{
-        .header = "Alerts",
-        .rows = {ToggleRow{.key = "limitEnabled", .title = "Charge limit", .value = on},
-                 enabledWhen(on, stepper(limitRange, prefs.limit, text))}};
+    SettingsSection section{.header = "Alerts",
+                            .rows = {toggle(prefs, rowOf(&Prefs::limitEnabled), "Charge limit"),
+                                     enabledWhen(on, stepper(limitRange, prefs.limit, text))}};
     if (note) section.rows.push_back(*note);
-    section.rows.push_back(ToggleRow{.key = "repeatReminder",
-                                     .title = "Repeat every 5 minutes, up to 3 times",
-                                     .value = prefs.repeatReminder,
-                                     .enabled = on});
-    section.rows.push_back(enabledWhen(on, SoundPicker{"limitSound"}.content(defaults)));
+    section.rows.push_back(enabledWhen(
+        on, toggle(prefs, rowOf(&Prefs::repeatReminder), "Repeat every 5 minutes, up to 3 times")));
+    section.rows.push_back(
+        enabledWhen(on, SoundPicker{rowOf(AlertKind::chargeLimit).key}.content(defaults)));
     return section;
 }
 
@@ -77,9 +81,9 @@ SettingsSection lowBattery(const Prefs& prefs, const DefaultsStore& defaults)
     const bool on = prefs.lowEnabled;
     const auto text = "Alert on battery at " + std::to_string(prefs.low) + "% or less";
     return {.header = "",
-            .rows = {ToggleRow{.key = "lowEnabled", .title = "Low battery", .value = on},
+            .rows = {toggle(prefs, rowOf(&Prefs::lowEnabled), "Low battery"),
                      enabledWhen(on, stepper(lowRange, prefs.low, text)),
-                     enabledWhen(on, SoundPicker{"lowSound"}.content(defaults))}};
+                     enabledWhen(on, SoundPicker{rowOf(AlertKind::low).key}.content(defaults))}};
 }
 
 SettingsSection tooLong(const Prefs& prefs, const DefaultsStore& defaults)
@@ -87,31 +91,26 @@ SettingsSection tooLong(const Prefs& prefs, const DefaultsStore& defaults)
     const bool on = prefs.longEnabled;
     const auto text =
         "Alert after " + std::to_string(prefs.longHours) + " h plugged in above the charge limit";
-    return {.header = "",
-            .rows = {ToggleRow{.key = "longEnabled", .title = "Plugged in too long", .value = on},
-                     enabledWhen(on, stepper(longRange, prefs.longHours, text)),
-                     enabledWhen(on, SoundPicker{"longSound"}.content(defaults))}};
+    return {
+        .header = "",
+        .rows = {toggle(prefs, rowOf(&Prefs::longEnabled), "Plugged in too long"),
+                 enabledWhen(on, stepper(longRange, prefs.longHours, text)),
+                 enabledWhen(on, SoundPicker{rowOf(AlertKind::tooLong).key}.content(defaults))}};
 }
 
 SettingsSection health(const Prefs& prefs, const DefaultsStore& defaults)
 {
     const bool on = prefs.healthEnabled;
     return {.header = "",
-            .rows = {ToggleRow{.key = "healthEnabled",
-                               .title = "Battery health below 80% (once)",
-                               .value = on},
-                     enabledWhen(on, SoundPicker{"healthSound"}.content(defaults))}};
+            .rows = {toggle(prefs, rowOf(&Prefs::healthEnabled), "Battery health below 80% (once)"),
+                     enabledWhen(on, SoundPicker{rowOf(AlertKind::health).key}.content(defaults))}};
 }
 
 SettingsSection menuBar(const Prefs& prefs, const PlatformTexts& texts)
 {
-    return {
-        .header = std::string(texts.menuBar),
-        .rows = {
-            ToggleRow{.key = "showPercent",
-                      .title = std::string(texts.showPercent),
-                      .value = prefs.showPercent},
-            ToggleRow{.key = "showTime", .title = "Show time remaining", .value = prefs.showTime}}};
+    return {.header = std::string(texts.menuBar),
+            .rows = {toggle(prefs, rowOf(&Prefs::showPercent), texts.showPercent),
+                     toggle(prefs, rowOf(&Prefs::showTime), "Show time remaining")}};
 }
 
 }  // namespace
@@ -157,18 +156,16 @@ SettingsIntents SettingsView::intents()
 SettingsSection SettingsView::quietHours(const Prefs& prefs) const
 {
     const bool on = prefs.quietEnabled;
-    return {
-        .header = "Quiet hours",
-        .rows = {ToggleRow{
-                     .key = "quietEnabled", .title = "Hold alerts during quiet hours", .value = on},
-                 TimeRow{.key = "quietStart",
-                         .title = "From",
-                         .time = minutesBinding(prefs.quietStart),
-                         .enabled = on},
-                 TimeRow{.key = "quietEnd",
-                         .title = "Until",
-                         .time = minutesBinding(prefs.quietEnd),
-                         .enabled = on}}};
+    return {.header = "Quiet hours",
+            .rows = {toggle(prefs, rowOf(&Prefs::quietEnabled), "Hold alerts during quiet hours"),
+                     TimeRow{.key = rowOf(&Prefs::quietStart).key,
+                             .title = "From",
+                             .time = minutesBinding(prefs.quietStart),
+                             .enabled = on},
+                     TimeRow{.key = rowOf(&Prefs::quietEnd).key,
+                             .title = "Until",
+                             .time = minutesBinding(prefs.quietEnd),
+                             .enabled = on}}};
 }
 
 SettingsSection SettingsView::general() const

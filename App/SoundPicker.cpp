@@ -6,12 +6,11 @@ namespace vorlane {
 
 namespace {
 
-constexpr const char* systemSound = "default";
 constexpr const char* silence = "none";
 
 std::string stored(const DefaultsStore& defaults, const std::string& key)
 {
-    return defaults.stringForKey(key).value_or(systemSound);
+    return defaults.stringForKey(key).value_or(defaultSound);
 }
 
 }  // namespace
@@ -23,7 +22,7 @@ SoundRow SoundPicker::content(const DefaultsStore& defaults) const
         .key = sound,
         .title = "Sound",
         .value = stored(defaults, sound),
-        .entries = {{.title = "Default", .value = systemSound},
+        .entries = {{.title = "Default", .value = defaultSound},
                     {.title = "None", .value = silence},
                     divider},
     };
@@ -37,7 +36,7 @@ void SoundPicker::choose(const std::string& value, Tools tools) const
 {
     const bool changed = value != stored(tools.defaults, sound);
     tools.defaults.set(sound, value);
-    if (!changed || value == systemSound || value == silence) return;
+    if (!changed || value == defaultSound || value == silence) return;
     tools.player.play(value);
 }
 

@@ -1,4 +1,4 @@
-// What the settings of the reminders read as, said a second time: a value of the wrong kind is
+// What all settings but the sounds read as, said a second time: a value of the wrong kind is
 // false or 0, whole and real numbers are one kind, and what was never written has its default.
 #pragma once
 
@@ -15,29 +15,23 @@ namespace vorlane::fuzz {
 
 class PlainSettings {
 public:
-    static constexpr std::array<const char*, 11> keys{
-        "limitEnabled",  "repeatReminder", "lowEnabled", "longEnabled",
-        "healthEnabled", "quietEnabled",   "limit",      "low",
-        "longHours",     "quietStart",     "quietEnd"};
+    // Of the reminders; the kept cases count on the order.
+    static constexpr std::array keys{
+        rowOf(&Prefs::limitEnabled).key,  rowOf(&Prefs::repeatReminder).key,
+        rowOf(&Prefs::lowEnabled).key,    rowOf(&Prefs::longEnabled).key,
+        rowOf(&Prefs::healthEnabled).key, rowOf(&Prefs::quietEnabled).key,
+        rowOf(&Prefs::limit).key,         rowOf(&Prefs::low).key,
+        rowOf(&Prefs::longHours).key,     rowOf(&Prefs::quietStart).key,
+        rowOf(&Prefs::quietEnd).key};
 
     std::map<std::string, DefaultsValue> written;
 
     Prefs prefs() const
     {
-        return {.limitEnabled = flag("limitEnabled", true),
-                .repeatReminder = flag("repeatReminder", true),
-                .lowEnabled = flag("lowEnabled", true),
-                .longEnabled = flag("longEnabled", true),
-                .healthEnabled = flag("healthEnabled", true),
-                .quietEnabled = flag("quietEnabled", false),
-                .limit = whole("limit", 80),
-                .low = whole("low", 20),
-                .longHours = whole("longHours", 8),
-                .quietStart = whole("quietStart", 1320),
-                .quietEnd = whole("quietEnd", 420),
-                .showPercent = true,
-                .showTime = false,
-                .sounds = {}};
+        Prefs prefs;
+        for (const auto& row : switchKeys) prefs.*row.field = flag(row.key, row.initial);
+        for (const auto& row : numberKeys) prefs.*row.field = whole(row.key, row.initial);
+        return prefs;
     }
 
     // In a day that begins at midnight UTC.

@@ -135,7 +135,6 @@ void editText(const std::string& text, const Setting& setting)
     compareTexts(text, *edited, *before, setting);
 }
 
-// Only what the reminders depend on is compared.
 void comparePrefs(FileDefaultsStore& store, const std::optional<TomlValues>& values)
 {
     PlainSettings plain;
@@ -144,19 +143,14 @@ void comparePrefs(FileDefaultsStore& store, const std::optional<TomlValues>& val
         plain.written.emplace(key, value.value_or(DefaultsValue(std::string())));
     }
     const auto expected = plain.prefs();
-    auto found = Prefs::current(store);
+    const auto found = Prefs::current(store);
     require(found.sounds.size() == allAlertKinds.size(), "every kind has a sound");
-    found.sounds.clear();
-    found.showPercent = expected.showPercent;
-    found.showTime = expected.showTime;
-    const auto isSame = [](const Prefs& a, const Prefs& b) {
-        return a.limitEnabled == b.limitEnabled && a.repeatReminder == b.repeatReminder &&
-               a.lowEnabled == b.lowEnabled && a.longEnabled == b.longEnabled &&
-               a.healthEnabled == b.healthEnabled && a.quietEnabled == b.quietEnabled &&
-               a.limit == b.limit && a.low == b.low && a.longHours == b.longHours &&
-               a.quietStart == b.quietStart && a.quietEnd == b.quietEnd;
-    };
-    require(isSame(found, expected), "settings read as they are, or as none");
+    for (const auto& row : switchKeys) {
+        require(found.*row.field == expected.*row.field, "switches read as they are, or as off");
+    }
+    for (const auto& row : numberKeys) {
+        require(found.*row.field == expected.*row.field, "numbers read as they are, or as 0");
+    }
 }
 
 bool reads(const FileDefaultsStore& store, const Setting& setting)
