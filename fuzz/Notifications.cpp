@@ -82,10 +82,11 @@ private:
             }
         });
         center = std::make_unique<FreedesktopNotificationCenter>(
-            FreedesktopNotificationCenter::Means{.session = lone.program(),
-                                                 .icons = platform::NotificationIcons("/nowhere"),
-                                                 .sounds = platform::SoundFiles("/nowhere"),
-                                                 .player = player});
+            FreedesktopNotificationCenter::Dependencies{
+                .session = lone.program(),
+                .icons = platform::NotificationIcons("/nowhere"),
+                .sounds = platform::SoundFiles("/nowhere"),
+                .player = player});
         isMade = true;
         answering.join();
         center->setDelegate(delegate);

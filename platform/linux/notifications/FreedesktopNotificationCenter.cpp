@@ -27,11 +27,11 @@ bool diedFirst(sd_bus_message* reply)
 
 }  // namespace
 
-FreedesktopNotificationCenter::FreedesktopNotificationCenter(Means means)
-    : session_(means.session),
-      icons(std::move(means.icons)),
-      sounds(std::move(means.sounds)),
-      player_(means.player),
+FreedesktopNotificationCenter::FreedesktopNotificationCenter(Dependencies dependencies)
+    : session_(dependencies.session),
+      icons(std::move(dependencies.icons)),
+      sounds(std::move(dependencies.sounds)),
+      player_(dependencies.player),
       server(session_,
              {.changed = [this] { serverChanged(); }, .ready = [this] { postWaiting(); }}),
       actionSignal(owned<SlotPointer>([this](sd_bus_slot** slot) {
@@ -41,8 +41,8 @@ FreedesktopNotificationCenter::FreedesktopNotificationCenter(Means means)
                                            matchInstalled, this);
       }))
 {
-    if (means.inherited.server != server.owner()) return;
-    for (const auto& [identifier, id] : means.inherited.shown) shown.add(identifier, id);
+    if (dependencies.inherited.server != server.owner()) return;
+    for (const auto& [identifier, id] : dependencies.inherited.shown) records.show(identifier, id);
 }
 
 // Bounded, because a hung server must not hold up a logout. sd-bus does not allow this inside one
@@ -61,12 +61,12 @@ void FreedesktopNotificationCenter::finish()
 
 bool FreedesktopNotificationCenter::isAnswerDue() const
 {
-    return !server.owner().empty() && !queue.isEmpty();
+    return !server.owner().empty() && !records.isEmpty();
 }
 
 NotificationHandover FreedesktopNotificationCenter::handover() const
 {
-    return {.server = server.owner(), .shown = shown.newestOfEach()};
+    return {.server = server.owner(), .shown = records.shown()};
 }
 
 bool FreedesktopNotificationCenter::available()
@@ -95,45 +95,39 @@ void FreedesktopNotificationCenter::requestAuthorization(AuthorizationOptions /*
 void FreedesktopNotificationCenter::add(const NotificationRequest& request)
 {
     if (!server.available()) return;
-    queue.add(request, uptime());
+    records.add(request, uptime());
     postWaiting();
 }
 
 void FreedesktopNotificationCenter::removeDelivered(const std::string& identifier)
 {
-    queue.withdraw(identifier);
-    const auto unanswered = posts.find(identifier);
-    if (unanswered != posts.end()) unanswered->second.withdrawn = true;
-    if (const auto old = shown.take(identifier)) close(*old);
+    if (const auto old = records.withdraw(identifier)) close(*old);
 }
 
 void FreedesktopNotificationCenter::postWaiting()
 {
     if (!server.capabilities()) return server.prepare();
-    while (const auto request = queue.takeNext(uptime())) post(*request);
+    while (auto* const record = records.takeNext(uptime())) post(*record);
 }
 
 // Closed and posted anew, never replaced: a replacement of one that has expired stays invisible
 // on some desktops, and other servers take an unknown id over.
-void FreedesktopNotificationCenter::post(const NotificationRequest& request)
+void FreedesktopNotificationCenter::post(NotificationRecord& record)
 {
-    if (const auto old = shown.take(request.identifier)) close(*old);
+    if (const auto old = std::exchange(record.shown, std::nullopt)) close(*old);
 
-    const auto& capabilities = *server.capabilities();
-    const auto message = notificationMessage(request, categories, capabilities, sounds);
+    const auto& request = record.posted->request;
+    const auto message = notificationMessage(request, categories, *server.capabilities(), sounds);
     const auto call = notifyCall(session_, server.owner(), message, icons.icon(request.symbol));
-    auto& post = posts[request.identifier];
-    post.center = this;
-    post.identifier = request.identifier;
-    post.sound = capabilities.sound ? std::nullopt : request.sound;
     // No time limit: to be slow is not to be dead, and what is shown late must not be shown twice.
-    post.reply = owned<SlotPointer>([&](sd_bus_slot** slot) {
-        return call ? sd_bus_call_async(session_, slot, call.get(), onReply, &post, forever) : -1;
+    record.reply = owned<SlotPointer>([&](sd_bus_slot** slot) {
+        if (!call) return -1;
+        return sd_bus_call_async(
+            session_, slot, call.get(),
+            onMessage<FreedesktopNotificationCenter, &FreedesktopNotificationCenter::answered>,
+            this, forever);
     });
-    if (post.reply) return;
-
-    posts.erase(request.identifier);
-    queue.answered(request.identifier);
+    if (!record.reply) record.answered();
 }
 
 void FreedesktopNotificationCenter::close(std::uint32_t id)
@@ -142,42 +136,32 @@ void FreedesktopNotificationCenter::close(std::uint32_t id)
                                    "CloseNotification", nullptr, nullptr, "u", id);
 }
 
-int FreedesktopNotificationCenter::onReply(sd_bus_message* reply, void* userdata,
-                                           sd_bus_error* /*error*/)
+void FreedesktopNotificationCenter::answered(sd_bus_message* reply)
 {
-    auto* const center = static_cast<Post*>(userdata)->center;
-    const auto post = center->posts.extract(static_cast<Post*>(userdata)->identifier);
-    center->answered(post.mapped(), reply);
-    return 0;
-}
-
-void FreedesktopNotificationCenter::answered(const Post& post, sd_bus_message* reply)
-{
+    auto* const record = records.awaiting(sd_bus_get_current_slot(session_));
+    if (!record) return;
     // It goes to the next server, when the bus tells of one.
-    if (diedFirst(reply)) return queue.lost(post.identifier);
+    if (diedFirst(reply)) return record->lost();
 
-    queue.answered(post.identifier);
+    const auto request = std::move(record->posted->request);
+    record->answered();
     std::uint32_t id = 0;
     if (!sd_bus_message_is_method_error(reply, nullptr) &&
         sd_bus_message_read(reply, "u", &id) > 0 && id != 0) {
-        settle(post, id);
+        if (record->withdrawn) {
+            close(id);
+        } else {
+            records.show(request.identifier, id);
+            if (request.sound && !server.capabilities()->sound) player_.play(*request.sound);
+        }
     }
     postWaiting();
-}
-
-void FreedesktopNotificationCenter::settle(const Post& post, std::uint32_t id)
-{
-    if (post.withdrawn) return close(id);
-    shown.add(post.identifier, id);
-    if (post.sound) player_.play(*post.sound);
 }
 
 // A server that is gone is not started again for what it left behind: it may come back by itself.
 void FreedesktopNotificationCenter::serverChanged()
 {
-    shown.forget();
-    posts.clear();
-    queue.allLost();
+    records.serverChanged();
     if (!server.owner().empty()) postWaiting();
 }
 
@@ -186,7 +170,7 @@ void FreedesktopNotificationCenter::actionInvoked(sd_bus_message* signal)
     std::uint32_t id = 0;
     const char* action = nullptr;
     if (!isFrom(signal, server.owner()) || sd_bus_message_read(signal, "us", &id, &action) <= 0 ||
-        !shown.isOurs(id)) {
+        !records.isOurs(id)) {
         return;
     }
     if (const auto receiver = delegate.lock()) receiver->didReceive(action, [] {});

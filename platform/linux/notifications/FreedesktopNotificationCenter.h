@@ -1,16 +1,13 @@
 // Notifications on org.freedesktop.Notifications, one shown for each identifier.
 #pragma once
 
-#include <map>
-
 #include "App/services/NotificationCenter.h"
 #include "App/services/SoundPlayer.h"
 #include "platform/linux/base/Systemd.h"
 #include "platform/linux/notifications/NotificationHandover.h"
 #include "platform/linux/notifications/NotificationIcons.h"
-#include "platform/linux/notifications/NotificationQueue.h"
+#include "platform/linux/notifications/NotificationRecords.h"
 #include "platform/linux/notifications/NotificationServer.h"
-#include "platform/linux/notifications/ShownNotifications.h"
 
 namespace vorlane::platform {
 
@@ -18,7 +15,7 @@ namespace vorlane::platform {
 // a server that hangs holds up only itself, and gets nothing twice.
 class FreedesktopNotificationCenter : public NotificationCenter {
 public:
-    struct Means {
+    struct Dependencies {
         sd_bus* session;  // attached to the main loop
         NotificationIcons icons;
         SoundFiles sounds;
@@ -26,7 +23,7 @@ public:
         NotificationHandover inherited = {};  // counts as shown while its server is the one
     };
     // The session and the player outlive this object.
-    explicit FreedesktopNotificationCenter(Means means);
+    explicit FreedesktopNotificationCenter(Dependencies dependencies);
     FreedesktopNotificationCenter(const FreedesktopNotificationCenter&) = delete;
     FreedesktopNotificationCenter& operator=(const FreedesktopNotificationCenter&) = delete;
 
@@ -48,32 +45,20 @@ public:
     void removeDelivered(const std::string& identifier) override;
 
 private:
-    struct Post {
-        FreedesktopNotificationCenter* center;
-        std::string identifier;
-        std::optional<std::string> sound;  // to play once it is shown
-        bool withdrawn = false;            // to be closed as soon as its id is known
-        SlotPointer reply;
-    };
-
     void postWaiting();
-    void post(const NotificationRequest& request);
+    void post(NotificationRecord& record);
     void close(std::uint32_t id);
-    void answered(const Post& post, sd_bus_message* reply);
-    void settle(const Post& post, std::uint32_t id);
+    void answered(sd_bus_message* reply);
     bool isAnswerDue() const;
     void serverChanged();
     void actionInvoked(sd_bus_message* signal);
-    static int onReply(sd_bus_message* reply, void* post, sd_bus_error* error);
 
     sd_bus* session_;
     NotificationIcons icons;
     SoundFiles sounds;
     SoundPlayer& player_;
     NotificationServer server;
-    NotificationQueue queue;
-    ShownNotifications shown;
-    std::map<std::string, Post> posts;  // unanswered, by identifier
+    NotificationRecords records;
     std::vector<NotificationCategory> categories;
     std::weak_ptr<NotificationDelegate> delegate;
     SlotPointer actionSignal;

@@ -54,11 +54,11 @@ protected:
     void open(const NotificationHandover& inherited = {})
     {
         center = std::make_unique<FreedesktopNotificationCenter>(
-            FreedesktopNotificationCenter::Means{.session = session.get(),
-                                                 .icons = NotificationIcons("/nowhere"),
-                                                 .sounds = SoundFiles("/nowhere"),
-                                                 .player = player,
-                                                 .inherited = inherited});
+            FreedesktopNotificationCenter::Dependencies{.session = session.get(),
+                                                        .icons = NotificationIcons("/nowhere"),
+                                                        .sounds = SoundFiles("/nowhere"),
+                                                        .player = player,
+                                                        .inherited = inherited});
         center->setDelegate(receiver);
         center->setCategories({{.identifier = "VL_ALERT",
                                 .actions = {{.identifier = "SNOOZE", .title = "Snooze 1 hour"}}}});

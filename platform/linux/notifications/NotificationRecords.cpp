@@ -1,0 +1,105 @@
+#include "platform/linux/notifications/NotificationRecords.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <utility>
+
+namespace vorlane::platform {
+
+namespace {
+
+// Later the news is stale: the program reminds again by itself.
+constexpr Seconds longestWait = std::chrono::minutes{10};
+
+constexpr std::size_t mostRecent = 100;  // more than any server keeps in its history
+
+}  // namespace
+
+void NotificationRecord::answered()
+{
+    posted.reset();
+    reply.reset();
+}
+
+void NotificationRecord::lost()
+{
+    if (!withdrawn && !waiting) waiting = std::move(posted);
+    answered();
+}
+
+void NotificationRecords::add(const NotificationRequest& request, Seconds now)
+{
+    records[request.identifier].waiting =
+        NotificationRecord::Pending{.request = request, .since = now, .number = ++added};
+}
+
+NotificationRecord* NotificationRecords::takeNext(Seconds now)
+{
+    NotificationRecord* next = nullptr;
+    for (auto& [identifier, record] : records) {
+        auto& waiting = record.waiting;
+        if (waiting && now - waiting->since > longestWait) waiting.reset();
+        if (!waiting || record.posted) continue;
+        if (!next || waiting->number < next->waiting->number) next = &record;
+    }
+    if (!next) return nullptr;
+    next->posted = std::exchange(next->waiting, std::nullopt);
+    next->withdrawn = false;
+    return next;
+}
+
+bool NotificationRecords::isEmpty() const
+{
+    return std::ranges::none_of(
+        records, [](const auto& entry) { return entry.second.waiting || entry.second.posted; });
+}
+
+std::optional<std::uint32_t> NotificationRecords::withdraw(const std::string& identifier)
+{
+    auto& record = records[identifier];
+    record.waiting.reset();
+    record.withdrawn = true;
+    return std::exchange(record.shown, std::nullopt);
+}
+
+NotificationRecord* NotificationRecords::awaiting(const sd_bus_slot* reply)
+{
+    const auto found = std::ranges::find_if(records, [reply](const auto& entry) {
+        return entry.second.posted && entry.second.reply.get() == reply;
+    });
+    return found == records.end() ? nullptr : &found->second;
+}
+
+void NotificationRecords::show(const std::string& identifier, std::uint32_t id)
+{
+    records[identifier].shown = id;
+    recent.push_back(id);
+    if (recent.size() > mostRecent) recent.pop_front();
+}
+
+std::map<std::string, std::uint32_t> NotificationRecords::shown() const
+{
+    std::map<std::string, std::uint32_t> ids;
+    for (const auto& [identifier, record] : records) {
+        if (record.shown) ids.emplace(identifier, *record.shown);
+    }
+    return ids;
+}
+
+bool NotificationRecords::isOurs(std::uint32_t id) const
+{
+    return std::ranges::find(recent, id) != recent.end() ||
+           std::ranges::any_of(records,
+                               [id](const auto& entry) { return entry.second.shown == id; });
+}
+
+void NotificationRecords::serverChanged()
+{
+    recent.clear();
+    for (auto& [identifier, record] : records) {
+        record.shown.reset();
+        if (record.posted) record.lost();
+    }
+}
+
+}  // namespace vorlane::platform
