@@ -89,11 +89,11 @@ void AppDelegate::makeStatusItem()
 
 void AppDelegate::makePopover()
 {
-    popoverView =
-        std::make_shared<PopoverView>(model, weakly(&AppDelegate::openSettings),
-                                      PopoverView::Tools{.application = services_.application,
-                                                         .calendar = services_.calendar,
-                                                         .texts = services_.texts});
+    popoverView = std::make_shared<PopoverView>(
+        model, weakly(&AppDelegate::openSettings),
+        PopoverView::Dependencies{.application = services_.application,
+                                  .calendar = services_.calendar,
+                                  .texts = services_.texts});
     popover = services_.windows.makePopover(popoverView->intents());
     bag.push_back(popoverView->range.subscribe(weakly(&AppDelegate::updateWindowsSoon)));
 }
@@ -101,14 +101,14 @@ void AppDelegate::makePopover()
 void AppDelegate::makeSettingsWindow()
 {
     settingsView = std::make_shared<SettingsView>(
-        model, SettingsView::Tools{.defaults = services_.defaults,
-                                   .batteryRegistry = services_.batteryRegistry,
-                                   .loginItem = services_.loginItem,
-                                   .soundPlayer = services_.soundPlayer,
-                                   .alertPanel = services_.alertPanel,
-                                   .clock = services_.clock,
-                                   .calendar = services_.calendar,
-                                   .texts = services_.texts});
+        model, SettingsView::Dependencies{.defaults = services_.defaults,
+                                          .batteryRegistry = services_.batteryRegistry,
+                                          .loginItem = services_.loginItem,
+                                          .soundPlayer = services_.soundPlayer,
+                                          .alertPanel = services_.alertPanel,
+                                          .clock = services_.clock,
+                                          .calendar = services_.calendar,
+                                          .texts = services_.texts});
     settingsWindow = services_.windows.makeSettingsWindow(settingsFrame, settingsView->intents());
     const auto updateSoon = weakly(&AppDelegate::updateWindowsSoon);
     bag.push_back(settingsView->launchAtLogin.subscribe(updateSoon));

@@ -21,11 +21,12 @@ AppModel::AppModel(const Services& services)
     : snoozeUntil(Prefs::snoozeUntil(services.defaults, services.clock.now())),
       reader(services.powerSources, services.batteryRegistry),
       history(services.files, services.clock.now()),
-      notifier(std::make_shared<Notifier>(Notifier::Tools{.center = services.notifications,
-                                                          .alertPanel = services.alertPanel,
-                                                          .application = services.application,
-                                                          .runLoop = services.runLoop,
-                                                          .texts = services.texts})),
+      notifier(
+          std::make_shared<Notifier>(Notifier::Dependencies{.center = services.notifications,
+                                                            .alertPanel = services.alertPanel,
+                                                            .application = services.application,
+                                                            .runLoop = services.runLoop,
+                                                            .texts = services.texts})),
       services_(services)
 {}
 

@@ -25,18 +25,18 @@ std::optional<std::string> soundFor(AlertKind kind, const std::map<AlertKind, st
 
 }  // namespace
 
-Notifier::Notifier(Tools tools) : tools_(tools) {}
+Notifier::Notifier(Dependencies dependencies) : dependencies_(dependencies) {}
 
 bool Notifier::available() const
 {
-    return tools_.center.available();
+    return dependencies_.center.available();
 }
 
 void Notifier::setup()
 {
     if (!available()) return;
-    tools_.center.setDelegate(weak_from_this());
-    tools_.center.setCategories(
+    dependencies_.center.setDelegate(weak_from_this());
+    dependencies_.center.setCategories(
         {{.identifier = category,
           .actions = {{.identifier = snoozeAction, .title = "Snooze 1 hour"}}}});
 }
@@ -44,10 +44,10 @@ void Notifier::setup()
 void Notifier::requestIfNeeded()
 {
     if (!available()) return;
-    tools_.center.authorizationStatus([weak = weak_from_this()](AuthorizationStatus status) {
+    dependencies_.center.authorizationStatus([weak = weak_from_this()](AuthorizationStatus status) {
         const auto notifier = weak.lock();
         if (!notifier || status != AuthorizationStatus::notDetermined) return;
-        notifier->tools_.runLoop.async([weak] {
+        notifier->dependencies_.runLoop.async([weak] {
             if (const auto alive = weak.lock()) alive->explainAndRequest();
         });
     });
@@ -56,15 +56,15 @@ void Notifier::requestIfNeeded()
 void Notifier::explainAndRequest()
 {
     // A program without windows is not active: its dialog would open behind the others.
-    tools_.application.activate();
-    tools_.alertPanel.runModal(
+    dependencies_.application.activate();
+    dependencies_.alertPanel.runModal(
         {.message = "Allow notifications?",
-         .informativeText = std::string(tools_.texts.permission),
+         .informativeText = std::string(dependencies_.texts.permission),
          .buttons = {{.title = "Continue"}, {.title = "Not Now", .role = ButtonRole::cancel}}},
         [weak = weak_from_this()](std::size_t button) {
             const auto notifier = weak.lock();
             if (!notifier || button != 0) return;
-            notifier->tools_.center.requestAuthorization(
+            notifier->dependencies_.center.requestAuthorization(
                 {.alert = true, .sound = true, .badge = false});
         });
 }
@@ -73,18 +73,18 @@ void Notifier::deliver(const PendingAlert& alert, const std::map<AlertKind, std:
 {
     if (!available()) return;
     setup();  // the service may have come only after the launch
-    tools_.center.add({.identifier = std::string(rawValue(alert.kind)),
-                       .title = alert.title,
-                       .body = alert.body,
-                       .categoryIdentifier = category,
-                       .sound = soundFor(alert.kind, sounds),
-                       .urgent = alert.kind == AlertKind::low,
-                       .symbol = symbols.at(static_cast<std::size_t>(alert.kind))});
+    dependencies_.center.add({.identifier = std::string(rawValue(alert.kind)),
+                              .title = alert.title,
+                              .body = alert.body,
+                              .categoryIdentifier = category,
+                              .sound = soundFor(alert.kind, sounds),
+                              .urgent = alert.kind == AlertKind::low,
+                              .symbol = symbols.at(static_cast<std::size_t>(alert.kind))});
 }
 
 void Notifier::withdraw(AlertKind kind)
 {
-    tools_.center.removeDelivered(std::string(rawValue(kind)));
+    dependencies_.center.removeDelivered(std::string(rawValue(kind)));
 }
 
 PresentationOptions Notifier::willPresent()
@@ -96,7 +96,7 @@ void Notifier::didReceive(const std::string& actionIdentifier,
                           const std::function<void()>& completion)
 {
     if (actionIdentifier == snoozeAction) {
-        tools_.runLoop.async([weak = weak_from_this()] {
+        dependencies_.runLoop.async([weak = weak_from_this()] {
             const auto notifier = weak.lock();
             if (notifier && notifier->onSnooze) notifier->onSnooze();
         });

@@ -19,14 +19,14 @@ namespace vorlane {
 // Where notifications are not available every operation does nothing.
 class Notifier : public NotificationDelegate, public std::enable_shared_from_this<Notifier> {
 public:
-    struct Tools {
+    struct Dependencies {
         NotificationCenter& center;
         AlertPanel& alertPanel;
         Application& application;
         RunLoop& runLoop;
         const PlatformTexts& texts;
     };
-    explicit Notifier(Tools tools);
+    explicit Notifier(Dependencies dependencies);
 
     // Called on the main thread when the user asks for silence.
     std::function<void()> onSnooze;
@@ -52,7 +52,7 @@ public:
 private:
     void explainAndRequest();
 
-    Tools tools_;
+    Dependencies dependencies_;
 };
 
 }  // namespace vorlane

@@ -46,8 +46,10 @@ std::optional<double> power(const BatteryState& state)
 }  // namespace
 
 PopoverView::PopoverView(std::shared_ptr<AppModel> shown, std::function<void()> settingsCallback,
-                         Tools tools)
-    : model(std::move(shown)), openSettings(std::move(settingsCallback)), tools_(tools)
+                         Dependencies dependencies)
+    : model(std::move(shown)),
+      openSettings(std::move(settingsCallback)),
+      dependencies_(dependencies)
 {}
 
 PopoverContent PopoverView::content(Date now) const
@@ -55,8 +57,8 @@ PopoverContent PopoverView::content(Date now) const
     PopoverContent content{
         .blocks = NoBatteryBlock{.symbol = "battery.0",
                                  .title = "No battery found",
-                                 .text = std::string(tools_.texts.noBattery)},
-        .footnote = std::string(tools_.texts.footnote),
+                                 .text = std::string(dependencies_.texts.noBattery)},
+        .footnote = std::string(dependencies_.texts.footnote),
         .settings = "Settings",
         .quit = "Quit",
     };
@@ -73,7 +75,7 @@ PopoverIntents PopoverView::intents()
     };
     return {
         .openSettings = weakly([](PopoverView& view) { view.openSettings(); }),
-        .quit = weakly([](PopoverView& view) { view.tools_.application.terminate(); }),
+        .quit = weakly([](PopoverView& view) { view.dependencies_.application.terminate(); }),
         .cancelSnooze = weakly([](PopoverView& view) { view.model->cancelSnooze(); }),
         .selectRange = weakly([](PopoverView& view, std::int64_t next) { view.range.set(next); }),
     };
@@ -102,7 +104,7 @@ GaugeBlock PopoverView::gauge(Date now) const
         block.pluggedFor = "Plugged in for " + formatMinutes(minutes);
     }
     if (const auto until = model->snoozeUntil.get()) {
-        block.snooze = {.text = "Alerts snoozed until " + tools_.calendar.shortTime(*until),
+        block.snooze = {.text = "Alerts snoozed until " + dependencies_.calendar.shortTime(*until),
                         .cancel = "Cancel"};
     }
     return block;

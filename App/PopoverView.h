@@ -20,7 +20,7 @@ namespace vorlane {
 
 class PopoverView : public std::enable_shared_from_this<PopoverView> {
 public:
-    struct Tools {
+    struct Dependencies {
         Application& application;
         const Calendar& calendar;
         const PlatformTexts& texts;
@@ -30,7 +30,8 @@ public:
     std::function<void()> openSettings;
     Published<std::int64_t> range;  // 0: 24 hours; any other: 7 days
 
-    PopoverView(std::shared_ptr<AppModel> model, std::function<void()> openSettings, Tools tools);
+    PopoverView(std::shared_ptr<AppModel> model, std::function<void()> openSettings,
+                Dependencies dependencies);
 
     PopoverContent content(Date now) const;
 
@@ -44,7 +45,7 @@ private:
     std::vector<DetailRow> details() const;
     static DetailRow row(std::string label, std::string value, std::optional<Color> color);
 
-    Tools tools_;
+    Dependencies dependencies_;
 };
 
 }  // namespace vorlane

@@ -115,24 +115,26 @@ SettingsSection menuBar(const Prefs& prefs, const PlatformTexts& texts)
 
 }  // namespace
 
-SettingsView::SettingsView(std::shared_ptr<AppModel> shared, Tools tools)
-    : model(std::move(shared)), launchAtLogin(tools.loginItem.enabled()), tools_(tools)
+SettingsView::SettingsView(std::shared_ptr<AppModel> shared, Dependencies dependencies)
+    : model(std::move(shared)),
+      launchAtLogin(dependencies.loginItem.enabled()),
+      dependencies_(dependencies)
 {}
 
 SettingsContent SettingsView::content() const
 {
-    const auto& defaults = tools_.defaults;
-    const auto prefs = Prefs::current(tools_.defaults);
-    const auto battery = tools_.batteryRegistry.properties().value_or(PropertyDictionary());
+    const auto& defaults = dependencies_.defaults;
+    const auto prefs = Prefs::current(dependencies_.defaults);
+    const auto battery = dependencies_.batteryRegistry.properties().value_or(PropertyDictionary());
     return {.sections = {chargeLimit(prefs, defaults, ownLimitNote(prefs, battery)),
                          lowBattery(prefs, defaults),
                          tooLong(prefs, defaults),
                          health(prefs, defaults),
                          quietHours(prefs),
-                         menuBar(prefs, tools_.texts),
+                         menuBar(prefs, dependencies_.texts),
                          general(),
                          {.header = "",
-                          .rows = {NoteRow{.text = std::string(tools_.texts.closingNote),
+                          .rows = {NoteRow{.text = std::string(dependencies_.texts.closingNote),
                                            .color = std::nullopt}}}}};
 }
 
@@ -178,8 +180,9 @@ SettingsSection SettingsView::general() const
     }
     section.rows.push_back(ResetRow{.title = "Reset History…"});
     if (!model->notifier->available()) {
-        section.rows.push_back(NoteRow{.text = std::string(tools_.texts.notificationsUnavailable),
-                                       .color = Color::orange});
+        section.rows.push_back(
+            NoteRow{.text = std::string(dependencies_.texts.notificationsUnavailable),
+                    .color = Color::orange});
     }
     return section;
 }
@@ -187,16 +190,17 @@ SettingsSection SettingsView::general() const
 // A time that today skips is shown as the next one that today has; one that no day has, as now.
 TimeOfDay SettingsView::minutesBinding(std::int64_t minutes) const
 {
-    const auto now = tools_.clock.now();
+    const auto now = dependencies_.clock.now();
     const auto hour = minutes / 60;
-    const auto today = tools_.calendar.today(now, {.hour = hour, .minute = minutes - hour * 60});
-    return tools_.calendar.timeOfDay(today.value_or(now));
+    const auto today =
+        dependencies_.calendar.today(now, {.hour = hour, .minute = minutes - hour * 60});
+    return dependencies_.calendar.timeOfDay(today.value_or(now));
 }
 
 void SettingsView::setToggle(const std::string& key, bool value)
 {
-    const bool changed = value != tools_.defaults.boolForKey(key);
-    tools_.defaults.set(key, value);
+    const bool changed = value != dependencies_.defaults.boolForKey(key);
+    dependencies_.defaults.set(key, value);
     const bool ofAlert = std::ranges::find(alertToggles, key) != alertToggles.end();
     if (ofAlert && changed && value) model->notifier->requestIfNeeded();
 }
@@ -206,7 +210,7 @@ void SettingsView::setNumber(const std::string& key, std::int64_t value)
 {
     for (const auto& range : {limitRange, lowRange, longRange}) {
         if (range.key != key) continue;
-        tools_.defaults.set(key, std::clamp(value, range.minimum, range.maximum));
+        dependencies_.defaults.set(key, std::clamp(value, range.minimum, range.maximum));
     }
 }
 
@@ -214,12 +218,13 @@ void SettingsView::setTime(const std::string& key, TimeOfDay time)
 {
     const auto hour = std::clamp<std::int64_t>(time.hour, 0, 23);
     const auto minute = std::clamp<std::int64_t>(time.minute, 0, 59);
-    tools_.defaults.set(key, hour * 60 + minute);
+    dependencies_.defaults.set(key, hour * 60 + minute);
 }
 
 void SettingsView::chooseSound(const std::string& key, const std::string& sound)
 {
-    SoundPicker{key}.choose(sound, {.defaults = tools_.defaults, .player = tools_.soundPlayer});
+    SoundPicker{key}.choose(
+        sound, {.defaults = dependencies_.defaults, .player = dependencies_.soundPlayer});
 }
 
 // A change that failed leaves the toggle at the real state, and its reason on show until one
@@ -227,18 +232,18 @@ void SettingsView::chooseSound(const std::string& key, const std::string& sound)
 void SettingsView::setLaunchAtLogin(bool on)
 {
     std::optional<std::string> error;
-    if (const auto failure = tools_.loginItem.setEnabled(on)) {
+    if (const auto failure = dependencies_.loginItem.setEnabled(on)) {
         error = "Could not change Launch at Login: " + *failure;
     }
     loginError.set(error);
-    launchAtLogin.set(tools_.loginItem.enabled());
+    launchAtLogin.set(dependencies_.loginItem.enabled());
 }
 
 void SettingsView::resetHistory()
 {
     if (confirmReset) return;
     confirmReset = true;
-    tools_.alertPanel.runModal(
+    dependencies_.alertPanel.runModal(
         {.message = "Reset history?",
          .informativeText = "This deletes all saved battery samples used for the chart.",
          .buttons = {{.title = "Reset", .role = ButtonRole::destructive},

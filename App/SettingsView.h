@@ -24,7 +24,7 @@ namespace vorlane {
 // Nothing here takes effect by itself: the rest of the program reads the stored settings.
 class SettingsView : public std::enable_shared_from_this<SettingsView> {
 public:
-    struct Tools {
+    struct Dependencies {
         DefaultsStore& defaults;
         BatteryRegistry& batteryRegistry;
         LoginItem& loginItem;
@@ -40,7 +40,7 @@ public:
     Published<std::optional<std::string>> loginError;
     bool confirmReset = false;  // while the question is open
 
-    SettingsView(std::shared_ptr<AppModel> model, Tools tools);
+    SettingsView(std::shared_ptr<AppModel> model, Dependencies dependencies);
 
     SettingsContent content() const;
 
@@ -59,7 +59,7 @@ private:
     void setLaunchAtLogin(bool on);
     void resetHistory();
 
-    Tools tools_;
+    Dependencies dependencies_;
 };
 
 }  // namespace vorlane

@@ -32,12 +32,12 @@ SoundRow SoundPicker::content(const DefaultsStore& defaults) const
     return row;
 }
 
-void SoundPicker::choose(const std::string& value, Tools tools) const
+void SoundPicker::choose(const std::string& value, Dependencies dependencies) const
 {
-    const bool changed = value != stored(tools.defaults, sound);
-    tools.defaults.set(sound, value);
+    const bool changed = value != stored(dependencies.defaults, sound);
+    dependencies.defaults.set(sound, value);
     if (!changed || value == defaultSound || value == silence) return;
-    tools.player.play(value);
+    dependencies.player.play(value);
 }
 
 }  // namespace vorlane

@@ -14,13 +14,13 @@ struct SoundPicker {
 
     SoundRow content(const DefaultsStore& defaults) const;
 
-    struct Tools {
+    struct Dependencies {
         DefaultsStore& defaults;
         SoundPlayer& player;
     };
 
     // Stores the choice. A sound that was not chosen before is played once.
-    void choose(const std::string& value, Tools tools) const;
+    void choose(const std::string& value, Dependencies dependencies) const;
 };
 
 }  // namespace vorlane

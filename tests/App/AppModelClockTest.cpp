@@ -169,7 +169,7 @@ TEST_F(AppModelClockTest, ShowsTheTimeOnPowerRightAfterTheClockWasSet)
 
     const auto view = std::make_shared<PopoverView>(
         model, [] {},
-        PopoverView::Tools{.application = machine.application,
+        PopoverView::Dependencies{.application = machine.application,
                            .calendar = machine.calendar,
                            .texts = machine.texts});
     const auto content = view->content(machine.clock.now());

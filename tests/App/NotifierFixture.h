@@ -23,7 +23,7 @@ protected:
     FakeApplication application;
     PlatformTexts texts;
     std::shared_ptr<Notifier> notifier =
-        std::make_shared<Notifier>(Notifier::Tools{.center = center,
+        std::make_shared<Notifier>(Notifier::Dependencies{.center = center,
                                                    .alertPanel = alertPanel,
                                                    .application = application,
                                                    .runLoop = runLoop,

@@ -32,7 +32,7 @@ protected:
     int settingsOpened = 0;
     std::shared_ptr<PopoverView> view = std::make_shared<PopoverView>(
         model, [this] { ++settingsOpened; },
-        PopoverView::Tools{.application = machine.application,
+        PopoverView::Dependencies{.application = machine.application,
                            .calendar = machine.calendar,
                            .texts = machine.texts});
 };

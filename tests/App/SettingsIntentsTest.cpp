@@ -356,7 +356,7 @@ TEST_F(SettingsIntentsTest, AsksOnceAtATime)
     };
     CountingPanel panel;
     view = std::make_shared<SettingsView>(
-        model, SettingsView::Tools{.defaults = machine.defaults,
+        model, SettingsView::Dependencies{.defaults = machine.defaults,
                                    .batteryRegistry = machine.batteryRegistry,
                                    .loginItem = machine.loginItem,
                                    .soundPlayer = machine.soundPlayer,

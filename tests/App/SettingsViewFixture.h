@@ -16,7 +16,7 @@ protected:
     std::shared_ptr<SettingsView> makeView()
     {
         return std::make_shared<SettingsView>(
-            model, SettingsView::Tools{.defaults = machine.defaults,
+            model, SettingsView::Dependencies{.defaults = machine.defaults,
                                        .batteryRegistry = machine.batteryRegistry,
                                        .loginItem = machine.loginItem,
                                        .soundPlayer = machine.soundPlayer,

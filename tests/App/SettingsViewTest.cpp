@@ -322,7 +322,7 @@ TEST_F(SettingsViewTest, ShowsTheNextTimeForOneThatTodaySkips)
     };
     const SpringCalendar calendar;
     view = std::make_shared<SettingsView>(
-        model, SettingsView::Tools{.defaults = machine.defaults,
+        model, SettingsView::Dependencies{.defaults = machine.defaults,
                                    .batteryRegistry = machine.batteryRegistry,
                                    .loginItem = machine.loginItem,
                                    .soundPlayer = machine.soundPlayer,
