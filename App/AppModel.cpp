@@ -11,8 +11,8 @@ namespace {
 constexpr RunLoop::Rhythm refreshRhythm{.interval = Seconds{60}, .tolerance = Seconds{10}};
 constexpr Seconds firstLookAfterWake{3};
 // Embedded controllers take some seconds to know the battery again, and tell of it or do not.
-constexpr RunLoop::Rhythm settlingRhythm{.interval = Seconds{5}, .tolerance = Seconds{1}};
-constexpr Seconds longestSettling{30};
+constexpr RunLoop::Rhythm resumeRhythm{.interval = Seconds{5}, .tolerance = Seconds{1}};
+constexpr Seconds longestDoubt{30};
 constexpr Seconds snoozeSpan{3600};
 
 }  // namespace
@@ -80,29 +80,30 @@ void AppModel::followClock(Seconds set, Date now)
 void AppModel::goToSleep()
 {
     history.save(now());
-    settling.sleep();  // the kernel may tell of the battery before the session tells of the resume
-    endSettlingLater();
+    resumeFilter
+        .sleep();  // the kernel may tell of the battery before the session tells of the resume
+    endDoubtLater();
 }
 
 void AppModel::woke()
 {
-    settling.wake(reader.read(), state.get());
-    endSettlingLater();
+    resumeFilter.wake(reader.read(), state.get());
+    endDoubtLater();
     firstLook = services_.runLoop.after(firstLookAfterWake, refreshing(Reason::wake));
-    settlingLooks = services_.runLoop.repeat(settlingRhythm, refreshing(Reason::change));
+    resumeLooks = services_.runLoop.repeat(resumeRhythm, refreshing(Reason::change));
 }
 
-void AppModel::endSettlingLater()
+void AppModel::endDoubtLater()
 {
-    settled = services_.runLoop.after(longestSettling, [weak = weak_from_this()] {
-        if (const auto model = weak.lock()) model->endSettling();
+    doubtEnd = services_.runLoop.after(longestDoubt, [weak = weak_from_this()] {
+        if (const auto model = weak.lock()) model->endDoubt();
     });
 }
 
-void AppModel::endSettling()
+void AppModel::endDoubt()
 {
-    settling.end();
-    settlingLooks = {};
+    resumeFilter.end();
+    resumeLooks = {};
     refresh(Reason::change);
 }
 
@@ -121,13 +122,13 @@ void AppModel::refresh(Reason reason)
     const auto fresh = reader.read();
     const auto now = this->now();
     const bool isWakeLook = reason == Reason::wake;
-    if (settling.doubts(fresh, state.get())) {
-        if (isWakeLook) settling.postponeLook();
+    if (resumeFilter.doubts(fresh, state.get())) {
+        if (isWakeLook) resumeFilter.postponeLook();
         return;
     }
-    if (const auto missed = settling.takeMissed(fresh)) catchUp(*missed, now);
+    if (const auto missed = resumeFilter.takeMissed(fresh)) catchUp(*missed, now);
     const Look look{.now = now,
-                    .primes = reason == Reason::launch || settling.takeLook(fresh, isWakeLook)};
+                    .primes = reason == Reason::launch || resumeFilter.takeLook(fresh, isWakeLook)};
 
     trackPower(fresh, look);
     if (fresh != state.get()) state.set(fresh);

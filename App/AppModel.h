@@ -14,7 +14,7 @@
 #include "App/HistoryStore.h"
 #include "App/Notifier.h"
 #include "App/Published.h"
-#include "App/Settling.h"
+#include "App/ResumeFilter.h"
 #include "App/Subscription.h"
 #include "App/services/Services.h"
 
@@ -43,11 +43,11 @@ public:
     void start();
 
     // One pass: reading, history, reminders. The instant is taken once, after the reading. Soon
-    // after a resume `Settling` may reject the reading, or count its conditions as known.
+    // after a resume `ResumeFilter` may reject the reading, or count its conditions as known.
     void refresh(Reason reason);
 
     // Whether readings are doubtful, since the machine goes to sleep or has just woken.
-    bool isSettling() const { return settling.isSettling(); }
+    bool isDoubting() const { return resumeFilter.isDoubting(); }
 
     // No notifications for an hour.
     void snooze();
@@ -67,8 +67,8 @@ private:
     void observeSleep();
     void goToSleep();
     void woke();
-    void endSettlingLater();
-    void endSettling();
+    void endDoubtLater();
+    void endDoubt();
     void catchUp(const BatteryState& missed, Date now);
     void trackPower(const BatteryState& fresh, Look look);
     void remind(const BatteryState& fresh, Look look);
@@ -78,10 +78,10 @@ private:
     void requireMainThread() const;
 
     Subscription timer;
-    Settling settling;
-    Subscription settled;
+    ResumeFilter resumeFilter;
+    Subscription doubtEnd;
     Subscription firstLook;
-    Subscription settlingLooks;
+    Subscription resumeLooks;
     bool sinceIsEstimated = false;  // the machine was on power when the program started, or woke
     ClockSteps clockSteps;
     bool snoozedHere = false;  // the deadline is of this run, by the clock as it goes now

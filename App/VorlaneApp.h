@@ -28,7 +28,7 @@ public:
     bool canRestart()
     {
         _delegate->model->refresh(AppModel::Reason::change);
-        return !_delegate->model->isSettling();
+        return !_delegate->model->isDoubting();
     }
 
     // For a process that ends inside its main loop.

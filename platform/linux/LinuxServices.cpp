@@ -14,49 +14,50 @@ namespace vorlane::platform {
 
 namespace {
 
-std::optional<XTrayItem::Origin> xTray()
+std::optional<XTrayItem::Dependencies> xTray(RemoteWindows& windows)
 {
     auto socket = LocalXDisplay::ofSession().socket();
     if (!socket) return std::nullopt;
-    return XTrayItem::Origin{.plugin = installedPath("lib/vorlane/vorlane_xembed.so"),
-                             .socket = std::move(*socket)};
+    return XTrayItem::Dependencies{.plugin = installedPath("lib/vorlane/vorlane_xembed.so"),
+                                   .socket = std::move(*socket),
+                                   .openMenu = [&windows](const auto& items, auto chosen) {
+                                       windows.popUpMenu(items, std::move(chosen));
+                                   }};
 }
 
 }  // namespace
 
-LinuxServices::LinuxServices(Base base)
-    : base_(std::move(base)),
-      system(base_.loop, base_.openSystem),
-      defaults(base_.loop.event(), FileDefaultsStore::usualPath()),
+LinuxServices::LinuxServices(Dependencies dependencies)
+    : dependencies_(std::move(dependencies)),
+      system(dependencies_.loop, dependencies_.openSystem),
+      defaults(dependencies_.loop.event(), FileDefaultsStore::usualPath()),
       workspace(system.connection()),
       estimates(system.connection(), uptime),
-      battery({.runLoop = base_.loop,
+      battery({.runLoop = dependencies_.loop,
                .estimates = estimates,
                .watchSupplies =
-                   [event = base_.loop.event()](std::function<void()> changed) {
+                   [event = dependencies_.loop.event()](std::function<void()> changed) {
                        return watchPowerSupplies(event, std::move(changed));
                    },
                .uptime = uptime,
                .charger = WeakCharger::take()}),
       loginItem(AutostartLoginItem::Places::usual()),
-      soundPlayer(base_.loop.event(), ThemeSoundPlayer::usualProgram(), SoundFiles()),
-      notifications({.session = base_.session,
+      soundPlayer(dependencies_.loop.event(), ThemeSoundPlayer::usualProgram(), SoundFiles()),
+      notifications({.session = dependencies_.session,
                      .icons = NotificationIcons(),
                      .sounds = SoundFiles(),
                      .player = soundPlayer,
                      .inherited = NotificationHandover::take()}),
-      windows(base_.loop, {.program = installedPath("lib/vorlane/vorlane-windows"),
-                           .session = base_.session,
-                           .refused =
-                               [&application = base_.application] {
-                                   // A new version has come, whose windows need its program.
-                                   if (programWasReplaced()) application.restart(MenuAction::open);
-                               }}),
-      statusBar({.session = base_.session,
-                 .loop = base_.loop,
-                 .xTray = xTray(),
-                 .openMenu = [this](const auto& items,
-                                    auto chosen) { windows.popUpMenu(items, std::move(chosen)); }}),
+      windows(dependencies_.loop, {.program = installedPath("lib/vorlane/vorlane-windows"),
+                                   .session = dependencies_.session,
+                                   .refused =
+                                       [&application = dependencies_.application] {
+                                           // A new version's windows need its program.
+                                           if (!programWasReplaced()) return;
+                                           application.restart(MenuAction::open);
+                                       }}),
+      statusBar(
+          {.session = dependencies_.session, .loop = dependencies_.loop, .xTray = xTray(windows)}),
       // Before the model, which reads the battery at the wake.
       wake(workspace.observeDidWake([this] {
           battery.resumed();
@@ -92,11 +93,11 @@ Services LinuxServices::services()
         .alertPanel = windows,
         .statusBar = statusBar,
         .windows = windows,
-        .application = base_.application,
+        .application = dependencies_.application,
         .loginItem = loginItem,
         .soundPlayer = soundPlayer,
         .workspace = workspace,
-        .runLoop = base_.loop,
+        .runLoop = dependencies_.loop,
         .clock = clock,
         .calendar = calendar,
         .texts = linuxTexts,

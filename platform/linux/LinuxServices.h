@@ -23,13 +23,13 @@ namespace vorlane::platform {
 
 class LinuxServices {
 public:
-    struct Base {
+    struct Dependencies {
         SdEventRunLoop& loop;
         sd_bus* session;
         SystemBus::Opener openSystem;
         DesktopApplication& application;
     };
-    explicit LinuxServices(Base base);
+    explicit LinuxServices(Dependencies dependencies);
 
     Services services();
 
@@ -37,13 +37,13 @@ public:
     void finish();
 
     // Whether the last reading is shown as it is.
-    bool isSettled() const { return !battery.holdsBackPlugChange(); }
+    bool showsLastReading() const { return !battery.holdsBackPlugChange(); }
 
     // Passes on what the process image that is about to be executed cannot find out by itself.
     void handOver() const;
 
 private:
-    Base base_;
+    Dependencies dependencies_;
     SystemBus system;
     SystemClock clock;
     SystemCalendar calendar;

@@ -98,7 +98,7 @@ End run(MenuAction action)
          .openSystem = [&loop] { return openBus(sd_bus_open_system, loop.event()); },
          .application = application});
     VorlaneApp app(platform.services());
-    application.waitToRestartUntil([&] { return app.canRestart() && platform.isSettled(); });
+    application.waitToRestartUntil([&] { return app.canRestart() && platform.showsLastReading(); });
     application.perform(action);
     app.run([&loop] { loop.run(); });
     platform.finish();

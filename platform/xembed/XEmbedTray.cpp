@@ -7,20 +7,20 @@ namespace vorlane::platform {
 XEmbedTray::XEmbedTray(std::unique_ptr<XConnection> opened, XTrayHost host)
     : connection(std::move(opened)), host_(std::move(host)), selection(*connection)
 {
-    (void)settle();
+    (void)drain();
 }
 
 bool XEmbedTray::dispatch()
 {
     while (const XEventPointer event{xcb_poll_for_event(connection->get())}) handle(*event);
-    return settle();
+    return drain();
 }
 
 bool XEmbedTray::show(const std::string& name)
 {
     name_ = name;
     stale = true;
-    return settle();
+    return drain();
 }
 
 void XEmbedTray::handle(const xcb_generic_event_t& event)
@@ -72,7 +72,7 @@ void XEmbedTray::drawSoon()
 }
 
 // What a call reads ahead does not show at the descriptor any more: until nothing is left of it.
-bool XEmbedTray::settle()
+bool XEmbedTray::drain()
 {
     auto* const xcb = connection->get();
     while (true) {

@@ -26,7 +26,7 @@ private:
     void handle(const xcb_generic_event_t& event);
     void followTray();
     void drawSoon();
-    bool settle();
+    bool drain();
 
     std::unique_ptr<XConnection> connection;
     XTrayHost host_;

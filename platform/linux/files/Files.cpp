@@ -160,10 +160,10 @@ std::optional<std::string> readOwnFile(const std::string& path, std::size_t limi
     return read(path, {.limit = limit, .whosever = false});
 }
 
-bool isSettled(int reason)
+bool countsAsEmpty(int reason)
 {
-    constexpr std::array settled{ENOENT, ENOTDIR, EINVAL, EFBIG, EPERM, ELOOP, ENXIO, ENODEV};
-    return std::ranges::find(settled, reason) != settled.end();
+    constexpr std::array reasons{ENOENT, ENOTDIR, EINVAL, EFBIG, EPERM, ELOOP, ENXIO, ENODEV};
+    return std::ranges::find(reasons, reason) != reasons.end();
 }
 
 bool replaceFile(const std::string& path, const FilePieces& next)

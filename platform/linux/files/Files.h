@@ -18,9 +18,9 @@ std::optional<std::string> readFile(const std::string& path, std::size_t limit);
 // folder that others may write to, anybody can put one. Of a link it is the target that counts.
 std::optional<std::string> readOwnFile(const std::string& path, std::size_t limit);
 
-// Whether what readFile left in errno says what stands there: nothing, or nothing to be read. All
-// other reasons say that it cannot be told now.
-bool isSettled(int reason);
+// Whether, by what readFile left in errno, the file counts as empty: nothing stands there, or
+// nothing to be read. All other reasons say that it cannot be told now.
+bool countsAsEmpty(int reason);
 
 // The next piece of a file's content; empty at its end.
 using FilePieces = std::function<std::string_view()>;

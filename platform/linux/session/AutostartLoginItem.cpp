@@ -33,7 +33,7 @@ bool exists(const std::string& path)
 std::optional<DesktopEntry> read(const std::string& path)
 {
     const auto text = readFile(path, largest);
-    if (!text && !isSettled(errno)) return std::nullopt;
+    if (!text && !countsAsEmpty(errno)) return std::nullopt;
     if (!text && !exists(path)) {
         errno = 0;
         return std::nullopt;

@@ -20,7 +20,7 @@ constexpr const char* objectPath = "/org/vorlane/Vorlane";
 constexpr const char* interfaceName = "org.freedesktop.Application";
 constexpr std::uint64_t patience = 5'000'000;  // microseconds for the other instance to answer
 
-constexpr Seconds settlingLooks{1};
+constexpr Seconds restartRetry{1};
 
 constexpr int mostTries = 5;  // somebody else may be quicker to take the name each time
 
@@ -137,15 +137,15 @@ void DesktopApplication::restart(MenuAction action)
     terminate();
 }
 
-void DesktopApplication::waitToRestartUntil(std::function<bool()> settled)
+void DesktopApplication::waitToRestartUntil(std::function<bool()> allowed)
 {
-    isSettled = std::move(settled);
+    mayRestart = std::move(allowed);
 }
 
-void DesktopApplication::restartWhenSettled()
+void DesktopApplication::restartWhenAllowed()
 {
-    if (isSettled()) return restart(MenuAction::none);
-    restartLater = loop_.after(settlingLooks, [this] { restartWhenSettled(); });
+    if (mayRestart()) return restart(MenuAction::none);
+    restartLater = loop_.after(restartRetry, [this] { restartWhenAllowed(); });
 }
 
 void DesktopApplication::terminate()
@@ -199,7 +199,7 @@ int DesktopApplication::quitSignal(sd_event_source* /*source*/, const signalfd_s
 {
     auto* const application = static_cast<DesktopApplication*>(self);
     if (info->ssi_signo == SIGUSR1) {
-        application->restartWhenSettled();
+        application->restartWhenAllowed();
     } else {
         application->terminate();
     }

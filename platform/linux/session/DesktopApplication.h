@@ -37,7 +37,7 @@ public:
 
     // SIGUSR1 restarts the program once this returns true: it is called at the signal, then each
     // second. Meanwhile the program can still be ended, or restarted by `restart`.
-    void waitToRestartUntil(std::function<bool()> settled);
+    void waitToRestartUntil(std::function<bool()> allowed);
 
     // What the new start is to do; absent when none was asked for.
     std::optional<MenuAction> restarting() const { return restart_; }
@@ -53,7 +53,7 @@ private:
     static int reopened(sd_bus_message* message, void* self, sd_bus_error* error);
     static int acted(sd_bus_message* message, void* self, sd_bus_error* error);
     static int quitSignal(sd_event_source* source, const signalfd_siginfo* info, void* self);
-    void restartWhenSettled();
+    void restartWhenAllowed();
     void disconnected(sd_bus_message* message);
 
     static const sd_bus_vtable vtable[];
@@ -65,7 +65,7 @@ private:
     std::array<EventSourcePointer, 4> quitSignals;
     std::optional<MenuAction> restart_;
     Subscription restartLater;  // while a restart waits
-    std::function<bool()> isSettled = [] { return true; };
+    std::function<bool()> mayRestart = [] { return true; };
     bool ending = false;  // what is asked for now is the next instance's
     std::function<void()> reopen = [] {};
     std::function<void(MenuAction)> act = [](MenuAction) {};

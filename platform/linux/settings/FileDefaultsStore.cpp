@@ -156,7 +156,7 @@ bool FileDefaultsStore::holds(const std::string& key, const DefaultsValue& value
 bool FileDefaultsStore::load()
 {
     auto content = readOwnFile(path, longestFile);
-    if (!content && !isSettled(errno)) {
+    if (!content && !countsAsEmpty(errno)) {
         isText = false;
         tryAgainLater();
         return false;

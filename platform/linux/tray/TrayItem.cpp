@@ -11,10 +11,11 @@ constexpr Seconds patienceWithPanels{3};
 
 }  // namespace
 
-TrayItem::TrayItem(Setting setting) : loop_(setting.loop), notifier(setting.session, setting.loop)
+TrayItem::TrayItem(Dependencies dependencies)
+    : loop_(dependencies.loop), notifier(dependencies.session, dependencies.loop)
 {
-    if (!setting.xTray) return;
-    icon.emplace(setting.loop, std::move(*setting.xTray), std::move(setting.openMenu));
+    if (!dependencies.xTray) return;
+    icon.emplace(dependencies.loop, std::move(*dependencies.xTray));
     icon->onLost([this] { take(choice.lost()); });
     notifier.onWatcher([this](bool present) { take(choice.watcher(present)); });
 }

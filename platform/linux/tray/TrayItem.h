@@ -19,15 +19,14 @@ namespace vorlane::platform {
 // questions are answered once the main loop runs.
 class TrayItem : public StatusBar, public StatusItem {
 public:
-    struct Setting {
+    struct Dependencies {
         sd_bus* session;
         SdEventRunLoop& loop;
-        std::optional<XTrayItem::Origin> xTray;  // absent where there can be no X tray
-        XTrayItem::MenuOpener openMenu;
+        std::optional<XTrayItem::Dependencies> xTray;  // absent where there can be no X tray
     };
 
     // The bus and the loop outlive this object.
-    explicit TrayItem(Setting setting);
+    explicit TrayItem(Dependencies dependencies);
 
     StatusItem* statusItem() override { return this; }
 

@@ -10,10 +10,9 @@
 
 namespace vorlane::platform {
 
-XTrayItem::XTrayItem(SdEventRunLoop& loop, Origin origin, MenuOpener openMenu)
+XTrayItem::XTrayItem(SdEventRunLoop& loop, Dependencies dependencies)
     : loop_(loop),
-      origin_(std::move(origin)),
-      openMenu_(std::move(openMenu)),
+      dependencies_(std::move(dependencies)),
       action(std::make_shared<std::function<void()>>([] {})),
       chosen(std::make_shared<std::function<void(MenuAction)>>([](MenuAction) {}))
 {}
@@ -22,7 +21,7 @@ XTrayItem::~XTrayItem() = default;
 
 void XTrayItem::open()
 {
-    probe.emplace(loop_.event(), origin_.socket, [this](bool answers) { answered(answers); });
+    probe.emplace(loop_.event(), dependencies_.socket, [this](bool answers) { answered(answers); });
     if (!probe->isAsking()) loseSoon();
 }
 
@@ -45,7 +44,7 @@ void XTrayItem::answered(bool answers)
 {
     probe.reset();
     if (answers && !entry) {
-        entry = reinterpret_cast<XTrayEntry*>(openPlugin(origin_.plugin, xTrayEntryName));
+        entry = reinterpret_cast<XTrayEntry*>(openPlugin(dependencies_.plugin, xTrayEntryName));
     }
     if (answers && entry) tray.reset(entry(host()));
     if (!tray) return loseSoon();
@@ -95,7 +94,8 @@ void XTrayItem::menuWanted()
             if (const auto callback = weak.lock()) (*callback)(choice);
         });
     };
-    loop_.async([open = openMenu_, menu = content.menu, choose] { open(menu, choose); });
+    loop_.async(
+        [open = dependencies_.openMenu, menu = content.menu, choose] { open(menu, choose); });
 }
 
 int XTrayItem::readable(sd_event_source* /*source*/, int /*descriptor*/, std::uint32_t /*events*/,

@@ -19,17 +19,18 @@ namespace vorlane::platform {
 // plugin's: it follows them as they come and go.
 class XTrayItem {
 public:
-    struct Origin {
-        std::string plugin;  // the path of its file
-        std::string socket;  // of the display's server
-    };
-
     // Opens a menu at the pointer, and tells what was chosen in it.
     using MenuOpener =
         std::function<void(const std::vector<MenuItem>&, std::function<void(MenuAction)> chosen)>;
 
+    struct Dependencies {
+        std::string plugin;  // the path of its file
+        std::string socket;  // of the display's server
+        MenuOpener openMenu;
+    };
+
     // The loop outlives this object.
-    XTrayItem(SdEventRunLoop& loop, Origin origin, MenuOpener openMenu);
+    XTrayItem(SdEventRunLoop& loop, Dependencies dependencies);
     XTrayItem(const XTrayItem&) = delete;
     XTrayItem& operator=(const XTrayItem&) = delete;
     ~XTrayItem();
@@ -57,8 +58,7 @@ private:
     static int readable(sd_event_source* source, int descriptor, std::uint32_t events, void* self);
 
     SdEventRunLoop& loop_;
-    Origin origin_;
-    MenuOpener openMenu_;
+    Dependencies dependencies_;
     StatusItemContent content;
     std::shared_ptr<std::function<void()>> action;
     std::shared_ptr<std::function<void(MenuAction)>> chosen;

@@ -62,7 +62,7 @@ void SwayPlacer::tryPlacing()
     if (!shown && sway->answers() && !patience.hasExpired()) return;
     retry.stop();
     if (shown) place(*shown);
-    Q_EMIT settled();
+    Q_EMIT placed();
 }
 
 void SwayPlacer::place(SwayWindow shown)

@@ -33,7 +33,7 @@ public:
 
 Q_SIGNALS:
     // The window is in its place, or stays where it is.
-    void settled();
+    void placed();
 
 private:
     void start();

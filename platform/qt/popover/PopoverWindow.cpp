@@ -61,7 +61,7 @@ PopoverWindow::PopoverWindow(QWidget* content, ClosedByUser closedByUser)
     auto policy = pane->sizePolicy();
     policy.setRetainSizeWhenHidden(true);
     pane->setSizePolicy(policy);
-    connect(&sway, &SwayPlacer::settled, this, [this] {
+    connect(&sway, &SwayPlacer::placed, this, [this] {
         pane->show();
         update();
     });

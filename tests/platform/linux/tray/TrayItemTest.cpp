@@ -8,12 +8,9 @@
 namespace vorlane::platform {
 namespace {
 
-TrayItem::Setting onTheBusAlone(sd_bus* session, SdEventRunLoop& loop)
+TrayItem::Dependencies onTheBusAlone(sd_bus* session, SdEventRunLoop& loop)
 {
-    return {.session = session,
-            .loop = loop,
-            .xTray = std::nullopt,
-            .openMenu = [](const auto& /*items*/, const auto& /*chosen*/) {}};
+    return {.session = session, .loop = loop, .xTray = std::nullopt};
 }
 
 TEST(TrayItemTest, HasOneItem)

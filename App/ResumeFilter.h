@@ -9,7 +9,7 @@
 
 namespace vorlane {
 
-class Settling {
+class ResumeFilter {
 public:
     void sleep();
 
@@ -19,7 +19,7 @@ public:
     // Ends the doubt. A sleep that was never followed by a wake signal ends too.
     void end();
 
-    bool isSettling() const { return isDoubtful; }
+    bool isDoubting() const { return isDoubtful; }
 
     // Whether `fresh` reads as empty or gone, and was neither when last believed.
     bool doubts(const BatteryState& fresh, const BatteryState& believed) const;

@@ -12,7 +12,7 @@ using testing::SizeIs;
 using namespace std::chrono_literals;
 
 // A laptop that was on power above its limit, and reminded of it, before it slept.
-class AppModelSettlingTest : public AppModelFixture {
+class AppModelResumeTest : public AppModelFixture {
 protected:
     std::shared_ptr<AppModel> model = launch();
     Date plugged;
@@ -31,7 +31,7 @@ protected:
     std::int64_t percent() const { return model->state.get().percent; }
 };
 
-TEST_F(AppModelSettlingTest, PassesOverAnEmptyBatteryUntilItIsKnownAgain)
+TEST_F(AppModelResumeTest, PassesOverAnEmptyBatteryUntilItIsKnownAgain)
 {
     const auto samples = model->history.samples.size();
     machine.charge(0);
@@ -47,7 +47,7 @@ TEST_F(AppModelSettlingTest, PassesOverAnEmptyBatteryUntilItIsKnownAgain)
     EXPECT_THAT(posted(), ElementsAre("chargeLimit"));
 }
 
-TEST_F(AppModelSettlingTest, PassesOverABatteryThatIsGoneForAWhile)
+TEST_F(AppModelResumeTest, PassesOverABatteryThatIsGoneForAWhile)
 {
     machine.removeBattery();
     machine.wake();
@@ -59,7 +59,7 @@ TEST_F(AppModelSettlingTest, PassesOverABatteryThatIsGoneForAWhile)
     EXPECT_THAT(posted(), ElementsAre("chargeLimit"));
 }
 
-TEST_F(AppModelSettlingTest, LeavesAShownReminderInPlaceMeanwhile)
+TEST_F(AppModelResumeTest, LeavesAShownReminderInPlaceMeanwhile)
 {
     machine.removeBattery();
     machine.wake();
@@ -68,7 +68,7 @@ TEST_F(AppModelSettlingTest, LeavesAShownReminderInPlaceMeanwhile)
     EXPECT_THAT(machine.notifications.shown, SizeIs(1));
 }
 
-TEST_F(AppModelSettlingTest, BelievesAnEmptyBatteryAfterHalfAMinute)
+TEST_F(AppModelResumeTest, BelievesAnEmptyBatteryAfterHalfAMinute)
 {
     machine.unplug();
     machine.charge(0);
@@ -83,7 +83,7 @@ TEST_F(AppModelSettlingTest, BelievesAnEmptyBatteryAfterHalfAMinute)
 }
 
 // As at the refresh that the wake would have had: what holds then is no news.
-TEST_F(AppModelSettlingTest, TakesTheFirstReadingThatItBelievesForTheWake)
+TEST_F(AppModelResumeTest, TakesTheFirstReadingThatItBelievesForTheWake)
 {
     machine.unplug();
     machine.charge(0);
@@ -97,7 +97,7 @@ TEST_F(AppModelSettlingTest, TakesTheFirstReadingThatItBelievesForTheWake)
     EXPECT_THAT(posted(), ElementsAre("chargeLimit"));
 }
 
-TEST_F(AppModelSettlingTest, DoubtsWhatIsToldBeforeTheResumeIs)
+TEST_F(AppModelResumeTest, DoubtsWhatIsToldBeforeTheResumeIs)
 {
     machine.removeBattery();
     machine.powerSources.change();
@@ -105,7 +105,7 @@ TEST_F(AppModelSettlingTest, DoubtsWhatIsToldBeforeTheResumeIs)
     EXPECT_TRUE(model->state.get().hasBattery);
 }
 
-TEST_F(AppModelSettlingTest, BelievesAtOnceWhatIsNeitherEmptyNorGone)
+TEST_F(AppModelResumeTest, BelievesAtOnceWhatIsNeitherEmptyNorGone)
 {
     machine.charge(83);
     machine.wake();
@@ -115,7 +115,7 @@ TEST_F(AppModelSettlingTest, BelievesAtOnceWhatIsNeitherEmptyNorGone)
 }
 
 // Some controllers tell of nothing: somebody has to look.
-TEST_F(AppModelSettlingTest, LooksAgainEveryFiveSecondsForHalfAMinute)
+TEST_F(AppModelResumeTest, LooksAgainEveryFiveSecondsForHalfAMinute)
 {
     machine.wake();
     machine.advance(3s);
@@ -128,7 +128,7 @@ TEST_F(AppModelSettlingTest, LooksAgainEveryFiveSecondsForHalfAMinute)
     EXPECT_EQ(model->historyVersion.get(), first + 6);
 }
 
-TEST_F(AppModelSettlingTest, BeginsAnewWhenItSleepsAgain)
+TEST_F(AppModelResumeTest, BeginsAnewWhenItSleepsAgain)
 {
     machine.wake();
     machine.advance(20s);
@@ -142,7 +142,7 @@ TEST_F(AppModelSettlingTest, BeginsAnewWhenItSleepsAgain)
     EXPECT_FALSE(model->state.get().hasBattery);
 }
 
-TEST_F(AppModelSettlingTest, BelievesAPulledBatteryLongAfterTheWake)
+TEST_F(AppModelResumeTest, BelievesAPulledBatteryLongAfterTheWake)
 {
     machine.wake();
     machine.advance(31s);

@@ -1,39 +1,39 @@
-#include "App/Settling.h"
+#include "App/ResumeFilter.h"
 
 namespace vorlane {
 
-void Settling::sleep()
+void ResumeFilter::sleep()
 {
     phase = Phase::asleep;
     isDoubtful = true;
     known.reset();
 }
 
-void Settling::wake(const BatteryState& reading, const BatteryState& believed)
+void ResumeFilter::wake(const BatteryState& reading, const BatteryState& believed)
 {
     phase = Phase::woken;
     isDoubtful = true;
     known = doubts(reading, believed) ? std::nullopt : std::optional(reading);
 }
 
-void Settling::end()
+void ResumeFilter::end()
 {
     isDoubtful = false;
     if (phase == Phase::asleep) phase = Phase::lookPostponed;
 }
 
-bool Settling::doubts(const BatteryState& fresh, const BatteryState& believed) const
+bool ResumeFilter::doubts(const BatteryState& fresh, const BatteryState& believed) const
 {
     if (!isDoubtful || !believed.hasBattery) return false;
     return !fresh.hasBattery || (fresh.percent == 0 && believed.percent > 0);
 }
 
-void Settling::postponeLook()
+void ResumeFilter::postponeLook()
 {
     if (phase == Phase::woken) phase = Phase::lookPostponed;
 }
 
-std::optional<BatteryState> Settling::takeMissed(const BatteryState& fresh)
+std::optional<BatteryState> ResumeFilter::takeMissed(const BatteryState& fresh)
 {
     if (phase != Phase::woken && phase != Phase::lookPostponed) return std::nullopt;
     if (!known || !known->hasBattery || !fresh.hasBattery) return std::nullopt;
@@ -43,7 +43,7 @@ std::optional<BatteryState> Settling::takeMissed(const BatteryState& fresh)
     return known;
 }
 
-bool Settling::takeLook(const BatteryState& fresh, bool isScheduledLook)
+bool ResumeFilter::takeLook(const BatteryState& fresh, bool isScheduledLook)
 {
     switch (phase) {
         case Phase::awake:
