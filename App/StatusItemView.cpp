@@ -10,15 +10,13 @@ namespace vorlane {
 
 namespace {
 
-std::string titleText(const BatteryState& state, const Prefs& prefs)
+std::string titleText(const StatusItemContent& content)
 {
     std::string text;
-    if (!state.hasBattery) return text;
-    if (prefs.showPercent) text = std::to_string(state.percent) + "%";
-
-    const auto time = prefs.showTime ? state.shortTime() : std::nullopt;
-    if (!time) return text;
-    return text.empty() ? *time : text + " · " + *time;
+    if (content.percent) text += " " + std::to_string(*content.percent) + "%";
+    if (content.percent && content.time) text += " ·";
+    if (content.time) text += " " + *content.time;
+    return text;
 }
 
 // For screen readers.
@@ -50,18 +48,20 @@ StatusItemContent StatusItemView::content(DefaultsStore& defaults, const StatusI
 {
     const auto& state = model->state.get();
     const auto prefs = Prefs::current(defaults);
-    const auto text = titleText(state, prefs);
-
     StatusItemContent content{
         .symbol = std::nullopt,
         .accessibilityDescription = description(state),
-        .imagePosition = text.empty() ? ImagePosition::imageOnly : ImagePosition::imageLeading,
-        .title = text.empty() ? "" : " " + text,
+        .title = {},
+        .percent =
+            state.hasBattery && prefs.showPercent ? std::optional(state.percent) : std::nullopt,
+        .time = state.hasBattery && prefs.showTime ? state.shortTime() : std::nullopt,
         .toolTip = state.stateText(),
         .menu = menu(state.stateText(), snoozeLine(model->snoozeUntil.get(), calendar)),
         // "Low" does not depend on the time on power.
         .needsAttention = AlertConditions::of(state, prefs, std::nullopt, {}).low,
     };
+    content.title = titleText(content);
+    if (!content.title.empty()) content.imagePosition = ImagePosition::imageLeading;
     for (auto& name : state.symbolNames()) {
         if (!item.hasSymbol(name)) continue;
         content.symbol = std::move(name);

@@ -118,6 +118,8 @@ private:
         loop.settle();
         content.symbol = input.flag() ? std::optional<std::string>("battery.75") : std::nullopt;
         content.title = any.anyString();
+        content.percent = input.flag() ? std::optional(input.number()) : std::nullopt;
+        content.time = input.flag() ? std::optional(any.anyString()) : std::nullopt;
         content.toolTip = any.anyString();
         content.accessibilityDescription = content.title + ", " + content.toolTip;
         content.needsAttention = !content.symbol;

@@ -1,6 +1,7 @@
 // What the status item shows: all that a tray needs to know.
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
@@ -25,6 +26,9 @@ struct StatusItemContent {
     std::string accessibilityDescription;  // what a screen reader says of the item
     ImagePosition imagePosition = ImagePosition::imageOnly;
     std::string title;  // empty, or a space and the text
+    // What the title shows, for trays that draw or measure it.
+    std::optional<std::int64_t> percent;
+    std::optional<std::string> time;  // "1:23"
     std::string toolTip;
     std::vector<MenuItem> menu;
     bool needsAttention = false;  // the battery is low

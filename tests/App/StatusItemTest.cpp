@@ -25,6 +25,22 @@ protected:
     }
 };
 
+TEST_F(StatusItemTest, SaysWhatTheTitleShowsInFieldsOfTheirOwn)
+{
+    EXPECT_EQ(title(true, true, true), " 50% \u00b7 2:05");
+    EXPECT_EQ(shown().percent, 50);
+    EXPECT_EQ(shown().time, "2:05");
+
+    EXPECT_EQ(title(false, true, false), "");
+    EXPECT_EQ(shown().percent, std::nullopt);
+    EXPECT_EQ(shown().time, std::nullopt);
+
+    EXPECT_EQ(title(true, true, true), " 50% \u00b7 2:05");
+    machine.removeBattery();
+    EXPECT_EQ(shown().percent, std::nullopt);
+    EXPECT_EQ(shown().time, std::nullopt);
+}
+
 TEST_F(StatusItemTest, ShowsPercentAndTimeAsTheUserChose)
 {
     EXPECT_EQ(title(true, true, true), " 50% \u00b7 2:05");

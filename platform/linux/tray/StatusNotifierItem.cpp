@@ -134,7 +134,7 @@ void StatusNotifierItem::announceDescription()
 void StatusNotifierItem::announceLabel()
 {
     (void)sd_bus_emit_signal(session_, path, interfaceName, "XAyatanaNewLabel", "ss",
-                             face.label.c_str(), statusLabelGuide(face.label).c_str());
+                             face.label.c_str(), face.labelGuide.c_str());
 }
 
 void StatusNotifierItem::emit(const char* signal)
@@ -186,7 +186,7 @@ std::string StatusNotifierItem::text(std::string_view property) const
     if (property == "IconName" || property == "AttentionIconName") return face.icon.name;
     if (property.ends_with("AccessibleDesc")) return face.description;
     if (property == "XAyatanaLabel") return face.label;
-    return statusLabelGuide(face.label);
+    return face.labelGuide;
 }
 
 int StatusNotifierItem::getText(sd_bus* /*bus*/, const char* /*path*/, const char* /*interface*/,

@@ -36,7 +36,8 @@ TrayFace TrayFace::of(const StatusItemContent& content, TrayKind tray)
             .title = titleFor(content, tray),
             .description = content.accessibilityDescription,
             .toolTip = toolTipFor(content, tray),
-            .label = statusLabel(content)};
+            .label = statusLabel(content),
+            .labelGuide = statusLabelGuide(content)};
 }
 
 }  // namespace vorlane::platform

@@ -23,6 +23,7 @@ struct TrayFace {
     std::string description;  // of the icon
     TrayToolTip toolTip;
     std::string label;
+    std::string labelGuide;  // the widest text that the label can become
 
     static TrayFace of(const StatusItemContent& content, TrayKind tray);
 

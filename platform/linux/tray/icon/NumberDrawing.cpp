@@ -1,7 +1,6 @@
 #include "platform/linux/tray/icon/NumberDrawing.h"
 
 #include <algorithm>
-#include <string>
 
 #include "platform/linux/tray/icon/DigitShapes.h"
 #include "platform/linux/tray/icon/SmallSymbol.h"
@@ -12,7 +11,6 @@ namespace {
 
 using Box = BitPicture::Box;
 
-constexpr std::string_view separator = " · ";
 constexpr int smallestOfTwoLines = 18;  // pixels; below there is room for the first alone
 
 void drawLine(BitPicture& picture, const Box& box, std::string_view line)
@@ -37,25 +35,21 @@ BitPicture doubled(const BitPicture& small)
 BitPicture NumberDrawing::draw() const
 {
     if (size >= 40 && size % 2 == 0) {
-        return doubled(NumberDrawing{.symbol = symbol, .text = text, .size = size / 2}.draw());
-    }
-    const auto split = text.find(separator);
-    if (split != std::string_view::npos && size < smallestOfTwoLines) {
-        return NumberDrawing{.symbol = symbol, .text = text.substr(0, split), .size = size}.draw();
+        return doubled(NumberDrawing{.symbol = symbol, .lines = lines, .size = size / 2}.draw());
     }
     BitPicture picture(size, size);
     const int gap = std::max(1, (size + 4) / 16);
-    if (split == std::string_view::npos) {
+    if (lines.size() == 1 || size < smallestOfTwoLines) {
         const int above = size * 8 / 22;
         drawSmallSymbol(picture, {0, 0, size, above}, symbol);
-        drawLine(picture, {0, above + gap, size, size - above - gap}, text);
+        drawLine(picture, {0, above + gap, size, size - above - gap}, lines[0]);
         return picture;
     }
     const int line = size * 7 / 22;
     const int above = size - 2 * (line + gap);
     drawSmallSymbol(picture, {0, 0, size, above}, symbol);
-    drawLine(picture, {0, above + gap, size, line}, text.substr(0, split));
-    drawLine(picture, {0, size - line, size, line}, text.substr(split + separator.size()));
+    drawLine(picture, {0, above + gap, size, line}, lines[0]);
+    drawLine(picture, {0, size - line, size, line}, lines[1]);
     return picture;
 }
 

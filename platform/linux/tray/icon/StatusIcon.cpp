@@ -1,6 +1,7 @@
 #include "platform/linux/tray/icon/StatusIcon.h"
 
 #include <array>
+#include <vector>
 
 #include "platform/linux/tray/icon/SymbolMask.h"
 #include "platform/linux/tray/icon/SymbolPixmaps.h"
@@ -24,23 +25,31 @@ constexpr std::array numberSizes{16, 18, 20, 22, 24, 28, 32, 44};
 
 constexpr int leastWithText = 16;  // pixels of an X icon
 
+std::vector<std::string> numbers(const StatusItemContent& content)
+{
+    std::vector<std::string> lines;
+    if (content.percent) lines.push_back(std::to_string(*content.percent));
+    if (content.time) lines.push_back(*content.time);
+    return lines;
+}
+
 }  // namespace
 
 std::span<const int> StatusIcon::sizes() const
 {
-    if (picture.text.empty()) return pixmapSizes;
+    if (picture.lines.empty()) return pixmapSizes;
     return numberSizes;
 }
 
 StatusIcon StatusIcon::of(const StatusItemContent& content, TrayKind tray)
 {
     const auto symbol = content.symbol.value_or("");
-    const auto text = tray == TrayKind::labels ? std::string() : statusLabel(content);
-    if (text.empty()) {
+    const auto lines = numbers(content);
+    if (tray == TrayKind::labels || lines.empty()) {
         return {.name = content.symbol ? symbolIconName(symbol) : std::string(),
-                .picture = {.symbol = symbol, .text = {}, .ink = grey, .plate = {}}};
+                .picture = {.symbol = symbol, .lines = {}, .ink = grey, .plate = {}}};
     }
-    return {.name = {}, .picture = {.symbol = symbol, .text = text, .ink = white, .plate = tile}};
+    return {.name = {}, .picture = {.symbol = symbol, .lines = lines, .ink = white, .plate = tile}};
 }
 
 StatusPicture xIconPicture(const StatusItemContent& content, int size, std::optional<Rgb> color)
@@ -60,13 +69,11 @@ std::string statusLabel(const StatusItemContent& content)
     return start == std::string::npos ? std::string() : content.title.substr(start);
 }
 
-std::string statusLabelGuide(const std::string& label)
+std::string statusLabelGuide(const StatusItemContent& content)
 {
-    const bool percent = label.find('%') != std::string::npos;
-    const bool time = label.find(':') != std::string::npos;
-    if (percent && time) return "100% · 00:00";
-    if (percent) return "100%";
-    return time ? "00:00" : "";
+    if (content.percent && content.time) return "100% · 00:00";
+    if (content.percent) return "100%";
+    return content.time ? "00:00" : "";
 }
 
 std::string spokenTitle(const StatusItemContent& content)

@@ -33,7 +33,7 @@ StatusPicture xIconPicture(const StatusItemContent& content, int size, std::opti
 std::string statusLabel(const StatusItemContent& content);
 
 // The widest text the label can become, so that the panel does not shift with each percent.
-std::string statusLabelGuide(const std::string& label);
+std::string statusLabelGuide(const StatusItemContent& content);
 
 // The program's name and the description, for screen readers.
 std::string spokenTitle(const StatusItemContent& content);

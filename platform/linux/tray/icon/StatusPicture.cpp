@@ -53,8 +53,8 @@ Pixmap StatusPicture::draw(int size) const
 {
     if (size < 1 || size > largestSize) return {};
     const int margin = plate ? marginOf(size) : 0;
-    const NumberDrawing number{.symbol = symbol, .text = text, .size = size - 2 * margin};
-    const auto mask = text.empty() ? symbolMask(symbol, size) : numberMask(number, margin);
+    const NumberDrawing number{.symbol = symbol, .lines = lines, .size = size - 2 * margin};
+    const auto mask = lines.empty() ? symbolMask(symbol, size) : numberMask(number, margin);
     if (mask.empty()) return {};
 
     Pixmap pixmap{.size = size, .argb = {}};

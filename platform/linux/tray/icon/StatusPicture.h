@@ -1,4 +1,4 @@
-// The status item as pixels: the symbol alone, or the symbol with a text below it.
+// The status item as pixels: the symbol alone, or the symbol with numbers below it.
 #pragma once
 
 #include <cstdint>
@@ -17,10 +17,10 @@ struct Pixmap {
     std::vector<std::uint8_t> argb;  // size * size * 4 bytes; empty when there is no picture
 };
 
-// What to draw. Any size from 1 to 512 pixels can be drawn; a text wants 16 and more.
+// What to draw. Any size from 1 to 512 pixels can be drawn; numbers want 16 and more.
 struct StatusPicture {
-    std::string symbol;  // "battery.75"; empty or unknown: none
-    std::string text;    // "80%", "1:23", "80% · 1:23"; empty: the symbol alone fills the square
+    std::string symbol;              // "battery.75"; empty or unknown: none
+    std::vector<std::string> lines;  // "80", "1:23"; empty: the symbol alone fills the square
     Rgb ink;
     std::optional<Rgb> plate;  // a tile below it; absent: the picture has no ground
 

@@ -44,6 +44,8 @@ protected:
                               .accessibilityDescription = "Battery 80%, On battery, 2 h 5 min left",
                               .imagePosition = ImagePosition::imageLeading,
                               .title = " 80% · 2:05",
+                              .percent = 80,
+                              .time = "2:05",
                               .toolTip = "On battery, 2 h 5 min left",
                               .menu = {{.action = MenuAction::quit, .title = "Quit"}}};
     int clicks = 0;
@@ -185,6 +187,8 @@ TEST_F(StatusNotifierItemTest, HasNoLabelWhenItIsTheImageAlone)
 {
     content.imagePosition = ImagePosition::imageOnly;
     content.title = "";
+    content.percent.reset();
+    content.time.reset();
 
     show();
 
@@ -195,10 +199,14 @@ TEST_F(StatusNotifierItemTest, HasNoLabelWhenItIsTheImageAlone)
 TEST_F(StatusNotifierItemTest, KeepsRoomForTheWidestLabelOfItsKind)
 {
     content.title = " 7%";
+    content.percent = 7;
+    content.time.reset();
     show();
     EXPECT_EQ(tray.property("XAyatanaLabelGuide"), "(<'100%'>)");
 
     content.title = " 0:07";
+    content.percent.reset();
+    content.time = "0:07";
     show();
     EXPECT_EQ(tray.property("XAyatanaLabelGuide"), "(<'00:00'>)");
 }
@@ -315,6 +323,8 @@ TEST_F(StatusNotifierItemTest, SignalsANewLabelWithItsGuide)
 {
     showFirst();
     content.title = " 79%";
+    content.percent = 79;
+    content.time.reset();
 
     show();
 
@@ -325,6 +335,8 @@ TEST_F(StatusNotifierItemTest, SignalsAnEmptyLabelWhenTheTitleGoes)
 {
     showFirst();
     content.title = "";
+    content.percent.reset();
+    content.time.reset();
     content.imagePosition = ImagePosition::imageOnly;
 
     show();
@@ -365,6 +377,7 @@ TEST_F(StatusNotifierItemTest, SignalsANewIconForAnotherNumberInIt)
     showOnTray("waybar");
 
     content.title = " 79% · 2:05";
+    content.percent = 79;
     show();
     EXPECT_THAT(tray.newSignals(),
                 ElementsAre("NewIcon()", "XAyatanaNewLabel('79% · 2:05', '100% · 00:00')"));
@@ -377,6 +390,8 @@ TEST_F(StatusNotifierItemTest, TakesTheThemesIconAgainWhenTheTitleGoes)
 {
     showOnTray("waybar");
     content.title = "";
+    content.percent.reset();
+    content.time.reset();
     content.imagePosition = ImagePosition::imageOnly;
 
     show();

@@ -10,6 +10,8 @@ const StatusItemContent content{
     .accessibilityDescription = "Battery 57%, On battery, 2 h 5 min left",
     .imagePosition = ImagePosition::imageLeading,
     .title = " 57%",
+    .percent = 57,
+    .time = {},
     .toolTip = "On battery, 2 h 5 min left",
     .menu = {}};
 

@@ -1,9 +1,12 @@
 #include "platform/linux/tray/icon/StatusIcon.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 namespace vorlane::platform {
 namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
 
 StatusItemContent sixtyPercent()
 {
@@ -11,6 +14,8 @@ StatusItemContent sixtyPercent()
             .accessibilityDescription = "Battery 80%, Fully charged",
             .imagePosition = ImagePosition::imageLeading,
             .title = " 60%",
+            .percent = 60,
+            .time = {},
             .toolTip = "",
             .menu = {}};
 }
@@ -22,12 +27,12 @@ TEST(StatusIconPixelsTest, HasTheNumberInIt)
     const auto picture = xIconPicture(sixtyPercent(), 22, white);
 
     EXPECT_EQ(picture.symbol, "battery.50");
-    EXPECT_EQ(picture.text, "60%");
+    EXPECT_THAT(picture.lines, ElementsAre("60"));
 }
 
 TEST(StatusIconPixelsTest, IsTheSymbolAloneWhereANumberHasNoRoom)
 {
-    EXPECT_EQ(xIconPicture(sixtyPercent(), 15, white).text, "");
+    EXPECT_THAT(xIconPicture(sixtyPercent(), 15, white).lines, IsEmpty());
 }
 
 TEST(StatusIconPixelsTest, IsTheSymbolAloneWhenNoNumberIsWanted)
@@ -35,8 +40,9 @@ TEST(StatusIconPixelsTest, IsTheSymbolAloneWhenNoNumberIsWanted)
     auto content = sixtyPercent();
     content.imagePosition = ImagePosition::imageOnly;
     content.title = "";
+    content.percent.reset();
 
-    EXPECT_EQ(xIconPicture(content, 22, white).text, "");
+    EXPECT_THAT(xIconPicture(content, 22, white).lines, IsEmpty());
 }
 
 TEST(StatusIconPixelsTest, LiesOnTheTrayInTheTraysOwnColour)

@@ -1,16 +1,21 @@
 #include "platform/linux/tray/icon/StatusIcon.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <cstddef>
 
 namespace vorlane::platform {
 namespace {
 
+using testing::ElementsAre;
+using testing::IsEmpty;
+
 const StatusItemContent content{.symbol = "battery.75",
                                 .accessibilityDescription = "Battery 80%, Fully charged",
                                 .imagePosition = ImagePosition::imageLeading,
                                 .title = " 80%",
+                                .percent = 80,
+                                .time = {},
                                 .toolTip = "",
                                 .menu = {}};
 
@@ -20,7 +25,7 @@ TEST(StatusIconTest, IsTheThemesSymbolWhereTheTrayShowsLabels)
 
     EXPECT_EQ(icon.name, "vorlane-battery-75-symbolic");
     EXPECT_EQ(icon.picture.symbol, "battery.75");
-    EXPECT_EQ(icon.picture.text, "");
+    EXPECT_THAT(icon.picture.lines, IsEmpty());
     EXPECT_FALSE(icon.picture.plate);
 }
 
@@ -30,7 +35,7 @@ TEST(StatusIconTest, HoldsTheNumberWhereTheTrayShowsNone)
 
     EXPECT_EQ(icon.name, "");
     EXPECT_EQ(icon.picture.symbol, "battery.75");
-    EXPECT_EQ(icon.picture.text, "80%");
+    EXPECT_THAT(icon.picture.lines, ElementsAre("80"));
     EXPECT_TRUE(icon.picture.plate);
     EXPECT_EQ(StatusIcon::of(content, TrayKind::titledIcons), icon);
     EXPECT_EQ(StatusIcon::of(content, TrayKind::describedIcons), icon);
@@ -40,6 +45,7 @@ TEST(StatusIconTest, IsTheSameOnEveryTrayWithoutANumber)
 {
     auto plain = content;
     plain.title = "";
+    plain.percent.reset();
     plain.imagePosition = ImagePosition::imageOnly;
 
     EXPECT_EQ(StatusIcon::of(plain, TrayKind::icons), StatusIcon::of(plain, TrayKind::labels));
@@ -49,7 +55,7 @@ TEST(StatusIconTest, IsTheSameOnEveryTrayWithoutANumber)
 TEST(StatusIconTest, DiffersForAnotherNumberOnTraysOfIconsAlone)
 {
     auto other = content;
-    other.title = " 79%";
+    other.percent = 79;
 
     EXPECT_NE(StatusIcon::of(other, TrayKind::icons), StatusIcon::of(content, TrayKind::icons));
     EXPECT_EQ(StatusIcon::of(other, TrayKind::labels), StatusIcon::of(content, TrayKind::labels));
@@ -77,7 +83,7 @@ TEST(StatusIconTest, IsTheNumberAloneWithoutASymbol)
     auto bare = content;
     bare.symbol = std::nullopt;
 
-    EXPECT_EQ(StatusIcon::of(bare, TrayKind::icons).picture.text, "80%");
+    EXPECT_THAT(StatusIcon::of(bare, TrayKind::icons).picture.lines, ElementsAre("80"));
     EXPECT_EQ(StatusIcon::of(bare, TrayKind::labels).name, "");
 }
 

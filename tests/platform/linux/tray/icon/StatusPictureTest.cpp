@@ -27,7 +27,7 @@ Pixel pixel(const Pixmap& pixmap, int x, int y)
 TEST(StatusPictureTest, DrawsTheSymbolAloneWithoutAText)
 {
     const auto pixmap =
-        StatusPicture{.symbol = "battery.75", .text = "", .ink = ink, .plate = {}}.draw(22);
+        StatusPicture{.symbol = "battery.75", .lines = {}, .ink = ink, .plate = {}}.draw(22);
 
     const auto mask = symbolMask("battery.75", 22);
     ASSERT_EQ(pixmap.size, 22);
@@ -42,10 +42,11 @@ TEST(StatusPictureTest, DrawsTheSymbolAloneWithoutAText)
 
 TEST(StatusPictureTest, DrawsTheTextInTheInk)
 {
-    const StatusPicture picture{.symbol = "battery.75", .text = "80%", .ink = ink, .plate = {}};
+    const StatusPicture picture{.symbol = "battery.75", .lines = {"80"}, .ink = ink, .plate = {}};
 
     for (const int size : {16, 18, 22, 24, 30, 48}) {
-        const auto bits = NumberDrawing{.symbol = "battery.75", .text = "80%", .size = size}.draw();
+        const auto bits =
+            NumberDrawing{.symbol = "battery.75", .lines = picture.lines, .size = size}.draw();
         const auto pixmap = picture.draw(size);
         for (int y = 0; y < size; ++y) {
             for (int x = 0; x < size; ++x) {
@@ -58,7 +59,7 @@ TEST(StatusPictureTest, DrawsTheTextInTheInk)
 TEST(StatusPictureTest, LaysAPlateBelow)
 {
     const auto pixmap =
-        StatusPicture{.symbol = "battery.0", .text = "80%", .ink = ink, .plate = tile}.draw(22);
+        StatusPicture{.symbol = "battery.0", .lines = {"80"}, .ink = ink, .plate = tile}.draw(22);
 
     EXPECT_EQ(pixel(pixmap, 0, 0)[0], 0);                          // a round corner
     EXPECT_EQ(pixel(pixmap, 1, 0), (Pixel{255, 200, 210, 220}));   // the edge
@@ -68,13 +69,14 @@ TEST(StatusPictureTest, LaysAPlateBelow)
 
 TEST(StatusPictureTest, KeepsTheNumberOffTheEdgesOfItsPlate)
 {
-    for (const auto* const text : {"100%", "20:08", "100% · 20:08"}) {
+    for (const std::vector<std::string>& lines :
+         {std::vector<std::string>{"100"}, {"20:08"}, {"100", "20:08"}}) {
         const auto pixmap =
-            StatusPicture{.symbol = "battery.100", .text = text, .ink = ink, .plate = tile}.draw(
+            StatusPicture{.symbol = "battery.100", .lines = lines, .ink = ink, .plate = tile}.draw(
                 22);
         for (int i = 1; i < 21; ++i) {
             for (const auto& [x, y] : {std::array{i, 0}, {i, 21}, {0, i}, {21, i}}) {
-                EXPECT_EQ(pixel(pixmap, x, y), (Pixel{255, 200, 210, 220})) << text;
+                EXPECT_EQ(pixel(pixmap, x, y), (Pixel{255, 200, 210, 220})) << lines.front();
             }
         }
     }
@@ -82,8 +84,8 @@ TEST(StatusPictureTest, KeepsTheNumberOffTheEdgesOfItsPlate)
 
 TEST(StatusPictureTest, IsEmptyWhenThereIsNothingToDraw)
 {
-    const StatusPicture nothing{.symbol = "", .text = "", .ink = ink, .plate = {}};
-    const StatusPicture number{.symbol = "", .text = "80%", .ink = ink, .plate = {}};
+    const StatusPicture nothing{.symbol = "", .lines = {}, .ink = ink, .plate = {}};
+    const StatusPicture number{.symbol = "", .lines = {"80"}, .ink = ink, .plate = {}};
 
     EXPECT_TRUE(nothing.draw(22).argb.empty());
     for (const int size : {-5, 0, 513}) EXPECT_TRUE(number.draw(size).argb.empty()) << size;

@@ -21,7 +21,7 @@ const std::vector<std::string> symbols{
 
 std::vector<std::uint8_t> pixmap(const std::string& symbol, int size)
 {
-    return StatusPicture{.symbol = symbol, .text = "", .ink = {}, .plate = {}}.draw(size).argb;
+    return StatusPicture{.symbol = symbol, .lines = {}, .ink = {}, .plate = {}}.draw(size).argb;
 }
 
 // The sum of all alpha values: how much is drawn.
