@@ -1,4 +1,4 @@
-"""The fixtures: a virtual laptop for each test, and the program in it, which must end cleanly."""
+"""Fixtures: a virtual laptop for each test; the program in it must end cleanly."""
 import contextlib
 import os
 import pathlib
@@ -18,19 +18,19 @@ REPOSITORY = pathlib.Path(__file__).resolve().parents[2]
 def pytest_addoption(parser):
     parser.addoption('--vorlane', default=str(REPOSITORY / 'build/sanitize/bin/vorlane'),
                      help='the program to test')
-    parser.addoption('--flood', type=int, help='the messages of each flood')
+    parser.addoption('--flood', type=int, help='number of messages per flood')
 
 
 @pytest.fixture(scope='session')
 def program(pytestconfig):
     path = os.path.abspath(pytestconfig.getoption('--vorlane'))
-    assert os.access(path, os.X_OK), f'{path} is not there; build it first'
+    assert os.access(path, os.X_OK), f'{path} does not exist; build it first'
     return path
 
 
 @contextlib.contextmanager
 def running(program):
-    """A laptop for the length of a block, at the end of which the program must quit cleanly."""
+    """A laptop for a `with` block; afterwards the program must quit cleanly."""
     laptop = VirtualLaptop(program)
     try:
         laptop.upower.start()
@@ -47,21 +47,21 @@ def running(program):
 
 @pytest.fixture
 def laptop(program):
-    """Buses, login manager, UPower and a battery; no screen."""
+    """Buses, login manager, UPower and a battery, but no screen."""
     with running(program) as laptop:
         yield laptop
 
 
 @pytest.fixture(scope='module')
 def shared_laptop(program):
-    """One for all tests of a file, each of which leaves it as it was."""
+    """One laptop for all tests of a file; each test restores its state."""
     with running(program) as laptop:
         yield laptop
 
 
 @pytest.fixture
 def vorlane(laptop):
-    """The program, not started yet. A test that leaves it running has it quit, cleanly."""
+    """The program, not started yet. If the test leaves it running, it is quit and must end cleanly."""
     return laptop.vorlane
 
 
@@ -77,7 +77,7 @@ def notifications(laptop):
 
 @pytest.fixture
 def clock(laptop):
-    """The program's clock, when it is started with this one."""
+    """The program's clock, if the program is started with it."""
     return laptop.moved_clock()
 
 

@@ -1,4 +1,4 @@
-"""How the windows look: as the desktop's user wants it, with nothing cut off."""
+"""How the windows look: they follow the desktop's colours, and nothing is cut off."""
 import pytest
 
 from laptop.desktop import Desktop
@@ -22,14 +22,14 @@ def desktop(shared_desktop):
 
 
 def brightness(desktop, window):
-    """Of the window's ground, from 0 to 255."""
+    """Brightness of the window's background, 0 to 255."""
     left, top, _, bottom = window.box
     return sum(desktop.screen.picture().pixel(left + 8, bottom - 8)) / 3
 
 
-def wait_for_ground(desktop, window, dark):
+def wait_for_background(desktop, window, dark):
     wait_until(lambda: (brightness(desktop, window) < 100) == dark,
-               lambda: f'a ground that is {"dark" if dark else "light"}; it is {brightness(desktop, window)}',
+               lambda: f'a {"dark" if dark else "light"} background; its brightness is {brightness(desktop, window)}',
                look_every=0.05)
 
 
@@ -37,21 +37,21 @@ def has_color(desktop, window, color):
     return desktop.screen.picture().holds(window.box, tuple(round(part * 255) for part in color))
 
 
-def test_open_windows_turn_dark_and_light_again(desktop):
+def test_open_windows_follow_the_colour_scheme(desktop):
     portal = desktop.laptop.portal
     settings, popover = desktop.open_settings(), desktop.open_popover()
-    wait_for_ground(desktop, popover, dark=False)
+    wait_for_background(desktop, popover, dark=False)
 
     portal.set_scheme(DARK)
-    wait_for_ground(desktop, popover, dark=True)
-    wait_for_ground(desktop, settings, dark=True)
+    wait_for_background(desktop, popover, dark=True)
+    wait_for_background(desktop, settings, dark=True)
 
     portal.set_scheme(LIGHT)
-    wait_for_ground(desktop, popover, dark=False)
-    wait_for_ground(desktop, settings, dark=False)
+    wait_for_background(desktop, popover, dark=False)
+    wait_for_background(desktop, settings, dark=False)
 
 
-def test_an_open_popover_takes_the_accent_colour(desktop):
+def test_an_open_popover_follows_the_accent_colour(desktop):
     popover = desktop.open_popover()
     assert not has_color(desktop, popover, PURPLE)
 

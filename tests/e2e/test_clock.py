@@ -1,4 +1,4 @@
-"""The clock is set while the program runs."""
+"""The system clock is changed while the program runs."""
 import pytest
 
 from laptop.waiting import wait_until
@@ -9,7 +9,8 @@ TO_2100 = 2.3e9
 
 
 @pytest.mark.parametrize('seconds', [-DAY, TO_2100])
-def test_the_limit_is_repeated_and_a_snooze_lasts_an_hour(laptop, vorlane, dunst, notifications, item, clock, seconds):
+def test_a_clock_change_affects_neither_repeats_nor_a_snooze(
+        laptop, vorlane, dunst, notifications, item, clock, seconds):
     laptop.plug_in(79)
     vorlane.start(clock)
     laptop.charge_to(80)
@@ -28,10 +29,10 @@ def test_the_limit_is_repeated_and_a_snooze_lasts_an_hour(laptop, vorlane, dunst
     assert notifications.titles() == [LIMIT] * 3
 
 
-def test_what_was_recorded_before_is_there_again_when_the_clock_is_right(laptop, vorlane, clock):
+def test_samples_are_restored_once_the_clock_is_corrected(laptop, vorlane, clock):
     now = clock.now().timestamp()
     vorlane.write_history([{'t': now - 60 * i, 'p': 60, 'c': False, 'a': False} for i in range(600, 0, -1)])
-    clock.set(-8 * 3600)  # as after another system, which keeps the hardware's clock in local time
+    clock.set(-8 * 3600)  # as after booting another system that keeps the hardware clock in local time
     vorlane.start(clock)
     vorlane.advance(60)
 

@@ -1,12 +1,11 @@
-"""The program with files that it cannot read or write; what else can be wrong with them is tried in
-tests/platform/linux."""
+"""Files that the program cannot read or write. tests/platform/linux covers other kinds of damage."""
 import os
 import stat
 
 import pytest
 
 
-def test_pipes_in_the_place_of_files_do_not_hold_it_up(laptop, vorlane, item):
+def test_pipes_in_place_of_files_do_not_block_it(laptop, vorlane, item):
     for path in (vorlane.history_path, vorlane.settings_path):
         os.makedirs(os.path.dirname(path), exist_ok=True)
         os.mkfifo(path)
@@ -25,7 +24,7 @@ def test_pipes_in_the_place_of_files_do_not_hold_it_up(laptop, vorlane, item):
         assert stat.S_IMODE(os.stat(path).st_mode) == 0o600
 
 
-def test_a_limit_to_the_size_of_files_does_not_end_it(laptop, vorlane, item):
+def test_a_file_size_limit_does_not_end_it(laptop, vorlane, item):
     vorlane.start()
     with vorlane.without_room():
         laptop.plug_in()
@@ -39,7 +38,7 @@ def test_a_limit_to_the_size_of_files_does_not_end_it(laptop, vorlane, item):
 
 
 @pytest.mark.parametrize('argument', ['--help', '--version'])
-def test_an_answer_that_cannot_be_written_is_a_failure(laptop, vorlane, argument):
+def test_output_that_cannot_be_written_fails_the_command(laptop, vorlane, argument):
     process = vorlane.spawn_in_shell(f'"$0" {argument} >/dev/full')
 
     assert process.wait_for_end() == 1

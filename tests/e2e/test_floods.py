@@ -1,4 +1,4 @@
-"""Somebody who never stops talking: the program stays with its user, and forgets all of it."""
+"""Another program floods ours with messages: it keeps working, and its memory does not grow."""
 import os
 import time
 
@@ -22,30 +22,30 @@ def properties(minutes):
     return dbus.Dictionary({'TimeToEmpty': dbus.Int64(minutes * 60)}, signature='sv')
 
 
-def of_upower(system, session, count):
+def upower_signals(system, session, count):
     system.signals(count, DISPLAY_DEVICE, BUS + '.Properties', 'PropertiesChanged', 'sa{sv}as', DEVICE,
                    properties(7), [])
 
 
-def of_owners(system, session, count):
+def owner_changes(system, session, count):
     for name in ('org.freedesktop.UPower', 'org.freedesktop.login1', 'org.example.Other'):
         system.signals(count // 3, BUS_PATH, BUS, 'NameOwnerChanged', 'sss', name, '', ':1.999')
     for name in (NOTIFICATIONS, 'org.kde.StatusNotifierWatcher'):
         session.signals(count // 2, BUS_PATH, BUS, 'NameOwnerChanged', 'sss', name, '', ':1.999')
 
 
-def of_sleep(system, session, count):
+def sleep_signals(system, session, count):
     system.signals(count, '/org/freedesktop/login1', 'org.freedesktop.login1.Manager',
                    'PrepareForSleep', 'b', True)
 
 
-def of_notifications(system, session, count):
+def notification_signals(system, session, count):
     path = '/org/freedesktop/Notifications'
     session.signals(count // 2, path, NOTIFICATIONS, 'ActionInvoked', 'us', 1, 'SNOOZE')
     session.signals(count // 2, path, NOTIFICATIONS, 'NotificationClosed', 'uu', 1, 2)
 
 
-def of_trays(system, session, count):
+def tray_calls(system, session, count):
     menu = PATH + '/Menu'
     layout = (0, -1, dbus.Array([], signature='s'))
     session.calls(count // 4, menu, MENU, 'GetLayout', 'iias', *layout)
@@ -54,14 +54,13 @@ def of_trays(system, session, count):
     session.calls(count // 4, PATH, BUS + '.Properties', 'Get', 'ss', ITEM, 'ToolTip')
 
 
-def of_tokens(system, session, count):
+def activation_tokens(system, session, count):
     for number in range(count):
         session.calls(1, PATH, ITEM, 'ProvideXdgActivationToken', 's', f'token-{number}' + 500 * 'x')
 
 
 def expect_no_growth(vorlane, first, second):
-    """What grows each time grows for ever; what waited in a longer queue than ever before leaves its
-    room behind once."""
+    """A leak grows in every round, but a queue keeps the capacity for its greatest length only once."""
     growths = []
     for _ in range(MOST_ROUNDS):
         first()
@@ -77,54 +76,54 @@ def expect_no_growth(vorlane, first, second):
 
 @pytest.fixture
 def count(pytestconfig):
-    """Of what takes the laptop itself longer than the program."""
+    """For changes that cost the virtual laptop more time than the program."""
     return (pytestconfig.getoption('--flood') or 2500) // 25
 
 
-@pytest.mark.parametrize('talk', [of_upower, of_owners, of_sleep, of_notifications, of_trays, of_tokens],
-                         ids=lambda talk: talk.__name__)
-def test_a_flood_is_lived_through(laptop, vorlane, item, talk, pytestconfig):
+@pytest.mark.parametrize('send_flood', [upower_signals, owner_changes, sleep_signals, notification_signals,
+                                        tray_calls, activation_tokens], ids=lambda send_flood: send_flood.__name__)
+def test_it_keeps_working_during_a_flood(laptop, vorlane, item, send_flood, pytestconfig):
     count = pytestconfig.getoption('--flood') or 2500
-    # What the sanitizer keeps of freed memory is no growth.
+    # The sanitizer's default quarantine of freed memory would look like growth.
     vorlane.start(environment=vorlane.with_small_quarantine())
     floods = [Flood(laptop.system_bus, vorlane.process), Flood(laptop.session_bus, vorlane.process)]
 
-    def live_through(change, percent):
-        talk(*floods, count // 2)
+    def flood_and_change(change, percent):
+        send_flood(*floods, count // 2)
         change(percent)
-        talk(*floods, count // 2)
+        send_flood(*floods, count // 2)
         item.wait_for_label(f'{percent}%')
         for flood in floods:
             flood.flush()
         vorlane.round_trip()
 
-    expect_no_growth(vorlane, lambda: live_through(laptop.unplug, 59), lambda: live_through(laptop.plug_in, 61))
+    expect_no_growth(vorlane, lambda: flood_and_change(laptop.unplug, 59), lambda: flood_and_change(laptop.plug_in, 61))
     assert item.icon.endswith('bolt-symbolic')
     assert 'snoozeUntil' not in (vorlane.settings() if os.path.exists(vorlane.settings_path) else '')
 
 
-def test_settings_that_are_written_over_and_over_are_those_of_the_last_time(vorlane, item, count):
+def test_settings_rewritten_many_times_end_at_the_last_value(vorlane, item, count):
     vorlane.start(environment=vorlane.with_small_quarantine())
 
-    def live_through():
+    def rewrite_many_times():
         for number in range(count):
             vorlane.write_settings(f'showTime = {"true" if number % 2 else "false"}\n')
         item.wait_for_label('60% · 3:00')
 
-    expect_no_growth(vorlane, live_through, live_through)
+    expect_no_growth(vorlane, rewrite_many_times, rewrite_many_times)
 
 
-def test_events_of_the_kernel_without_end_are_heard(laptop, vorlane, item, count):
+def test_a_flood_of_kernel_events_is_handled(laptop, vorlane, item, count):
     vorlane.start(environment=vorlane.with_small_quarantine())
 
-    def live_through(percent):
+    def flood_and_change(percent):
         for number in range(count):
             laptop.testbed.change('AC', online=number % 2)
-            if number % 10 == 9:  # the sender of the events gives up on who is too far behind
+            if number % 10 == 9:  # the event sender gives up on a receiver that lags too far behind
                 vorlane.round_trip()
                 laptop.system_bus.call('org.freedesktop.UPower', '/org/freedesktop/UPower',
                                        'org.freedesktop.UPower', 'EnumerateDevices')
         laptop.charge_to(percent)
         item.wait_for_label(f'{percent}%')
 
-    expect_no_growth(vorlane, lambda: live_through(59), lambda: live_through(58))
+    expect_no_growth(vorlane, lambda: flood_and_change(59), lambda: flood_and_change(58))

@@ -1,4 +1,4 @@
-"""Installed like an application: started from its desktop file and by the bus, with no tray at all."""
+"""Installed like an application: started from its desktop file and by D-Bus activation, without any tray."""
 import os
 import pathlib
 import signal
@@ -35,13 +35,13 @@ def test_its_desktop_file_starts_it_and_opens_the_popover(installation, desktop,
     assert '60%' in popover.texts()
     assert item.get('IconThemePath') == str(installation.share / 'icons')
     desktop.close_popover()
-    # At once after its closing a click means the same as that.
+    # An activation right after closing counts as the click that closed it, so retry.
     wait_until(lambda: installation.launch() == process and desktop.popover(), 'the popover', look_every=0.3)
     installation.quit()
     assert [sample['p'] for sample in desktop.vorlane.history()] == [60]
 
 
-def test_the_settings_are_reached_from_the_popover_that_it_opens(installation, desktop):
+def test_the_popover_leads_to_the_settings(installation, desktop):
     installation.launch()
     popover = desktop.accessibility.wait_for_window('Vorlane')
 
@@ -51,7 +51,7 @@ def test_the_settings_are_reached_from_the_popover_that_it_opens(installation, d
     installation.quit()
 
 
-def test_its_actions_work_whether_it_runs_or_not(installation, desktop, item):
+def test_its_desktop_actions_work_whether_or_not_it_runs(installation, desktop, item):
     process = installation.choose('settings')
     desktop.accessibility.wait_for_window('Vorlane Settings')
 
@@ -62,7 +62,7 @@ def test_its_actions_work_whether_it_runs_or_not(installation, desktop, item):
     installation.wait_for_end()
 
 
-def test_the_next_login_starts_it_wherever_it_lies(laptop, vorlane, desktop):
+def test_the_next_login_starts_it_from_any_install_path(laptop, vorlane, desktop):
     prefix = pathlib.Path(laptop.machine.folder('home', r'100% "quoted" $HOME `of` \ mine, grüße'))
     vorlane.install_to(prefix)
     desktop.start(notifications=False)
@@ -81,7 +81,7 @@ def test_the_next_login_starts_it_wherever_it_lies(laptop, vorlane, desktop):
     assert (launcher.wait_for_end(), launcher.stderr) == (0, '')
 
 
-def test_options_are_for_those_who_know_no_activation(laptop, vorlane, desktop, item):
+def test_options_work_like_the_desktop_actions(laptop, vorlane, desktop, item):
     vorlane.start(arguments=['--open'])
     desktop.accessibility.wait_for_window('Vorlane')
 
@@ -95,34 +95,34 @@ def test_options_are_for_those_who_know_no_activation(laptop, vorlane, desktop, 
     vorlane.expect_clean_end()
 
 
-def test_asked_to_quit_what_does_not_run_it_starts_nothing(laptop, vorlane):
+def test_the_quit_option_starts_nothing_if_it_is_not_running(laptop, vorlane):
     process = vorlane.spawn(arguments=['--quit'])
 
     assert (process.wait_for_end(), process.stdout, process.stderr) == (0, '', '')
     assert vorlane.history() is None
 
 
-def test_it_explains_an_option_that_it_does_not_know(laptop, vorlane):
+def test_an_unknown_option_prints_the_usage(laptop, vorlane):
     process = vorlane.spawn(arguments=['--opne'])
 
     assert (process.wait_for_end(), process.stdout) == (2, '')
     assert process.stderr.startswith('Usage: vorlane ')
 
 
-def test_a_second_start_hands_on_its_leave_to_show_a_window(laptop, vorlane):
+def test_a_second_start_passes_on_its_activation_token(laptop, vorlane):
     vorlane.start()
     monitor = BusMonitor(laptop.session_bus, ["interface='org.freedesktop.Application'"])
 
-    second = vorlane.spawn(environment={'XDG_ACTIVATION_TOKEN': 'leave', 'DESKTOP_STARTUP_ID': 'start_TIME7'})
+    second = vorlane.spawn(environment={'XDG_ACTIVATION_TOKEN': 'token', 'DESKTOP_STARTUP_ID': 'start_TIME7'})
     assert second.wait_for_end() == 0
 
     monitor.catch_up()
     [call] = [seen for seen in monitor.messages if seen.kind == 'call']
     assert (call.member, call.arguments) == (
-        'Activate', ({'activation-token': 'leave', 'desktop-startup-id': 'start_TIME7'},))
+        'Activate', ({'activation-token': 'token', 'desktop-startup-id': 'start_TIME7'},))
 
 
-def test_after_an_upgrade_a_signal_starts_the_new_file_in_its_place(laptop, vorlane, item, tmp_path):
+def test_after_an_upgrade_a_signal_restarts_it_in_place(laptop, vorlane, item, tmp_path):
     vorlane.install_to(tmp_path)
     vorlane.start()
     laptop.charge_to(59)
@@ -136,7 +136,7 @@ def test_after_an_upgrade_a_signal_starts_the_new_file_in_its_place(laptop, vorl
     assert [sample['p'] for sample in vorlane.history()][:2] == [60, 59]
 
 
-def test_an_upgrade_that_told_nobody_is_met_by_the_next_click(laptop, vorlane, desktop, tmp_path):
+def test_an_upgrade_without_a_signal_is_noticed_at_the_next_click(laptop, vorlane, desktop, tmp_path):
     vorlane.install_to(tmp_path)
     vorlane.start()
     old = laptop.session_bus.owner(OWNER)
@@ -149,7 +149,7 @@ def test_an_upgrade_that_told_nobody_is_met_by_the_next_click(laptop, vorlane, d
     assert laptop.session_bus.pid_of(OWNER) == vorlane.process.pid
 
 
-def test_what_desktops_read_is_valid(installation):
+def test_its_desktop_metadata_is_valid(installation):
     applications = installation.share / 'applications'
     for command in (['desktop-file-validate', applications / f'{OWNER}.desktop'],
                     ['appstreamcli', 'validate', '--no-net',

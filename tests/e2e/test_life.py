@@ -1,4 +1,4 @@
-"""Starting, starting twice, ending, and being ended."""
+"""Launching, launching twice, quitting, and being killed."""
 import json
 import os
 import signal
@@ -19,7 +19,7 @@ def test_launch_shows_the_battery_and_records_it(laptop, vorlane, item):
     assert (sample['p'], sample['c'], sample['a']) == (60, False, False)
 
 
-def test_a_second_start_activates_the_first_and_ends(laptop, vorlane, item):
+def test_a_second_start_activates_the_first_and_exits(laptop, vorlane, item):
     vorlane.start()
     laptop.charge_silently_to(61)
 
@@ -44,7 +44,7 @@ def test_a_start_right_after_a_quit_takes_over(laptop, vorlane, item):
 
 
 @pytest.mark.parametrize('number', [signal.SIGTERM, signal.SIGINT, signal.SIGHUP])
-def test_a_signal_to_end_saves_the_history(laptop, vorlane, item, number):
+def test_a_termination_signal_saves_the_history(laptop, vorlane, item, number):
     vorlane.start()
     laptop.charge_to(59)
     item.wait_for_label('59%')
@@ -66,7 +66,7 @@ def test_losing_the_session_bus_ends_the_program_with_its_history_saved(laptop, 
     assert [sample['p'] for sample in vorlane.history()] == [60, 59]
 
 
-def test_a_session_bus_that_dies_in_the_midst_of_a_save_leaves_the_history_whole(laptop, vorlane, clock):
+def test_a_session_bus_that_dies_during_a_save_leaves_the_history_intact(laptop, vorlane, clock):
     laptop.machine.write(json.dumps(month_of_samples(clock.now().timestamp())), 'data', 'Vorlane', 'history.json')
     vorlane.start()
     known = len(vorlane.history())
@@ -85,7 +85,7 @@ def test_a_session_bus_that_dies_in_the_midst_of_a_save_leaves_the_history_whole
     events.close()
 
 
-def test_without_a_session_bus_one_line_says_so(laptop, vorlane):
+def test_without_a_session_bus_it_prints_one_line_and_fails(laptop, vorlane):
     process = vorlane.spawn(environment={'DBUS_SESSION_BUS_ADDRESS': 'unix:path=/nonexistent'})
 
     assert process.wait_for_end() == 1
@@ -94,7 +94,7 @@ def test_without_a_session_bus_one_line_says_so(laptop, vorlane):
     assert 'session bus' in line
 
 
-def test_the_history_goes_on_after_a_restart(laptop, vorlane, item):
+def test_the_history_continues_after_a_restart(laptop, vorlane, item):
     vorlane.start()
     vorlane.quit()
     vorlane.start()
@@ -102,7 +102,7 @@ def test_the_history_goes_on_after_a_restart(laptop, vorlane, item):
     assert [sample['p'] for sample in vorlane.history()] == [60, 60]
 
 
-def test_a_malformed_history_is_kept_beside(laptop, vorlane):
+def test_a_malformed_history_is_backed_up(laptop, vorlane):
     malformed = '[{"t":1,"p":50,'
     laptop.machine.write(malformed, 'data', 'Vorlane', 'history.json')
     vorlane.start()
@@ -116,9 +116,9 @@ def month_of_samples(now):
     return [{'t': now - 60.0 * minutes, 'p': 60, 'c': False, 'a': False} for minutes in range(43000, 0, -1)]
 
 
-# A save makes a few events in its folder: a new file, its pieces, its closing, the rename.
+# A save causes a few events in its folder: create, writes, close, rename.
 @pytest.mark.parametrize('moment', range(1, 11))
-def test_a_kill_at_any_moment_of_a_save_leaves_a_whole_history(laptop, vorlane, clock, moment):
+def test_a_kill_at_any_moment_of_a_save_leaves_the_history_intact(laptop, vorlane, clock, moment):
     earlier = month_of_samples(clock.now().timestamp())
     laptop.machine.write(json.dumps(earlier), 'data', 'Vorlane', 'history.json')
     vorlane.start()

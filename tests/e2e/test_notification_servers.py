@@ -1,4 +1,4 @@
-"""What each desktop's own notification server makes of a reminder."""
+"""How each desktop's own notification server presents a reminder."""
 import pathlib
 
 import pytest
@@ -20,7 +20,7 @@ def server(request, laptop):
 
 @pytest.fixture(scope='module')
 def shared_speaker(program):
-    """It takes two seconds to start."""
+    """Shared because it takes two seconds to start."""
     machine = Machine()
     try:
         yield Speaker(machine, pathlib.Path(program).parents[1] / 'share/sounds/vorlane/stereo').start()
@@ -39,23 +39,23 @@ def limit(percent):
 
 
 def wait_for_texts(server, texts):
-    wait_until(lambda: server.texts() == texts, lambda: f'{texts}; shown is {server.texts()}',
+    wait_until(lambda: server.texts() == texts, lambda: f'{texts}; it shows {server.texts()}',
                look_every=0.02)
 
 
-def is_to_play_sounds(notification):
-    """Whether the server is told what to play; otherwise it is told to be silent."""
+def asks_for_sound(notification):
+    """Whether the server is asked to play the sound; otherwise it must be asked to stay silent."""
     hints = notification.hints
-    told = pathlib.Path(hints.get('sound-file', '')).name, hints['suppress-sound']
-    assert told in (('vorlane-frog.wav', 0), ('', 1))
-    return told[1] == 0
+    asked = pathlib.Path(hints.get('sound-file', '')).name, hints['suppress-sound']
+    assert asked in (('vorlane-frog.wav', 0), ('', 1))
+    return asked[1] == 0
 
 
 def wait_for_color(server, color):
     wait_until(lambda: server.screen.picture().shows(color), f'the icon of colour {color}', look_every=0.05)
 
 
-def test_a_reminder_is_seen_and_heard_until_it_is_no_longer_true(
+def test_a_reminder_is_shown_with_its_sound_and_withdrawn_when_no_longer_true(
         laptop, speaker, vorlane, server, notifications):
     nothing = server.screen.picture()
     vorlane.write_settings('lowSound = "Frog"\n')
@@ -64,7 +64,7 @@ def test_a_reminder_is_seen_and_heard_until_it_is_no_longer_true(
     wait_for_texts(server, LOW)
     wait_for_color(server, RED)
     assert speaker.wait_for_sound() == 'frog'
-    assert is_to_play_sounds(notifications.wait_for(1)) == server.plays_sounds
+    assert asks_for_sound(notifications.wait_for(1)) == server.plays_sounds
 
     laptop.plug_in()
 
@@ -72,17 +72,17 @@ def test_a_reminder_is_seen_and_heard_until_it_is_no_longer_true(
     wait_until(lambda: not server.screen.picture().difference(nothing), 'an empty screen', look_every=0.05)
 
 
-def test_a_text_that_looks_like_markup_is_shown_as_it_is(laptop, program, server):
+def test_text_that_looks_like_markup_is_shown_literally(laptop, program, server):
     post = pathlib.Path(program).parents[1] / 'tests/post_notification'
     if not post.exists():
-        pytest.skip(f'{post} is not there: the tests were not built')
+        pytest.skip(f'{post} does not exist: the tests were not built')
 
     laptop.machine.start('post_notification', [str(post), *ODD])
 
     wait_for_texts(server, ODD)
 
 
-def test_a_repeat_is_shown_in_the_place_of_the_one_before(laptop, vorlane, server, item, clock):
+def test_a_repeat_is_shown_instead_of_the_previous_one(laptop, vorlane, server, item, clock):
     laptop.plug_in(79)
     vorlane.start(clock)
     laptop.charge_to(80)
@@ -96,7 +96,7 @@ def test_a_repeat_is_shown_in_the_place_of_the_one_before(laptop, vorlane, serve
     wait_for_texts(server, limit(81))
 
 
-def test_the_snooze_action_is_at_hand(laptop, vorlane, server, notifications, item):
+def test_the_snooze_action_works(laptop, vorlane, server, notifications, item):
     vorlane.start()
     laptop.wear_to(79)
     health = notifications.wait_for(1)
@@ -108,8 +108,8 @@ def test_the_snooze_action_is_at_hand(laptop, vorlane, server, notifications, it
     item.wait_for_menu_line('Cancel Snooze')
 
 
-@pytest.mark.parametrize('server', [kind for kind in SERVERS if kind.tells_all], indirect=True)
-def test_the_snooze_action_outlives_a_restart_in_place(laptop, vorlane, server, notifications, item):
+@pytest.mark.parametrize('server', [kind for kind in SERVERS if kind.broadcasts_actions], indirect=True)
+def test_the_snooze_action_survives_a_restart_in_place(laptop, vorlane, server, notifications, item):
     vorlane.start()
     laptop.wear_to(79)
     health = notifications.wait_for(1)

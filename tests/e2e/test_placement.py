@@ -1,4 +1,4 @@
-"""Where the popover stands: beside the panel that was clicked, on its screen."""
+"""Where the popover appears: beside the clicked panel, on its screen."""
 import pytest
 
 from laptop.desktop import Desktop
@@ -8,7 +8,7 @@ from laptop.xfce_panel import XfcePanel
 WIDTH, HEIGHT = SIZE
 PANEL = 30
 GAP = 6
-# The tray is the last thing on a panel, and ours is its only item.
+# The tray is at the end of the panel, and ours is its only item.
 PLACES = {
     'top': (WIDTH - 16, PANEL // 2),
     'bottom': (WIDTH - 16, HEIGHT - PANEL // 2),
@@ -36,13 +36,13 @@ def panel(desktop):
 
 
 def open_by_click(desktop, place):
-    """Gives the box of the popover."""
+    """Returns the popover's box."""
     desktop.item.wait_until_registered()
     return desktop.screen.click_until(desktop.popover_box, 'the popover', *place)
 
 
 @pytest.mark.parametrize('edge', PLACES)
-def test_it_stands_beside_the_panel_wherever_that_is(desktop, panel, edge):
+def test_it_appears_beside_the_panel_at_any_edge(desktop, panel, edge):
     panel.start(edge=edge)
 
     left, top, right, bottom = open_by_click(desktop, PLACES[edge])
@@ -52,10 +52,10 @@ def test_it_stands_beside_the_panel_wherever_that_is(desktop, panel, edge):
     assert left >= GAP and top >= GAP and right <= WIDTH - GAP and bottom <= HEIGHT - GAP
 
 
-def test_it_stands_on_the_screen_that_was_clicked(desktop):
+def test_it_appears_on_the_clicked_screen(desktop):
     desktop.screen.split()
 
-    # So near to the border that it would stand across.
+    # So close to the border that a centred popover would straddle it.
     border = WIDTH // 2
     for x, screen in ((border - 20, range(0, border)), (border + 20, range(border, WIDTH))):
         desktop.screen.move_pointer(x, 2)

@@ -1,4 +1,4 @@
-"""The popover: what it says, and what its controls do."""
+"""The popover: what it shows, and what its controls do."""
 import re
 import time
 
@@ -13,7 +13,7 @@ DAY = 'Charge over the last 24 hours: 60% to 70%, now 60%'
 
 
 def seeded_history():
-    """Two samples of today and one of the day before."""
+    """Two samples within the last 24 hours and one before."""
     now = time.time()
     return [{'t': now - ago, 'p': percent, 'c': False, 'a': False}
             for ago, percent in ((30 * HOUR, 30), (2 * HOUR, 70), (HOUR, 65))]
@@ -36,7 +36,7 @@ def popover(desktop):
     return desktop.open_popover()
 
 
-def test_it_says_what_there_is_to_know_about_the_battery(popover):
+def test_it_shows_all_facts_about_the_battery(popover):
     assert popover.texts() == [
         'Vorlane', '60%', 'On battery, 3 h left', 'Cycle count: 123 of 1000', 'Cycle count',
         'Battery health: 90% · Fair', 'Power out: 9.0 W', '24 hours', '7 days', DAY, FOOTNOTE, 'Settings',
@@ -53,7 +53,7 @@ def test_opening_it_takes_a_fresh_reading(desktop):
 
 
 def wait_for_span(popover, span):
-    """The chart tells of that span, and the choice for it is the chosen one."""
+    """Waits until the chart covers that span; its button must be the checked one."""
     def shown():
         chart = next(one for one in popover.walk() if one.role == 'chart')
         return chart.name.startswith(f'Charge over the last {span}: ')
@@ -62,7 +62,7 @@ def wait_for_span(popover, span):
                                                                              span == '7 days']
 
 
-def test_the_range_is_chosen_by_pointer_and_by_key(desktop, popover):
+def test_the_range_can_be_chosen_by_pointer_and_keyboard(desktop, popover):
     desktop.click(popover, popover.find('7 days'))
     wait_for_span(popover, '7 days')
     desktop.click(popover, popover.find('24 hours'))
@@ -74,7 +74,7 @@ def test_the_range_is_chosen_by_pointer_and_by_key(desktop, popover):
     wait_for_span(popover, '24 hours')
 
 
-def test_the_chosen_range_is_kept_until_the_next_opening(desktop, popover):
+def test_the_chosen_range_is_kept_across_openings(desktop, popover):
     popover.find('7 days').do('Toggle')
     wait_for_span(popover, '7 days')
 
@@ -126,7 +126,7 @@ def test_charge_and_adapter_show_at_once(desktop, popover):
     assert popover.find('Power in: 9.0 W')
 
 
-def test_details_that_the_battery_does_not_tell_are_left_out(desktop, popover):
+def test_details_that_the_battery_does_not_report_are_left_out(desktop, popover):
     desktop.laptop.pull_battery()
     desktop.laptop.put_battery_back(cycle_count='0', energy_full_design=None, temp='305')
 
@@ -138,7 +138,7 @@ def test_details_that_the_battery_does_not_tell_are_left_out(desktop, popover):
     desktop.laptop.put_battery_back()
 
 
-def test_opening_it_twenty_times_leaves_one_window_as_it_was(desktop):
+def test_opening_it_twenty_times_leaves_one_unchanged_window(desktop):
     at_first = count(desktop.open_popover())
 
     for _ in range(20):
@@ -150,5 +150,5 @@ def test_opening_it_twenty_times_leaves_one_window_as_it_was(desktop):
 
 
 def count(control):
-    """It and everything under it, hidden or not."""
+    """The control and all its descendants, hidden or not."""
     return 1 + sum(count(child) for child in control.children)

@@ -1,4 +1,4 @@
-"""Adapters that claim more than they give, and firmware that stops charging by itself."""
+"""Adapters that are online but deliver too little power, and firmware that limits charging."""
 from laptop.desktop import Desktop
 from laptop.settings_controls import press, stepper
 from test_reminders import LOW
@@ -45,7 +45,7 @@ def test_firmware_that_drains_to_its_own_limit_stays_plugged_in(laptop, vorlane,
     assert item.tooltip == 'Plugged in, not charging'
 
 
-def test_a_discharge_that_is_forced_stays_plugged_in(laptop, vorlane, item, clock):
+def test_a_forced_discharge_stays_plugged_in(laptop, vorlane, item, clock):
     laptop.unplug(30)
     laptop.testbed.change('BAT0', charge_behaviour='auto inhibit-charge [force-discharge]')
     laptop.testbed.change('AC', online=1)

@@ -1,4 +1,4 @@
-"""What holds the history's file to the looks that were had (laptop/life) notices whatever is wrong with it."""
+"""The history check of the simulated life (laptop/life) detects every kind of wrong file."""
 import pytest
 
 from laptop.life.recorded import MONTH, Recorded
@@ -19,11 +19,11 @@ def recorded():
     return recorded
 
 
-def test_a_right_file_has_nothing_but_changes_besides(recorded):
-    assert recorded.check(FILE) == 1  # the 51% of the first timer, seen a moment before
+def test_a_correct_file_passes_with_one_early_change(recorded):
+    assert recorded.check(FILE) == 1  # the 51% of the first timer was recorded as a change a moment before
 
 
-def test_what_began_more_than_a_month_ago_is_gone_from_the_file():
+def test_samples_older_than_a_month_must_be_dropped():
     recorded = Recorded(BEFORE)
     recorded.note('launch', AT, AT + 1, (50, False, False))
     recorded.note('timer', AT + MONTH + 60, AT + MONTH + 61, (50, False, False))
@@ -34,13 +34,13 @@ def test_what_began_more_than_a_month_ago_is_gone_from_the_file():
 
 
 @pytest.mark.parametrize('missing', [0, 1, 2, 5])
-def test_a_sample_that_is_missing_is_noticed(recorded, missing):
+def test_a_missing_sample_is_detected(recorded, missing):
     with pytest.raises(AssertionError):
         recorded.check(FILE[:missing] + FILE[missing + 1:])
 
 
 @pytest.mark.parametrize('doubled', range(len(FILE)))
-def test_a_sample_too_many_is_noticed(recorded, doubled):
+def test_a_duplicate_sample_is_detected(recorded, doubled):
     with pytest.raises(AssertionError):
         recorded.check(FILE[:doubled] + FILE[doubled:doubled + 1] + FILE[doubled:])
 
@@ -48,13 +48,13 @@ def test_a_sample_too_many_is_noticed(recorded, doubled):
 @pytest.mark.parametrize('place', range(len(FILE)))
 @pytest.mark.parametrize('wrong', [(0, 1, False, False), (0, 0, True, False), (0, 0, False, True),
                                    (-70, 0, False, False), (70, 0, False, False)])
-def test_a_sample_that_is_wrong_is_noticed(recorded, place, wrong):
+def test_a_wrong_sample_is_detected(recorded, place, wrong):
     time, percent, charging, plugged = FILE[place]
     other = (time + wrong[0], percent + wrong[1], charging != wrong[2], plugged != wrong[3])
     with pytest.raises(AssertionError):
         recorded.check(FILE[:place] + [other] + FILE[place + 1:])
 
 
-def test_a_value_that_never_was_is_no_change(recorded):
+def test_a_value_that_never_occurred_is_detected(recorded):
     with pytest.raises(AssertionError):
         recorded.check(FILE[:3] + [(AT + 90.1, 52, True, True)] + FILE[4:])

@@ -1,4 +1,4 @@
-"""What is reminded of, when, and how often."""
+"""Which reminders are posted, when, and how often."""
 LIMIT = 'Charge limit reached'
 LOW = 'Low battery'
 TOO_LONG = 'Plugged in for a long time'
@@ -27,7 +27,7 @@ def test_the_charge_limit_is_announced_once_and_repeated_three_times(
     assert notifications.titles() == [LIMIT] * 4
 
 
-def test_a_repeat_takes_the_place_of_the_reminder_before(laptop, vorlane, dunst, notifications, clock):
+def test_a_repeat_withdraws_the_previous_reminder(laptop, vorlane, dunst, notifications, clock):
     laptop.plug_in(79)
     vorlane.start(clock)
     laptop.charge_to(80)
@@ -41,7 +41,7 @@ def test_a_repeat_takes_the_place_of_the_reminder_before(laptop, vorlane, dunst,
     assert second.replaces == 0
 
 
-def test_unplugging_arms_the_charge_limit_again(laptop, vorlane, dunst, notifications, item, clock):
+def test_unplugging_rearms_the_charge_limit(laptop, vorlane, dunst, notifications, item, clock):
     laptop.plug_in(79)
     vorlane.start(clock)
     laptop.charge_to(80)
@@ -101,7 +101,7 @@ def test_a_worn_battery_is_announced_once_across_restarts(laptop, vorlane, dunst
     assert notifications.titles() == [HEALTH]
 
 
-def test_a_battery_that_recovers_may_be_worn_again(laptop, vorlane, dunst, notifications, clock):
+def test_low_health_is_announced_again_after_a_recovery(laptop, vorlane, dunst, notifications, clock):
     vorlane.start(clock)
     laptop.wear_to(79)
     notifications.wait_for(1)
@@ -113,7 +113,7 @@ def test_a_battery_that_recovers_may_be_worn_again(laptop, vorlane, dunst, notif
     assert notifications.wait_for(2).title == HEALTH
 
 
-def test_what_already_holds_at_launch_is_not_announced(laptop, vorlane, dunst, notifications, item, clock):
+def test_conditions_already_true_at_launch_are_not_announced(laptop, vorlane, dunst, notifications, item, clock):
     laptop.plug_in(85)
     laptop.wear_to(75)
     vorlane.start(clock)
@@ -129,7 +129,7 @@ def test_what_already_holds_at_launch_is_not_announced(laptop, vorlane, dunst, n
     assert notifications.wait_for(1).title == LOW
 
 
-def test_what_came_to_hold_during_sleep_is_not_announced(laptop, vorlane, dunst, notifications, item, clock):
+def test_conditions_that_began_during_sleep_are_not_announced(laptop, vorlane, dunst, notifications, item, clock):
     laptop.plug_in(70)
     vorlane.start(clock)
 
@@ -144,7 +144,7 @@ def test_what_came_to_hold_during_sleep_is_not_announced(laptop, vorlane, dunst,
     assert notifications.titles() == []
 
 
-def test_a_low_level_of_the_users_own_is_used(laptop, vorlane, dunst, notifications, item):
+def test_a_custom_low_level_is_used(laptop, vorlane, dunst, notifications, item):
     vorlane.write_settings('low = 35\nlimitEnabled = false\n')
     vorlane.start()
 

@@ -1,9 +1,9 @@
-"""A restart in place while readings are not what they seem: it takes back, repeats and loses no reminder."""
+"""A restart in place while readings are unsettled: no reminder is withdrawn, repeated or lost."""
 from test_reminders import LOW
 from test_resume import sleep_and_wake
 
 
-def test_a_restart_still_knows_that_the_charger_is_too_weak(laptop, vorlane, dunst, notifications, item, clock):
+def test_a_restart_remembers_that_the_charger_is_too_weak(laptop, vorlane, dunst, notifications, item, clock):
     laptop.unplug(30)
     laptop.testbed.change('AC', online=1)
     vorlane.start(clock)

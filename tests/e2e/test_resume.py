@@ -1,4 +1,4 @@
-"""A sleep and the wake after it: what came to hold meanwhile, and a battery that is slow to answer."""
+"""Sleep and wake: conditions that began meanwhile, and a battery that is slow to respond."""
 import contextlib
 
 from laptop.waiting import wait_until
@@ -17,7 +17,7 @@ def asleep(laptop):
     laptop.logind.say_sleep(False)
 
 
-def test_unplugging_a_second_after_the_wake_is_reminded_of(laptop, vorlane, dunst, notifications, item, clock):
+def test_unplugging_a_second_after_the_wake_triggers_a_reminder(laptop, vorlane, dunst, notifications, item, clock):
     laptop.unplug(15)
     vorlane.start(clock)
     with asleep(laptop):
@@ -31,13 +31,13 @@ def test_unplugging_a_second_after_the_wake_is_reminded_of(laptop, vorlane, duns
     assert notifications.titles() == ['Low battery']
 
 
-def test_a_click_right_after_the_wake_does_not_announce_what_the_sleep_brought(
+def test_a_click_right_after_the_wake_does_not_announce_conditions_from_the_sleep(
         laptop, vorlane, dunst, notifications, item, clock):
     laptop.plug_in(15)
     vorlane.start(clock)
     with asleep(laptop):
         laptop.unplug(announce=False)
-    # The click comes by another bus than the signals of the wake, and must not overtake them.
+    # The click arrives on a different bus from the wake signal and must not overtake it.
     wait_until(lambda: 'Vorlane' in laptop.logind.sleep_delays(), 'the wake to be noticed', look_every=0.02)
 
     item.activate()
@@ -51,7 +51,7 @@ def test_a_click_right_after_the_wake_does_not_announce_what_the_sleep_brought(
     notifications.wait_for(1)
 
 
-def test_a_battery_that_reads_empty_after_a_resume_alerts_nobody(
+def test_a_battery_that_reads_empty_after_a_resume_triggers_no_reminder(
         laptop, vorlane, dunst, notifications, item, clock):
     vorlane.start(clock)
     sleep_and_wake(laptop)
@@ -66,7 +66,7 @@ def test_a_battery_that_reads_empty_after_a_resume_alerts_nobody(
     assert 0 not in [sample['p'] for sample in vorlane.history()]
 
 
-def test_a_battery_that_is_gone_for_a_while_after_a_resume_erases_nothing(
+def test_a_battery_missing_briefly_after_a_resume_withdraws_nothing(
         laptop, vorlane, dunst, notifications, item, clock):
     laptop.plug_in(79)
     vorlane.start(clock)
@@ -84,7 +84,7 @@ def test_a_battery_that_is_gone_for_a_while_after_a_resume_erases_nothing(
     assert limit.open
 
 
-def test_a_reading_that_settles_without_a_word_is_shown_within_seconds(laptop, vorlane, item, clock):
+def test_a_reading_that_settles_without_an_event_is_shown_within_seconds(laptop, vorlane, item, clock):
     vorlane.start(clock)
     sleep_and_wake(laptop)
     vorlane.advance(4)
@@ -95,7 +95,7 @@ def test_a_reading_that_settles_without_a_word_is_shown_within_seconds(laptop, v
     item.wait_for_label('42%')
 
 
-def test_a_battery_that_stays_empty_is_believed_after_half_a_minute(laptop, vorlane, item, clock):
+def test_a_battery_that_stays_empty_is_accepted_after_half_a_minute(laptop, vorlane, item, clock):
     vorlane.start(clock)
     sleep_and_wake(laptop)
     laptop.charge_to(0)

@@ -40,7 +40,7 @@ def test_a_notification_daemon_that_the_bus_can_start_is_used(laptop, vorlane, l
     assert notifications.wait_for(1).title == LOW
 
 
-def test_a_killed_notification_daemon_is_not_missed(laptop, vorlane, dunst, notifications, item, clock):
+def test_reminders_continue_after_a_notification_daemon_restarts(laptop, vorlane, dunst, notifications, item, clock):
     laptop.plug_in(79)
     vorlane.start(clock)
     laptop.charge_to(80)
@@ -54,11 +54,11 @@ def test_a_killed_notification_daemon_is_not_missed(laptop, vorlane, dunst, noti
 
     second = notifications.wait_for(2)
     assert second.title == LIMIT
-    # The id of the first died with its daemon; it may be another program's by now.
+    # The first id became invalid with its daemon and may belong to another program by now.
     assert (second.replaces, first.id in notifications.closed) == (0, False)
 
 
-def test_a_post_that_its_daemon_did_not_survive_is_posted_again(laptop, vorlane, dunst, notifications):
+def test_a_post_lost_with_its_daemon_is_posted_again(laptop, vorlane, dunst, notifications):
     vorlane.start()
     laptop.wear_to(79)
     notifications.wait_for(1)
@@ -73,7 +73,7 @@ def test_a_post_that_its_daemon_did_not_survive_is_posted_again(laptop, vorlane,
     assert notifications.wait_for(3).title == LOW
 
 
-def test_an_alert_outlives_a_daemon_that_never_said_what_it_can(laptop, vorlane, dunst, notifications, item):
+def test_an_alert_survives_a_daemon_that_never_reported_its_capabilities(laptop, vorlane, dunst, notifications, item):
     dunst.freeze()
     vorlane.start()
     laptop.charge_to(20)
@@ -98,7 +98,7 @@ def test_snoozing_works_with_a_restarted_daemon(laptop, vorlane, screen, dunst, 
     item.wait_for_menu_line('Cancel Snooze')
 
 
-def test_a_killed_upower_changes_no_fact(laptop, vorlane, dunst, notifications, item):
+def test_a_killed_upower_changes_nothing(laptop, vorlane, dunst, notifications, item):
     vorlane.start()
     laptop.upower.kill()
 
@@ -124,7 +124,7 @@ def test_a_frozen_upower_blocks_nothing(laptop, vorlane, dunst, notifications, i
     laptop.upower.thaw()
 
 
-def test_the_program_starts_beside_a_frozen_upower(laptop, vorlane, item):
+def test_the_program_starts_while_upower_is_frozen(laptop, vorlane, item):
     laptop.upower.freeze()
     vorlane.start()
 
@@ -143,7 +143,7 @@ def test_without_upower_the_time_comes_from_energy_and_rate(laptop, vorlane, ite
     assert item.tooltip == 'On battery, 3 h left'
 
 
-def test_the_history_is_saved_before_sleep_which_is_held_up_meanwhile(laptop, vorlane, item):
+def test_sleep_is_delayed_until_the_history_is_saved(laptop, vorlane, item):
     vorlane.start()
     assert 'Vorlane' in laptop.logind.sleep_delays()
     laptop.charge_to(59)
@@ -155,7 +155,7 @@ def test_the_history_is_saved_before_sleep_which_is_held_up_meanwhile(laptop, vo
     assert vorlane.history()[-1]['p'] == 59
 
     laptop.logind.say_sleep(False)
-    wait_until(lambda: 'Vorlane' in laptop.logind.sleep_delays(), 'sleep to be held up again',
+    wait_until(lambda: 'Vorlane' in laptop.logind.sleep_delays(), 'sleep to be delayed again',
                look_every=0.02)
 
 
@@ -181,7 +181,7 @@ def test_the_program_works_without_a_system_bus(laptop, vorlane, dunst, notifica
     assert notifications.wait_for(1).title == LOW
 
 
-def test_a_system_bus_that_never_greets_holds_nothing_up(laptop, vorlane, item):
+def test_a_system_bus_that_never_answers_blocks_nothing(laptop, vorlane, item):
     path = laptop.machine.folder('run', 'silent-bus')
     with socket.socket(socket.AF_UNIX) as silent:
         silent.bind(path)
@@ -200,10 +200,10 @@ def test_a_system_bus_that_comes_back_is_used_again(laptop, vorlane, item):
     laptop.upower.start()
     laptop.start_logind()
 
-    wait_until(lambda: 'Vorlane' in laptop.logind.sleep_delays(), 'sleep to be held up again')
+    wait_until(lambda: 'Vorlane' in laptop.logind.sleep_delays(), 'sleep to be delayed again')
 
 
-def test_losing_the_system_bus_leaves_the_reminders(laptop, vorlane, dunst, notifications, item):
+def test_reminders_work_after_losing_the_system_bus(laptop, vorlane, dunst, notifications, item):
     vorlane.start()
     laptop.system_bus.close()
 

@@ -1,9 +1,9 @@
-"""The settings file in the hands of its user."""
+"""The user's own edits to the settings file."""
 import os
 import subprocess
 
 
-def test_sed_in_place_changes_what_is_shown(laptop, vorlane, item):
+def test_an_edit_with_sed_takes_effect(laptop, vorlane, item):
     vorlane.write_settings('# mine\nshowPercent = true\n')
     vorlane.start()
     assert item.label == '60%'
@@ -14,7 +14,7 @@ def test_sed_in_place_changes_what_is_shown(laptop, vorlane, item):
     item.wait_for_label('60%')
 
 
-def test_an_editor_that_renames_changes_what_is_shown(laptop, vorlane, item):
+def test_an_edit_by_rename_takes_effect(laptop, vorlane, item):
     vorlane.write_settings('showPercent = true\n')
     vorlane.start()
 
@@ -26,7 +26,7 @@ def test_an_editor_that_renames_changes_what_is_shown(laptop, vorlane, item):
         item.wait_for_label(label)
 
 
-def test_a_file_that_appears_later_is_read(laptop, vorlane, item):
+def test_a_file_created_later_is_read(laptop, vorlane, item):
     vorlane.start()
     assert item.label == '60%'
 
@@ -37,7 +37,7 @@ def test_a_file_that_appears_later_is_read(laptop, vorlane, item):
     item.wait_for_label('60%')
 
 
-def test_the_time_is_shown_when_it_is_wanted(laptop, vorlane, item):
+def test_the_time_is_shown_when_enabled(laptop, vorlane, item):
     vorlane.write_settings('showTime = true\n')
     vorlane.start()
 
@@ -45,7 +45,7 @@ def test_the_time_is_shown_when_it_is_wanted(laptop, vorlane, item):
     item.wait_for_label('60% · 3:00')
 
 
-def test_keys_of_others_survive_a_write(laptop, vorlane, item):
+def test_unknown_keys_survive_a_write(laptop, vorlane, item):
     vorlane.write_settings('low = 15\nfuture = "kept"\n')
     vorlane.start()
 
@@ -58,7 +58,7 @@ def test_keys_of_others_survive_a_write(laptop, vorlane, item):
     assert 'snoozeUntil' in settings
 
 
-def test_a_malformed_file_is_kept_beside_before_the_first_write(laptop, vorlane, item):
+def test_a_malformed_file_is_backed_up_before_the_first_write(laptop, vorlane, item):
     malformed = 'showPercent = = false\n'
     vorlane.write_settings(malformed)
     vorlane.start()

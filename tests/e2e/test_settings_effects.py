@@ -1,4 +1,4 @@
-"""What a changed setting, a reset and the start at login bring about."""
+"""What a changed setting, a history reset and Launch at Login do."""
 import json
 import shutil
 import time
@@ -34,7 +34,7 @@ def window(desktop):
     return desktop.open_settings()
 
 
-def test_the_menu_bar_follows_at_once(desktop, window):
+def test_the_tray_label_follows_at_once(desktop, window):
     window.find('Show time remaining', 'check box').do('Toggle')
     desktop.item.wait_for_label('60% · 3:00')
 
@@ -69,7 +69,7 @@ def test_quiet_hours_hold_a_reminder_until_they_are_switched_off(desktop, window
     count = len(desktop.notifications.titles())
     window.find('Hold alerts during quiet hours', 'check box').do('Toggle')
     end = window.find('Until', 'spin box')
-    wait_until(lambda: end.enabled, 'the times to be operable', look_every=0.02)
+    wait_until(lambda: end.enabled, 'the time fields to be enabled', look_every=0.02)
     type_time(desktop, window.find('From', 'spin box'), hours_from_now(-1))
     type_time(desktop, end, hours_from_now(1))
     wait_until(lambda: desktop.vorlane.setting('quietEnd') is not None, 'the time', look_every=0.02)
@@ -97,7 +97,7 @@ def test_launch_at_login_writes_and_removes_the_autostart_file(desktop, window):
     wait_until(lambda: not toggle.checked, 'the switch to follow', look_every=0.02)
 
 
-def test_a_launch_at_login_that_fails_says_why_and_is_off_again(desktop, window):
+def test_a_failed_launch_at_login_shows_the_reason_and_stays_off(desktop, window):
     folder = desktop.vorlane.autostart_path.parent
     shutil.rmtree(folder, ignore_errors=True)
     folder.write_text('no folder')
@@ -110,7 +110,7 @@ def test_a_launch_at_login_that_fails_says_why_and_is_off_again(desktop, window)
 
     folder.unlink()
     toggle.do('Toggle')
-    wait_until(lambda: not login_error(window), 'the reason to go', look_every=0.02)
+    wait_until(lambda: not login_error(window), 'the reason to disappear', look_every=0.02)
     wait_until(lambda: toggle.checked, 'the switch to follow', look_every=0.02)
     toggle.do('Toggle')
     wait_until(lambda: not desktop.vorlane.autostart_path.exists(), 'no autostart file', look_every=0.02)
@@ -160,7 +160,7 @@ def test_a_reset_empties_the_history_and_the_chart(desktop, window):
     desktop.open_popover().wait_for('Collecting history… a graph appears after a few minutes.')
 
 
-def test_ending_with_both_windows_open_saves_the_history(laptop):
+def test_quitting_with_both_windows_open_saves_the_history(laptop):
     desktop = Desktop(laptop).start(notifications=False)
     desktop.open_settings()
     desktop.open_popover()
@@ -172,7 +172,7 @@ def test_ending_with_both_windows_open_saves_the_history(laptop):
     assert desktop.vorlane.history()[-1]['p'] == 59
 
 
-def test_it_says_at_the_next_reading_that_nobody_shows_notifications(desktop, window):
+def test_a_missing_notification_daemon_is_reported_at_the_next_reading(desktop, window):
     assert not window.find(UNAVAILABLE)
 
     desktop.dunst.kill()

@@ -1,4 +1,4 @@
-"""The settings window: every control writes its setting, and shows what is stored."""
+"""The settings window: every control writes its setting and shows the stored value."""
 import pytest
 
 from laptop.desktop import Desktop
@@ -36,7 +36,7 @@ def window(desktop):
     return desktop.open_settings()
 
 
-def test_it_opens_from_the_popover_and_takes_its_place(desktop):
+def test_it_opens_from_the_popover_and_replaces_it(desktop):
     popover = desktop.open_popover()
 
     popover.find('Settings', 'push button').press()
@@ -54,13 +54,13 @@ def test_it_is_the_same_window_each_time(desktop, window):
     assert desktop.screen.window_ids('Vorlane Settings') == on_screen
     desktop.close_settings()
 
-    # X gets a fresh window for it, which holds the same controls.
+    # Reopening creates a new X window around the same controls.
     assert desktop.open_settings() == window
     assert len(desktop.screen.window_ids('Vorlane Settings')) == 1
     assert window.find('Show time remaining', 'check box').focused
 
 
-def test_it_comes_back_when_it_was_minimized(desktop, window):
+def test_opening_it_restores_it_when_minimized(desktop, window):
     desktop.screen.minimize(desktop.screen.window_ids('Vorlane Settings')[0])
     wait_until(lambda: not desktop.screen.window_titled('Vorlane Settings'), 'the window to disappear',
                look_every=0.02)
@@ -79,10 +79,10 @@ def test_every_toggle_writes_its_setting(desktop, window):
         desktop.vorlane.wait_for_setting(key, not at_first)
         press(desktop, toggle, 'space')
         desktop.vorlane.wait_for_setting(key, at_first)
-        wait_until(lambda: toggle.checked == at_first, title, look_every=0.02)  # the first change may come late
+        wait_until(lambda: toggle.checked == at_first, title, look_every=0.02)  # the first change may show late
 
 
-def test_every_stepper_stays_between_its_ends(desktop, window):
+def test_every_stepper_stays_within_its_range(desktop, window):
     for key, (title, at_first, least, most) in STEPPERS.items():
         control = window.find(title.format(at_first), 'spin box')
 
@@ -126,10 +126,10 @@ def test_the_pickers_list_opens_with_the_sounds_in_order(desktop, window):
     assert picker.name == 'Tink'
 
 
-def test_times_are_typed(desktop, window):
+def test_times_can_be_typed(desktop, window):
     window.find('Hold alerts during quiet hours', 'check box').do('Toggle')
     start, end = window.find('From', 'spin box'), window.find('Until', 'spin box')
-    wait_until(lambda: start.enabled and end.enabled, 'the times to be operable', look_every=0.02)
+    wait_until(lambda: start.enabled and end.enabled, 'the time fields to be enabled', look_every=0.02)
     assert (start.text, end.text) == ('22:00', '07:00')
 
     type_time(desktop, end, '0630')
@@ -140,12 +140,12 @@ def test_times_are_typed(desktop, window):
     assert (start.text, end.text) == ('23:15', '06:30')
 
 
-def test_times_are_typed_by_either_clock(laptop):
+def test_times_can_be_typed_in_12_and_24_hour_form(laptop):
     desktop = Desktop(laptop).start(environment={'LC_ALL': 'en_US.UTF-8'})
     window = desktop.open_settings()
     window.find('Hold alerts during quiet hours', 'check box').do('Toggle')
     start = window.find('From', 'spin box')
-    wait_until(lambda: start.enabled, 'the time to be operable', look_every=0.02)
+    wait_until(lambda: start.enabled, 'the time field to be enabled', look_every=0.02)
     assert start.text.split() == ['10:00', 'PM']
 
     type_time(desktop, start, ['9', 'colon', '3', '0', 'space', 'P', 'M'])
@@ -157,12 +157,12 @@ def test_times_are_typed_by_either_clock(laptop):
     assert start.text.split() == ['12:45', 'AM']
 
     press(desktop, start, *'soon')
-    wait_until(lambda: start.text == 'soon', 'the word', look_every=0.02)
+    wait_until(lambda: start.text == 'soon', 'the typed word', look_every=0.02)
     desktop.screen.press_keys('Return')
     wait_until(lambda: start.text.split() == ['12:45', 'AM'], 'the old time', look_every=0.02)
 
 
-def test_what_is_switched_off_is_disabled_and_keeps_its_values(desktop, window):
+def test_controls_of_a_disabled_alert_keep_their_values(desktop, window):
     desktop.vorlane.write_settings('limit = 77\nlimitSound = "Frog"\nrepeatReminder = false\n')
     limit = window.wait_for('Alert when charging reaches 77%', 'spin box')
     dependent = [limit, window.find('Repeat every 5 minutes, up to 3 times', 'check box'), pickers(window)[0]]
@@ -172,10 +172,10 @@ def test_what_is_switched_off_is_disabled_and_keeps_its_values(desktop, window):
                look_every=0.02)
     limit.do('Increase')
     limit.value = 60
-    focus(window.find('Charge limit', 'check box'))  # scrolls there
+    focus(window.find('Charge limit', 'check box'))  # scrolls it into view
     desktop.click(window, dependent[1])
     window.find('Charge limit', 'check box').do('Toggle')
-    wait_until(lambda: all(control.enabled for control in dependent), 'the limit to be operable',
+    wait_until(lambda: all(control.enabled for control in dependent), 'the limit to be enabled',
                look_every=0.02)
 
     assert (limit.value, dependent[1].checked, dependent[2].name) == (77, False, 'Frog')
@@ -196,7 +196,7 @@ def test_each_alert_switches_off_its_own_controls(desktop, window):
     assert [picker.enabled for picker in pickers(window)] == [True, False, False, False]
 
 
-def test_tab_goes_through_the_controls_as_they_are_read(desktop, window):
+def test_tab_follows_the_reading_order(desktop, window):
     window.find('Hold alerts during quiet hours', 'check box').do('Toggle')
     wait_until(lambda: window.find('Until', 'spin box').enabled, 'the times', look_every=0.02)
     in_reading_order = operable(window)
@@ -208,7 +208,7 @@ def test_tab_goes_through_the_controls_as_they_are_read(desktop, window):
                    f'{[one for one in in_reading_order if one.focused]}', patience=5, look_every=0.01)
 
 
-def test_a_change_from_outside_shows_at_once(desktop, window):
+def test_an_external_change_shows_at_once(desktop, window):
     desktop.vorlane.write_settings('low = 33\nhealthEnabled = false\nlowSound = "Purr"\nquietEnd = 61\n')
 
     window.wait_for('Alert on battery at 33% or less', 'spin box')

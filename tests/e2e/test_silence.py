@@ -1,4 +1,4 @@
-"""When reminders are held back: after a snooze, and in quiet hours."""
+"""When reminders are held back: by a snooze, and in quiet hours."""
 import time
 
 from test_reminders import LIMIT, LOW
@@ -12,7 +12,7 @@ def reach_the_limit(laptop, vorlane, notifications, clock):
 
 
 def expect_an_hour_of_silence(vorlane, notifications, item):
-    """After the snooze action: nothing for an hour, then the reminder goes on."""
+    """After the snooze action: nothing for an hour, then the reminder repeats."""
     item.wait_for_menu_line('Cancel Snooze')
     for _ in range(11):
         vorlane.advance(300)
@@ -52,7 +52,7 @@ def test_another_programs_notification_does_not_snooze(laptop, vorlane, dunst, n
     assert 'Snooze 1 hour' in item.menu_lines()
 
 
-def test_a_snooze_outlives_the_program(laptop, vorlane, dunst, notifications, item, clock):
+def test_a_snooze_survives_a_restart(laptop, vorlane, dunst, notifications, item, clock):
     laptop.plug_in(79)
     vorlane.start(clock)
     item.choose('Snooze 1 hour')
@@ -85,7 +85,7 @@ def test_a_snooze_can_be_cancelled_from_the_menu(laptop, vorlane, dunst, notific
     assert notifications.wait_for(1).title == LOW
 
 
-def test_the_menu_tells_when_a_snooze_ends(laptop, vorlane, item, clock):
+def test_the_menu_shows_when_a_snooze_ends(laptop, vorlane, item, clock):
     def end():
         return time.strftime('%H:%M', time.gmtime(vorlane.snooze_deadline()))
     vorlane.start(clock, environment={'LANG': 'C.UTF-8'})

@@ -1,4 +1,4 @@
-"""What can be heard of a reminder on a desktop whose notification daemon plays no sounds."""
+"""Reminder sounds on a desktop whose notification daemon plays none."""
 import pathlib
 
 import pytest
@@ -13,7 +13,7 @@ def speaker(laptop, program):
     return Speaker(laptop.machine, pathlib.Path(program).parents[1] / 'share/sounds/vorlane/stereo').start()
 
 
-def test_a_reminder_is_heard_with_the_sound_chosen_for_it(laptop, speaker, vorlane, dunst, notifications):
+def test_a_reminder_plays_its_chosen_sound(laptop, speaker, vorlane, dunst, notifications):
     vorlane.write_settings('limitSound = "Hero"\n')
     laptop.plug_in(79)
     vorlane.start()
@@ -24,7 +24,7 @@ def test_a_reminder_is_heard_with_the_sound_chosen_for_it(laptop, speaker, vorla
     assert notifications.wait_for(1).hints['suppress-sound'] == 1
 
 
-def test_none_is_silent(laptop, speaker, vorlane, dunst, notifications, item):
+def test_the_sound_none_is_silent(laptop, speaker, vorlane, dunst, notifications, item):
     vorlane.write_settings('limitSound = "none"\nlowSound = "Frog"\n')
     laptop.plug_in(79)
     vorlane.start()
@@ -39,7 +39,7 @@ def test_none_is_silent(laptop, speaker, vorlane, dunst, notifications, item):
     assert speaker.wait_for_sound() == 'frog'
 
 
-def test_a_reminder_comes_without_a_sound_server_too(laptop, vorlane, dunst, notifications):
+def test_a_reminder_is_posted_without_a_sound_server(laptop, vorlane, dunst, notifications):
     laptop.machine.environment['PULSE_SERVER'] = 'unix:' + laptop.machine.folder('nothing')
     vorlane.write_settings('limitSound = "Hero"\n')
     laptop.plug_in(79)
@@ -48,10 +48,10 @@ def test_a_reminder_comes_without_a_sound_server_too(laptop, vorlane, dunst, not
     laptop.charge_to(80)
 
     notifications.wait_for(1)
-    vorlane.quit()  # which sees to it that nothing was printed
+    vorlane.quit()  # checks that nothing was printed
 
 
-def test_a_sound_is_heard_when_it_is_chosen(laptop, speaker):
+def test_choosing_a_sound_plays_it(laptop, speaker):
     desktop = Desktop(laptop).start()
     focus_picker(desktop, desktop.open_settings(), 'healthSound')
 

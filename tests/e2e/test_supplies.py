@@ -1,9 +1,9 @@
-"""Batteries and cables that come, go, flap or are none of the program's business."""
+"""Batteries and cables that come and go or flap, and batteries of other devices."""
 from laptop.testbed import BATTERY, MOUSE
 from test_reminders import LIMIT
 
 
-def test_plugging_in_and_out_is_shown(laptop, vorlane, item, clock):
+def test_plugging_in_and_unplugging_is_shown(laptop, vorlane, item, clock):
     vorlane.start(clock)
     item.wait_for_icon('battery.50')
 
@@ -50,7 +50,7 @@ def test_two_batteries_count_as_one(laptop, vorlane, item):
     item.wait_for_label('60%')
 
 
-def test_the_battery_of_a_mouse_is_not_the_machines(laptop, vorlane, dunst, notifications, item):
+def test_the_battery_of_a_mouse_is_ignored(laptop, vorlane, dunst, notifications, item):
     vorlane.start()
 
     laptop.testbed.add('hidpp_battery_0', MOUSE)
@@ -62,7 +62,7 @@ def test_the_battery_of_a_mouse_is_not_the_machines(laptop, vorlane, dunst, noti
     assert notifications.titles() == []
 
 
-def test_a_cable_that_flaps_for_a_quarter_of_an_hour_makes_no_storm(
+def test_a_cable_that_flaps_for_14_minutes_repeats_at_most_one_reminder(
         laptop, vorlane, dunst, notifications, item, clock):
     laptop.plug_in(79)
     vorlane.start(clock)

@@ -9,14 +9,14 @@ from laptop.waiting import wait_until
 
 HOUR = 3600
 NOON = 1767268800  # 2026-01-01 12:00 UTC
-BERLIN, TOKYO = 1, 9  # hours ahead of it
+BERLIN, TOKYO = 1, 9  # hours ahead of UTC
 
 
 @pytest.fixture
 def zone(laptop, vorlane):
     zone = TimeZone(laptop.machine, 'Europe/Berlin')
-    if reason := zone.why_not():
-        pytest.skip(f'no mounts of its own for a program here: {reason}')
+    if reason := zone.unavailable_reason():
+        pytest.skip(f'cannot use a mount namespace here: {reason}')
     vorlane.run_by(zone.wrapper)
     return zone
 
@@ -29,7 +29,7 @@ def desktop(laptop, zone, clock):
     return Desktop(laptop).start(notifications=False, clock=clock, environment=zone.environment)
 
 
-def test_the_reading_and_the_snooze_follow_with_the_next_refresh(desktop, zone, vorlane):
+def test_the_reading_and_the_snooze_follow_at_the_next_refresh(desktop, zone, vorlane):
     desktop.item.choose('Snooze 1 hour')
     desktop.item.wait_for_menu_line('Cancel Snooze')
     popover = desktop.open_popover()

@@ -1,4 +1,4 @@
-"""The item and its trays beyond what all kinds of them have in common (see test_tray_hosts.py)."""
+"""The item on particular trays; test_tray_hosts.py covers what all trays share."""
 import pytest
 
 from laptop.accessibility import ScreenReader
@@ -38,7 +38,7 @@ def test_a_screen_reader_hears_the_items_name_on_mate(laptop, vorlane, screen_re
         screen_reader.wait_for('push button', lambda: f'Vorlane: Battery {percent}%, {item.tooltip}')
 
 
-# Nothing else of the item is to be heard on XFCE.
+# XFCE exposes nothing else of the item to screen readers.
 def test_a_screen_reader_hears_the_items_tooltip_on_xfce(laptop, vorlane, screen_reader, screen, panel, item, pictures):
     without = picture_with_panel(screen, panel.start)
     vorlane.start()
@@ -63,7 +63,7 @@ def test_the_panel_draws_another_icon_when_the_symbol_changes(laptop, vorlane, s
     assert 0 <= box[1] and box[3] <= PANEL_HEIGHT
 
 
-def test_the_number_moves_when_the_tray_changes(laptop, vorlane, screen, panel, item, pictures):
+def test_the_number_moves_between_icon_and_label_with_the_tray(laptop, vorlane, screen, panel, item, pictures):
     panel.start()
     vorlane.start()
     item.wait_until_registered()
@@ -82,7 +82,7 @@ def test_the_number_moves_when_the_tray_changes(laptop, vorlane, screen, panel, 
     pictures(still_picture(screen), 'switched-back')
 
 
-def test_the_item_appears_on_a_panel_that_comes_late(laptop, vorlane, screen, panel, item):
+def test_the_item_appears_on_a_panel_that_starts_late(laptop, vorlane, screen, panel, item):
     vorlane.start()
     assert not item.registered()
 
@@ -91,7 +91,7 @@ def test_the_item_appears_on_a_panel_that_comes_late(laptop, vorlane, screen, pa
     item.wait_until_registered()
 
 
-def test_the_menu_offers_what_there_is_to_do(laptop, vorlane, item):
+def test_the_menu_lists_the_actions(laptop, vorlane, item):
     vorlane.start()
 
     assert item.menu_lines() == [item.tooltip, 'Open Vorlane', 'Snooze 1 hour', 'Settings', 'Quit']

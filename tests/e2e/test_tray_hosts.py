@@ -1,4 +1,4 @@
-"""The item on each kind of tray, by what the screen shows and what pointer and keys do to it."""
+"""The item on each kind of tray: what the screen shows, and what pointer and keyboard do."""
 import pytest
 
 from conftest import running
@@ -7,8 +7,8 @@ from laptop.tray import Tray
 from laptop.tray_host import TRAY_HOSTS
 from laptop.waiting import wait_until
 
-PANEL_HEIGHT = 32  # of the highest
-HANDLE = 6  # wide; MATE's tray keeps it once it has held an item
+PANEL_HEIGHT = 32  # of the tallest
+HANDLE = 6  # pixels wide; once MATE's tray has held an item, it keeps showing its handle
 
 
 @pytest.fixture(scope='module', params=TRAY_HOSTS)
@@ -29,7 +29,7 @@ def tray(shared_tray):
 
 
 def assert_drawn_as_offered(picture, box, item):
-    """Each pixel that the item draws opaque is on the screen as it is: nothing is scaled or blurred."""
+    """Each opaque pixel of the icon is on the screen unchanged: nothing is scaled or blurred."""
     drawn = item.pixels(22)
     assert item.icon == '' and drawn
     assert (box[2] - box[0], box[3] - box[1]) == (22, 22)
@@ -48,7 +48,7 @@ def test_the_item_is_in_the_panel(tray, keep):
 
 
 def test_the_number_is_legible(tray, keep):
-    """Another number is another last digit, in its place."""
+    """A change of the last digit changes the screen only where that digit is."""
     tray.laptop.charge_to(62)
 
     picture, (left, top, right, bottom) = tray.change()
@@ -73,7 +73,7 @@ def test_a_low_battery_calls_for_attention_and_keeps_its_number(tray, keep):
             assert_drawn_as_offered(picture, tray.box, tray.item)
 
 
-def test_the_symbol_shows_alone_where_no_number_is_wanted(tray, keep):
+def test_the_symbol_shows_alone_when_the_number_is_off(tray, keep):
     tray.vorlane.write_settings('showPercent = false\n')
 
     picture, _ = tray.change()
@@ -85,11 +85,11 @@ def test_the_symbol_shows_alone_where_no_number_is_wanted(tray, keep):
 
 
 def under_the_item(popover, item):
-    """Beside the panel, and not to the left or to the right of what was clicked."""
+    """Whether the popover is beside the panel and overlaps the clicked item horizontally."""
     return popover and item[3] <= popover[1] <= PANEL_HEIGHT + 8 and popover[0] < item[2] and item[0] < popover[2]
 
 
-def test_a_click_opens_what_it_should(tray, keep):
+def test_a_click_opens_the_popover_or_the_menu(tray, keep):
     tray.click()
 
     if tray.host.opens == 'menu':
@@ -109,7 +109,7 @@ def test_the_menu_opens_the_settings(tray):
     wait_until(tray.settings, 'the settings', look_every=0.05)
 
 
-def test_the_item_comes_back_with_its_host_as_it_is_now(tray):
+def test_a_restarted_host_shows_the_current_item(tray):
     tray.laptop.charge_to(62)
     at_62, _ = tray.change()
 

@@ -1,4 +1,4 @@
-"""The windows: opened, closed and placed on a real panel, and a program that lives without them."""
+"""The windows: opened, closed and placed on a real desktop; and the program without them."""
 import signal
 import socket
 
@@ -11,13 +11,13 @@ WIDTH, HEIGHT = SIZE
 PANEL_HEIGHT = 30
 POPOVER, SETTINGS = '^Vorlane$', '^Vorlane Settings$'
 POPOVER_WIDTH = 340
-# The tray is the last thing on the panel, and ours is its only item.
+# The tray is at the end of the panel, and ours is its only item.
 ITEM = (WIDTH - 16, PANEL_HEIGHT // 2)
 SETTINGS_SIZE = (480, 640)
 
 
 class Desk:
-    """A panel with our item in it, and a hand on the pointer."""
+    """A panel with our item in it, and the pointer."""
 
     def __init__(self, screen, panel, vorlane, item):
         self.screen, self.item = screen, item
@@ -32,14 +32,14 @@ class Desk:
         return self.screen.window_titled(POPOVER)
 
     def open_popover(self):
-        """Gives the box of the popover."""
+        """Returns the popover's box."""
         return self.screen.click_until(self.popover, 'the popover', *ITEM)
 
     def wait_for_settings(self):
         return wait_until(lambda: self.screen.window_titled(SETTINGS), 'the settings window', look_every=0.05)
 
     def popover_after_a_while(self):
-        """Whether one is there when the screen has become still."""
+        """The popover's box if it is open once the screen is still."""
         pictures = [self.screen.picture()]
 
         def still():
@@ -61,7 +61,7 @@ def test_a_click_on_the_item_opens_the_popover_under_the_panel(desk):
     left, top, right, bottom = desk.open_popover()
 
     assert PANEL_HEIGHT < top <= PANEL_HEIGHT + 8
-    assert right == WIDTH - 6  # pushed back by the end of the screen
+    assert right == WIDTH - 6  # kept inside the screen
     assert POPOVER_WIDTH <= right - left <= POPOVER_WIDTH + 2
     assert bottom < HEIGHT
 
@@ -95,7 +95,7 @@ def test_the_menu_opens_the_popover_and_leaves_it_open(desk):
     desk.wait_until_closed()
 
 
-def test_a_second_start_brings_the_popover_forward(laptop, dunst, desk, vorlane, notifications):
+def test_a_second_start_brings_the_popover_to_the_front(laptop, dunst, desk, vorlane, notifications):
     desk.open_popover()
     laptop.charge_to(20)
     notifications.wait_for(1)
@@ -118,7 +118,7 @@ def test_a_press_outside_closes_the_popover(desk):
     desk.wait_until_closed()
 
 
-def test_the_settings_open_in_the_middle_and_take_the_popovers_place(laptop, desk):
+def test_the_settings_open_centred_and_replace_the_popover(laptop, desk):
     desk.open_popover()
 
     laptop.item.choose('Settings')
@@ -129,7 +129,7 @@ def test_the_settings_open_in_the_middle_and_take_the_popovers_place(laptop, des
     desk.wait_until_closed()
 
 
-def test_ending_with_an_open_window_saves_the_history(laptop, desk, vorlane):
+def test_quitting_with_an_open_window_saves_the_history(laptop, desk, vorlane):
     desk.open_popover()
     laptop.charge_to(59)
     desk.item.wait_for_label('59%')
@@ -139,7 +139,7 @@ def test_ending_with_an_open_window_saves_the_history(laptop, desk, vorlane):
     assert vorlane.history()[-1]['p'] == 59
 
 
-def test_a_session_bus_that_dies_under_a_window_and_a_reminder_costs_no_history(
+def test_a_session_bus_that_dies_with_a_window_and_a_reminder_open_loses_no_history(
         laptop, dunst, desk, vorlane, notifications):
     desk.open_popover()
     laptop.wear_to(79)
@@ -155,7 +155,7 @@ def test_a_session_bus_that_dies_under_a_window_and_a_reminder_costs_no_history(
     assert vorlane.history()[-1]['p'] == 20
 
 
-def test_a_display_that_dies_under_the_windows_costs_neither_history_nor_settings(laptop, desk, vorlane):
+def test_a_display_that_dies_with_windows_open_loses_neither_history_nor_settings(laptop, desk, vorlane):
     desk.item.choose('Settings')
     desk.wait_for_settings()
     desk.open_popover()
@@ -178,12 +178,12 @@ def expect_no_windows_and_a_clean_end(laptop, vorlane, item):
     laptop.charge_to(58)
     item.wait_for_label('58%')
     vorlane.wait_until_windows_process_is_gone()
-    end(vorlane)
+    quit_despite_stderr(vorlane)
     assert vorlane.history()[-1]['p'] == 58
 
 
-def end(vorlane):
-    """What Qt said of the display is on the common stderr."""
+def quit_despite_stderr(vorlane):
+    """Without checking stderr, where Qt reports the lost display."""
     process, vorlane.process = vorlane.process, None
     process.signal(signal.SIGTERM)
     assert process.wait_for_end() == 0
@@ -211,7 +211,7 @@ def test_reminders_go_on_while_a_window_is_open(laptop, dunst, desk, notificatio
     assert desk.popover()
 
 
-def test_a_saved_session_knows_nothing_of_the_windows(laptop, screen, vorlane, item):
+def test_the_windows_do_not_connect_to_the_session_manager(laptop, screen, vorlane, item):
     path = laptop.machine.folder('session-manager')
     with socket.socket(socket.AF_UNIX) as manager:
         manager.bind(path)
@@ -228,7 +228,7 @@ def test_a_saved_session_knows_nothing_of_the_windows(laptop, screen, vorlane, i
 
 @pytest.fixture
 def sway_desk(wayland, waybar, vorlane, item):
-    """sway with a bar along its top, the program in it, and the pointer on the bar."""
+    """sway with a bar at the top, the program running, and the pointer on the bar."""
     waybar.start()
     vorlane.start()
     item.wait_until_registered()
@@ -250,7 +250,7 @@ def test_sway_shows_the_popover_under_its_bar_at_the_pointer(sway_desk, item):
     wait_until(lambda: not sway_desk.window_titled(POPOVER), 'the popover to close', look_every=0.05)
 
 
-def test_a_compositor_that_dies_under_the_windows_costs_no_history(laptop, sway_desk, vorlane, item):
+def test_a_compositor_that_dies_with_windows_open_loses_no_history(laptop, sway_desk, vorlane, item):
     item.choose('Settings')
     wait_until(lambda: sway_desk.window_titled(SETTINGS), 'the settings window', look_every=0.05)
     item.activate()
@@ -274,22 +274,22 @@ def expect_reminders_without_windows(laptop, item, notifications):
     assert notifications.wait_for(1).title == 'Low battery'
 
 
-def test_a_program_without_its_windows_still_reminds(laptop, vorlane, dunst, notifications, item, tmp_path):
+def test_reminders_work_without_the_windows_program(laptop, vorlane, dunst, notifications, item, tmp_path):
     vorlane.install_to(tmp_path).unlink()
     vorlane.start()
 
     expect_reminders_without_windows(laptop, item, notifications)
 
 
-def test_a_program_without_a_display_still_reminds(laptop, vorlane, dunst, notifications, item):
+def test_reminders_work_without_a_display(laptop, vorlane, dunst, notifications, item):
     vorlane.start(environment={'DISPLAY': None})
 
     expect_reminders_without_windows(laptop, item, notifications)
     vorlane.wait_until_windows_process_is_gone()
 
 
-def test_a_program_with_a_display_that_is_not_there_still_reminds(laptop, vorlane, dunst, notifications, item):
+def test_reminders_work_with_an_unreachable_display(laptop, vorlane, dunst, notifications, item):
     vorlane.start(environment={'DISPLAY': ':4095'})
 
     expect_reminders_without_windows(laptop, item, notifications)
-    end(vorlane)
+    quit_despite_stderr(vorlane)

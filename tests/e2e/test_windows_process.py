@@ -1,4 +1,4 @@
-"""The process that shows the windows: killed, stopped, replaced and short of descriptors."""
+"""The windows process: killed, stopped, replaced, and short of file descriptors."""
 import contextlib
 import os
 import signal
@@ -25,7 +25,7 @@ def tree(desktop):
 
 @pytest.fixture
 def in_panel(panel, vorlane, item):
-    """The program runs in a panel, without the X tray, which would open its descriptors later."""
+    """Runs the program with a panel, so that the X tray does not open descriptors later."""
     panel.start()
     vorlane.start()
     item.wait_until_registered()
@@ -39,7 +39,7 @@ def open_both(desktop):
 
 def wait_until_no_window(desktop):
     wait_until(lambda: not desktop.popover_box() and not desktop.screen.window_titled(f'^{SETTINGS}$'),
-               'the windows to go', look_every=0.02)
+               'the windows to disappear', look_every=0.02)
 
 
 def test_a_killed_windows_process_leaves_nothing_behind_and_the_next_click_starts_another(
@@ -63,7 +63,7 @@ def test_a_killed_windows_process_leaves_nothing_behind_and_the_next_click_start
 
 
 @pytest.mark.parametrize('title, key', [('Show time remaining', 'showTime'), ('Low battery', 'lowEnabled')])
-def test_killed_at_a_change_of_a_setting_it_leaves_the_settings_whole(desktop, vorlane, tree, title, key):
+def test_a_kill_during_a_settings_change_leaves_the_settings_intact(desktop, vorlane, tree, title, key):
     vorlane.write_settings('limit = 77\nlowSound = "Frog"\n')
     desktop.start(notifications=False)
     toggle = desktop.open_settings().find(title, 'check box')
@@ -78,7 +78,7 @@ def test_killed_at_a_change_of_a_setting_it_leaves_the_settings_whole(desktop, v
     assert desktop.open_settings().wait_for(title, 'check box').checked == stored.get(key, at_first)
 
 
-def test_a_stopped_windows_process_holds_nothing_up_and_a_click_replaces_it(
+def test_a_stopped_windows_process_blocks_nothing_and_a_click_replaces_it(
         laptop, desktop, dunst, vorlane, notifications, item):
     desktop.start(notifications=False)
     stopped = vorlane.windows_process()
@@ -109,7 +109,7 @@ def test_a_click_closes_the_popover_of_a_stopped_windows_process(desktop, vorlan
     desktop.accessibility.wait_for_window(POPOVER)
 
 
-def test_a_windows_program_of_another_build_shows_nothing_until_the_program_is_replaced_too(
+def test_a_windows_program_of_another_build_shows_nothing_until_the_resident_program_is_upgraded(
         laptop, desktop, dunst, vorlane, notifications, item, tmp_path):
     vorlane.install_to(tmp_path)
     vorlane.start()
@@ -146,10 +146,10 @@ def test_a_truncated_windows_program_shows_nothing_and_a_repaired_one_starts_at_
     desktop.accessibility.wait_for_window(POPOVER)
 
 
-@pytest.mark.parametrize('spare', range(3))  # a start takes three
-def test_without_descriptors_a_click_does_nothing_until_there_are_some_again(
+@pytest.mark.parametrize('spare', range(3))  # starting the windows process takes three
+def test_a_click_without_free_descriptors_does_nothing_until_some_are_free(
         laptop, desktop, in_panel, vorlane, item, spare):
-    # Once before: the sanitizer opens a pipe at each type of object that it has not met yet.
+    # Warm up: the sanitizer opens a pipe for each object type that it meets for the first time.
     item.choose('Snooze 1 hour')
     item.choose('Cancel Snooze')
     desktop.open_popover()
@@ -173,7 +173,7 @@ def test_a_minute_after_its_last_window_closed_it_ends(desktop, vorlane, clock, 
     before = vorlane.windows_process()
     desktop.open_popover()
     clock.move(61)
-    assert tree.programs() == ['Vorlane']  # a question that wakes it
+    assert tree.programs() == ['Vorlane']  # a query that wakes it
     assert vorlane.windows_process() == before
 
     desktop.close_popover()
@@ -186,7 +186,7 @@ def test_a_minute_after_its_last_window_closed_it_ends(desktop, vorlane, clock, 
     assert desktop.open_popover()
 
 
-def test_quitting_takes_open_windows_along(laptop, desktop, vorlane):
+def test_quitting_closes_open_windows(laptop, desktop, vorlane):
     vorlane.start()
     open_both(desktop)
     windows = vorlane.windows_process()

@@ -1,4 +1,4 @@
-"""The windows under sway with waybar, where a client neither grabs the pointer nor places itself."""
+"""The windows under sway with waybar, where a client can neither grab the pointer nor place itself."""
 import pytest
 
 from laptop.accessibility import Accessibility
@@ -34,7 +34,7 @@ def popover(wayland, tree, item):
 
 def wait_for_popover(tree):
     popover = tree.wait_for_window(POPOVER)
-    popover.wait_for('Quit')  # once it is in its place
+    popover.wait_for('Quit')  # appears once the popover is placed
     return popover
 
 
@@ -43,7 +43,7 @@ def wait_for_focus(wayland, title):
                look_every=0.02)
 
 
-def test_the_popover_floats_and_shows_what_happens(laptop, wayland, popover):
+def test_the_popover_floats_and_stays_current(laptop, wayland, popover):
     assert popover.find('60%') and popover.find('On battery, 3 h left')
     assert wayland.is_floating(POPOVER)
 
@@ -59,7 +59,7 @@ def test_escape_closes_the_popover(wayland, tree, popover):
     tree.wait_until_gone(POPOVER)
 
 
-def test_the_settings_float_in_the_popovers_place_and_work(vorlane, wayland, tree, popover):
+def test_the_settings_replace_the_popover_float_and_work(vorlane, wayland, tree, popover):
     popover.find('Settings', 'push button').press()
     settings = tree.wait_for_window(SETTINGS)
     tree.wait_until_gone(POPOVER)
@@ -95,7 +95,7 @@ def test_a_compositor_that_hangs_does_not_hold_up_reminders(laptop, wayland, tre
 
 @pytest.fixture
 def settings(wayland, tree, item):
-    """Open, so that sway has a window to leave the focus on."""
+    """The settings window, open so that sway can leave the focus on it."""
     wayland.plug_in_pointer()
     item.choose('Settings')
     settings = tree.wait_for_window(SETTINGS)
@@ -129,14 +129,14 @@ def test_a_popover_without_the_focus_closes_at_a_press_on_the_settings(wayland, 
 def test_the_menu_leaves_an_open_popover_open(wayland, tree, item, popover):
     item.choose('Open Vorlane')
 
-    wayland.press_keys('Tab')  # which comes after it
+    wayland.press_keys('Tab')  # arrives after the menu click
     wait_for_popover(tree)
     assert wayland.focused() == POPOVER
     item.activate()
     tree.wait_until_gone(POPOVER)
 
 
-def test_a_second_start_brings_the_popover_to_the_workspace_in_use_and_gives_it_the_keyboard(
+def test_a_second_start_brings_the_popover_to_the_current_workspace_with_the_focus(
         wayland, vorlane, tree, item, settings):
     wayland.refuse_focus(POPOVER, workspace=1)
     item.activate()
@@ -161,11 +161,11 @@ def test_a_second_start_hands_its_activation_token_to_the_compositor(wayland, vo
                    look_every=0.05)
 
     assert wayland.focused() == POPOVER
-    vorlane.kill()  # it would be reproached with the log
+    vorlane.kill()  # a clean quit would fail on the debug log in stderr
 
 
 @pytest.mark.parametrize('answers', [0, 1])
-def test_a_sway_that_does_not_answer_is_asked_once_at_each_opening(
+def test_an_unresponsive_sway_is_asked_once_per_opening(
         laptop, wayland, accessibility, vorlane, item, answers):
     sway = MuteSway(laptop.machine, answers)
     vorlane.start(environment={'SWAYSOCK': sway.path})

@@ -1,4 +1,4 @@
-"""A reminder leaves the screen when it is no longer true, and when the program that would notice ends."""
+"""A reminder is withdrawn when it is no longer true, and when the program quits."""
 import signal
 
 import pytest
@@ -12,7 +12,7 @@ LOW = 'Low battery'
 TOO_LONG = 'Plugged in for a long time'
 
 
-def test_low_battery_goes_when_the_cable_comes(laptop, vorlane, dunst, notifications):
+def test_plugging_in_withdraws_low_battery(laptop, vorlane, dunst, notifications):
     vorlane.start()
     laptop.charge_to(20)
     low = notifications.wait_for(1)
@@ -24,7 +24,7 @@ def test_low_battery_goes_when_the_cable_comes(laptop, vorlane, dunst, notificat
     assert notifications.closed == [low.id]
 
 
-def test_the_reminders_of_power_go_with_the_cable(laptop, vorlane, dunst, notifications, clock):
+def test_unplugging_withdraws_the_reminders_to_unplug(laptop, vorlane, dunst, notifications, clock):
     laptop.plug_in(79)
     vorlane.write_settings('longHours = 1\nrepeatReminder = false\n')
     vorlane.start(clock)
@@ -41,7 +41,7 @@ def test_the_reminders_of_power_go_with_the_cable(laptop, vorlane, dunst, notifi
     notifications.wait_until_closed(too_long)
 
 
-def test_a_reminder_that_holds_stays(laptop, vorlane, dunst, notifications, item):
+def test_a_reminder_that_is_still_true_stays(laptop, vorlane, dunst, notifications, item):
     vorlane.start()
     laptop.charge_to(20)
     low = notifications.wait_for(1)
@@ -53,7 +53,7 @@ def test_a_reminder_that_holds_stays(laptop, vorlane, dunst, notifications, item
     assert low.open and notifications.closed == []
 
 
-def test_at_its_end_the_program_leaves_the_reminder_that_comes_once(laptop, vorlane, dunst, notifications):
+def test_quitting_leaves_only_the_health_reminder(laptop, vorlane, dunst, notifications):
     vorlane.start()
     laptop.wear_to(79)
     health = notifications.wait_for(1)
@@ -67,8 +67,8 @@ def test_at_its_end_the_program_leaves_the_reminder_that_comes_once(laptop, vorl
     assert health.open and notifications.closed == [low.id]
 
 
-def test_a_display_that_dies_under_the_windows_leaves_the_reminders(laptop, screen, vorlane, dunst, notifications):
-    desktop = Desktop(laptop)  # on another display than the daemon
+def test_a_display_that_dies_with_windows_open_leaves_the_reminders(laptop, screen, vorlane, dunst, notifications):
+    desktop = Desktop(laptop)  # on a different display from the daemon
     desktop.start(notifications=False)
     laptop.wear_to(79)
     health = notifications.wait_for(1)
@@ -84,12 +84,12 @@ def test_a_display_that_dies_under_the_windows_leaves_the_reminders(laptop, scre
     assert health.open
     process, vorlane.process = vorlane.process, None
     process.signal(signal.SIGTERM)
-    assert process.wait_for_end() == 0  # what Qt said of the display is on the common stderr
+    assert process.wait_for_end() == 0  # stderr is not checked: Qt reports the lost display there
 
 
 @pytest.fixture
 def limit(laptop, vorlane, dunst, notifications):
-    """The reminder of the charge limit, shown by a program that runs."""
+    """The charge limit reminder, shown by the running program."""
     laptop.plug_in(79)
     vorlane.start()
     laptop.charge_to(80)
@@ -107,9 +107,9 @@ def test_a_restart_in_place_leaves_a_reminder_until_it_is_no_longer_true(laptop,
     assert notifications.closed == [limit.id]
 
 
-def test_a_restart_in_place_knows_nothing_of_what_another_daemon_shows(
+def test_a_restart_in_place_ignores_the_notifications_of_a_new_daemon(
         laptop, vorlane, dunst, notifications, item, limit):
-    vorlane.process.signal(signal.SIGSTOP)  # it cannot see the daemons change before it is to restart
+    vorlane.process.signal(signal.SIGSTOP)  # so that it cannot notice the new daemon before it restarts
     dunst.kill()
     dunst.start()
     laptop.session_bus.call(NAME, '/org/freedesktop/Notifications', NAME, 'Notify', 'susssasa{sv}i',

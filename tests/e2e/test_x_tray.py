@@ -1,4 +1,4 @@
-"""The icon on bars whose trays know windows alone, while nobody watches the bus for items."""
+"""The icon in trays that embed windows (XEMBED), used while no panel watches the bus for status items."""
 import os
 import pathlib
 import time
@@ -12,7 +12,7 @@ from laptop.x_screen import XScreen
 from laptop.x_trays import I3, Tint2, TrayIcon
 
 DARK, LIGHT = '#222222', '#eeeeee'
-WHITE = (0xf6, 0xf6, 0xf6)  # of a number on a bar that names no colour
+WHITE = (0xf6, 0xf6, 0xf6)  # of the number on a bar that sets no colour
 PANEL_HEIGHT = 30
 POPOVER = '^Vorlane$'
 
@@ -29,18 +29,18 @@ def icon(screen):
 
 
 def maps_x(process):
-    """Whether it has loaded anything that speaks X."""
+    """Whether it has loaded the X client library."""
     return 'libxcb' in pathlib.Path(f'/proc/{process.pid}/maps').read_text()
 
 
 def processor_time(process):
-    """In seconds."""
+    """CPU seconds used so far."""
     fields = pathlib.Path(f'/proc/{process.pid}/stat').read_text().rsplit(')', 1)[1].split()
     return (int(fields[11]) + int(fields[12])) / os.sysconf('SC_CLK_TCK')
 
 
 def near(color, wanted):
-    """The bar blends the icon once more, and rounds."""
+    """Equal up to the rounding of the bar's blending."""
     return all(abs(one - other) <= 3 for one, other in zip(color, wanted))
 
 
@@ -93,7 +93,7 @@ def test_a_click_opens_and_closes_the_popover(vorlane, screen, tint2, icon):
 
 
 def open_menu(screen, icon, box=None):
-    """With the other button; gives the picture with it."""
+    """Right-clicks the icon; returns the picture with the menu, and the box that changed."""
     closed = still_picture(screen)
     icon.click(3, box)
     return picture_that_differs(screen, closed)
@@ -111,16 +111,16 @@ def test_a_menu_closed_without_a_choice_does_nothing(vorlane, screen, tint2, ico
     wait_until(lambda: screen.picture().difference(before) is None, 'the menu to close', look_every=0.1)
 
 
-def test_the_icon_appears_in_a_tray_that_comes_late(vorlane, screen, tint2, icon):
+def test_the_icon_appears_in_a_tray_that_starts_late(vorlane, screen, tint2, icon):
     vorlane.start()
-    wait_until(lambda: maps_x(vorlane.process), 'the program on the display', look_every=0.05)
+    wait_until(lambda: maps_x(vorlane.process), 'the program to connect to the display', look_every=0.05)
 
     tint2.start()
 
     icon.wait_for()
 
 
-def test_the_icon_makes_room_for_a_panel_that_watches_the_bus(vorlane, screen, panel, item, tint2, icon):
+def test_the_icon_yields_to_a_panel_that_watches_the_bus(vorlane, screen, panel, item, tint2, icon):
     tint2.start()
     vorlane.start()
     icon.wait_for()
@@ -129,13 +129,13 @@ def test_the_icon_makes_room_for_a_panel_that_watches_the_bus(vorlane, screen, p
     item.wait_until_registered()
     icon.wait_until_gone()
     panel.kill()
-    tint2.kill()  # the panel has taken its tray from it
+    tint2.kill()  # it lost its tray to the panel
     tint2.start()
 
     icon.wait_for()
 
 
-def test_nothing_speaks_x_beside_a_panel_that_watches_the_bus(vorlane, screen, panel, item, clock):
+def test_x_is_not_used_with_a_panel_that_watches_the_bus(vorlane, screen, panel, item, clock):
     panel.start()
     vorlane.start(clock=clock)
     item.wait_until_registered()
@@ -145,15 +145,15 @@ def test_nothing_speaks_x_beside_a_panel_that_watches_the_bus(vorlane, screen, p
     assert not maps_x(vorlane.process)
 
 
-def test_nothing_speaks_x_under_wayland(vorlane, screen, clock):
-    vorlane.start(clock=clock, environment={'WAYLAND_DISPLAY': 'wayland-of-nobody'})
+def test_x_is_not_used_under_wayland(vorlane, screen, clock):
+    vorlane.start(clock=clock, environment={'WAYLAND_DISPLAY': 'wayland-missing'})
 
     vorlane.advance(60)
 
     assert not maps_x(vorlane.process)
 
 
-def test_a_display_that_dies_costs_the_icon_alone(laptop, vorlane, screen, tint2, icon, item):
+def test_a_display_that_dies_removes_only_the_icon(laptop, vorlane, screen, tint2, icon, item):
     tint2.start()
     vorlane.start()
     icon.wait_for()
@@ -163,17 +163,17 @@ def test_a_display_that_dies_costs_the_icon_alone(laptop, vorlane, screen, tint2
     item.wait_for_label('40%')
 
     before = processor_time(vorlane.process)
-    time.sleep(1)  # what happens in it is nothing
+    time.sleep(1)  # in which it should stay idle
     assert processor_time(vorlane.process) - before < 0.1
 
 
-def test_a_display_that_hangs_delays_nothing_but_the_icon(laptop, vorlane, screen, tint2, icon, item, clock):
+def test_a_display_that_hangs_delays_only_the_icon(laptop, vorlane, screen, tint2, icon, item, clock):
     tint2.start()
     wait_until(lambda: screen.window('tint2'), 'the bar', look_every=0.05)
     screen.hang()
 
     vorlane.start(clock=clock)
-    vorlane.advance(60)  # it has turned to the display since
+    vorlane.advance(60)  # by then it has tried the display
     laptop.charge_to(40)
     item.wait_for_label('40%')
     screen.go_on()
@@ -182,7 +182,7 @@ def test_a_display_that_hangs_delays_nothing_but_the_icon(laptop, vorlane, scree
 
 
 def test_a_display_that_hangs_later_delays_nothing(laptop, vorlane, screen, tint2, icon, item):
-    tint2.start(height=120)  # thirty drawings of its icon are more than the socket takes
+    tint2.start(height=120)  # so tall that thirty icon updates overflow the socket buffer
     vorlane.start()
     icon.wait_for()
 
@@ -197,7 +197,7 @@ def test_a_display_that_hangs_later_delays_nothing(laptop, vorlane, screen, tint
     wait_until(lambda: screen.window_titled('^Vorlane: Battery .*, Charging'), 'the new name', look_every=0.05)
 
 
-def test_i3bar_shows_the_icon_in_its_own_colour(laptop, vorlane, pictures):
+def test_i3bar_shows_the_icon_in_the_bars_text_colour(laptop, vorlane, pictures):
     screen = XScreen(laptop.machine, manager=None)
     icon = TrayIcon(screen)
     without = picture_with_panel(screen, I3(laptop.machine).start)
@@ -213,7 +213,7 @@ def test_i3bar_shows_the_icon_in_its_own_colour(laptop, vorlane, pictures):
     wait_until(lambda: screen.window_titled(POPOVER), 'the popover', look_every=0.05)
 
 
-def test_the_watcher_may_come_and_go_often(laptop, vorlane, screen, tint2, icon):
+def test_the_watcher_may_come_and_go_rapidly(laptop, vorlane, screen, tint2, icon):
     tint2.start()
     vorlane.start()
     icon.wait_for()

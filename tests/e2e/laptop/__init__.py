@@ -1,4 +1,4 @@
-"""A laptop that exists only in processes: private buses, a battery made of files, a screen nobody sees.
+"""A laptop that exists only in processes: private buses, a battery made of files, an invisible screen.
 
-Each module holds one piece of it. `VirtualLaptop` puts the pieces together.
+Each module provides one part; `VirtualLaptop` assembles them.
 """

@@ -1,7 +1,7 @@
 """The windows as an assistive program sees them: a tree of controls with roles, names and actions.
 
-Spoken over plain D-Bus on the laptop's own accessibility bus, because libatspi keeps one bus for
-the life of a process.
+Uses plain D-Bus on the laptop's own accessibility bus, because libatspi keeps the same bus for the
+life of a process.
 """
 import dbus
 import dbus.bus
@@ -24,7 +24,7 @@ ON_SCREEN = 0  # AtspiCoordType
 
 class Accessibility:
     def __init__(self, machine, bus):
-        """Programs started from now on show their windows here."""
+        """Programs started from now on appear in this tree."""
         launcher = machine.start('at-spi', ['/usr/libexec/at-spi-bus-launcher', '--launch-immediately'])
         bus.wait_for(BUS, launcher)
         machine.environment['QT_LINUX_ACCESSIBILITY_ALWAYS_ON'] = '1'
@@ -34,19 +34,19 @@ class Accessibility:
 
     @property
     def connected(self):
-        """Whether the program is there; its first window leads it here."""
+        """Whether the program is in the tree, which it joins with its first window."""
         return self.program('Vorlane') is not None
 
     def programs(self):
-        """The names of all that are there."""
+        """The names of all programs in the tree."""
         return [program.name for program in self._root.children]
 
     def program(self, name):
-        """All that one shows; None while it is not there."""
+        """The root of a program's controls; None while it is not in the tree."""
         return next((program for program in self._root.children if program.name == name), None)
 
     def windows(self, title):
-        """The program's windows on the screen with that title."""
+        """The program's visible windows with that title."""
         return [window for program in self._root.children if program.name == 'Vorlane'
                 for window in program.children if window.name == title and window.showing]
 
@@ -61,8 +61,8 @@ class Accessibility:
 
 
 class ScreenReader(Accessibility):
-    """Hears the controls whose properties change, also those that one program shows within another, as
-    panels do: they are in no program's tree.
+    """Reports controls whose properties change, including those embedded in another program's window, as in
+    a panel: these are in no program's tree.
     """
 
     def __init__(self, machine, bus):
@@ -72,10 +72,10 @@ class ScreenReader(Accessibility):
                                              sender_keyword='sender', path_keyword='path')
         self._connection.call_blocking(REGISTRY, '/org/a11y/atspi/registry', REGISTRY,
                                        'RegisterEvent', 's', ('object:property-change',), timeout=REPLY_TIMEOUT)
-        machine.environment.pop('NO_AT_BRIDGE')  # panels started from now on are heard
+        machine.environment.pop('NO_AT_BRIDGE')  # so that panels started from now on are included
 
     def wait_for(self, role, name):
-        """`name` is a function."""
+        """`name` is a function, evaluated at each check."""
         wait_until(lambda: any((one.role, one.name) == (role, name()) for one in self._heard),
                    lambda: f'{role} {name()!r} among {self._heard}', look_every=0.1)
 
@@ -84,7 +84,7 @@ class ScreenReader(Accessibility):
 
 
 class Control:
-    """One node of the tree. Asked each time: it never remembers what it was told."""
+    """One node of the tree. Queries the program at each access and caches nothing."""
 
     def __init__(self, connection, owner, path):
         self._connection, self._owner, self._path = connection, owner, path
@@ -140,12 +140,12 @@ class Control:
 
     @property
     def text(self):
-        """What is in an entry."""
+        """The content of a text field."""
         return str(self._call(TEXT, 'GetText', 'ii', 0, -1) or '')
 
     @property
     def box(self):
-        """Left, top, right, bottom on the screen (under Wayland, in the window)."""
+        """Left, top, right, bottom: on the screen, or under Wayland in the window."""
         x, y, width, height = map(int, self._call(COMPONENT, 'GetExtents', 'u', ON_SCREEN))
         return x, y, x + width, y + height
 
@@ -163,14 +163,14 @@ class Control:
         self._call(COMPONENT, 'GrabFocus')
 
     def walk(self):
-        """Itself and everything shown under it, in the order of the tree."""
+        """Yields itself and all visible descendants in tree order."""
         yield self
         for child in self.children:
             if child.showing:
                 yield from child.walk()
 
     def find(self, name, role=None):
-        """The first one shown with that name (and role), or None."""
+        """The first visible control with that name (and role), or None."""
         return next((one for one in self.walk()
                      if one.name == name and (role is None or one.role == role)), None)
 
@@ -179,7 +179,7 @@ class Control:
                           look_every=0.02)
 
     def texts(self):
-        """The names of everything shown that has one, from top to bottom."""
+        """The names of all visible controls that have one, in tree order."""
         return [one.name for one in self.walk() if one.name]
 
     def wait_until_gone(self, name):
@@ -193,7 +193,7 @@ class Control:
         return self._call(PROPERTIES, 'Get', 'ss', interface, name)
 
     def _call(self, interface, method, signature='', *arguments):
-        """None when the control is gone, or not of that kind."""
+        """None when the control is gone or lacks the interface."""
         try:
             return self._connection.call_blocking(self._owner, self._path, interface, method, signature,
                                                   arguments, timeout=REPLY_TIMEOUT)

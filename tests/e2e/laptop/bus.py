@@ -1,4 +1,4 @@
-"""A private message bus: a real dbus-daemon that knows no services to start, and a connection to it."""
+"""A private message bus: a real dbus-daemon without activatable services at first, and a connection to it."""
 import os
 
 import dbus
@@ -32,7 +32,7 @@ CONFIGURATION = '''<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus Con
 
 class Bus:
     def __init__(self, machine, kind):
-        """`kind` is "session" or "system"; programs started from now on find the bus."""
+        """`kind` is "session" or "system"; programs started from now on use this bus."""
         socket = machine.folder('run', kind + '-bus')
         self.address = 'unix:path=' + socket
         self.services = machine.folder('run', kind + '-services')
@@ -44,37 +44,37 @@ class Bus:
         self.open()
 
     def open(self):
-        """The bus is there, again after `close`; nobody is on it yet."""
+        """Starts the bus, also again after `close`."""
         self._daemon = self._start_daemon()
         self._connection = wait_until(self.connect, f'the bus at {self.address}', look_every=0.01)
-        self._changes = 0  # of owners; each wakes whoever waits for a name
+        self._changes = 0  # owner changes so far; each one wakes `_wait_for_owner`
         self._connection.add_signal_receiver(self._count_change, 'NameOwnerChanged', BUS, BUS)
 
     def connect(self):
-        """A connection of its own; None while nobody listens."""
+        """A new connection; None while the bus is not listening."""
         try:
             return dbus.bus.BusConnection(self.address, mainloop=DBusGMainLoop())
         except dbus.DBusException:
             return None
 
     def offer(self, name, argv):
-        """Lets the bus start a service when somebody calls it."""
+        """Makes a service activatable by the bus."""
         self.install(name, f'[D-BUS Service]\nName={name}\nExec={" ".join(argv)}\n')
 
     def install(self, name, text):
-        """The same by the text of its service file."""
+        """The same, given the text of the service file."""
         os.makedirs(self.services, exist_ok=True)
         with open(os.path.join(self.services, name + '.service'), 'w') as file:
             file.write(text)
         self.call(BUS, '/org/freedesktop/DBus', BUS, 'ReloadConfig')
 
     def set_environment(self, environment):
-        """Of the services that it starts from now on, as sessions do at their start."""
+        """For services activated from now on, as a session does at login."""
         self.call(BUS, '/org/freedesktop/DBus', BUS, 'UpdateActivationEnvironment', 'a{ss}',
                   dbus.Dictionary(environment, signature='ss'))
 
     def complaints(self):
-        """What the services that it started have printed."""
+        """What activated services have printed."""
         return [line for line in self._daemon.stderr.splitlines() if not line.startswith('dbus-daemon[')]
 
     def call(self, name, path, interface, method, signature='', *arguments):
@@ -85,9 +85,9 @@ class Bus:
         return self.call(name, path, PROPERTIES, 'Get', 'ss', interface, property_name)
 
     def round_trip(self):
-        """Returns when the program, if it is there, has handled all that reached it before."""
+        """Returns once the program, if it is running, has handled every message that reached it before."""
         try:
-            # Not a ping: libdbus would answer that in a monitor, too, which is forbidden to speak.
+            # Not a ping: in a monitor connection libdbus would answer that too, and a monitor must not send.
             self.get('org.vorlane.Vorlane', '/StatusNotifierItem', 'org.kde.StatusNotifierItem', 'Id')
         except dbus.DBusException as error:
             if error.get_dbus_name() != BUS + '.Error.ServiceUnknown':
@@ -100,14 +100,14 @@ class Bus:
         self._connection.flush()
 
     def owner(self, name):
-        """The unique name of the owner; None when there is none."""
+        """The unique name of the owner, or None."""
         try:
             return str(self.call(BUS, '/org/freedesktop/DBus', BUS, 'GetNameOwner', 's', name))
         except dbus.DBusException:
             return None
 
     def wait_for(self, name, process=None):
-        """Waits for an owner of the name, as long as the process that is to own it lives."""
+        """Waits until the name has an owner; fails early if `process`, which should own it, has ended."""
         def not_ended(owner):
             if process is not None and not process.running:
                 raise RuntimeError(f'{process.name} ended with {process.code}:\n{process.stderr[-2000:]}')
@@ -117,8 +117,8 @@ class Bus:
     def wait_until_free(self, name):
         self._wait_for_owner(name, lambda owner: not owner, f'{name} to leave the bus')
 
-    def _wait_for_owner(self, name, condition, what):
-        """Asks the bus once for each change, for its answer wakes the main loop as well."""
+    def _wait_for_owner(self, name, condition, description):
+        """Queries the owner only after a change: each reply wakes the main loop, so polling would never sleep."""
         owner, changes = self.owner(name), self._changes
 
         def met():
@@ -126,7 +126,7 @@ class Bus:
             if changes != self._changes:
                 owner, changes = self.owner(name), self._changes
             return condition(owner)
-        return wait_until(met, what)
+        return wait_until(met, description)
 
     def _count_change(self, *_):
         self._changes += 1
@@ -135,5 +135,5 @@ class Bus:
         return int(self.call(BUS, '/org/freedesktop/DBus', BUS, 'GetConnectionUnixProcessID', 's', name))
 
     def close(self):
-        """Ends the bus; everyone on it is disconnected."""
+        """Ends the bus and disconnects all its clients."""
         self._daemon.end()

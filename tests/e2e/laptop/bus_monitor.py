@@ -1,4 +1,4 @@
-"""Everything of interest that passes over a bus, in order, seen from outside like dbus-monitor."""
+"""Records selected messages of a bus in order, like dbus-monitor."""
 import itertools
 from dataclasses import dataclass
 
@@ -9,12 +9,12 @@ from .bus import BUS
 from .waiting import wait_until
 
 MARK = 'org.vorlane.test.Mark'
-marks = itertools.count(1)  # one row of numbers for all monitors, which see each other's
+marks = itertools.count(1)  # one sequence for all monitors, because each sees the marks of the others
 
 
 @dataclass(frozen=True)
 class Seen:
-    """One message. `reply_to` is the serial of the call that it answers."""
+    """One message. `reply_to` is the serial of the call it answers."""
     kind: str  # "call", "return", "error" or "signal"
     sender: str
     destination: str
@@ -33,22 +33,22 @@ KINDS = {dbus.lowlevel.MESSAGE_TYPE_METHOD_CALL: 'call', dbus.lowlevel.MESSAGE_T
 
 class BusMonitor:
     def __init__(self, bus, rules):
-        """`rules` are D-Bus match rules; every message that matches one is kept and told."""
+        """`rules` are D-Bus match rules; every matching message is recorded and passed to the listeners."""
         self.messages = []
         self._bus = bus
         self._last_mark = 0
-        self._tell = []
+        self._listeners = []
         self._connection = bus.connect()
         self._connection.add_message_filter(self._note)
         self._connection.call_blocking(BUS, '/org/freedesktop/DBus', BUS + '.Monitoring',
                                        'BecomeMonitor', 'asu', ([*rules, f"interface='{MARK}'"], 0))
 
     def listen(self, callback):
-        """Calls back with each message from now on."""
-        self._tell.append(callback)
+        """Calls `callback` with each message from now on."""
+        self._listeners.append(callback)
 
     def catch_up(self):
-        """Returns when everything that the bus has passed on before is among the messages."""
+        """Returns once every message that the bus delivered before this call is recorded."""
         mark = next(marks)
         self._bus.emit('/', MARK, 'Mark', 'u', mark)
         wait_until(lambda: self._last_mark >= mark, 'the monitor to catch up')
@@ -63,12 +63,12 @@ class BusMonitor:
                         message.get_member(), _without_files(message.get_args_list()),
                         not message.get_no_reply())
             self.messages.append(seen)
-            for callback in self._tell:
+            for callback in self._listeners:
                 callback(seen)
-        # A monitor may not answer; unhandled calls would be answered with an error.
+        # A monitor must not send; libdbus would answer an unhandled call with an error.
         return dbus.lowlevel.HANDLER_RESULT_HANDLED
 
 
 def _without_files(arguments):
-    """Our copy of an open file would keep it open: what delays sleep, for one."""
+    """Drops file descriptors: our copy of a sleep inhibitor, for example, would keep delaying sleep."""
     return tuple(None if isinstance(one, dbus.types.UnixFd) else one for one in arguments)

@@ -1,4 +1,4 @@
-"""The processes that a program has started, as the kernel lists them."""
+"""The child processes of a program, from /proc."""
 import os
 import pathlib
 import re
@@ -8,7 +8,7 @@ from dataclasses import dataclass
 @dataclass(frozen=True)
 class Child:
     pid: int
-    name: str  # of its executable, its first 15 characters
+    name: str  # the executable's name, cut to 15 characters
     zombie: bool
 
 
@@ -18,13 +18,13 @@ def children(parent):
 
 
 def has_ended(pid):
-    """Whether it has, be it reaped or not."""
+    """True for a zombie, too."""
     stat = _stat(pid)
     return stat is None or stat[1].zombie
 
 
 def _stat(pid):
-    """The parent and the child; None when it is gone."""
+    """The parent's id and the child; None when it is gone."""
     try:
         text = pathlib.Path(f'/proc/{pid}/stat').read_text()
     except (FileNotFoundError, ProcessLookupError):

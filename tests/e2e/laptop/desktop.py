@@ -1,4 +1,4 @@
-"""A laptop whose windows are worked with: a screen, its pointer and keys, and the accessible tree."""
+"""A desktop to operate the windows on: a screen, pointer and keyboard, and the accessibility tree."""
 import time
 
 from .accessibility import Accessibility
@@ -7,12 +7,12 @@ from .waiting import wait_until
 from .x_screen import XScreen
 
 POPOVER, SETTINGS, ALERT = 'Vorlane', 'Vorlane Settings', 'Vorlane'
-CLICK_PAUSE = 0.2  # seconds from a click on the item to the next, which would close what it opened
+CLICK_PAUSE = 0.2  # seconds between clicks on the item; an earlier second click would close the popover
 
 
 class Desktop:
     def __init__(self, laptop, screen=None):
-        """On an X screen of its own, unless there is another one already."""
+        """Creates an X screen unless one is given."""
         self.laptop = laptop
         self.screen = screen or XScreen(laptop.machine)
         self.accessibility = Accessibility(laptop.machine, laptop.session_bus)
@@ -20,7 +20,7 @@ class Desktop:
         self.notifications = laptop.notifications
 
     def start(self, notifications=True, **options):
-        """Starts the program, and shows and closes its popover: it is on the accessibility bus then."""
+        """Starts the program, then opens and closes the popover so that the windows join the accessibility bus."""
         if notifications:
             self.dunst = Dunst(self.laptop.machine, self.laptop.session_bus).start()
         self.vorlane.start(**options)
@@ -33,7 +33,7 @@ class Desktop:
         return self.screen.window_titled(f'^{POPOVER}$')
 
     def popover(self):
-        """What is in it; None while it is closed."""
+        """Its controls; None while it is closed."""
         return self.accessibility.window(POPOVER)
 
     def open_popover(self):
@@ -49,10 +49,11 @@ class Desktop:
         wait_until(lambda: not self.popover_box(), 'the popover to close', look_every=0.02)
 
     def click(self, window, control):
-        """In the middle of it. Only X knows where the window is once it has a frame."""
+        """Clicks the middle of a control. Its box is corrected by the position from X, which knows about the frame."""
         left, top, right, bottom = control.box
-        told, real = window.box, self.screen.window_titled(f'^{window.name}$')
-        self.screen.click((left + right) // 2 - told[0] + real[0], (top + bottom) // 2 - told[1] + real[1])
+        reported, real = window.box, self.screen.window_titled(f'^{window.name}$')
+        self.screen.click((left + right) // 2 - reported[0] + real[0],
+                          (top + bottom) // 2 - reported[1] + real[1])
 
     def settings(self):
         return self.accessibility.window(SETTINGS)
@@ -67,7 +68,7 @@ class Desktop:
         self.accessibility.wait_until_gone(SETTINGS)
 
     def tidy(self):
-        """As after the start: no window, no setting of the user's, on battery at 60%."""
+        """Restores the initial state: no window, no settings, on battery at 60%."""
         self.close_popover()
         self.close_settings()
         self.vorlane.write_settings('')
@@ -76,7 +77,7 @@ class Desktop:
         self.item.wait_for_menu_line('Snooze 1 hour')
 
     def _activate_until(self, opened):
-        """A click while the popover is about to open would close it."""
+        """Retries with pauses, because a click while the popover is opening would close it."""
         clicked = 0.0
 
         def click_and_look():

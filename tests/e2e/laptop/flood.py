@@ -1,11 +1,11 @@
-"""Anybody on a bus who never stops talking to the program, and what that costs it."""
+"""Another bus client that floods the program with messages, and what that costs the program."""
 import os
 
 import dbus.lowlevel
 
 
 class Flood:
-    """Another client of a bus, which addresses the program itself: the bus delivers all of that."""
+    """Sends directly to the program, so that the bus delivers every message."""
 
     def __init__(self, bus, process):
         self._connection, self._pid = bus.connect(), process.pid
@@ -21,7 +21,7 @@ class Flood:
             self._send(message)
 
     def calls(self, count, path, interface, member, signature, *arguments):
-        """Whose answers nobody wants."""
+        """Calls that want no reply."""
         for _ in range(count):
             message = dbus.lowlevel.MethodCallMessage(self._target, path, interface, member)
             message.append(*arguments, signature=signature)
@@ -37,13 +37,13 @@ class Flood:
 
 
 def memory_of(process):
-    """What the process has of its own, in KiB."""
+    """Private dirty memory in KiB."""
     with open(f'/proc/{process.pid}/smaps_rollup') as file:
         return next(int(line.split()[1]) for line in file if line.startswith('Private_Dirty'))
 
 
 def cpu_of(process):
-    """The processor time that it has used, in seconds."""
+    """CPU seconds used so far."""
     with open(f'/proc/{process.pid}/stat') as file:
         fields = file.read().rpartition(')')[2].split()
     return (int(fields[11]) + int(fields[12])) / os.sysconf('SC_CLK_TCK')

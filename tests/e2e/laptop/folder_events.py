@@ -1,4 +1,4 @@
-"""Every event in a folder, at once and one by one, straight from inotify."""
+"""Counts the events in a folder, straight from inotify as they happen."""
 import ctypes
 import os
 import struct
@@ -21,7 +21,7 @@ class FolderEvents:
         self._source = GLib.unix_fd_add_full(GLib.PRIORITY_HIGH, self._fd, GLib.IOCondition.IN, self._read)
 
     def count(self):
-        """How many events there have been."""
+        """The number of events so far."""
         self._read()
         return self._count
 

@@ -1,4 +1,4 @@
-"""The program as it is installed, and as a desktop knows it from its files."""
+"""The installed program, started by the desktop through its desktop and service files."""
 import os
 import pathlib
 import re
@@ -15,7 +15,7 @@ DESKTOP_FILE = f'{OWNER}.desktop'
 
 
 def installed(program, folder):
-    """The program in an installation: what is in a build tree is installed into the folder first."""
+    """The path of the installed program; a build tree is first installed into the folder."""
     tree = pathlib.Path(program).resolve().parents[1]
     if not (tree / 'cmake_install.cmake').exists():
         return program
@@ -26,7 +26,7 @@ def installed(program, folder):
 
 class Installation:
     def __init__(self, program, laptop):
-        """Tells the session's bus about it; programs that it starts see the virtual battery."""
+        """Makes the program activatable on the session bus."""
         self.program, self._laptop = program, laptop
         self.share = pathlib.Path(program).parents[1] / 'share'
         self._process = None
@@ -34,21 +34,21 @@ class Installation:
         laptop.session_bus.install(OWNER, self._text('dbus-1/services', f'{OWNER}.service'))
 
     def launch(self):
-        """What a menu of applications does with the desktop file."""
+        """Launches the desktop file, as an application menu does."""
         self._let_the_bus_start_it()
         subprocess.run(['/usr/bin/gtk-launch', OWNER], env=self._laptop.machine.environment, check=True,
                        stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, timeout=60)
         return self._adopt()
 
     def choose(self, action):
-        """What it does with one of the file's actions."""
+        """Activates one of the desktop file's actions."""
         self._let_the_bus_start_it()
         self._laptop.session_bus.call(OWNER, '/org/vorlane/Vorlane', 'org.freedesktop.Application',
                                       'ActivateAction', 'sava{sv}', action, [], {})
         return self._adopt()
 
     def quit(self):
-        """The one that the bus has started; whatever it has printed is a complaint."""
+        """Ends the program that the bus started; it must not have printed anything."""
         os.kill(self._laptop.session_bus.pid_of(OWNER), signal.SIGTERM)
         self.wait_for_end()
 
@@ -69,7 +69,7 @@ class Installation:
             {**self._laptop.machine.environment, **self._laptop.vorlane.environment()})
 
     def _keep_elsewhere(self, folder, name):
-        """The files of a package that was only unpacked name a program that is not there."""
+        """For a package that was only unpacked: its files name a path where the program is not installed."""
         text = self._text(folder, name)
         if text != (self.share / folder / name).read_text():
             self._laptop.machine.write(text, 'data', folder, name)
@@ -80,14 +80,14 @@ class Installation:
 
 
 def upgrade(prefix, names=(WINDOWS, 'bin/vorlane')):
-    """Another version takes the place of the one in the folder, each file at once."""
+    """Replaces the program in the folder by another version, each file atomically."""
     for name in names:
         file = prefix / name
         content = file.read_bytes()
-        # The name of the build is what the two must have in common.
+        # The build name, which must match between the two programs.
         [build] = set(re.findall(rb'vorlane-ui-build-([0-9a-f]{32})', content))
         fresh = file.with_name(file.name + '.new')
-        # Not the last digit: the linker lets a shorter string, as the key "a", be the end of this one.
+        # Keep the last digit: the linker may share it with a shorter string, such as the key "a".
         fresh.write_bytes(content.replace(build, build[-2::-1] + build[-1:]))
         shutil.copymode(file, fresh)
         fresh.rename(file)

@@ -1,4 +1,4 @@
-"""A laptop with its battery, buses and services, and nobody watching what passes between them."""
+"""A laptop with battery, buses and services, without any bus monitors."""
 import os
 
 from .bus import Bus
@@ -11,7 +11,7 @@ from .x_screen import XScreen
 
 
 class Laptop:
-    """At first it runs on battery, 60% full."""
+    """Starts on battery at 60%."""
 
     def __init__(self, program):
         self.machine = Machine()
@@ -23,7 +23,7 @@ class Laptop:
             raise
 
     def _switch_on(self, program):
-        # As if the program were installed: the desktop finds its icons.
+        # As if the program were installed, so that the desktop finds its icons.
         share = os.path.join(os.path.dirname(os.path.dirname(os.path.abspath(program))), 'share')
         self.machine.environment['XDG_DATA_DIRS'] = f'/usr/local/share:/usr/share:{share}'
         self.system_bus = Bus(self.machine, 'system')
@@ -52,28 +52,28 @@ class Laptop:
         self.testbed.change('AC', announce, online=0)
 
     def charge_to(self, percent):
-        """The battery reaches a percentage, whether by charging or by use."""
+        """Sets the battery level, whether by charging or discharging."""
         self.testbed.change('BAT0', **self._levels(percent))
 
     def charge_silently_to(self, percent):
-        """The same, but the kernel sends no event: somebody has to look."""
+        """The same without a kernel event: the program sees it only at its next reading."""
         self.testbed.change('BAT0', announce=False, **self._levels(percent))
 
     def pull_battery(self):
         self.testbed.remove('BAT0')
 
     def put_battery_back(self, **attributes):
-        """The same one, or with some attributes changed (None leaves one out)."""
+        """The same battery, with some attributes changed (None removes one)."""
         merged = {**BATTERY, **attributes}
         self.testbed.add('BAT0', {key: value for key, value in merged.items() if value is not None})
 
     def restore_battery(self):
-        """As at first."""
+        """Restores the initial state."""
         self.testbed.change('BAT0', announce=False, **BATTERY)
         self.testbed.change('AC', **ADAPTER)
 
     def wear_to(self, percent_of_design):
-        """The capacity that the battery has left."""
+        """Sets the full capacity, in percent of the design capacity."""
         full = int(BATTERY['energy_full_design']) * percent_of_design // 100
         self.testbed.change('BAT0', energy_full=full)
 

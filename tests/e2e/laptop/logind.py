@@ -1,4 +1,4 @@
-"""The login manager, from dbusmock's template: it says when the machine sleeps, and who delays that."""
+"""The login manager (dbusmock's template): announces sleep and wake, and lists the programs that delay sleep."""
 import dbus
 
 NAME = 'org.freedesktop.login1'
@@ -19,7 +19,7 @@ class Logind:
                        'PrepareForSleep', 'b', [dbus.Boolean(going, variant_level=1)])
 
     def sleep_delays(self):
-        """Who holds up going to sleep for a moment."""
+        """The names of the programs that delay sleep."""
         held = self._bus.call(NAME, PATH, MANAGER, 'ListInhibitors')
         return [str(who) for what, who, _, mode, _, _ in held
                 if 'sleep' in what.split(':') and mode == 'delay']

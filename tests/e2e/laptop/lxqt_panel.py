@@ -1,4 +1,4 @@
-"""The LXQt panel along the top of the screen, with both kinds of tray: items and windows."""
+"""The LXQt panel along the top of the screen, with both kinds of tray: status items and XEMBED."""
 from .status_item import WATCHER
 from .waiting import wait_until
 
@@ -47,7 +47,7 @@ class LxqtPanel:
         return self
 
     def kill(self):
-        """As in a crash: nobody is told."""
+        """As in a crash, without any goodbye."""
         self._process.kill()
         self._bus.wait_until_free(WATCHER)
 

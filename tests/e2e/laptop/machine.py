@@ -1,4 +1,4 @@
-"""The private ground of one virtual laptop: its folders, its environment and its processes."""
+"""The private folders, environment and processes of one virtual laptop."""
 import os
 import shutil
 import tempfile
@@ -10,7 +10,7 @@ KEPT_FROM_OUTSIDE = ('LANG', 'TERM')
 
 class Machine:
     def __init__(self):
-        # Short, because the names of sockets are limited to 107 bytes.
+        # Short, because socket paths are limited to 107 bytes.
         self.root = tempfile.mkdtemp(prefix='vl-', dir='/tmp')
         self.processes = []
         for name in ('home', 'run', 'config', 'data', 'cache', 'state', 'log'):
@@ -35,7 +35,7 @@ class Machine:
         return os.path.join(self.root, *names)
 
     def write(self, text, *names):
-        """A file under the root, its folders made as needed; gives its path."""
+        """Writes a file under the root and creates its folders; returns its path."""
         path = self.folder(*names)
         os.makedirs(os.path.dirname(path), mode=0o700, exist_ok=True)
         with open(path, 'w') as file:

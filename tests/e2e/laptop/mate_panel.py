@@ -1,4 +1,4 @@
-"""The MATE panel along the top of the screen, with its notification area in a process of its own."""
+"""The MATE panel along the top of the screen, with its notification area in a separate process."""
 from .status_item import WATCHER
 from .waiting import wait_until
 
@@ -18,7 +18,7 @@ toplevel-id='top'
 position=0
 panel-right-stick=true
 '''
-# What MATE's settings daemon announces; without it a button with a label shows no icon.
+# Normally set by MATE's settings daemon; without it a button with a label shows no icon.
 TOOLKIT = '''[Settings]
 gtk-button-images=1
 gtk-menu-images=1
@@ -41,7 +41,7 @@ class MatePanel:
         return self
 
     def kill(self):
-        """As in a crash: nobody is told."""
+        """As in a crash, without any goodbye."""
         while self._started:
             self._started.pop().kill()
         self._bus.wait_until_free(WATCHER)

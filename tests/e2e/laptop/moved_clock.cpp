@@ -1,7 +1,7 @@
 // Loaded before a program's own libraries: adds offsets, read from a shared file, to every clock.
 //
-// It takes no lock and no memory and asks the kernel directly. The address sanitizer asks the time
-// while it holds its allocator's lock: a library that opens files to know the time hangs there.
+// It takes no lock, allocates nothing and calls the kernel directly: the address sanitizer asks for
+// the time while it holds its allocator's lock, where a library that opens files would deadlock.
 #include <fcntl.h>
 #include <sys/mman.h>
 #include <sys/syscall.h>
@@ -20,19 +20,19 @@ constexpr std::int64_t second = 1'000'000'000;
 
 // In nanoseconds.
 struct Offsets {
-    std::int64_t passed;  // of every clock
-    std::int64_t set;     // of the time of day alone
-    std::int64_t asleep;  // part of `passed`, and nothing to the clock that stands still in sleep
+    std::int64_t passed;  // added to every clock
+    std::int64_t set;     // added to the time of day only
+    std::int64_t asleep;  // part of `passed` that clocks which stop during sleep do not count
 };
 
-// The ones that do not count are free to be written, which takes several steps.
+// Only the offsets selected by `turn` are read; the others may be written in several steps.
 struct Shared {
     std::int64_t turn;
     Offsets first, second;
 };
 const volatile Shared* shared = nullptr;  // null until it is mapped
 
-// Of a timer's number its clock, plus one: 0 is not known.
+// The clock of each timer descriptor, plus one; 0 means unknown.
 std::array<volatile unsigned char, 1024> timerClocks{};
 
 __attribute__((constructor)) void mapOffsets()
@@ -116,7 +116,7 @@ int timerfd_create(int clock, int flags) noexcept
     return timer;
 }
 
-// The kernel's timers know nothing of the offsets.
+// The kernel does not know the offsets, so an absolute time is converted back to real time.
 int timerfd_settime(int timer, int flags, const itimerspec* wanted, itimerspec* before) noexcept
 {
     itimerspec real = *wanted;

@@ -1,7 +1,7 @@
-"""A clock that tests move: what chosen programs take for the time of day and for the uptime.
+"""A clock that tests can move, used by chosen programs for the time of day and the uptime.
 
-A program that sleeps does not see the clock jump until something wakes it; that is the
-mover's business (see `Vorlane.advance`).
+A program that waits does not notice a jump of the clock until something wakes it; the test
+has to do that (see `Vorlane.advance`).
 """
 import datetime
 import mmap
@@ -10,7 +10,8 @@ import struct
 import subprocess
 import time
 
-# As moved_clock.cpp reads them: which of two offsets counts, then both, in nanoseconds: passed, set, asleep.
+# The layout that moved_clock.cpp reads: which of two sets of offsets counts, then both sets (passed, set, asleep), in
+# nanoseconds.
 TURN, OFFSETS = struct.Struct('q'), struct.Struct('qqq')
 
 
@@ -36,7 +37,7 @@ class MovedClock:
         return datetime.datetime.now(datetime.timezone.utc) + offset
 
     def monotonic(self):
-        """Seconds by the clock that stands still in sleep and that nobody sets."""
+        """Seconds of the monotonic clock, which stops during sleep and cannot be set."""
         passed, _, asleep = self._offsets()
         return time.monotonic() + (passed - asleep) / 1e9
 
@@ -45,15 +46,15 @@ class MovedClock:
         self._add(passed=seconds)
 
     def sleep(self, seconds):
-        """Time passes in which the machine sleeps."""
+        """Time passes while the machine sleeps."""
         self._add(passed=seconds, asleep=seconds)
 
     def set(self, seconds):
-        """Somebody sets it, so much later; no time passes."""
+        """The time of day is set forward (or back) by this much; no time passes."""
         self._add(was_set=seconds)
 
     def set_time_of_day(self, hour, minute=0):
-        """The next time that the clock shows this."""
+        """Moves forward to the next time that the clock shows this."""
         now = self.now()
         then = now.replace(hour=hour, minute=minute, second=0, microsecond=0)
         if then <= now:
@@ -71,4 +72,4 @@ class MovedClock:
         changes = [int(seconds * 1e9) for seconds in (passed, was_set, asleep)]
         turn = 1 - self._turn[0]
         OFFSETS.pack_into(self._shared, self._place(turn), *map(sum, zip(self._offsets(), changes)))
-        self._turn[0] = turn  # at once: whoever reads meanwhile has the ones of before
+        self._turn[0] = turn  # atomic: a concurrent reader still uses the previous set

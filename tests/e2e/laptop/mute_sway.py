@@ -1,4 +1,4 @@
-"""A socket in the place of sway's that answers only so many questions."""
+"""A stand-in for sway's socket that answers only a given number of requests."""
 import socket
 import struct
 import threading
@@ -8,7 +8,7 @@ HEADER = struct.Struct('=6sII')  # magic, length of what follows, type
 
 class MuteSway:
     def __init__(self, machine, answers):
-        """Takes every connection, with one question each."""
+        """Accepts every connection and reads one request from each."""
         self.path = machine.folder('mute-sway')
         self.questions = 0
         self._answers, self._connections = answers, []

@@ -1,4 +1,4 @@
-"""The desktops' notification servers as their users meet them: texts on a screen and a button to press."""
+"""The desktops' notification servers as users see them: texts on a screen and a button."""
 import json
 import subprocess
 from xml.etree import ElementTree
@@ -12,17 +12,17 @@ SNOOZE = 'Snooze 1 hour'
 
 
 def without_markup(text):
-    """What is to be seen of it."""
+    """The visible text."""
     return ''.join(ElementTree.fromstring(f'<text>{text}</text>').itertext())
 
 
 class DunstServer(Dunst):
-    """Its window is no tree of controls: what it shows it prints, too. It reports an action only to the
-    connection that posted the notification.
+    """Has no accessible controls, so its printed output is read. It reports an action only to the connection
+    that posted the notification.
     """
 
     plays_sounds = False
-    tells_all = False
+    broadcasts_actions = False
 
     def __init__(self, laptop):
         super().__init__(laptop.machine, laptop.session_bus)
@@ -32,7 +32,7 @@ class DunstServer(Dunst):
         return [*super().argv(), '-print']
 
     def texts(self):
-        """The title and the body of all that is shown, the oldest first."""
+        """Title and body of each visible notification, oldest first."""
         shown = int(self._ask('count', 'displayed'))
         lines = [line.strip() for line in self.process.stdout.splitlines()]
         titles, bodies = ([line.split("'", 1)[1].rsplit("'", 1)[0] for line in lines if line.startswith(key)]
@@ -53,7 +53,7 @@ class MakoServer(Mako):
     """Draws no buttons: its users choose an action with makoctl."""
 
     plays_sounds = False
-    tells_all = True
+    broadcasts_actions = True
 
     def __init__(self, laptop):
         super().__init__(laptop.machine, laptop.session_bus)
@@ -71,11 +71,11 @@ class MakoServer(Mako):
 
 
 class AccessibleServer(NotificationDaemon):
-    """Its notifications are windows of a toolkit, with labels and buttons."""
+    """Its notifications are toolkit windows with accessible labels and buttons."""
 
     program = None
     plays_sounds = False
-    tells_all = True
+    broadcasts_actions = True
 
     def __init__(self, laptop):
         super().__init__(laptop.machine, laptop.session_bus)
@@ -87,7 +87,7 @@ class AccessibleServer(NotificationDaemon):
         return [control.name for control in self._controls() if control.role == 'label' and control.name]
 
     def snooze(self):
-        """A click on the button, once it stands still."""
+        """Clicks the button once it has stopped moving."""
         left, top, right, bottom = wait_until(self._button_at_rest, f'a button {SNOOZE!r}', look_every=0.05)
         self.screen.click((left + right) // 2, (top + bottom) // 2)
 
@@ -114,7 +114,7 @@ class LxqtServer(AccessibleServer):
         return ['/usr/bin/lxqt-notificationd']
 
     def texts(self):
-        """Without the program's name, which stands above each."""
+        """Without the program's name, shown above each notification."""
         return [text for text in super().texts() if text != 'Vorlane']
 
 

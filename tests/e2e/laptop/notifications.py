@@ -1,4 +1,4 @@
-"""The notifications that were asked for on a bus, and what became of them, by eavesdropping."""
+"""The notifications posted on a bus and what became of them, recorded by a bus monitor."""
 from dataclasses import dataclass
 
 import dbus
@@ -27,18 +27,18 @@ class Notification:
 class Notifications:
     def __init__(self, bus):
         self.posted = []
-        self.closed = []  # ids that the program asked to be closed
+        self.closed = []  # ids that the program asked to close
         self.invoked = []  # (id, action) of every action chosen
         self._unanswered = {}
-        self._tell = []
+        self._listeners = []
         self._bus = bus
         self._monitor = BusMonitor(bus, RULES)
         self._monitor.listen(self._note)
 
     def titles(self):
-        """Of all that the program has posted because of what happened before this call.
+        """The titles of everything posted in response to events before this call.
 
-        `posted` may lag behind: it is for waiting.
+        `posted` alone may lag behind.
         """
         for _ in range(2):
             self._bus.round_trip()
@@ -46,10 +46,10 @@ class Notifications:
         return [one.title for one in self.posted]
 
     def on_post(self, callback):
-        self._tell.append(callback)
+        self._listeners.append(callback)
 
     def wait_for(self, count):
-        """The notification of that number (from 1), once its daemon has answered."""
+        """The notification with that number, from 1, once the daemon has answered."""
         def there():
             return len(self.posted) >= count and self.posted[count - 1].id is not None
         wait_until(there, lambda: f'notification {count}; so far {self.posted}')
@@ -82,12 +82,12 @@ class Notifications:
                                     [str(action) for action in actions], plain(hints), int(timeout))
         self._unanswered[seen.serial] = notification
         self.posted.append(notification)
-        for callback in self._tell:
+        for callback in self._listeners:
             callback(notification)
 
 
 def plain(value):
-    """The same value in Python's own types."""
+    """The same value in plain Python types."""
     if isinstance(value, dict):
         return {plain(key): plain(one) for key, one in value.items()}
     if isinstance(value, (list, tuple)):

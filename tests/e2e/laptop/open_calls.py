@@ -1,4 +1,4 @@
-"""The calls on a bus that still wait for their answer."""
+"""The calls on a bus that are still waiting for a reply."""
 import dbus
 
 from .bus_monitor import BusMonitor
@@ -15,12 +15,12 @@ class OpenCalls:
         self._monitor.listen(self._note)
 
     def of(self, pid):
-        """Those that a process has made, by the name of what was called."""
+        """The method names of those made by a process."""
         self._monitor.catch_up()
         return [seen.member for (caller, _), seen in list(self._open.items()) if self._pid_of(caller) == pid]
 
     def wait_until_answered(self, pid):
-        """Whether there were any to wait for."""
+        """Returns whether there were any."""
         waited = bool(self.of(pid))
         wait_until(lambda: not self.of(pid), lambda: f'the answers to {self.of(pid)}', look_every=0.02)
         return waited
@@ -28,7 +28,7 @@ class OpenCalls:
     def _pid_of(self, caller):
         try:
             return self._bus.pid_of(caller)
-        except dbus.DBusException:  # gone meanwhile
+        except dbus.DBusException:  # it has disconnected
             return None
 
     def _note(self, seen):

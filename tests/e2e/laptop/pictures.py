@@ -1,11 +1,11 @@
-"""Pictures of a screen at the right moment: once it has changed, and once it stands still."""
+"""Screenshots taken once the screen has changed and is still."""
 import os
 
 from .waiting import wait_until
 
 
 class Album:
-    """Keeps screenshots for whoever names a folder to look into."""
+    """Saves screenshots if VORLANE_SCREENSHOTS names a folder."""
 
     def __init__(self):
         self._folder = os.environ.get('VORLANE_SCREENSHOTS')
@@ -19,7 +19,7 @@ class Album:
 
 
 def still_picture(screen):
-    """The screen once two pictures in a row are the same."""
+    """The screen once two consecutive screenshots are equal."""
     last = [screen.picture()]
 
     def still():
@@ -30,7 +30,7 @@ def still_picture(screen):
 
 
 def picture_with_panel(screen, start):
-    """A still picture of the screen once the host that `start` starts has painted all of its panel."""
+    """A still picture of the screen once the panel launched by `start` is painted from edge to edge."""
     empty = screen.picture()
     start()
 
@@ -46,5 +46,5 @@ def picture_that_differs(screen, from_picture):
     wait_until(lambda: screen.picture().difference(from_picture), 'a change on the screen', look_every=0.1)
     picture = still_picture(screen)
     box = picture.difference(from_picture)
-    assert box, 'the change went away again'
+    assert box, 'the change was undone'
     return picture, box

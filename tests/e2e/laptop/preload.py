@@ -1,11 +1,11 @@
-"""The libraries that are loaded before a program's own, and where they lie."""
+"""The libraries to preload into programs, and where to find them."""
 import glob
 import re
 import subprocess
 
 
 def library(pattern):
-    """The newest file of that name in the system's library folders."""
+    """The newest matching file in the system's library folders."""
     found = sorted(glob.glob(f'/usr/lib/*/{pattern}') + glob.glob(f'/usr/lib/{pattern}'))
     if not found:
         raise FileNotFoundError(f'no {pattern} under /usr/lib')
@@ -13,12 +13,12 @@ def library(pattern):
 
 
 def testbed_environment():
-    # libsystemd refuses devices outside of the real /sys unless it is told not to look.
+    # By default libsystemd rejects devices outside the real /sys.
     return {'LD_PRELOAD': library('libumockdev-preload.so.0'), 'SYSTEMD_DEVICE_VERIFY_SYSFS': '0'}
 
 
 def sanitizer_of(program):
-    """The address sanitizer's library that a program was linked with, which must come first; or None."""
+    """The address sanitizer library a program is linked with, or None. It must be preloaded first."""
     listing = subprocess.run(['ldd', program], capture_output=True, text=True).stdout
     found = re.search(r'libasan\S* => (\S+)', listing)
     return found.group(1) if found else None

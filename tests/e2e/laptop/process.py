@@ -1,4 +1,4 @@
-"""A child process with its output kept in files, ended by its own id."""
+"""A child process whose output is kept in files."""
 import ctypes
 import os
 import signal
@@ -59,13 +59,13 @@ class Process:
         return self.code
 
     def kill(self):
-        """Ends the process and what it started (its own session), with nothing to clean up after."""
+        """Kills the process and its whole session, and reaps it."""
         self._signal_session(signal.SIGKILL)
         self._child.wait()
         self._forget()
 
     def end(self):
-        """Asks the process to end, and insists when it does not."""
+        """Terminates the process; kills it if it does not end."""
         if self.running:
             self._signal_session(signal.SIGCONT)
             self._child.terminate()
@@ -95,7 +95,7 @@ class Process:
 
 
 def _end_with_parent():
-    """Should the tests be killed, nothing that they started stays behind."""
+    """If the tests are killed, their child processes end, too."""
     libc.prctl(PR_SET_PDEATHSIG, signal.SIGTERM)
 
 

@@ -1,4 +1,4 @@
-"""A picture of a screen, and what differs between two of them."""
+"""A picture of a screen, and the difference between two."""
 import subprocess
 
 
@@ -54,7 +54,7 @@ class Screenshot:
 
 
 def _split(data):
-    """Splits a binary pixmap: its pixels may begin with bytes that look like blanks."""
+    """Splits a binary pixmap by hand, as its pixels may begin with bytes that look like whitespace."""
     fields, position = [], 0
     while len(fields) < 4:
         end = position

@@ -1,4 +1,4 @@
-"""The controls of the settings window: how they are found, focused and operated by key."""
+"""The controls of the settings window: how they are found, focused and operated by keyboard."""
 from .waiting import wait_until
 
 STEPPERS = {
@@ -35,7 +35,7 @@ def press(desktop, control, *keys):
 
 
 def focus_picker(desktop, window, key):
-    """By Tab from the control before: Qt lets nobody put the focus on a list of choices."""
+    """By Tab from the previous control: Qt cannot focus a combo box through accessibility."""
     picker = pickers(window)[SOUNDS.index(key)]
     controls = operable(window)
     press(desktop, controls[controls.index(picker) - 1], 'Tab')

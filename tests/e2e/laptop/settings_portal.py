@@ -1,4 +1,4 @@
-"""The part of the desktop portal that tells programs how the user wants them to look."""
+"""The desktop portal's appearance settings."""
 import dbus
 
 NAME = 'org.freedesktop.portal.Desktop'
@@ -10,7 +10,7 @@ NO_PREFERENCE, DARK, LIGHT = 0, 1, 2  # the values of color-scheme
 
 
 class SettingsPortal:
-    """Says nothing of its own accord at first: no preference."""
+    """Starts without a colour scheme preference."""
 
     def __init__(self, machine, bus):
         self._bus = bus
@@ -21,14 +21,14 @@ class SettingsPortal:
         bus.call(NAME, PATH, MOCK, 'AddMethod', 'sssss', SETTINGS, 'ReadAll', 'as', 'a{sa{sv}}', answer)
 
     def set_scheme(self, scheme):
-        self._say('color-scheme', dbus.UInt32(scheme, variant_level=1))
+        self._emit('color-scheme', dbus.UInt32(scheme, variant_level=1))
 
     def set_accent(self, red, green, blue):
         """Each from 0 to 1."""
         parts = [dbus.Double(part) for part in (red, green, blue)]
-        self._say('accent-color', dbus.Struct(parts, variant_level=1))
+        self._emit('accent-color', dbus.Struct(parts, variant_level=1))
 
-    def _say(self, key, value):
+    def _emit(self, key, value):
         arguments = dbus.Array([dbus.String(APPEARANCE, variant_level=1), dbus.String(key, variant_level=1),
                                 value], signature='v')
         self._bus.call(NAME, PATH, MOCK, 'EmitSignal', 'sssav', SETTINGS, 'SettingChanged', 'ssv', arguments)

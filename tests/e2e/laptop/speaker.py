@@ -1,4 +1,4 @@
-"""A sound server with a loudspeaker that is recorded instead of heard."""
+"""A sound server whose output is recorded and recognised."""
 import array
 import cmath
 import functools
@@ -11,10 +11,10 @@ from .waiting import wait_until
 
 RATE = 44_100
 BLOCK = RATE // 50
-PAUSE = RATE // 2  # no sound of ours has a longer one within
+PAUSE = RATE // 2  # seconds in samples: no sound of ours contains a longer one
 AUDIBLE = 300  # of 32767
-LIKE = 0.9  # of 1
-SIZE = 16_384  # of a spectrum
+LIKE = 0.9  # likeness at which a sound counts as recognised
+SIZE = 16_384  # samples in a spectrum
 
 
 class Speaker:
@@ -41,7 +41,7 @@ class Speaker:
         return self
 
     def wait_for_sound(self):
-        """The name of the next sound, after the one before has ended."""
+        """The name of the next sound, once it has ended."""
         wait_until(lambda: self._next() is not None, 'a sound', look_every=0.1)
         start, sound = self._next()
         self._heard_until = start + len(sound) + BLOCK
@@ -57,7 +57,7 @@ class Speaker:
         return array.array('h', data[:len(data) // 2 * 2])
 
     def _next(self):
-        """Where it starts, and its samples; None while there is none, or it is not over."""
+        """Its start and its samples; None until it has ended."""
         samples = self._samples()
         loud = [at for at in range(self._heard_until, len(samples), BLOCK)
                 if max(map(abs, samples[at:at + BLOCK])) > AUDIBLE]
@@ -76,12 +76,12 @@ def spectrum_of_file(path):
 
 
 def likeness(one, other):
-    """What two spectra have in common, 1 at most. Gaps in a recording do no harm."""
+    """The similarity of two spectra, at most 1. Tolerates gaps in a recording."""
     return sum(x * y for x, y in zip(one, other))
 
 
 def spectrum(samples):
-    """How loud it is in each third of an octave from 50 Hz, as a direction."""
+    """The power in each third of an octave from 50 Hz, as a vector of length 1."""
     halved = [(a + b) / 2 for a, b in zip(samples[::2], samples[1::2])][:SIZE]
     lines = transform(halved + [0.0] * (SIZE - len(halved)))
     power = [0.0] * 24
@@ -94,7 +94,7 @@ def spectrum(samples):
 
 
 def transform(values):
-    """Fourier's, of a power of two."""
+    """Fast Fourier transform; the length must be a power of two."""
     if len(values) == 1:
         return values
     even, odd = transform(values[::2]), transform(values[1::2])

@@ -1,4 +1,4 @@
-"""The program's tray item and its menu, read over the bus as a tray host reads them."""
+"""The program's status item and its menu, read over the bus as a tray host does."""
 import dbus
 
 from .bus_monitor import BusMonitor
@@ -16,7 +16,7 @@ RULES = [f"type='signal',interface='{ITEM}'", f"type='signal',interface='{MENU}'
 class StatusItem:
     def __init__(self, bus):
         self._bus = bus
-        # Its messages wake whoever waits for the item to change.
+        # Its messages wake `wait_until` when the item changes.
         self._monitor = BusMonitor(bus, RULES)
 
     def on_change(self, callback):
@@ -24,7 +24,7 @@ class StatusItem:
         self._monitor.listen(lambda seen: callback() if seen.interface == ITEM else None)
 
     def get(self, name):
-        """A property; None while nobody owns the item."""
+        """A property; None while the program is not on the bus."""
         try:
             return self._bus.get(OWNER, PATH, ITEM, name)
         except dbus.DBusException:
@@ -39,7 +39,7 @@ class StatusItem:
         return str(self.get('IconName'))
 
     def pixels(self, size):
-        """The opaque ones of the icon as a picture of that size: red, green and blue by place."""
+        """The opaque pixels of the icon of that size: position to red, green and blue."""
         data = next(bytes(data) for width, height, data in self.get('IconPixmap') if width == height == size)
         return {(at // 4 % size, at // 4 // size): tuple(data[at + 1:at + 4])
                 for at in range(0, len(data), 4) if data[at] == 255}
@@ -70,7 +70,7 @@ class StatusItem:
                    for seen in self._monitor.messages)
 
     def registered(self):
-        """Whether the watcher lists our item now."""
+        """Whether the watcher lists our item."""
         try:
             items = self._bus.get(WATCHER, '/StatusNotifierWatcher', WATCHER,
                                   'RegisteredStatusNotifierItems')
@@ -94,24 +94,24 @@ class StatusItem:
         wait_until(lambda: self.has_menu_line(beginning), lambda: f'{beginning!r} in {self.menu_lines()}')
 
     def choose(self, beginning):
-        """Clicks the line of the menu that begins so, as a host tells it."""
+        """Reports a click on the menu line with this beginning, as a host does."""
         number = next(number for number, properties in self._menu_items()
                       if properties.get('label', '').startswith(beginning))
         self._bus.call(OWNER, self.get('Menu'), MENU, 'Event', 'isvu', number, 'clicked',
                        dbus.String('', variant_level=1), 0)
 
     def activate(self):
-        """The click of the main mouse button."""
+        """Reports a click with the main mouse button."""
         self._bus.call(OWNER, PATH, ITEM, 'Activate', 'ii', 0, 0)
 
-    def activate_until(self, condition, what):
-        """Looks for a while first: a click on what is about to open would close it."""
+    def activate_until(self, condition, description):
+        """Checks for a while before each click: a click on an opening popover would close it."""
         def came():
             try:
-                return wait_until(condition, what, patience=5, look_every=0.05)
+                return wait_until(condition, description, patience=5, look_every=0.05)
             except NeverHappened:
                 return self.activate()
-        return wait_until(came, what, look_every=0.05)
+        return wait_until(came, description, look_every=0.05)
 
     def _menu_items(self):
         layout = self._bus.call(OWNER, self.get('Menu'), MENU, 'GetLayout', 'iias', 0, -1,

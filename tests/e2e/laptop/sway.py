@@ -1,4 +1,4 @@
-"""A Wayland desktop that nobody sees: sway without any screen or input device."""
+"""An invisible Wayland desktop: sway with a headless output and no input devices."""
 import json
 import os
 import re
@@ -28,13 +28,13 @@ class Sway:
         self._process = machine.start('sway', command, {
             'WLR_BACKENDS': 'headless', 'WLR_RENDERER': 'pixman', 'WLR_LIBINPUT_NO_DEVICES': '1',
             'XDG_RUNTIME_DIR': self._folder, 'HOME': self._folder, 'DISPLAY': None,
-            # It has no business on the buses.
+            # It must not use the buses.
             'DBUS_SESSION_BUS_ADDRESS': None, 'DBUS_SYSTEM_BUS_ADDRESS': None})
         machine.environment['WAYLAND_DISPLAY'] = os.path.join(self._folder, self._socket('wayland-'))
         machine.environment['SWAYSOCK'] = os.path.join(self._folder, self._socket('sway-ipc'))
 
     def hang(self):
-        """It answers nobody until `go_on`."""
+        """It stops answering until `go_on`."""
         self._process.signal(signal.SIGSTOP)
 
     def go_on(self):
@@ -49,11 +49,11 @@ class Sway:
         self._message('seat', '-', 'cursor', 'set', str(x), str(y))
 
     def plug_in_pointer(self):
-        """From now on there is a mouse, as `click` needs. Windows ask for it when they appear."""
+        """Adds the mouse that `click` needs. Only windows opened later use it."""
         self._pointer = WaylandPointer(self._machine.environment['WAYLAND_DISPLAY'], SIZE)
 
     def click(self, x, y, button=1):
-        # Pauses, so that the window under the pointer knows of it.
+        # Pauses, so that the window under the pointer notices it.
         self._pointer.move(x, y)
         for down in (True, False):
             time.sleep(0.1)
@@ -61,7 +61,7 @@ class Sway:
 
     def press_keys(self, *keys):
         """One after another, by their X names ("ctrl+w")."""
-        # A pause, so that the window has noticed the keyboard, which comes and goes with wtype.
+        # A pause, so that the window notices the keyboard, which exists only while wtype runs.
         strokes = [word for key in keys for word in _stroke(*key.split('+'))]
         subprocess.run(['/usr/bin/wtype', '-s', '200', *strokes, '-s', '100'], env=self._machine.environment,
                        check=True, timeout=60)
@@ -70,7 +70,7 @@ class Sway:
         self._message(f'[title="^{title}$"]', 'focus')
 
     def refuse_focus(self, title, workspace='.*'):
-        """Of the windows that appear from now on; the first one on a workspace gets it all the same."""
+        """For windows that open from now on; the first window on a workspace gets the focus anyway."""
         self._message(f'no_focus [title="^{title}$" workspace="^{workspace}$"]')
 
     def go_to_workspace(self, number):
@@ -84,7 +84,7 @@ class Sway:
         return self._window(title)['type'] == 'floating_con'
 
     def window_titled(self, pattern):
-        """The box (left, top, right, bottom) of the window that is to be seen, or None."""
+        """The box (left, top, right, bottom) of the window, or None."""
         window = next((node for node in self._windows() if re.search(pattern, node['name'] or '')), None)
         if not window:
             return None
@@ -111,7 +111,7 @@ class Sway:
                               stdout=subprocess.PIPE, check=True, timeout=60).stdout
 
     def _as_user(self):
-        """sway refuses to run for root; its socket serves root all the same."""
+        """sway refuses to run as root, but root can use its socket."""
         if os.geteuid() != 0:
             return []
         for folder in (self._folder, os.path.join(self._folder, 'config')):
@@ -129,7 +129,7 @@ class Sway:
 
 
 def _stroke(*keys):
-    """What wtype is told for the last key while the ones before it are held."""
+    """wtype arguments that press the last key while the others are held."""
     *held, last = keys
     return [word for key in held for word in ('-M', key)] + ['-k', last] + \
            [word for key in reversed(held) for word in ('-m', key)]

@@ -1,7 +1,7 @@
-"""The power supplies: a folder tree in the form of /sys that umockdev shows to chosen programs.
+"""The power supplies: a folder tree like /sys that umockdev shows to chosen programs.
 
-The tree is held by a helper process, which alone runs under umockdev's preload library: sending
-a uevent looks the device up in the tree, and this process is to keep the real /sys.
+A helper process holds the tree under umockdev's preload library: sending a uevent needs the device in
+that tree, and this process must keep seeing the real /sys.
 """
 import json
 import os
@@ -41,7 +41,7 @@ class Testbed:
         self.root = json.loads(self._helper.stdout.readline())['root']
 
     def environment(self):
-        """What a program needs in order to see this tree instead of the real one."""
+        """Makes a program see this tree instead of the real one."""
         return {'UMOCKDEV_DIR': self.root, **preload.testbed_environment()}
 
     def add(self, name, attributes):
@@ -51,7 +51,7 @@ class Testbed:
         self._ask(order='remove', name=name)
 
     def change(self, name, announce=True, **attributes):
-        """Writes attributes (None removes one), then sends one uevent when it is to be announced."""
+        """Writes attributes (None removes one), then sends one uevent if `announce` is set."""
         texts = {key: None if value is None else str(value) for key, value in attributes.items()}
         self._ask(order='change', name=name, attributes=texts, announce=announce)
 

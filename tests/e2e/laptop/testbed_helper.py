@@ -1,4 +1,4 @@
-"""Holds the umockdev testbed for testbed.py: one JSON order a line in, one JSON answer a line out."""
+"""Holds the umockdev testbed for testbed.py: reads one JSON order per line, prints one JSON answer per line."""
 import json
 import os
 import sys
@@ -9,7 +9,7 @@ gi.require_version('UMockdev', '1.0')
 from gi.repository import UMockdev  # noqa: E402
 
 
-# What platform drivers add to a battery has a file and no line in its uevent.
+# Attributes added by platform drivers have a file but no uevent line.
 BESIDE_UEVENT = {'charge_behaviour', 'charge_control_end_threshold', 'charge_types'}
 
 
@@ -68,7 +68,7 @@ def main():
         error = None
         try:
             getattr(supplies, order.pop('order'))(**order)
-        except Exception as trouble:  # told to the other side, which raises it
+        except Exception as trouble:  # reported to testbed.py, which raises it
             error = repr(trouble)
         print(json.dumps({'error': error}), flush=True)
 

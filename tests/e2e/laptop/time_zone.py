@@ -1,6 +1,6 @@
-"""The system's time zone as one program sees it, which changes while that runs.
+"""A system time zone for one program, which can change while the program runs.
 
-Run as a program, it gives the command that follows an /etc of its own: the machine's, with another /etc/localtime.
+Run as a script, it runs a command with a private /etc: the machine's, but with another /etc/localtime.
 """
 import ctypes
 import os
@@ -33,12 +33,12 @@ class TimeZone:
     def environment(self):
         return {'TZ': None}
 
-    def why_not(self):
-        """Why no program can be run so; empty when one can."""
+    def unavailable_reason(self):
+        """Why this does not work here; empty if it does."""
         return subprocess.run([*self.wrapper, '/bin/true'], stderr=subprocess.PIPE, text=True).stderr
 
     def change_to(self, name):
-        """At once, as the desktop's settings do it."""
+        """Replaces the link atomically, as desktop settings do."""
         link = self._etc / 'localtime.next'
         link.symlink_to(f'{ZONES}/{name}')
         link.rename(self._etc / 'localtime')

@@ -1,16 +1,16 @@
-"""The program's item in one kind of tray: what is to be seen of it, and a hand on pointer and keys."""
+"""The program's item in one kind of tray: what the screen shows, and the pointer and keyboard to use it."""
 from .desktop import POPOVER, SETTINGS
 from .pictures import picture_that_differs, picture_with_panel, still_picture
 from .waiting import wait_until
 
-AWAY = (640, 15)  # for the pointer, which may be in the picture: above every menu and window
-# Lines of the menu from its end, each with its distance from the lower edge where the pointer must choose.
-MENU_INSIDE = 60  # to the left of its edge
+AWAY = (640, 15)  # parks the pointer, which may be in the picture, clear of every menu and window
+# Menu lines: how many lines from the end, and the distance from the lower edge for clicking.
+MENU_INSIDE = 60  # pixels to the left of its right edge
 LINES = {'Quit': (1, 17), 'Settings': (2, 43)}
 
 
 class Tray:
-    """The program runs, at 60%, and its item shows."""
+    """The program is running at 60%, and its item is visible."""
 
     def __init__(self, laptop, host):
         self.laptop, self.host, self.item, self.vorlane = laptop, host, laptop.item, laptop.vorlane
@@ -27,7 +27,7 @@ class Tray:
         self.picture, self.box = picture_that_differs(self.screen, self.without)
 
     def change(self):
-        """A still picture once the item looks otherwise than at the start, and the box of what changed."""
+        """A still picture once the item looks different from the start, and the box of the change."""
         return picture_that_differs(self.screen, self.picture)
 
     def click(self, button=1):
@@ -35,13 +35,13 @@ class Tray:
         self.screen.click((left + right) // 2, (top + bottom) // 2, button)
 
     def open_menu(self):
-        """Gives the picture with it and its box."""
+        """Returns the picture with the menu, and its box."""
         before = still_picture(self.screen)
         self.click(self.host.menu_button)
         return picture_that_differs(self.screen, before)
 
     def choose(self, line):
-        """In the menu, by hand."""
+        """Chooses a menu line by keyboard or pointer."""
         _, (_, _, right, bottom) = self.open_menu()
         from_end, above_edge = LINES[line]
         if self.host.menu_keys:
@@ -56,7 +56,7 @@ class Tray:
         return self.screen.window_titled(f'^{SETTINGS}$')
 
     def tidy(self):
-        """As at the start."""
+        """Restores the initial state."""
         if not self.vorlane.process:
             self.vorlane.start()
         for window, keys in ((self.popover, 'Escape'), (self.settings, 'ctrl+w')):
@@ -68,7 +68,7 @@ class Tray:
         self.wait_until_looks_like(self.picture)
 
     def wait_until_looks_like(self, picture, but_for=0):
-        """Except for a stripe of so many pixels."""
+        """Ignores a difference up to `but_for` pixels wide."""
         self.screen.move_pointer(*AWAY)
 
         def same():
@@ -78,7 +78,7 @@ class Tray:
                    look_every=0.1)
 
     def wait_until_gone(self, picture):
-        """Nothing of the item, nor of its panel, is left of that picture."""
+        """Waits until neither the item nor its panel in that picture is left."""
         def gone():
             box = self.screen.picture().difference(picture)
             return box and box[2] - box[0] == picture.width

@@ -1,4 +1,4 @@
-"""One kind of tray: what shows it, where it has the number, and what its clicks do."""
+"""Kinds of tray: the program, where it shows the number, and what clicks do."""
 from dataclasses import dataclass
 from functools import partial
 
@@ -13,13 +13,13 @@ from .xfce_panel import XfcePanel
 
 @dataclass(frozen=True)
 class TrayHost:
-    program: object  # of the machine and its session bus: has `start` and `kill`
+    program: object  # called with the machine and its session bus; has `start` and `kill`
     screen: object = XScreen
-    label: bool = False  # the number stands beside the icon
-    exact: bool = False  # shows the pixels that the item offers on the bus as they are
-    opens: str = 'popover'  # by a click
+    label: bool = False  # the number is shown beside the icon
+    exact: bool = False  # shows the pixels from the bus unchanged
+    opens: str = 'popover'  # on a click
     menu_button: int = 3
-    menu_keys: bool = True  # its menu hears the keyboard
+    menu_keys: bool = True  # its menu can be used by keyboard
 
 
 def without_bus(program):

@@ -25,13 +25,13 @@ class UPower:
         self._bus.wait_until_free(NAME)
 
     def freeze(self):
-        """It keeps its name and answers nobody."""
+        """It keeps its name but stops answering."""
         self._process.signal(signal.SIGSTOP)
 
     def thaw(self):
         self._process.signal(signal.SIGCONT)
 
     def battery(self, name='BAT0'):
-        """What UPower says about one battery, by property."""
+        """UPower's properties of one battery."""
         return self._bus.call(NAME, f'/org/freedesktop/UPower/devices/battery_{name}',
                               'org.freedesktop.DBus.Properties', 'GetAll', 's', NAME + '.Device')

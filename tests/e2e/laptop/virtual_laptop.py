@@ -1,4 +1,4 @@
-"""The laptop that the tests are played on: everything that passes over its session bus is kept for them."""
+"""The laptop used by the tests, with its session bus recorded."""
 from .laptop import Laptop
 from .notifications import Notifications
 from .status_item import StatusItem

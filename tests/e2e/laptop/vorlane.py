@@ -1,4 +1,4 @@
-"""The program under test: started, spoken to, and ended with nothing to complain about."""
+"""The program under test: started, controlled, and ended cleanly."""
 import contextlib
 import itertools
 import json
@@ -22,20 +22,20 @@ WINDOWS_NAME = os.path.basename(WINDOWS)
 APPLICATION = 'org.freedesktop.Application'
 SUPPRESSED = pathlib.Path(__file__).resolve().parents[2] / 'sanitizers'
 SANITIZERS = {
-    # Of a thread's storage in a library that was loaded late the leak sanitizer keeps a wrong
-    # address, and crashes on it: it must not look there.
+    # intercept_tls_get_addr=0: the leak sanitizer keeps a wrong address of the thread-local storage
+    # of libraries loaded late, and crashes on it.
     'ASAN_OPTIONS': 'abort_on_error=1:detect_leaks=1:strict_string_checks=1:intercept_tls_get_addr=0:'
                     'detect_stack_use_after_return=1:check_initialization_order=1:'
                     f'suppressions={SUPPRESSED}/address.supp',
     'LSAN_OPTIONS': f'suppressions={SUPPRESSED}/leaks.supp:print_suppressions=0',
     'UBSAN_OPTIONS': 'print_stacktrace=1:halt_on_error=1',
-    'QT_FORCE_STDERR_LOGGING': '1',  # Qt complains to the journal otherwise
+    'QT_FORCE_STDERR_LOGGING': '1',  # otherwise Qt logs to the journal
 }
 
 
 class Vorlane:
     def __init__(self, program, machine, session_bus, system_bus, testbed, wrapper=(), settles=True):
-        """`wrapper` is a command that runs the program. One that does not settle cannot be advanced."""
+        """`wrapper` is a command that runs the program. `advance` needs `settles`."""
         self._program, self._machine, self._wrapper = program, machine, list(wrapper)
         self._bus, self._testbed = session_bus, testbed
         self._open_calls = [OpenCalls(bus) for bus in (session_bus, system_bus) if settles]
@@ -67,7 +67,7 @@ class Vorlane:
         self._machine.write(json.dumps(samples), 'data', 'Vorlane', 'history.json')
 
     def snooze_deadline(self):
-        """In seconds since 1970, as it is stored; None when there is none."""
+        """The stored deadline in seconds since 1970, or None."""
         return self.setting('snoozeUntil') or None
 
     def write_settings(self, text):
@@ -78,7 +78,7 @@ class Vorlane:
             return file.read()
 
     def install_to(self, prefix):
-        """Has a copy of its own from now on; gives the path of the windows' program in it."""
+        """Uses a copy of the program from now on; returns the path of its windows program."""
         source = pathlib.Path(self._program).resolve().parents[1]
         for name in ('bin/vorlane', WINDOWS):
             os.makedirs((prefix / name).parent)
@@ -87,11 +87,11 @@ class Vorlane:
         return prefix / WINDOWS
 
     def run_by(self, wrapper):
-        """Is started by that command from now on."""
+        """Starts the program through this command from now on."""
         self._wrapper = list(wrapper)
 
     def setting(self, key):
-        """What is stored; None when nothing is."""
+        """The stored value, or None."""
         return tomllib.loads(self.settings()).get(key) if os.path.exists(self.settings_path) else None
 
     def wait_for_setting(self, key, value):
@@ -99,7 +99,7 @@ class Vorlane:
                    look_every=0.02)
 
     def environment(self, clock=None):
-        """What the program needs besides the machine's own, whoever starts it."""
+        """What the program needs in addition to the machine's environment."""
         libraries = [preload.sanitizer_of(self._program), preload.library('libumockdev-preload.so.0'),
                      clock.preloaded if clock else None]
         return {**self._testbed.environment(), **SANITIZERS, **(clock.environment() if clock else {}),
@@ -107,7 +107,7 @@ class Vorlane:
 
     @staticmethod
     def with_small_quarantine():
-        """For measuring memory: the sanitizer gives back soon what the program has freed."""
+        """For measuring memory: makes the sanitizer release freed memory soon."""
         return {'ASAN_OPTIONS': SANITIZERS['ASAN_OPTIONS'] + ':quarantine_size_mb=1:'
                                                              'thread_local_quarantine_size_kb=64'}
 
@@ -118,7 +118,7 @@ class Vorlane:
                                    {**self.environment(clock), **(environment or {})})
 
     def spawn_in_shell(self, command):
-        """Runs a command of the shell, in which "$0" is the program."""
+        """Runs a shell command in which "$0" is the program."""
         return self._machine.start('vorlane', ['/bin/sh', '-c', command, self._program], self.environment(None))
 
     def start(self, clock=None, environment=None, arguments=()):
@@ -129,15 +129,14 @@ class Vorlane:
         return self
 
     def round_trip(self):
-        """Returns when the program has handled all that reached it before."""
+        """Returns once the program has handled every message that reached it before."""
         self._bus.round_trip()
 
     def advance(self, seconds):
-        """Moves the program's clock, wakes the program and lets what is due happen.
+        """Moves the program's clock, wakes the program and lets its due timers run.
 
-        Not while it waits for an answer, which would seem hours late to it.
-
-        Work that is put off for a moment (a burst of events is one change) gets that moment.
+        First waits for pending replies, which would otherwise time out in the moved time. The second,
+        short step lets debounced work run.
         """
         for step in (seconds, 0.5):
             self.settle()
@@ -146,13 +145,13 @@ class Vorlane:
             self.round_trip()
 
     def settle(self):
-        """Returns when the program waits for nobody's answer."""
+        """Returns once the program has no call pending."""
         self.round_trip()
         while any([calls.wait_until_answered(self.process.pid) for calls in self._open_calls]):
             self.round_trip()
 
     def activate(self, token=None):
-        """What a desktop does when its user starts the program again."""
+        """Activates the program as a desktop does when it is started again."""
         data = {'activation-token': dbus.String(token)} if token else {}
         self._bus.call(OWNER, '/org/vorlane/Vorlane', APPLICATION, 'Activate', 'a{sv}',
                        dbus.Dictionary(data, signature='sv'))
@@ -168,17 +167,17 @@ class Vorlane:
         wait_until(lambda: not self.windows_process(), 'the windows process to be reaped', look_every=0.02)
 
     def kill_windows(self):
-        """As when their process crashes; returns when it has been reaped."""
+        """As in a crash; returns once the process has been reaped."""
         os.kill(self.windows_process(), signal.SIGKILL)
         self.wait_until_windows_process_is_gone()
 
     def descriptors(self):
-        """The numbers of the open ones, in order."""
+        """The open file descriptors, sorted."""
         return sorted(int(name) for name in os.listdir(f'/proc/{self.process.pid}/fd'))
 
     @contextlib.contextmanager
     def without_descriptors(self, spare=0):
-        """It can open only so many more meanwhile."""
+        """The program can open only `spare` more descriptors meanwhile."""
         open_now = set(self.descriptors())
         unused = (number for number in itertools.count() if number not in open_now)
         limit = next(itertools.islice(unused, spare, None))
@@ -189,35 +188,35 @@ class Vorlane:
 
     @contextlib.contextmanager
     def without_room(self):
-        """Nothing that it writes meanwhile finds room, as on a full disk."""
+        """Every write to a file fails meanwhile, as on a full disk."""
         _, hard = resource.prlimit(self.process.pid, resource.RLIMIT_FSIZE)
         resource.prlimit(self.process.pid, resource.RLIMIT_FSIZE, (0, hard))
         yield
         resource.prlimit(self.process.pid, resource.RLIMIT_FSIZE, (hard, hard))
 
     def restart_in_place(self):
-        """As after an upgrade; returns when the new one has launched."""
+        """As after an upgrade; returns once the program has restarted."""
         self.ask_to_restart()
         self.wait_until_restarted()
 
     def ask_to_restart(self):
-        """It may wait until its readings are settled."""
+        """The program may wait until its readings have settled."""
         self._before_restart = self._bus.owner(OWNER)
         self.process.signal(signal.SIGUSR1)
         self.process.signal(signal.SIGCONT)
 
     def wait_until_restarted(self):
-        wait_until(lambda: self._bus.owner(OWNER) not in (None, self._before_restart), 'the new start')
+        wait_until(lambda: self._bus.owner(OWNER) not in (None, self._before_restart), 'the restart')
         self.round_trip()
 
     def kill(self):
-        """No chance to save or to say anything."""
+        """Without any chance to save or print."""
         self.process.kill()
         self._bus.wait_until_free(OWNER)
         self.process = None
 
     def quit(self, number=signal.SIGTERM):
-        """Asks it to end, and expects that it does so cleanly."""
+        """Asks the program to quit, which it must do cleanly."""
         if self.process.running:
             self.process.signal(number)
         self.expect_clean_end()
@@ -228,7 +227,7 @@ class Vorlane:
         assert (code, process.stdout, process.stderr) == (0, '', '')
 
     def wait_for_saved_percent(self, percent):
-        """The newest sample in the history file has this percentage."""
+        """Waits until the newest sample in the history file has this percentage."""
         def saved():
             samples = self.history()
             return samples and samples[-1]['p'] == percent

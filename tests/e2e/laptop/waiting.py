@@ -1,18 +1,18 @@
-"""Waiting: the main loop sleeps until some event comes, and the condition is looked at again."""
+"""Waits for conditions: sleeps in the main loop and checks again after each event."""
 from gi.repository import GLib
 
-PATIENCE = 30.0  # seconds; used up only when what is waited for never comes
+PATIENCE = 30.0  # seconds before a wait fails
 
 
 class NeverHappened(AssertionError):
-    """What was waited for did not come."""
+    """A wait timed out."""
 
 
-def wait_until(condition, what, patience=None, look_every=None):
-    """The first true value of `condition`, which is looked at after every event.
+def wait_until(condition, description, patience=None, look_every=None):
+    """Returns the first true value of `condition`, which is checked after every event.
 
-    `look_every` (seconds) is for what announces itself by no event, such as pixels.
-    `what` may be a function, called only to explain a failure.
+    `look_every` (seconds) also polls, for changes without an event, such as pixels.
+    `description` may be a function, called only to explain a failure.
     """
     patience = patience or PATIENCE
     context = GLib.MainContext.default()
@@ -23,7 +23,8 @@ def wait_until(condition, what, patience=None, look_every=None):
     try:
         while not (value := condition()):
             if expired:
-                raise NeverHappened(f'waited {patience:g} s for {what() if callable(what) else what}')
+                text = description() if callable(description) else description
+                raise NeverHappened(f'waited {patience:g} s for {text}')
             context.iteration(True)
         return value
     finally:

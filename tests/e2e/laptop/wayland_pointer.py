@@ -1,4 +1,4 @@
-"""A mouse for a compositor that has none: a client of its virtual-pointer protocol (wlr, unstable v1)."""
+"""A mouse for a headless compositor: a client of the virtual-pointer protocol (wlr, unstable v1)."""
 import itertools
 import socket
 import struct
@@ -6,18 +6,18 @@ import time
 
 BUTTONS = {1: 0x110, 2: 0x112, 3: 0x111}  # from X's numbers to those of <linux/input-event-codes.h>
 MANAGER = 'zwlr_virtual_pointer_manager_v1'
-DISPLAY, REGISTRY, NOBODY = 1, 2, 0  # objects of the connection
-SYNC, GET_REGISTRY, BIND, CREATE_POINTER = 0, 1, 0, 0  # requests, by their places in the protocols
+DISPLAY, REGISTRY, NULL = 1, 2, 0  # object ids of the connection; 0 is null
+SYNC, GET_REGISTRY, BIND, CREATE_POINTER = 0, 1, 0, 0  # request numbers
 MOTION_ABSOLUTE, BUTTON, FRAME = 1, 2, 4
-ERROR, GLOBAL = 0, 0  # events
-HEADER = struct.Struct('=IHH')  # object, request or event, size with this header
+ERROR, GLOBAL = 0, 0  # event numbers
+HEADER = struct.Struct('=IHH')  # object, request or event, size including this header
 
 
 class WaylandPointer:
-    """The seat has a pointer for as long as this exists; clients are told of it, and of its clicks."""
+    """Adds a pointer to the seat for as long as this object exists."""
 
     def __init__(self, path, size):
-        """`path` of the compositor's socket, `size` of its only screen."""
+        """`path` is the compositor's socket, `size` that of its only screen."""
         self._size, self._ids = size, itertools.count(REGISTRY)
         self._socket = socket.socket(socket.AF_UNIX, socket.SOCK_STREAM)
         self._socket.settimeout(20)
@@ -31,7 +31,7 @@ class WaylandPointer:
         padded = name + b'\0' * (-len(name) % 4)
         self._send(REGISTRY, BIND, self._globals[MANAGER], len(name), padded, 1, manager)
         self._pointer = next(self._ids)
-        self._send(manager, CREATE_POINTER, NOBODY, self._pointer)
+        self._send(manager, CREATE_POINTER, NULL, self._pointer)
         self._round_trip()
 
     def move(self, x, y):
@@ -53,7 +53,7 @@ class WaylandPointer:
         self._socket.sendall(HEADER.pack(target, request, HEADER.size + len(body)) + body)
 
     def _round_trip(self):
-        """Returns when the compositor has done everything so far."""
+        """Returns once the compositor has handled all requests so far."""
         done = next(self._ids)
         self._send(DISPLAY, SYNC, done)
         source = None
@@ -61,7 +61,7 @@ class WaylandPointer:
             source, event, size = HEADER.unpack(self._stream.read(HEADER.size))
             body = self._stream.read(size - HEADER.size)
             if (source, event) == (DISPLAY, ERROR):
-                raise RuntimeError(f'the compositor complains: {body!r}')
+                raise RuntimeError(f'the compositor reports an error: {body!r}')
             if (source, event) == (REGISTRY, GLOBAL):
                 number, length = struct.unpack_from('=II', body)
                 self._globals[body[8:8 + length - 1].decode()] = number

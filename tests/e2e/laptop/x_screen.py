@@ -1,4 +1,4 @@
-"""An X screen that nobody sees, with a window manager and a pointer."""
+"""An invisible X screen with a window manager and a pointer."""
 import os
 import signal
 import subprocess
@@ -13,12 +13,12 @@ class XScreen:
     def __init__(self, machine, depth=24, size=SIZE, manager=('/usr/bin/openbox', '--sm-disable')):
         self._machine = machine
         self.box = (0, 0, *size)
-        ready, telling = os.pipe()
-        self._server = machine.start('xvfb', ['/usr/bin/Xvfb', '-displayfd', str(telling), '-screen', '0',
+        read_end, write_end = os.pipe()
+        self._server = machine.start('xvfb', ['/usr/bin/Xvfb', '-displayfd', str(write_end), '-screen', '0',
                                                 f'{size[0]}x{size[1]}x{depth}', '-nolisten', 'tcp',
-                                                '-noreset', '-nocursor'], pass_fds=(telling,))
-        os.close(telling)
-        with os.fdopen(ready) as pipe:
+                                                '-noreset', '-nocursor'], pass_fds=(write_end,))
+        os.close(write_end)
+        with os.fdopen(read_end) as pipe:
             number = pipe.readline().strip()
         if not number:
             raise RuntimeError('Xvfb gave no display')
@@ -28,7 +28,7 @@ class XScreen:
             wait_until(self._is_managed, 'the window manager', look_every=0.02)
 
     def split(self):
-        """Makes two screens of it, side by side."""
+        """Splits it into two monitors, side by side."""
         width, height = self.box[2] // 2, self.box[3]
         for number in (0, 1):
             self._run('xrandr', '--setmonitor', f'half-{number}',
@@ -42,19 +42,19 @@ class XScreen:
         self._run('xdotool', 'mousemove', str(x), str(y))
 
     def click(self, x, y, button=1):
-        # A pause between moving and pressing, so that the window under the pointer knows of it.
+        # A pause between moving and pressing, so that the window under the pointer notices it.
         self._run('xdotool', 'mousemove', str(x), str(y), 'sleep', '0.1', 'click', str(button))
 
-    def click_until(self, condition, what, x, y):
-        """Clicks until something comes of it; a panel may not show yet what is to be clicked on."""
+    def click_until(self, condition, description, x, y):
+        """Clicks until the condition is met; a panel may not show the clicked item yet."""
         def came():
             if not condition():
                 self.click(x, y)
             try:
-                return wait_until(condition, what, patience=2, look_every=0.05)
+                return wait_until(condition, description, patience=2, look_every=0.05)
             except NeverHappened:
                 return None
-        return wait_until(came, what, look_every=0.05)
+        return wait_until(came, description, look_every=0.05)
 
     def press_keys(self, *keys):
         """One after another, by their X names."""
@@ -65,14 +65,14 @@ class XScreen:
         self._server.kill()
 
     def hang(self):
-        """It answers nobody until `go_on`."""
+        """It stops answering until `go_on`."""
         self._server.signal(signal.SIGSTOP)
 
     def go_on(self):
         self._server.signal(signal.SIGCONT)
 
     def click_on_window(self, window_class):
-        """In the middle of it, as soon as it is there."""
+        """Clicks the middle of the window as soon as it appears."""
         left, top, right, bottom = self.wait_for_window(window_class)
         self.click((left + right) // 2, (top + bottom) // 2)
 
@@ -87,11 +87,11 @@ class XScreen:
         return self._first_window('--name', pattern)
 
     def window_ids(self, pattern):
-        """Of the windows with such a title, shown or not."""
+        """Ids of the windows with a matching title, visible or not."""
         return self._run('xdotool', 'search', '--name', pattern, check=False).split()
 
     def is_in_front(self, name, other):
-        """Of two windows that no window manager looks after, by their titles or classes."""
+        """For two windows that the window manager does not manage, by title or class."""
         from_front = self._run('xwininfo', '-root', '-children').decode()
         return from_front.index(f'"{name}"') < from_front.index(f'"{other}"')
 
@@ -99,7 +99,7 @@ class XScreen:
         self._run('xdotool', 'windowminimize', window_id)
 
     def _is_managed(self):
-        """A panel that comes before its manager may be moved about by it."""
+        """Whether the window manager is running. It might move a panel that starts before it."""
         return self._run('xdotool', 'get_num_desktops', check=False) not in (b'', b'0\n')
 
     def _first_window(self, kind, pattern):

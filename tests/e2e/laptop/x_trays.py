@@ -1,4 +1,4 @@
-"""Trays that take in windows alone (XEMBED), as bars for bare window managers have them."""
+"""Trays that embed windows (XEMBED), as in bars for plain window managers."""
 from .waiting import wait_until
 
 TINT2 = '''rounded = 0
@@ -29,7 +29,7 @@ bar {{
 
 
 class Tint2:
-    """Along the top of the screen, its tray at the left end."""
+    """A bar at the top of the screen with its tray at the left end."""
 
     def __init__(self, machine):
         self._machine, self._process = machine, None
@@ -58,13 +58,13 @@ class I3:
 
 
 class TrayIcon:
-    """The program's window in such a tray."""
+    """The program's icon window in such a tray."""
 
     def __init__(self, screen):
         self._screen = screen
 
     def box(self):
-        """Where it is; None while it is in no tray."""
+        """Its box; None while it is in no tray."""
         return self._screen.window_titled('^Vorlane: ')
 
     def wait_for(self):

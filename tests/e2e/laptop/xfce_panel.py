@@ -1,4 +1,4 @@
-"""The XFCE panel along an edge of the screen, in its two ways of showing status items."""
+"""The XFCE panel at an edge of the screen, with either of its two plugins for status items."""
 from .preload import library
 from .status_item import WATCHER
 from .waiting import wait_until
@@ -36,14 +36,14 @@ CLOCK = '''    <property name="{name}" type="string" value="clock">
     </property>'''
 PLUGIN = '    <property name="{name}" type="string" value="{kind}"/>'
 TEMPLATES = {'stretch': STRETCH, 'clock': CLOCK}
-# Each by a corner at its beginning, and whether the panel stands upright.
+# For each edge, the corner where the panel begins and whether it is vertical.
 EDGES = {'top': (6, 0), 'bottom': (8, 0), 'left': (6, 1), 'right': (2, 1)}
 INDICATORS = '/usr/libexec/ayatana-indicator-application/ayatana-indicator-application-service'
 
 
 class XfcePanel:
     def __init__(self, machine, bus, clock=None, plugins=('stretch', 'systray')):
-        """With a moved clock the panel's own clock follows it. See `start` for the plugins."""
+        """The panel's clock follows `clock`, if given. See `start` for the plugins."""
         self._machine, self._bus, self._plugins = machine, bus, plugins
         self._environment = {**clock.environment(), 'LD_PRELOAD': clock.preloaded} if clock else {}
         self._started = []
@@ -60,7 +60,7 @@ class XfcePanel:
         return self
 
     def kill(self):
-        """As in a crash: nobody is told."""
+        """As in a crash, without any goodbye."""
         while self._started:
             self._started.pop().kill()
         self._bus.wait_until_free(WATCHER)

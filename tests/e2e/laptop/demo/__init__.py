@@ -1,1 +1,1 @@
-"""A day in the virtual laptop, told as it happens: what `./run` shows where there is no battery."""
+"""A narrated day in the virtual laptop, which `./run` shows on machines without a battery."""

@@ -12,7 +12,7 @@ def main():
     try:
         live_through(program=sys.argv[1], pictures=sys.argv[2])
     except (NeverHappened, AssertionError, RuntimeError) as trouble:
-        print(f'\nExpected, but did not happen: {trouble}', file=sys.stderr)
+        print(f'\nThe demo failed: {trouble}', file=sys.stderr)
         return 1
     return 0
 

@@ -1,4 +1,4 @@
-"""A desktop worth a look: wallpaper, a panel with a clock, and notifications with buttons."""
+"""A desktop for screenshots: wallpaper, a panel with a clock, and notifications with buttons."""
 import os
 import subprocess
 
@@ -15,7 +15,7 @@ class Desktop:
         self._laptop, self._pictures = laptop, pictures
         os.makedirs(pictures, exist_ok=True)
         self.screen = laptop.x_screen()
-        # It paints the wallpaper and then ends with 1, always: its code says nothing.
+        # `display` always exits with 1, even after painting the wallpaper.
         subprocess.run(['display', '-size', f'{SIZE[0]}x{SIZE[1]}', '-window', 'root', WALLPAPER],
                        env=laptop.machine.environment, check=False, timeout=60)
         panel = XfcePanel(laptop.machine, laptop.session_bus, clock)
@@ -23,7 +23,7 @@ class Desktop:
         self.daemon = XfceNotifyd(laptop.machine, laptop.session_bus).start()
 
     def photograph(self, name):
-        """A picture of the screen once it is still; gives its path."""
+        """Saves a picture of the screen once it is still; returns its path."""
         last = [self.screen.picture()]
 
         def still():
@@ -35,7 +35,7 @@ class Desktop:
         return path
 
     def open_popover(self):
-        """As from a panel that shows it at a click; this one's plugin opens the menu instead."""
+        """By D-Bus call: a click on this panel's plugin opens the menu instead."""
         self.screen.move_pointer(SIZE[0] - 120, 15)
         self._laptop.item.activate()
         wait_until(lambda: self.screen.window_titled('^Vorlane$'), 'the popover', look_every=0.05)
@@ -45,11 +45,11 @@ class Desktop:
         wait_until(lambda: self.screen.window_titled('^Vorlane Settings$'), 'the settings', look_every=0.05)
 
     def dismiss(self):
-        """A click on the notification's text."""
+        """Clicks the notification's text."""
         left, top, _, _ = self.screen.wait_for_window(self.daemon.window_class)
         self.screen.click(left + 60, top + 40)
 
     def press_snooze(self):
-        """The button at the lower right of the notification."""
+        """Clicks the notification's lower right button."""
         _, _, right, bottom = self.screen.wait_for_window(self.daemon.window_class)
         self.screen.click(right - 60, bottom - 22)

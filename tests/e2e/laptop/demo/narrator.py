@@ -1,4 +1,4 @@
-"""Tells what happens, one line each: the time in the laptop, what speaks, what it says."""
+"""Prints one line per event: the laptop's time, the source, the text."""
 
 
 class Narrator:
@@ -8,27 +8,27 @@ class Narrator:
 
     def reading(self, percent, status, watts):
         rate = f'{watts:4.1f} W' if watts else ''
-        self._say('battery', f'{percent:3}%   {status:<13} {rate}'.rstrip())
+        self._print('battery', f'{percent:3}%   {status:<13} {rate}'.rstrip())
 
     def user(self, text):
-        self._say('user', text)
+        self._print('user', text)
 
     def item(self, icon, label, tooltip):
-        """The tray item, when anything about it is new."""
+        """Prints the tray item if anything about it has changed."""
         now = (icon, label, tooltip)
         if now == self._last_item:
             return
         self._last_item = now
         symbol = icon.removeprefix('vorlane-').removesuffix('-symbolic')
-        self._say('tray item', f'{label:>4}   [{symbol}]  {tooltip}')
+        self._print('tray item', f'{label:>4}   [{symbol}]  {tooltip}')
 
     def notification(self, posted):
         titles = posted.actions[1::2]
         buttons = ''.join(f'  [{title}]' for title in titles)
-        self._say('notification', f'*      {posted.title}: {posted.body}{buttons}')
+        self._print('notification', f'*      {posted.title}: {posted.body}{buttons}')
 
     def picture(self, path):
-        self._say('screenshot', f'       {path}')
+        self._print('screenshot', f'       {path}')
 
-    def _say(self, who, text):
-        print(f'{self._clock.now():%H:%M}  {who:<13} {text}', flush=True)
+    def _print(self, source, text):
+        print(f'{self._clock.now():%H:%M}  {source:<13} {text}', flush=True)

@@ -1,1 +1,1 @@
-"""A laptop's life, minute by minute: what happens to it, what the program should make of it, and what that costs."""
+"""Simulated use of a laptop, minute by minute: the events, the expected reminders and samples, and the costs."""

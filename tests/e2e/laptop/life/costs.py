@@ -1,4 +1,4 @@
-"""What the program holds and has spent, as the kernel and the buses count it."""
+"""What the program costs, as counted by the kernel and the bus."""
 import os
 import pathlib
 import re
@@ -13,14 +13,14 @@ from ..status_item import OWNER
 
 @dataclass(frozen=True)
 class Costs:
-    dirty: int  # bytes that it alone holds and has written
+    dirty: int  # bytes of private dirty memory
     resident: int
     descriptors: int
     zombies: int
-    matches: int  # rules by which the session's bus sends it messages
+    matches: int  # match rules on the session bus
     processor: float  # seconds
     wakeups: int
-    written: int  # bytes, as it wrote them
+    written: int  # bytes passed to write calls
 
 
 def costs(pid, bus):

@@ -1,5 +1,4 @@
-"""What happens to a laptop that somebody lives with: for each minute a list of happenings, at random but always the
-same, and no two of them in one minute that would only say which came first."""
+"""The random but reproducible events in a laptop's use, at most one per minute so that their order is certain."""
 import random
 from dataclasses import dataclass
 
@@ -11,17 +10,17 @@ TROUBLES = ('panel restarts', 'notification daemon restarts', 'upower restarts')
 @dataclass(frozen=True)
 class Sleep:
     minutes: int
-    moves_cable: bool  # meanwhile, and the kernel does not say so
-    then: tuple  # what the user does in the first seconds after the wake, of 'cable' and 'click'
+    moves_cable: bool  # during the sleep, without a kernel event
+    then: tuple  # 'cable' and 'click', done in the first seconds after the wake
 
 
 class Days:
     def __init__(self, days, popovers, naps, seed=1):
         self._random = random.Random(seed)
-        self.happenings = {}  # minute: (what, value)
+        self.happenings = {}  # minute: (name, value)
         for day in range(days):
             self._live(day * DAY, day, days)
-        self._spread('popover', popovers, days, lambda: self._random.randrange(15))  # seconds of the minute
+        self._spread('popover', popovers, days, lambda: self._random.randrange(15))  # seconds into the minute
         self._spread('sleep', naps, days, lambda: self._sleep(1, 20))
         self._spread('settings', days, days)
 
@@ -29,15 +28,15 @@ class Days:
         return self.happenings.get(minute)
 
     def clicks_on_reminder(self):
-        """Whether the user now opens the popover because of a reminder."""
+        """Whether the user opens the popover after a reminder (random)."""
         return self._random.random() < 0.5
 
-    def count(self, what):
-        return sum(happening == what for happening, _ in self.happenings.values())
+    def count(self, name):
+        return sum(happening == name for happening, _ in self.happenings.values())
 
     def _live(self, midnight, day, days):
         somewhen = self._random.randint
-        # On most days on and off the adapter; on some it stays on it from noon through the night.
+        # Most days have two spells on battery; every third day stays plugged in from noon through the night.
         self._add(midnight + somewhen(430, 500), 'unplug')
         self._add(midnight + somewhen(660, 730), 'plug')
         if day % 3:
@@ -62,13 +61,13 @@ class Days:
     def _sleep(self, least, most):
         toss = self._random.random
         return Sleep(self._random.randint(least, most), toss() < 0.5,
-                     tuple(what for what in ('cable', 'click') if toss() < 0.5))
+                     tuple(name for name in ('cable', 'click') if toss() < 0.5))
 
-    def _spread(self, what, times, days, value=lambda: None):
+    def _spread(self, name, times, days, value=lambda: None):
         for _ in range(times):
-            self._add(self._random.randrange(30, days * DAY - 30), what, value())
+            self._add(self._random.randrange(30, days * DAY - 30), name, value())
 
-    def _add(self, minute, what, value=None):
+    def _add(self, minute, name, value=None):
         while any(near in self.happenings for near in (minute - 1, minute, minute + 1)):
             minute += 1
-        self.happenings[minute] = (what, value)
+        self.happenings[minute] = (name, value)

@@ -1,7 +1,7 @@
-"""Lives the days of a laptop: has them happen to the real program, minute by minute, and to the plain rules beside it.
+"""Simulates days of laptop use: the same events go to the real program and to a plain model of its rules.
 
-The program's clock is moved to each minute and the program woken, so that its own timer fires; nothing is left out
-but the waiting. That its reminders are those of the rules is checked in the minute in which one is due, and every hour.
+The program's clock is moved on minute by minute and the program woken, so that its own timer fires; only the waiting is
+skipped. Its reminders are compared with the model's whenever one is due, and every hour.
 """
 import collections
 import contextlib
@@ -28,22 +28,24 @@ from .recorded import Recorded
 
 ZONE = 'Europe/Berlin'
 BEGIN = datetime.datetime(2026, 10, 1, tzinfo=zoneinfo.ZoneInfo(ZONE)).timestamp()  # summer time ends on the 25th
-LATE = 5  # seconds after the full minute; the timer then fires some seconds later, and what happens follows in 25
-SLACK = 5  # seconds after the first sample, in which the timer's first minute has begun: the history is saved before
+LATE = 5  # seconds after the full minute; the timer fires a few seconds later, and the events 25 seconds after that
+SLACK = 5  # seconds; the timer's first minute begins this long after the first sample at most, because the history is
+           # saved in between
 FULL_HISTORY = 43200
 POPOVER, SETTINGS = '^Vorlane$', '^Vorlane Settings$'
-HAND = 0.5  # seconds from a click that closes the popover to the next; what opens before Qt has given up the keyboard
-            # (0.1 s) it closes again
-NEVER = 'infinity'  # a minute passes while an answer is on its way
+CLICK_PAUSE = 0.5  # seconds from a click that closes the popover to the next one; Qt closes a popover again that opens
+                   # before it has released the keyboard (0.1 s)
+NEVER = 'infinity'  # the clock moves a minute while replies are in flight
 
 
 class Life:
     def __init__(self, program, days, begin_at=0, history=FULL_HISTORY, wrapper=()):
-        """Begins in that minute of the first day, after so many samples. `wrapper` is a command that runs the program."""
+        """Begins at minute `begin_at` of the first day, with `history` samples recorded. `wrapper` is a command that runs
+        the program."""
         self.days, self.minute = days, begin_at
         self.expected, self.daily, self.happened = [], [], collections.Counter()
-        self.windows = {}  # by the process's id: bytes that it alone held and had written, when it was last open
-        self._closed = 0.0  # when the popover was
+        self.windows = {}  # by process id: private dirty bytes when the popover last opened
+        self._closed = 0.0  # when the popover was closed
         self._laptop = Laptop(program)
         try:
             self._set_up(program, history, wrapper)
@@ -52,18 +54,18 @@ class Life:
             raise
 
     def live(self, minutes, each_day=lambda day: None):
-        """So many minutes awake."""
+        """Simulates this many minutes awake."""
         for _ in range(minutes):
             reminded = len(self.expected)
             self._pass_minute()
             happening = self.days.at(self.minute)
             if happening:
                 self._pass(25)
-                self._happen(*happening)
+                self._apply(*happening)
                 self.happened[happening[0]] += 1
             if len(self.expected) > reminded and self.days.clicks_on_reminder():
                 self._open_popover_beside_reminder()
-            self._live_through_what_passed()
+            self._account_for_real_time()
             if self.minute % 60 == 59:
                 self._compare()
             if self.minute % DAY == DAY - 1:
@@ -72,12 +74,12 @@ class Life:
                 each_day(len(self.daily))
 
     def end(self):
-        """Ends the program, cleanly."""
+        """Quits the program, which must end cleanly."""
         self._compare()
         self.vorlane.quit()
 
     def check_history(self):
-        """Its file has what each look recorded; gives how many changes it has besides, seen before."""
+        """Checks the history file against the recorded looks; returns the number of early changes (see `Recorded`)."""
         return self._recorded.check([tuple(sample[key] for key in 'tpca') for sample in self.vorlane.history()])
 
     def close(self):
@@ -106,7 +108,7 @@ class Life:
         # The timer's first minute began when the first sample was taken.
         since = self._now() - self.vorlane.history()[-1]['t']
         self._origin = self._clock.monotonic() - since
-        self._passed = 0  # minutes that the timer has counted
+        self._passed = 0  # minutes at which the timer has fired
 
     def _write_history(self, count):
         now = self._now()
@@ -127,7 +129,7 @@ class Life:
         self._let_timer_fire()
 
     def _let_timer_fire(self):
-        """Unless it has, by itself."""
+        """Waits only if it has not fired by itself already."""
         until = self._until_timer()
         due = self._now() + until
         self._pass(until + SLACK)
@@ -135,19 +137,19 @@ class Life:
         self._look('timer', due)
 
     def _pass(self, seconds):
-        """The program may answer the first question as part of a turn that began before, and the second one as part of
-        the turn that finds its timers due, but before them. With the third one answered they have had their turn."""
+        """Moves the clock and lets due timers run. The program may answer the first query within a loop turn that began
+        before, and the second one in the next turn ahead of its timers; by the third reply the timers have run."""
         self._clock.move(max(seconds, 0))
         for _ in range(3):
             self.vorlane.round_trip()
 
-    def _live_through_what_passed(self):
-        """What took long was itself minutes of the program's, whose timer has fired by itself."""
-        while self._until_timer() < SLACK:  # or too close to say whether it has
+    def _account_for_real_time(self):
+        """Accounts for real time spent here, during which the timer may have fired by itself."""
+        while self._until_timer() < SLACK:  # or so close to due that it may or may not have fired
             self._let_timer_fire()
 
     def _look(self, reason, since):
-        """It has looked, and not before `since`."""
+        """Notes that the program has taken a reading, not before `since`."""
         self._recorded.note(reason, since, self._now(), self._sample())
         self._expect(reason)
 
@@ -155,7 +157,7 @@ class Life:
         due = self.rules.look(reason, self._reading(), self._now())
         if due:
             self.expected += due
-            # A notification daemon that has just come is asked first what it can do.
+            # The post may be late: a new notification daemon is first asked for its capabilities.
             wait_until(lambda: len(self._notifications.posted) >= len(self.expected),
                        lambda: f'{due} in minute {self.minute}')
             self._compare()
@@ -186,32 +188,32 @@ class Life:
         if percent != before:
             self._laptop.charge_silently_to(percent)
 
-    def _tell_of_change(self):
+    def _read_change(self):
         since = self._now()
         self._pass_burst()
         self._look('change', since)
 
     def _pass_burst(self):
-        """The kernel has spoken: the program looks once the burst is over."""
+        """After a kernel event the program waits for the end of the burst before it takes a reading."""
         self._pass(0.1)
         self._pass(0.4)
 
     # What happens
 
-    def _happen(self, what, value):
+    def _apply(self, name, value):
         {'plug': self._plug, 'unplug': self._unplug, 'health': self._wear, 'sleep': self._sleep,
          'snooze': self._snooze, 'cancel snooze': self._cancel_snooze, 'quiet hours': self._set_quiet_hours,
          'limit': self._set_limit, 'popover': self._open_popover, 'settings': self._open_settings,
          'panel restarts': self._restart_panel, 'notification daemon restarts': self._restart_notification_daemon,
-         'upower restarts': self._restart_upower}[what](value)
+         'upower restarts': self._restart_upower}[name](value)
 
     def _plug(self, _):
         self._set_cable(True)
-        self._tell_of_change()
+        self._read_change()
 
     def _unplug(self, _):
         self._set_cable(False)
-        self._tell_of_change()
+        self._read_change()
 
     def _set_cable(self, plugged, announce=True):
         self._plugged = self._charging = plugged
@@ -221,7 +223,7 @@ class Life:
     def _wear(self, percent):
         self._health = float(percent)
         self._laptop.wear_to(percent)
-        self._tell_of_change()
+        self._read_change()
 
     def _sleep(self, sleep):
         self._laptop.logind.say_sleep(True)
@@ -237,8 +239,8 @@ class Life:
         self.minute += sleep.minutes
 
     def _live_first_seconds(self, woken, then):
-        """What is done in them may come before the wake's own look or after it, if this machine is slow: that makes
-        no difference to the reminders, and one to the samples."""
+        """On a slow machine these actions may come before or after the reading that the program takes for the wake. The
+        reminders are the same either way; the samples differ."""
         at_wake = self._sample()
         self.rules.woke(self._reading())
         if 'cable' in then:
@@ -254,7 +256,7 @@ class Life:
         self._recorded.note('wake', woken, until, self._sample(), earlier=[at_wake])
         if 'click' in then:
             self._close_popover()
-        self.happened.update(f'{what} after wake' for what in then)
+        self.happened.update(f'{name} after wake' for name in then)
 
     def _snooze(self, _):
         self._item.choose('Snooze 1 hour')
@@ -279,21 +281,21 @@ class Life:
         self._pass(second)
         since = self._now()
         self._click()
-        self._live_through_what_passed()
+        self._account_for_real_time()
         self._look('change', since)
         self._close_popover()
 
     def _open_popover_beside_reminder(self):
-        """Which stays where it is."""
+        """Opening the popover must not withdraw the reminder."""
         self._notifications.titles()
-        taken_back = list(self._notifications.closed)
+        withdrawn = list(self._notifications.closed)
         self._open_popover(0)
         self._notifications.titles()
-        assert self._notifications.closed == taken_back, f'minute {self.minute}'
+        assert self._notifications.closed == withdrawn, f'minute {self.minute}'
         self.happened['click on reminder'] += 1
 
     def _click(self):
-        wait_until(lambda: time.monotonic() >= self._closed + HAND, 'the hand', look_every=0.05)
+        wait_until(lambda: time.monotonic() >= self._closed + CLICK_PAUSE, 'the pause between clicks', look_every=0.05)
         self._pass(0)
         self._item.activate()
         wait_until(lambda: self._screen.window_titled(POPOVER), 'the popover', look_every=0.01)
@@ -315,10 +317,10 @@ class Life:
         wait_until(closed, 'the settings to close', look_every=0.1)
 
     def _end_windows(self):
-        """So that what the program holds is the same at the end of each day."""
+        """So that the costs at the end of each day are comparable."""
         process = self.vorlane.windows_process()
         if process:
-            with contextlib.suppress(ProcessLookupError):  # it may just have ended by itself
+            with contextlib.suppress(ProcessLookupError):  # it may have just ended by itself
                 os.kill(process, signal.SIGKILL)
         self.vorlane.wait_until_windows_process_is_gone()
 
@@ -336,7 +338,7 @@ class Life:
         self._laptop.upower.start()
 
     def _change_setting(self, key, value):
-        """As in an editor; what the program keeps there stays."""
+        """Like an edit by the user: keys written by the program are kept."""
         self.rules.settings[key] = value
         line = f'{key} = {json.dumps(value)}\n'
         text, found = re.subn(rf'^{key} = .*\n', line, self._settings_text(), flags=re.MULTILINE)

@@ -1,6 +1,6 @@
-"""The rules said a second time, to compare the program with: what is due, and what is recorded.
+"""A second, plain implementation of the rules to compare the program with: which reminders are due, what is recorded.
 
-Nothing is counted that could be looked up: each question searches the looks of the past.
+It keeps no counters: every question is answered by searching the past looks.
 """
 import collections
 import datetime
@@ -29,7 +29,7 @@ class Look:
     reading: Reading
     holds: set
     primes: bool
-    told: list = field(default_factory=list)
+    sent: list = field(default_factory=list)
 
 
 class PlainRules:
@@ -39,13 +39,13 @@ class PlainRules:
         self.samples = collections.deque()  # (time, percent, charging, plugged)
         self.since = None
         self._zone = zoneinfo.ZoneInfo(zone)
-        self._health_told = False
-        self._spell = []  # the looks since nothing held; older ones decide nothing
-        self._at_wake = None  # the reading then, until the wake's own look
-        self._cable_moved = False  # since then
+        self._health_sent = False
+        self._spell = []  # the looks since no condition last held; older ones do not matter
+        self._at_wake = None  # the reading at the wake, until the scheduled look
+        self._cable_moved = False  # since the wake
 
     def woke(self, reading):
-        """Conditions count as known until the scheduled look, unless the cable is moved."""
+        """Conditions count as already announced until the scheduled look, unless the cable is moved."""
         self._at_wake, self._cable_moved = reading, False
 
     def look(self, reason, reading, at):
@@ -65,7 +65,7 @@ class PlainRules:
         look = Look(at, reading, self._holds(reading, at), primes)
         allowed = not primes and at >= self.snoozed_until and not self.is_quiet(at)
         due = [self._worded(kind, look) for kind in (LIMIT, LOW, LONG) if allowed and self._due(kind, look)]
-        look.told = [title for title, _ in due]
+        look.sent = [title for title, _ in due]
         due += self._health(reading, allowed, primes)
         if not look.holds:
             self._spell.clear()
@@ -79,7 +79,7 @@ class PlainRules:
             return False
         local = datetime.datetime.fromtimestamp(at, self._zone)
         minute = local.hour * 60 + local.minute
-        # The minutes from the start on, once around the day.
+        # Minutes after the start, modulo a day.
         return (minute - start) % 1440 < (end - start) % 1440
 
     def _holds(self, reading, at):
@@ -91,7 +91,7 @@ class PlainRules:
         ) if holds}
 
     def _looks_while_held(self, kind):
-        """From the latest one back to the first at which it began to hold."""
+        """From the latest look back to the one at which the condition began to hold."""
         for look in reversed(self._spell):
             if kind not in look.holds:
                 return
@@ -103,11 +103,11 @@ class PlainRules:
         held = list(self._looks_while_held(kind))
         if any(before.primes for before in held):
             return False
-        told = [before.at for before in held if kind in before.told]
-        if not told:
+        sent = [before.at for before in held if kind in before.sent]
+        if not sent:
             return True
         most = 4 if self.settings['repeatReminder'] else 1
-        return kind == LIMIT and len(told) < most and look.at - told[0] >= 290
+        return kind == LIMIT and len(sent) < most and look.at - sent[0] >= 290
 
     def _worded(self, kind, look):
         percent = f'{look.reading.percent}%'
@@ -120,13 +120,13 @@ class PlainRules:
 
     def _health(self, reading, allowed, primes):
         if reading.health >= 82:
-            self._health_told = False
-        if reading.health >= 80 or self._health_told:
+            self._health_sent = False
+        if reading.health >= 80 or self._health_sent:
             return []
-        tells = allowed and self.settings['healthEnabled']
-        self._health_told = tells or primes
+        sends = allowed and self.settings['healthEnabled']
+        self._health_sent = sends or primes
         body = f'Battery health has fallen to {round(reading.health)}% of its original capacity.'
-        return [(HEALTH, body)] if tells else []
+        return [(HEALTH, body)] if sends else []
 
     def _track_power(self, reading, at, primes):
         if not reading.plugged:

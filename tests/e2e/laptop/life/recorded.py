@@ -1,9 +1,9 @@
-"""What the history's file has to hold: of each look that was had at the program, what it must have recorded.
+"""What the history file must contain: the sample of every look, that is, of every reading that the test brought about.
 
-The program also looks by itself: every five seconds after a wake, and when UPower speaks. Such a look may see a change
-before the one that was meant to, and records it; that is all that may be there besides.
+The program also takes readings by itself: every five seconds after a wake, and at signals from UPower. These may record
+a change early, before the look that was meant to see it; no other surplus samples are allowed.
 
-Where several looks come at one time, it is one that is noted here, with what else there was to see in that time.
+Several looks that may come in any order are noted as one, with the other readings possible meanwhile.
 """
 from dataclasses import dataclass
 
@@ -13,28 +13,28 @@ MONTH = 30 * 86400
 @dataclass(frozen=True)
 class Look:
     reason: str
-    since: float  # it did not come before this
-    until: float  # and was over then
+    since: float  # it came no earlier than this
+    until: float  # and was complete by then
     reading: tuple  # (percent, charging, plugged)
-    earlier: tuple = ()  # other readings of that time
+    earlier: tuple = ()  # other readings possible in that time
 
 
 class Recorded:
     def __init__(self, before):
-        """`before` is in the file when the program starts: (time, percent, charging, plugged) each."""
+        """`before` are the samples in the file when the program starts: (time, percent, charging, plugged)."""
         self._before, self._looks = list(before), []
 
     def note(self, reason, since, until, reading, earlier=()):
         self._looks.append(Look(reason, since, until, reading, tuple(earlier)))
 
     def check(self, samples):
-        """The same four of each sample of the file; gives how many are changes that were seen early."""
+        """Checks the file's samples, in the same form; returns how many are early changes."""
         assert samples, 'nothing recorded'
         assert all(one[0] <= other[0] for one, other in zip(samples, samples[1:])), 'out of order'
         oldest = samples[-1][0] - MONTH
         assert samples[0][0] >= oldest, f'{samples[0]} is older than a month'
         kept = [one for one in self._before if one[0] >= oldest]
-        assert samples[:len(kept)] == kept, f'of {len(kept)} samples of before not all are there'
+        assert samples[:len(kept)] == kept, f'not all of the {len(kept)} earlier samples are there'
         return self._check_looks(samples, len(kept), oldest)
 
     def _check_looks(self, samples, at, oldest):
@@ -43,7 +43,7 @@ class Recorded:
             first = at
             while at < len(samples) and samples[at][0] <= look.until:
                 at += 1
-            # One during which the month began may have left its sample or not.
+            # A look during which the 30 days began may or may not have a sample.
             if look.since >= oldest:
                 surplus += _check_look(look, samples[max(first - 1, 0):first], samples[first:at], last)
             last = look
@@ -52,20 +52,20 @@ class Recorded:
 
 
 def _check_look(look, before, own, last):
-    """`own` came since the look before, which was `last`; gives how many are changes that were seen early."""
-    told = f'{look} has {own} after {before} and {last}'
-    assert (before + own)[-1:], f'nothing recorded: {told}'
-    assert (before + own)[-1][1:] == look.reading, f'not what there was to see: {told}'
+    """`own` are the samples since the previous look, `last`; returns how many are early changes."""
+    context = f'{look} has {own} after {before} and {last}'
+    assert (before + own)[-1:], f'nothing recorded: {context}'
+    assert (before + own)[-1][1:] == look.reading, f'not the reading at that time: {context}'
     possible = [look.reading, *look.earlier, *([last.reading] if last else [])]
     for one in own:
         assert all(any(part == other[at] for other in possible) for at, part in enumerate(one[1:])), \
-            f'{one} was never so: {told}'
+            f'{one} never occurred: {context}'
     if look.reason == 'change':
-        assert _are_changes(before, own), f'one is no change: {told}'
+        assert _are_changes(before, own), f'one is not a change: {context}'
         return max(len(own) - 1, 0)
-    # One of them was recorded for its own sake, which is the last one unless the looks were many.
+    # One of them was recorded unconditionally, all others as changes.
     others = [own[:at] + own[at + 1:] for at, one in enumerate(own) if one[0] >= look.since]
-    assert any(_are_changes(before, rest) for rest in others), f'none or too many recorded: {told}'
+    assert any(_are_changes(before, rest) for rest in others), f'none or too many recorded: {context}'
     return len(own) - 1
 
 
