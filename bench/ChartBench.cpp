@@ -1,4 +1,4 @@
-// The chart's redraw, at the most points that a record holds.
+// Redraws the chart with the maximum number of points.
 #include <benchmark/benchmark.h>
 
 #include <QApplication>
@@ -20,13 +20,13 @@ std::int64_t chargedAndUsed(int index)
     return phase < 40 ? 20 + 2 * phase : 140 - phase;
 }
 
-// What no battery does: the most line that fits.
+// Unrealistic: the longest possible line.
 std::int64_t zigzag(int index)
 {
     return index % 2 == 0 ? 0 : 100;
 }
 
-// Seven days, with the nights left out.
+// Seven days, each a separate segment.
 ChartContent week(Shape shape, int shift)
 {
     constexpr double day = 86400;
@@ -47,7 +47,7 @@ ChartContent week(Shape shape, int shift)
     return content;
 }
 
-// A new record each time, as after each minute: nothing drawn before helps.
+// New content each time, as after each minute, so that no cached drawing helps.
 void redrawOfTheChart(benchmark::State& state, Shape shape)
 {
     const auto scale = static_cast<double>(state.range(0));

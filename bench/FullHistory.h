@@ -1,4 +1,4 @@
-// A month of one sample a minute: the longest history that the program keeps in usual life.
+// A month of one sample a minute: the longest history in normal use.
 #pragma once
 
 #include <vector>
@@ -10,7 +10,7 @@ namespace vorlane::bench {
 
 inline constexpr int fullHistorySize = 43200;
 
-// Discharging and charging in turns, ending a minute before `now`.
+// Alternates between discharging and charging; ends a minute before `now`.
 std::vector<Sample> fullHistory(Date now);
 
 }  // namespace vorlane::bench

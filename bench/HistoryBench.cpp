@@ -1,5 +1,5 @@
-// The history at its longest: load, record, save, and the reads that a chart makes. The peer is
-// nlohmann/json, doing the same to the same samples.
+// The history at its longest: load, record, save, and read for the chart. The peer, nlohmann/json,
+// decodes and encodes the same samples.
 #include <benchmark/benchmark.h>
 
 #include <cstdlib>
@@ -15,7 +15,7 @@
 
 namespace vorlane {
 
-// Found by the peer through its argument.
+// nlohmann/json finds this by argument-dependent lookup.
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(Sample, t, p, c, a)
 
 namespace {
@@ -32,7 +32,7 @@ std::string encoded(const std::vector<Sample>& samples)
     return json;
 }
 
-// A data folder of its own, with a full history in it.
+// A private data folder with a full history.
 class DataFolder {
 public:
     DataFolder()

@@ -1,4 +1,5 @@
-// The work of each minute: one refresh on files in the kernel's form, and the engine alone.
+// The work of each minute: one refresh from uevent files as the kernel writes them, and the alert
+// engine alone.
 #include <benchmark/benchmark.h>
 
 #include <filesystem>
@@ -35,7 +36,7 @@ void describeLaptop(const std::string& folder)
              "POWER_SUPPLY_CAPACITY=60\n");
 }
 
-// UPower that never says anything.
+// Stands in for a UPower without estimates.
 class NoEstimates : public platform::TimeEstimates {
 public:
     Minutes estimate(platform::ChargeStatus /*status*/) override { return {}; }

@@ -1,4 +1,4 @@
-// A folder that goes with its holder.
+// A temporary folder, removed by the destructor.
 #pragma once
 
 #include <string>

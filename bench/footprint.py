@@ -1,4 +1,4 @@
-"""What a running process costs, as the kernel counts it."""
+"""The resource use of a running process, as counted by the kernel."""
 import dataclasses
 import os
 import pathlib
@@ -7,11 +7,11 @@ import re
 
 @dataclasses.dataclass
 class Footprint:
-    dirty: int = 0      # bytes of memory that it alone holds and has written
-    resident: int = 0   # bytes of memory
+    dirty: int = 0      # bytes of private dirty memory
+    resident: int = 0   # bytes of resident memory
     threads: int = 0
     descriptors: int = 0
-    wakeups: int = 0    # times that one of its threads stopped waiting, since its start
+    wakeups: int = 0    # of all its threads, since its start
     cpu: float = 0      # seconds, since its start
 
     def __init__(self, pid):
@@ -26,14 +26,14 @@ class Footprint:
 
     @property
     def held(self):
-        """What it holds, in words."""
+        """Memory, threads and open files as text."""
         return (f'{self.dirty / 1e6:.1f} MB private dirty, {self.resident / 1e6:.1f} MB resident, '
                 f'{self.threads} threads, {self.descriptors} open files')
 
     def __sub__(self, earlier):
-        """What it cost between the two moments; memory, threads and descriptors are those of the later one.
+        """CPU time and wake-ups between the two; memory, threads and descriptors are those of the later one.
 
-        A thread that ended meanwhile takes what it cost with it.
+        The costs of a thread that has ended in between are lost.
         """
         difference = object.__new__(Footprint)
         difference.__dict__.update(self.__dict__)
@@ -44,7 +44,7 @@ class Footprint:
 
 
 def _task(folder):
-    """The wake-ups and the seconds of one thread."""
+    """The wake-ups and CPU seconds of one thread."""
     return (_number('voluntary_ctxt_switches', (folder / 'status').read_text()),
             int((folder / 'schedstat').read_text().split()[0]) / 1e9)
 

@@ -1,11 +1,11 @@
-"""When a window of a known width or a little more (its border) is painted, as the X server tells it."""
+"""Waits until the X server reports that a window of known width, plus its border, is painted or gone."""
 import select
 import time
 
 from Xlib import X, display
 from Xlib.ext import damage
 
-BORDERS = 4  # pixels, both together
+BORDERS = 4  # pixels, both sides together
 PATIENCE = 30.0  # seconds
 
 
@@ -16,13 +16,13 @@ class Painting:
         self._display.damage_query_version()
         root = self._display.screen().root
         root.change_attributes(event_mask=X.SubstructureNotifyMask)
-        # Of the root window, so that it is in place before the window is.
+        # On the root window, so that no drawing of a new window is missed.
         self._damage = root.damage_create(damage.DamageReportRawRectangles)
         self._window = None
         self._display.sync()
 
     def wait_until_painted(self):
-        """The moment at which a visible window of that width was first drawn on."""
+        """The time at which a visible window of that width was first painted."""
         return self._wait(self._is_painting)
 
     def wait_until_gone(self):
@@ -53,4 +53,4 @@ class Painting:
                 if wanted(self._display.next_event()):
                     return time.monotonic()
             select.select([self._display.fileno()], [], [], 1)
-        raise TimeoutError('the window did not do what was waited for')
+        raise TimeoutError('the window was not painted or closed in time')

@@ -1,4 +1,4 @@
-"""The programs of Debian that do part of the same job, and how each is started."""
+"""Comparable programs in Debian, and how each is started."""
 from dataclasses import dataclass
 
 from laptop.preload import library
@@ -14,11 +14,11 @@ POWER_MANAGER_SETTINGS = '''<?xml version="1.0" encoding="UTF-8"?>
 
 @dataclass(frozen=True)
 class Peer:
-    name: str  # also the class of the window that its tray icon is
+    name: str  # also the class of its tray window
     argv: tuple
 
     def prepare(self, laptop):
-        """What its own desktop would have running."""
+        """Starts what the peer needs from its desktop."""
 
 
 class XfcePeer(Peer):

@@ -1,4 +1,4 @@
-"""The icons that an X11 tray has taken in: the old kind, which are windows of their own."""
+"""The icon windows embedded in X11 trays (XEMBED)."""
 from Xlib import X, display, error
 
 
@@ -7,7 +7,7 @@ class TrayWindows:
         self._display = display.Display(name)
 
     def has(self, application):
-        """Whether a visible window of that class stands inside a panel."""
+        """Whether a visible window of that class is embedded in a panel."""
         root = self._display.screen().root
         return any(self._find(window, application) for window in root.query_tree().children)
 
@@ -19,5 +19,5 @@ class TrayWindows:
             if depth > 0 and application in (window.get_wm_class() or ()):
                 return window.get_attributes().map_state == X.IsViewable
             return any(self._find(child, application, depth + 1) for child in window.query_tree().children)
-        except error.XError:  # it has gone meanwhile
+        except error.XError:  # the window has gone
             return False
