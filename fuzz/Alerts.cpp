@@ -1,4 +1,5 @@
-// The engine against the rules said plainly, on readings, settings and times of every kind.
+// Compares the alert engine with a plain model of its rules, for arbitrary readings, settings and
+// times.
 #include <array>
 #include <cstdint>
 #include <optional>
@@ -42,18 +43,18 @@ public:
     }
 
 private:
-    void change(int what)
+    void change(int field)
     {
-        if (what == 0) look.state.percent = input.byte() % 101;
-        if (what == 1) look.state.pluggedIn = !look.state.pluggedIn;
-        if (what == 2) look.state.hasBattery = !look.state.hasBattery;
-        if (what == 3) look.state.fullCapacity = capacity();
-        if (what == 4) look.state.designCapacity = capacity();
-        if (what == 5) look.now = look.now + Seconds{input.oneOf(steps)};
-        if (what == 6) changeSwitch();
-        if (what == 7) changeLevel();
-        if (what == 8) changeSince();
-        if (what == 9) look.canDeliver = !look.canDeliver;
+        if (field == 0) look.state.percent = input.byte() % 101;
+        if (field == 1) look.state.pluggedIn = !look.state.pluggedIn;
+        if (field == 2) look.state.hasBattery = !look.state.hasBattery;
+        if (field == 3) look.state.fullCapacity = capacity();
+        if (field == 4) look.state.designCapacity = capacity();
+        if (field == 5) look.now = look.now + Seconds{input.oneOf(steps)};
+        if (field == 6) changeSwitch();
+        if (field == 7) changeLevel();
+        if (field == 8) changeSince();
+        if (field == 9) look.canDeliver = !look.canDeliver;
     }
 
     std::optional<std::int64_t> capacity()
@@ -97,32 +98,32 @@ private:
                                        .prime = look.prime},
                                       defaults);
 
-        require(given == expected, "the engine tells what the rules say");
-        require(defaults.boolForKey("healthAlertSent") == rules.healthTold,
-                "that the health was told is remembered");
+        require(given == expected, "the engine sends the alerts that the model expects");
+        require(defaults.boolForKey("healthAlertSent") == rules.healthSent,
+                "the engine stores that the health alert was sent");
         check(given);
     }
 
-    // What can be said without knowing the rules.
+    // Checks that do not depend on the model.
     void check(const std::vector<PendingAlert>& given)
     {
         require(given.empty() || (look.canDeliver && !look.prime && look.state.hasBattery),
-                "nothing is told while nothing may be");
+                "no alert is sent while none may be");
         const auto& state = look.state;
         const bool hasRecovered = state.hasBattery && state.fullCapacity && state.designCapacity &&
                                   *state.designCapacity > 0 &&
                                   static_cast<double>(*state.fullCapacity) /
                                           static_cast<double>(*state.designCapacity) * 100 >=
                                       82;
-        if (hasRecovered) healthTold = false;
-        if (!ReminderRules::holds(AlertKind::chargeLimit, look)) limitTold = 0;
+        if (hasRecovered) healthSent = false;
+        if (!ReminderRules::holds(AlertKind::chargeLimit, look)) limitSent = 0;
         for (const auto& alert : given) {
             if (alert.kind == AlertKind::chargeLimit) {
-                require(++limitTold <= 4, "the limit is told four times at most");
+                require(++limitSent <= 4, "the limit alert is sent four times at most");
             }
             if (alert.kind != AlertKind::health) continue;
-            require(!healthTold, "the health is told once until it is 82%");
-            healthTold = true;
+            require(!healthSent, "the health alert is sent once until health reaches 82%");
+            healthSent = true;
         }
     }
 
@@ -131,8 +132,8 @@ private:
     AlertEngine engine;
     ReminderRules rules;
     ReminderRules::Look look;
-    int limitTold = 0;
-    bool healthTold = false;
+    int limitSent = 0;
+    bool healthSent = false;
 };
 
 }  // namespace

@@ -11,7 +11,7 @@ namespace {
 constexpr std::string_view basicTypes = "ybnqiuxtdsog";
 constexpr int deepest = 4;
 
-// Where the type that begins at `at` ends.
+// The end of the type that begins at `at`.
 std::size_t endOfType(const std::string& signature, std::size_t at)
 {
     while (at < signature.size() && signature[at] == 'a') ++at;
@@ -25,8 +25,8 @@ std::size_t endOfType(const std::string& signature, std::size_t at)
     return at;
 }
 
-// A string on the bus is UTF-8 without zeros.
-std::string sayable(std::string text)
+// Strings on the bus are UTF-8 without NUL.
+std::string asBusString(std::string text)
 {
     for (char& c : text) c = static_cast<char>(c & 0x7F);
     std::erase(text, '\0');
@@ -75,7 +75,7 @@ std::string AnyMessage::anyType(int depth)
 std::string AnyMessage::anyString()
 {
     const auto which = input.below(words.size() + 4);
-    return which < words.size() ? words[which] : sayable(input.text(20));
+    return which < words.size() ? words[which] : asBusString(input.text(20));
 }
 
 void AnyMessage::appendOne(sd_bus_message* message, const std::string& type)
@@ -111,7 +111,7 @@ void AnyMessage::appendBasic(sd_bus_message* message, char type)
         (void)sd_bus_message_append_basic(message, type, text);
         return;
     }
-    // The first bytes of it are what a smaller number takes.
+    // sd-bus reads smaller types from the first bytes (little-endian).
     std::int64_t number = input.number();
     if (type == 'b') number = number & 1;
     if (type == 'd') number = std::bit_cast<std::int64_t>(static_cast<double>(number) / 3.0);

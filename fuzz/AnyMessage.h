@@ -1,4 +1,4 @@
-// Fills bus messages with anything that the protocol allows.
+// Fills bus messages with arbitrary values that the protocol allows.
 #pragma once
 
 #include <span>
@@ -11,13 +11,13 @@ namespace vorlane::fuzz {
 
 class AnyMessage {
 public:
-    // `words` are strings that mean something to the program; other strings come as well.
+    // `all` are strings that the program knows; other strings are generated, too.
     AnyMessage(Input& bytes, std::span<const char* const> all) : input(bytes), words(all) {}
 
-    // Values of these types.
+    // Appends values of these types.
     void append(sd_bus_message* message, const std::string& signature);
 
-    // Mostly values of these types, otherwise of any; what was appended.
+    // Usually appends values of these types, sometimes of any. Returns the signature used.
     std::string appendMostly(sd_bus_message* message, const std::string& signature);
 
     std::string anySignature();

@@ -1,5 +1,5 @@
-// A fuzzer's bytes, taken one after the other as whatever a target asks for. Where the bytes end
-// everything reads as zero, so that a shortened case still means something.
+// A fuzzer's bytes, consumed in order as the values that a target asks for. After the end
+// everything reads as zero, so that a shortened case is still valid.
 #pragma once
 
 #include <algorithm>
@@ -37,7 +37,7 @@ public:
         return values[below(size)];
     }
 
-    // Any whole number; the edges come often.
+    // Any integer, with edge cases being frequent.
     std::int64_t number()
     {
         constexpr std::array<std::int64_t, 8> edges{0,         -1,        1,         INT64_MIN,
@@ -49,7 +49,7 @@ public:
         return static_cast<std::int64_t>(form < 3 ? bits : bits << 8U);
     }
 
-    // At most `longest` bytes, of which the first byte tells how many.
+    // At most `longest` bytes; the next byte is the length.
     std::string text(std::size_t longest)
     {
         const auto wanted = below(longest + 1);
@@ -59,7 +59,7 @@ public:
         return taken;
     }
 
-    // All that is left.
+    // All remaining bytes.
     std::string rest()
     {
         std::string taken(bytes.begin(), bytes.end());

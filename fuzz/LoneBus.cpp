@@ -21,11 +21,11 @@ BusPointer newBus()
 
 }  // namespace
 
-LoneBus::LoneBus(Listener told) : listener(std::move(told)), near(newBus()), far(newBus())
+LoneBus::LoneBus(Listener callback) : listener(std::move(callback)), near(newBus()), far(newBus())
 {
     std::array<int, 2> ends{};
     require(socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0, ends.data()) == 0,
-            "there is a pair of sockets");
+            "a socket pair can be created");
     constexpr sd_id128_t id = {.bytes = {0x5c, 0x3a, 0x10, 0x2e, 0x77, 0x0b, 0x4d, 0x1f, 0x8a, 0x66,
                                          0x21, 0x90, 0x0f, 0x4e, 0xb1, 0x7d}};
     const bool made = sd_bus_set_fd(far.get(), ends[1], ends[1]) >= 0 &&
@@ -33,19 +33,19 @@ LoneBus::LoneBus(Listener told) : listener(std::move(told)), near(newBus()), far
                       sd_bus_set_anonymous(far.get(), 1) >= 0 && sd_bus_start(far.get()) >= 0 &&
                       sd_bus_set_fd(near.get(), ends[0], ends[0]) >= 0 &&
                       sd_bus_set_bus_client(near.get(), 1) >= 0 && sd_bus_start(near.get()) >= 0;
-    require(made, "the two ends can speak");
+    require(made, "both ends can be started");
     filter = platform::owned<SlotPointer>(
         [this](sd_bus_slot** slot) { return sd_bus_add_filter(far.get(), slot, onCall, this); });
     settle();
-    require(sd_bus_is_ready(near.get()) > 0, "the program is on the bus");
+    require(sd_bus_is_ready(near.get()) > 0, "the program has joined the bus");
 }
 
 void LoneBus::settle() const
 {
-    bool said = true;
-    while (said) {
-        said = sd_bus_process(near.get(), nullptr) > 0;
-        said = sd_bus_process(far.get(), nullptr) > 0 || said;
+    bool busy = true;
+    while (busy) {
+        busy = sd_bus_process(near.get(), nullptr) > 0;
+        busy = sd_bus_process(far.get(), nullptr) > 0 || busy;
     }
     requireOpen();
 }
@@ -83,7 +83,7 @@ void LoneBus::send(const MessagePointer& message) const
 
 void LoneBus::requireOpen() const
 {
-    require(sd_bus_is_open(near.get()) > 0, "the connection lasts whatever is said on it");
+    require(sd_bus_is_open(near.get()) > 0, "no message ends the connection");
 }
 
 int LoneBus::onCall(sd_bus_message* call, void* userdata, sd_bus_error* /*error*/)

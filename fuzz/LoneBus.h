@@ -1,5 +1,5 @@
-// A bus of two ends and no daemon: one is the program's connection, the other speaks as the bus
-// and as every service and client on it.
+// A bus connection without a daemon: one end is the program's, the other plays the bus and every
+// service and client on it.
 #pragma once
 
 #include <functional>
@@ -15,8 +15,8 @@ using platform::SlotPointer;
 
 class LoneBus {
 public:
-    // Told of each call of the program that is not for the bus itself, and of GetNameOwner and
-    // ListActivatableNames, which are the case's business.
+    // Gets the program's calls, except those to the bus itself; GetNameOwner and
+    // ListActivatableNames are included.
     using Listener = std::function<void(sd_bus_message* call)>;
 
     explicit LoneBus(Listener listener);
@@ -24,19 +24,19 @@ public:
     sd_bus* program() const { return near.get(); }
     sd_bus* desktop() const { return far.get(); }
 
-    // Until each end has read all that the other said.
+    // Runs until both ends have processed all messages.
     void settle() const;
 
-    // The same for the other end alone, with patience: while the program waits for an answer.
+    // Processes only the far end, waiting briefly for messages: for use while the program blocks.
     void serve() const;
 
-    // What another one says; empty when it cannot be said.
+    // A signal from `sender`; null if it cannot be created.
     MessagePointer signal(const char* sender, const char* path, const char* interface,
                           const char* member) const;
     static MessagePointer reply(sd_bus_message* call, const std::string& sender);
     void send(const MessagePointer& message) const;
 
-    // Nothing that others say may end the connection.
+    // No message from others may end the connection.
     void requireOpen() const;
 
 private:

@@ -1,4 +1,4 @@
-// The numbers of a menu's lines in messages of com.canonical.dbusmenu.
+// The ids of menu lines in messages of com.canonical.dbusmenu.
 #pragma once
 
 #include <cstddef>
@@ -12,7 +12,7 @@ namespace vorlane::fuzz {
 
 using MenuIds = std::set<std::int32_t>;
 
-// Of the next value, an array of numbers.
+// Reads an array of ids.
 inline MenuIds readIds(sd_bus_message* message)
 {
     const void* first = nullptr;
@@ -22,8 +22,8 @@ inline MenuIds readIds(sd_bus_message* message)
     return {ids.begin(), ids.end()};
 }
 
-// Of the next value, an array of structures that begin with a number; `fields` are their types and
-// `others` those after the number.
+// Reads an array of structures that begin with an id; `fields` are the types of a structure,
+// `others` those after the id.
 inline MenuIds readFirstIds(sd_bus_message* message, const char* fields, const char* others)
 {
     MenuIds ids;

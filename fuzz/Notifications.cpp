@@ -1,5 +1,5 @@
-// What notification servers answer, tell and leave out: each reminder is on the screen once at
-// most, gone when it was taken back, and only our own notifications' actions count.
+// Plays notification servers with arbitrary replies and signals: each reminder is on the screen
+// once at most and disappears when withdrawn, and only actions of our own notifications count.
 #include <array>
 #include <atomic>
 #include <cstdint>
@@ -64,14 +64,14 @@ public:
     void run()
     {
         for (int step = 0; step < longestCase && !input.empty(); ++step) {
-            happen(input.below(12));
+            apply(input.below(12));
             lone.settle();
             check();
         }
     }
 
 private:
-    // The bus itself is asked and waited for, once: somebody else has to answer.
+    // The constructor blocks on replies from the bus, so another thread must send them.
     void begin()
     {
         std::atomic<bool> isMade = false;
@@ -109,20 +109,20 @@ private:
         questions.keep(call);
     }
 
-    void happen(std::size_t what)
+    void apply(std::size_t action)
     {
-        if (what <= 1) add();
-        if (what == 2) withdraw();
-        if (what == 3) changeOwner(input.oneOf(names));
-        if (what == 4) sayAny();
-        if (what <= 7 && what >= 5) answer(false);
-        if (what == 8) answer(true);
-        if (what == 9) refuse();
-        if (what == 10) act();
-        if (what == 11) say(service, "NotificationClosed", "uu");
+        if (action <= 1) add();
+        if (action == 2) withdraw();
+        if (action == 3) changeOwner(input.oneOf(names));
+        if (action == 4) sendAny();
+        if (action <= 7 && action >= 5) answer(false);
+        if (action == 8) answer(true);
+        if (action == 9) refuse();
+        if (action == 10) act();
+        if (action == 11) sendSignal(service, "NotificationClosed", "uu");
     }
 
-    // The title tells which one it is.
+    // The title identifies the notification.
     void add()
     {
         const std::string identifier = input.oneOf(identifiers);
@@ -143,16 +143,16 @@ private:
         withdrawn.insert(identifier);
     }
 
-    // Where anything may be believed of the owner, first nobody is: then it is known again.
+    // If the owner is uncertain, first report none, so that it is known again.
     void changeOwner(const char* name)
     {
-        if (owner != name || babbled) serverIsGone();
-        if (babbled) sayOwner("");
-        babbled = false;
-        sayOwner(name);
+        if (owner != name || isOwnerUncertain) serverIsGone();
+        if (isOwnerUncertain) sendOwner("");
+        isOwnerUncertain = false;
+        sendOwner(name);
     }
 
-    void sayOwner(const char* name)
+    void sendOwner(const char* name)
     {
         const auto signal = lone.signal(bus, busPath, bus, "NameOwnerChanged");
         (void)sd_bus_message_append(signal.get(), "sss", service, owner.c_str(), name);
@@ -160,7 +160,7 @@ private:
         owner = name;
     }
 
-    // With the server its questions, its notifications and its numbers.
+    // The pending calls, notifications and ids end with their server.
     void serverIsGone()
     {
         questions.forgetAllButTheBus();
@@ -168,19 +168,19 @@ private:
         ++changes;
     }
 
-    // What the bus would never say; anything may be believed of the owner then.
-    void sayAny()
+    // A signal that the bus would never send; afterwards the owner is uncertain.
+    void sendAny()
     {
         const bool ofOwner = input.flag();
         const auto signal = lone.signal(
             bus, busPath, bus, ofOwner ? "NameOwnerChanged" : "ActivatableServicesChanged");
         any.appendMostly(signal.get(), ofOwner ? "sss" : "");
         if (ofOwner) serverIsGone();
-        babbled = babbled || ofOwner;
+        isOwnerUncertain = isOwnerUncertain || ofOwner;
         lone.send(signal);
     }
 
-    void say(const char* interface, const char* member, const std::string& signature)
+    void sendSignal(const char* interface, const char* member, const std::string& signature)
     {
         const char* const sender = input.flag() ? ":1.5" : ":1.6";
         const auto signal = lone.signal(sender, servicePath, interface, member);
@@ -199,7 +199,7 @@ private:
             const bool isName = question->member == "GetNameOwner";
             if (isName && !hasBegun && !mayBeAny) return;
             any.appendMostly(reply.get(), isName ? "s" : "as");
-            if (isName) babbled = true;  // whatever it was
+            if (isName) isOwnerUncertain = true;  // it may contain anything
         }
         lone.send(reply);
     }
@@ -212,7 +212,8 @@ private:
         }
         (void)screen.settle(question.call.get());
         auto signature = any.anySignature();
-        if (signature.starts_with('u')) signature.insert(0, "s");  // no number that nobody knows of
+        if (signature.starts_with('u'))
+            signature.insert(0, "s");  // an id here would be unknown to the screen
         any.append(reply.get(), signature);
     }
 
@@ -239,24 +240,27 @@ private:
             any.appendMostly(signal.get(), "sus");
             lone.send(signal);
             lone.settle();
-            require(delegate->responses == before, "what is no action means nothing");
+            require(delegate->responses == before, "a malformed action is ignored");
             return;
         }
         (void)sd_bus_message_append(signal.get(), "us", id, "SNOOZE");
         lone.send(signal);
         lone.settle();
-        const bool counts = babbled ? screen.everGave(id) : screen.gave(id) && sender == owner;
-        require(delegate->responses <= before + (counts ? 1 : 0), "only our own actions count");
-        if (!babbled && counts && screen.shows(id)) {
-            require(delegate->responses == before + 1, "an action of what is shown counts");
+        const bool counts =
+            isOwnerUncertain ? screen.everGave(id) : screen.gave(id) && sender == owner;
+        require(delegate->responses <= before + (counts ? 1 : 0),
+                "only actions of our own notifications count");
+        if (!isOwnerUncertain && counts && screen.shows(id)) {
+            require(delegate->responses == before + 1,
+                    "an action of a visible notification counts");
         }
     }
 
     void check() const
     {
         require(screen.notified <= added + refused + changes * static_cast<int>(identifiers.size()),
-                "nothing is posted twice to one server");
-        require(player.plays <= screen.notified, "nothing sounds that was not posted");
+                "nothing is posted twice to the same server");
+        require(player.plays <= screen.notified, "no sound plays without a notification");
         screen.check(withdrawn);
     }
 
@@ -270,13 +274,13 @@ private:
     std::unique_ptr<FreedesktopNotificationCenter> center;
     bool hasBegun = false;
 
-    // What the program must know by now.
+    // What the program must have learned by now.
     std::string owner;
-    bool babbled = true;  // the owner may be anything
+    bool isOwnerUncertain = true;  // the program may assume any owner
     std::set<std::string> withdrawn;
     int added = 0;
     int changes = 0;
-    int refused = 0;  // some errors say that the server died
+    int refused = 0;  // calls refused; some errors mean that the server has ended
 };
 
 }  // namespace

@@ -67,7 +67,7 @@ void PlainHistory::clockWasSet(double by, Date now)
     setAside(now);
 }
 
-// Of neither the last 30 days nor this moment, by a clock that may be wrong.
+// Samples outside the last 30 days by the current clock, which may be wrong.
 void PlainHistory::setAside(Date now)
 {
     const auto all = samples;

@@ -1,5 +1,5 @@
-// The history said a second time, to compare the program with: when a sample is taken, when the
-// file is written, and what it all says about the time on power.
+// A plain second implementation of the history, to compare the program with: when samples are
+// recorded, when the file is saved, and since when the laptop is plugged in.
 #pragma once
 
 #include <optional>
@@ -19,16 +19,16 @@ public:
     void save(Date now);
     void clear(Date now);
 
-    // The clock says `now` instead, `by` later than before.
+    // The clock was set to `now`, `by` seconds later than before.
     void clockWasSet(double by, Date now);
 
-    // The program ends, and begins again with what the file holds.
+    // The program restarts with the contents of the file.
     void restart(Date now);
 
     std::optional<Date> pluggedSince(Date now) const;
 
 private:
-    // A sample that is of no day by the clock, and what that clock would say now.
+    // A sample outside the 30 days, and the time when it was set aside, adjusted to the clock.
     struct SetAside {
         Sample sample;
         double at;

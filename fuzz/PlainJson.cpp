@@ -14,7 +14,7 @@ namespace vorlane::fuzz {
 
 namespace {
 
-// What can stand for a field of a sample; anything else is a monostate.
+// A value usable as a field of a sample; any other value is a monostate.
 using Field = std::variant<std::monostate, bool, std::int64_t, double>;
 
 constexpr int deepest = 500;
@@ -23,7 +23,7 @@ class Reader {
 public:
     explicit Reader(std::string_view text) : rest(text) {}
 
-    bool isOpen = false;
+    bool isUnspecified = false;
 
     std::optional<std::vector<Sample>> all()
     {
@@ -67,7 +67,7 @@ private:
         return true;
     }
 
-    // Of several values of one key the first.
+    // For repeated keys, the first value counts.
     std::optional<Sample> object()
     {
         blanks();
@@ -103,8 +103,8 @@ private:
 
     std::optional<Field> value(int depth)
     {
-        if (depth > deepest) isOpen = true;
-        if (isOpen) return std::nullopt;
+        if (depth > deepest) isUnspecified = true;
+        if (isUnspecified) return std::nullopt;
         blanks();
         if (word("true")) return true;
         if (word("false")) return false;
@@ -139,7 +139,7 @@ private:
         return at < rest.size() && any.find(rest[at]) != any.npos;
     }
 
-    // A number that does not fit its kind is none.
+    // A number out of range is invalid.
     std::optional<Field> number()
     {
         const std::size_t first = isAt(0, "-") ? 1 : 0;
@@ -169,7 +169,7 @@ private:
         return std::isfinite(value) ? std::optional(Field(value)) : std::nullopt;
     }
 
-    // 64 bits, with a sign or without one; those beyond the signed ones are real ones to a sample.
+    // 64 bits, signed or unsigned; values beyond the signed range become doubles.
     static std::optional<Field> whole(const std::string& written)
     {
         errno = 0;
@@ -210,7 +210,7 @@ private:
         return true;
     }
 
-    // Only of the first 128 it matters which.
+    // Only ASCII characters need their exact value.
     bool codePoint(std::string& taken)
     {
         if (rest.size() < 4) return false;
@@ -218,9 +218,9 @@ private:
         if (hex.find_first_not_of("0123456789abcdefABCDEF") != hex.npos) return false;
         drop(4);
         const auto point = std::strtoul(hex.c_str(), nullptr, 16);
-        if (point >= 0xD800 && point < 0xE000) isOpen = true;
+        if (point >= 0xD800 && point < 0xE000) isUnspecified = true;
         taken += point < 0x80 ? static_cast<char>(point) : '?';
-        return !isOpen;
+        return !isUnspecified;
     }
 
     bool character(std::string& taken)
@@ -240,7 +240,7 @@ PlainJson readPlainJson(std::string_view text)
 {
     Reader reader(text);
     auto samples = reader.all();
-    return {.samples = std::move(samples), .isOpen = reader.isOpen};
+    return {.samples = std::move(samples), .isUnspecified = reader.isUnspecified};
 }
 
 }  // namespace vorlane::fuzz

@@ -1,4 +1,4 @@
-// The history file read a second time, slowly and by the letter of RFC 8259, to compare with.
+// A plain second reader of the history file, strictly by RFC 8259, to compare with.
 #pragma once
 
 #include <optional>
@@ -10,11 +10,12 @@
 namespace vorlane::fuzz {
 
 struct PlainJson {
-    // Absent when the text is no array of samples.
+    // Absent when the text is not an array of samples.
     std::optional<std::vector<Sample>> samples;
 
-    // Holds what the standard leaves open (half a surrogate pair, absurd nesting): no comparison.
-    bool isOpen = false;
+    // Contains something the standard leaves open (lone surrogate, extreme nesting): do not
+    // compare.
+    bool isUnspecified = false;
 };
 
 PlainJson readPlainJson(std::string_view text);

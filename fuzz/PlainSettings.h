@@ -1,5 +1,5 @@
-// What all settings but the sounds read as, said a second time: a value of the wrong kind is
-// false or 0, whole and real numbers are one kind, and what was never written has its default.
+// A plain second implementation of reading the settings but the sounds: a value of the wrong type is
+// false or 0, integers and reals convert to each other, and keys never written have their default.
 #pragma once
 
 #include <array>
@@ -34,18 +34,18 @@ public:
         return prefs;
     }
 
-    // In a day that begins at midnight UTC.
+    // With days that begin at midnight UTC.
     bool isQuiet(Date now) const
     {
         const auto all = prefs();
         if (!all.quietEnabled) return false;
-        // Minute by minute from the start: nothing is said about which comes first in a day.
+        // Walks minute by minute from the start, which works across midnight, too.
         constexpr std::int64_t day = 1440;
         const auto days = std::floor(now.secondsSince1970 / 86400);
         const auto minute = static_cast<std::int64_t>((now.secondsSince1970 - days * 86400) / 60);
         if (all.quietStart < 0 || all.quietStart >= day || all.quietEnd < 0 ||
             all.quietEnd >= day) {
-            return false;  // no times of day; not compared
+            return false;  // not valid times of day; not compared
         }
         for (auto m = all.quietStart; m != all.quietEnd; m = (m + 1) % day) {
             if (m == minute) return true;

@@ -1,5 +1,5 @@
-// Which readings show only what changed in the sleep, said a second time: it looks through the
-// readings since the wake for a plug change.
+// A plain second implementation of which looks only prime after a sleep: searches the readings
+// since the wake for a plug change.
 #pragma once
 
 #include <algorithm>
@@ -14,7 +14,7 @@ class PlainSleep {
 public:
     struct Verdict {
         bool primes;
-        std::optional<BatteryState> missed;  // what no look has judged before a plug change
+        std::optional<BatteryState> missed;  // the reading before a plug change, not judged yet
     };
 
     void sleep()
@@ -23,11 +23,11 @@ public:
         asleep = true;
     }
 
-    // `reading` is absent where it is doubted.
+    // `reading` is absent if it is doubtful.
     void wake(std::optional<BatteryState> reading)
     {
         *this = {};
-        lookIsOwed = true;
+        lookIsPending = true;
         if (reading) readings.push_back(*reading);
     }
 
@@ -35,21 +35,21 @@ public:
     {
         if (!asleep) return;
         asleep = false;
-        lookIsOwed = lookIsLate = true;
+        lookIsPending = lookIsLate = true;
     }
 
-    void passOverScheduledLook() { lookIsLate = lookIsOwed; }
+    void passOverScheduledLook() { lookIsLate = lookIsPending; }
 
     Verdict look(const BatteryState& seen, bool isScheduled)
     {
         if (asleep) return {.primes = true, .missed = std::nullopt};
-        if (!lookIsOwed) return {.primes = isScheduled, .missed = std::nullopt};
+        if (!lookIsPending) return {.primes = isScheduled, .missed = std::nullopt};
 
         const bool wasChanged = plugWasChanged();
         readings.push_back(seen);
         if (wasChanged) return {.primes = false, .missed = std::nullopt};
         if (plugWasChanged()) return {.primes = false, .missed = *(readings.end() - 2)};
-        if (isScheduled || lookIsLate) lookIsOwed = false;
+        if (isScheduled || lookIsLate) lookIsPending = false;
         return {.primes = true, .missed = std::nullopt};
     }
 
@@ -62,10 +62,10 @@ private:
         return std::ranges::adjacent_find(readings, differ) != readings.end();
     }
 
-    bool asleep = false;  // or it woke, and this was not said
-    bool lookIsOwed = false;
+    bool asleep = false;  // or awake again without a signal
+    bool lookIsPending = false;
     bool lookIsLate = false;
-    std::vector<BatteryState> readings;  // since the wake, while the look is owed
+    std::vector<BatteryState> readings;  // since the wake, while the scheduled look is pending
 };
 
 }  // namespace vorlane::fuzz

@@ -1,5 +1,5 @@
-// When the model looks at the battery of itself, said a second time: each minute, three seconds
-// after a wake, then each five until half a minute has passed, in which empty and gone are doubted.
+// A plain second implementation of the model's own schedule of looks: every minute, three seconds
+// after a wake, and every five seconds for half a minute, during which empty and gone are doubted.
 #pragma once
 
 #include <cstdint>
@@ -15,10 +15,10 @@ public:
     struct Look {
         AppModel::Reason reason;
         bool doubts;
-        bool ends = false;  // the half minute after a sleep or a wake
+        bool ends = false;  // whether this look ends the half minute after a sleep or a wake
     };
 
-    // A look that somebody else asks for.
+    // A look requested from outside.
     Look now(AppModel::Reason reason) const { return {reason, end.has_value()}; }
 
     void sleep() { end = second + 30; }
@@ -30,7 +30,7 @@ public:
         looksSince = second;
     }
 
-    // The looks of the next second, in their order.
+    // The looks in the next second, in order.
     std::vector<Look> next()
     {
         ++second;
@@ -51,7 +51,7 @@ private:
     using Reason = AppModel::Reason;
 
     std::int64_t second = 0;          // since the start
-    std::optional<std::int64_t> end;  // of the doubts
+    std::optional<std::int64_t> end;  // of the half minute of doubt
     std::optional<std::int64_t> wakeLook;
     std::optional<std::int64_t> looksSince;
 };

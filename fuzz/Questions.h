@@ -1,4 +1,4 @@
-// The calls of the program that nobody has answered yet, oldest first.
+// The pending calls of the program, oldest first.
 #pragma once
 
 #include <algorithm>
@@ -13,7 +13,7 @@ namespace vorlane::fuzz {
 
 struct Question {
     MessagePointer call;
-    std::string asked;  // whom
+    std::string asked;  // the destination
     std::string member;
 };
 
@@ -42,7 +42,7 @@ public:
         return std::ranges::any_of(waiting, [&](const auto& q) { return q.asked == whom; });
     }
 
-    // Nobody will answer them: but the bus itself, everybody is gone.
+    // Every service is gone; only the bus itself can still reply.
     void forgetAllButTheBus()
     {
         std::erase_if(waiting, [](const auto& q) { return q.asked != "org.freedesktop.DBus"; });

@@ -47,12 +47,12 @@ bool ReminderRules::holds(AlertKind kind, const Look& look)
            secondsOnPower(look) > static_cast<double>(look.prefs.longHours) * 3600.0;
 }
 
-int ReminderRules::toldInSpell(AlertKind kind) const
+int ReminderRules::sentInSpell(AlertKind kind) const
 {
     int times = 0;
     for (auto before = past.rbegin(); before != past.rend(); ++before) {
         if (!holds(kind, before->look)) return times;
-        times += static_cast<int>(std::ranges::count(before->told, kind));
+        times += static_cast<int>(std::ranges::count(before->sent, kind));
     }
     return times;
 }
@@ -68,9 +68,9 @@ bool ReminderRules::primedInSpell(AlertKind kind) const
 
 bool ReminderRules::limitMayRepeat(const Look& look) const
 {
-    if (toldInSpell(AlertKind::chargeLimit) >= (look.prefs.repeatReminder ? 4 : 1)) return false;
+    if (sentInSpell(AlertKind::chargeLimit) >= (look.prefs.repeatReminder ? 4 : 1)) return false;
     for (auto before = past.rbegin(); before != past.rend(); ++before) {
-        if (!std::ranges::count(before->told, AlertKind::chargeLimit)) continue;
+        if (!std::ranges::count(before->sent, AlertKind::chargeLimit)) continue;
         return look.now.secondsSince1970 - before->look.now.secondsSince1970 >= 290;
     }
     return true;
@@ -79,7 +79,7 @@ bool ReminderRules::limitMayRepeat(const Look& look) const
 bool ReminderRules::isDue(AlertKind kind, const Look& look) const
 {
     if (!holds(kind, look) || primedInSpell(kind)) return false;
-    if (toldInSpell(kind) == 0) return true;
+    if (sentInSpell(kind) == 0) return true;
     return kind == AlertKind::chargeLimit && limitMayRepeat(look);
 }
 
@@ -90,12 +90,12 @@ std::optional<PendingAlert> ReminderRules::health(const Look& look)
 
     const double ratio =
         static_cast<double>(*state.fullCapacity) / static_cast<double>(*state.designCapacity) * 100;
-    if (ratio >= 82) healthTold = false;
-    if (ratio >= 80 || healthTold) return {};
+    if (ratio >= 82) healthSent = false;
+    if (ratio >= 80 || healthSent) return {};
 
-    const bool tells = look.prefs.healthEnabled && look.canDeliver && !look.prime;
-    healthTold = tells || look.prime;
-    if (!tells) return {};
+    const bool sends = look.prefs.healthEnabled && look.canDeliver && !look.prime;
+    healthSent = sends || look.prime;
+    if (!sends) return {};
     return PendingAlert{AlertKind::health, "Battery health is low",
                         "Battery health has fallen to " + std::to_string(std::llround(ratio)) +
                             "% of its original capacity."};
@@ -118,8 +118,8 @@ std::vector<PendingAlert> ReminderRules::due(const Look& look)
     }
     if (const auto alert = health(look)) alerts.push_back(*alert);
 
-    past.push_back({.look = look, .told = {}});
-    for (const auto& alert : alerts) past.back().told.push_back(alert.kind);
+    past.push_back({.look = look, .sent = {}});
+    for (const auto& alert : alerts) past.back().sent.push_back(alert.kind);
     return alerts;
 }
 

@@ -1,5 +1,5 @@
-// When a reminder is due, said a second time and as plainly as possible, to compare the program
-// with: nothing is counted or remembered but the whole past, which is searched anew each time.
+// A plain second implementation of when a reminder is due, to compare the program with. It keeps no
+// counters, only all past looks, and searches them each time.
 #pragma once
 
 #include <optional>
@@ -26,24 +26,24 @@ public:
         bool prime = false;
     };
 
-    // What is due at this look, which is the past of the next one.
+    // The alerts due at this look, which is then added to the past.
     std::vector<PendingAlert> due(const Look& look);
 
-    // The clock was set, this much later: what was said an hour ago was said an hour ago.
+    // The clock was set `by` seconds later; past times shift along.
     void clockWasSet(double by);
 
     static bool holds(AlertKind kind, const Look& look);
 
-    // How often this kind was told since its condition began to hold.
-    int toldInSpell(AlertKind kind) const;
+    // How often this kind was sent since its condition began to hold.
+    int sentInSpell(AlertKind kind) const;
 
-    // Kept when the program ends; the rest of the past is not.
-    bool healthTold = false;
+    // Survives a restart; everything else is forgotten.
+    bool healthSent = false;
 
 private:
     struct Past {
         Look look;
-        std::vector<AlertKind> told;
+        std::vector<AlertKind> sent;
     };
 
     bool primedInSpell(AlertKind kind) const;

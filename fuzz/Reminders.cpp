@@ -1,5 +1,5 @@
-// The model on a laptop in memory against the rules said plainly: readings, settings of every
-// kind, a clock that is set forth and back, snoozes, starts, sleeps, wakes, and time that passes.
+// Compares the application model on a laptop in memory with plain models of its rules: arbitrary
+// readings and settings, clock changes, snoozes, restarts, sleep, wake, and passing time.
 #include <array>
 #include <cmath>
 #include <cstdint>
@@ -42,7 +42,7 @@ public:
     {
         for (int step = 0; step < longestCase && !input.empty(); ++step) {
             const auto choice = input.byte();
-            happen(choice % 13);
+            apply(choice % 13);
             if (choice >= 230 && choice < 250) setClock(input.oneOf(steps));
             if (choice < 100) refresh(Reason::timer);
             if (choice >= 100 && choice < 180) refresh(Reason::change);
@@ -52,20 +52,20 @@ public:
     }
 
 private:
-    void happen(int what)
+    void apply(int action)
     {
-        if (what == 0) state.percent = input.byte() % 101;
-        if (what == 1) state.pluggedIn = !state.pluggedIn;
-        if (what == 2) state.isCharging = !state.isCharging;
-        if (what == 3) state.hasBattery = !state.hasBattery;
-        if (what == 4) changeHealth();
-        if (what == 5 || what == 6) now = now + Seconds{input.oneOf(steps)};
-        if (what == 7) changeSetting();
-        if (what == 8) changeSetting();
-        if (what == 9) snooze();
-        if (what == 10) cancelSnooze();
-        if (what == 11) sleep();
-        if (what == 12) passOrClear();
+        if (action == 0) state.percent = input.byte() % 101;
+        if (action == 1) state.pluggedIn = !state.pluggedIn;
+        if (action == 2) state.isCharging = !state.isCharging;
+        if (action == 3) state.hasBattery = !state.hasBattery;
+        if (action == 4) changeHealth();
+        if (action == 5 || action == 6) now = now + Seconds{input.oneOf(steps)};
+        if (action == 7) changeSetting();
+        if (action == 8) changeSetting();
+        if (action == 9) snooze();
+        if (action == 10) cancelSnooze();
+        if (action == 11) sleep();
+        if (action == 12) passOrClear();
         machine.clock.time = now;
     }
 
@@ -91,7 +91,7 @@ private:
         return input.text(8);
     }
 
-    // Times of day stay within a day: what others mean is left open.
+    // Numbers stay within a day: invalid times of day are not compared.
     void changeSetting()
     {
         const std::string key = input.oneOf(PlainSettings::keys);
@@ -118,7 +118,7 @@ private:
         snoozeShown.reset();
     }
 
-    // On the way to sleep, and perhaps awake again.
+    // Goes to sleep and, depending on the input, wakes up.
     void sleep()
     {
         machine.clock.time = now;
@@ -142,7 +142,7 @@ private:
         for (auto seconds = choice / 2; seconds > 0; --seconds) passSecond();
     }
 
-    // The model's own timers, and nothing but them.
+    // Only the model's own timers act.
     void passSecond()
     {
         const auto before = machine.notifications.posted.size();
@@ -170,7 +170,7 @@ private:
         wasSet += by;
     }
 
-    // What was so long ago, or is to be so long from now, still is by the clock as it is set.
+    // Past and future times keep their distance from now when the clock is set.
     void followClock()
     {
         const auto by = std::exchange(wasSet, 0);
@@ -185,16 +185,16 @@ private:
         history.clockWasSet(by, now);
     }
 
-    // The program ends as if its power had been cut, and begins anew.
+    // The program restarts as after a power cut.
     void start()
     {
         machine.clock.time = now;
         describe();
         machine.notifications.shown.clear();
         model = std::make_shared<AppModel>(machine.services());
-        const bool healthTold = rules.healthTold;
+        const bool healthSent = rules.healthSent;
         rules = {};
-        rules.healthTold = healthTold;
+        rules.healthSent = healthSent;
         since.reset();
         believed = {};
         timers = {};
@@ -217,7 +217,7 @@ private:
         compare(reason, before);
     }
 
-    // The reading in the words of the power-source service.
+    // Sets the reading in the form of the power-source service.
     void describe()
     {
         machine.powerSources.sources.clear();
@@ -234,7 +234,7 @@ private:
                                          {"MaxCapacity", *state.fullCapacity}};
     }
 
-    // As the program reads it.
+    // The state as the program reads it.
     BatteryState seen() const { return state.hasBattery ? state : BatteryState(); }
 
     void trackPower(const BatteryState& reading, bool afresh)
@@ -253,7 +253,7 @@ private:
         return !settings.isQuiet(now);
     }
 
-    // Empty or gone, and neither a moment ago: after a sleep that is no news.
+    // Whether the battery has just become empty or gone, which is doubted after a sleep.
     bool isGoneOrEmpty(const BatteryState& reading) const
     {
         const bool isGone = !reading.hasBattery && believed.hasBattery;
@@ -268,7 +268,7 @@ private:
         compare(due, before);
     }
 
-    // What the program must make of one look at the battery; `due` is what it tells.
+    // Applies one look to the plain models; adds the expected alerts to `due`.
     void look(PlainTimers::Look one, std::vector<PendingAlert>& due)
     {
         followClock();
@@ -282,9 +282,9 @@ private:
         const auto verdict = night.look(believed, one.reason == Reason::wake);
         if (verdict.missed) (void)judge(*verdict.missed, true);
         const bool afresh = one.reason == Reason::launch || verdict.primes;
-        const auto told = judge(believed, afresh);
+        const auto sent = judge(believed, afresh);
         history.record(state, now, one.reason != Reason::change);
-        due.insert(due.end(), told.begin(), told.end());
+        due.insert(due.end(), sent.begin(), sent.end());
     }
 
     std::vector<PendingAlert> judge(const BatteryState& reading, bool afresh)
@@ -296,42 +296,43 @@ private:
                 .now = now,
                 .canDeliver = !afresh && mayDeliver(),
                 .prime = afresh};
-        auto told = rules.due(last);
-        require(last.canDeliver || told.empty(),
-                "nothing is due in a snooze, in quiet hours, at a start or a wake");
-        return told;
+        auto sent = rules.due(last);
+        require(last.canDeliver || sent.empty(),
+                "nothing is due during a snooze or quiet hours, at a start or a wake");
+        return sent;
     }
 
     void compare(const std::vector<PendingAlert>& due, std::size_t before)
     {
         comparePosted(due, before);
         compareShown();
-        require(model->pluggedSince.get() == since, "the spell on power is known");
-        require(model->snoozeUntil.get() == snoozeShown, "the snooze is shown");
+        require(model->pluggedSince.get() == since, "the time since plugging in is the same");
+        require(model->snoozeUntil.get() == snoozeShown, "the snooze deadline is the same");
         require(model->history.samples == history.samples, "the samples are the same");
-        require(machine.defaults.boolForKey("healthAlertSent") == rules.healthTold,
-                "that the health was told is remembered");
+        require(machine.defaults.boolForKey("healthAlertSent") == rules.healthSent,
+                "the program stores that the health alert was sent");
     }
 
     void comparePosted(const std::vector<PendingAlert>& expected, std::size_t before) const
     {
         const auto& posted = machine.notifications.posted;
-        require(posted.size() - before == expected.size(), "as many are posted as are due");
+        require(posted.size() - before == expected.size(),
+                "as many notifications are posted as are due");
         for (std::size_t i = 0; i < expected.size(); ++i) {
             const auto& request = posted[before + i];
             require(request.identifier == rawValue(expected[i].kind) &&
                         request.title == expected[i].title && request.body == expected[i].body,
-                    "what is due is posted, in its words and order");
+                    "the due alerts are posted with their texts, in order");
         }
     }
 
-    // A reminder stays on the screen exactly as long as it is true.
+    // Checks that a reminder is on the screen exactly while it is true.
     void compareShown() const
     {
         for (const auto kind : {AlertKind::chargeLimit, AlertKind::low, AlertKind::tooLong}) {
             const bool shown = machine.notifications.shown.contains(std::string(rawValue(kind)));
-            require(shown == (rules.toldInSpell(kind) > 0 && ReminderRules::holds(kind, last)),
-                    "what is on the screen is true");
+            require(shown == (rules.sentInSpell(kind) > 0 && ReminderRules::holds(kind, last)),
+                    "a reminder is on the screen exactly while it is true");
         }
     }
 
@@ -345,7 +346,7 @@ private:
     ReminderRules rules;
     Date now{1767603600};
     PlainTimers timers;
-    BatteryState believed;  // the last reading that was
+    BatteryState believed;  // the last reading that was not doubted
     ReminderRules::Look last;
     PlainSleep night;
     double wasSet = 0;  // since the program last asked for the time

@@ -1,6 +1,6 @@
-// Runs one target without a fuzzer: first every case that is kept, then cases made of them and of
-// chance, the same ones each time. Called with the target, its folder of cases, and how many to
-// make; a case that fails is left in the working folder.
+// Runs one target without a fuzzer: first every case of its corpus, then random mutations of them,
+// the same ones each time. Arguments: the target, its corpus folder, the number of mutations. A
+// failing case is saved in the working folder.
 #include <algorithm>
 #include <csignal>
 #include <cstdint>
@@ -38,8 +38,8 @@ const std::map<std::string, Target> targets{{"alerts", alerts},
                                             {"windows", windows}};
 
 constexpr std::size_t longestCase = 4096;
-std::string target;  // that runs now
-Case current;        // that it was given
+std::string target;  // the running target
+Case current;        // its input
 
 void keepCurrent()
 {
@@ -47,7 +47,7 @@ void keepCurrent()
     std::ofstream(path, std::ios::binary)
         .write(reinterpret_cast<const char*>(current.data()),
                static_cast<std::streamsize>(current.size()));
-    (void)std::fprintf(stderr, "The case is in %s\n", path.c_str());
+    (void)std::fprintf(stderr, "Failing case saved as %s\n", path.c_str());
 }
 
 void runCurrent()
@@ -60,7 +60,7 @@ std::vector<Case> casesIn(const std::filesystem::path& folder)
     std::vector<Case> cases;
     std::vector<std::filesystem::path> paths;
     for (const auto& entry : std::filesystem::directory_iterator(folder)) paths.push_back(entry);
-    std::ranges::sort(paths);  // a folder has no order of its own
+    std::ranges::sort(paths);  // directory order is arbitrary
     for (const auto& path : paths) {
         std::ifstream file(path, std::ios::binary);
         cases.emplace_back(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
@@ -68,9 +68,9 @@ std::vector<Case> casesIn(const std::filesystem::path& folder)
     return cases;
 }
 
-class Maker {
+class Mutator {
 public:
-    explicit Maker(const std::vector<Case>& kept) : cases(kept) {}
+    explicit Mutator(const std::vector<Case>& kept) : cases(kept) {}
 
     Case next()
     {
@@ -90,7 +90,7 @@ private:
         return made;
     }
 
-    // A piece of any of the cases.
+    // A random part of a random case.
     Case piece()
     {
         const auto source = cases.empty() ? anything() : cases[below(cases.size())];
@@ -130,12 +130,12 @@ int run(const std::filesystem::path& folder, int count)
         current = kept;
         runCurrent();
     }
-    Maker maker(cases);
+    Mutator mutator(cases);
     for (int i = 0; i < count; ++i) {
-        current = maker.next();
+        current = mutator.next();
         runCurrent();
     }
-    std::printf("%s: %zu cases kept, %d made\n", target.c_str(), cases.size(), count);
+    std::printf("%s: %zu corpus cases, %d mutations\n", target.c_str(), cases.size(), count);
     return 0;
 }
 
@@ -143,9 +143,9 @@ int run(const std::filesystem::path& folder, int count)
 
 }  // namespace vorlane::fuzz
 
-int main(int count, char** words)
+int main(int argc, char** argv)
 {
-    if (count != 4 || !vorlane::fuzz::targets.contains(words[1])) return 2;
-    vorlane::fuzz::target = words[1];
-    return vorlane::fuzz::run(words[2], std::atoi(words[3]));
+    if (argc != 4 || !vorlane::fuzz::targets.contains(argv[1])) return 2;
+    vorlane::fuzz::target = argv[1];
+    return vorlane::fuzz::run(argv[2], std::atoi(argv[3]));
 }

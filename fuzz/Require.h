@@ -1,4 +1,4 @@
-// What must hold whatever the input was; where it does not, the run ends and the case is kept.
+// Checks a condition that must hold for any input; a failure aborts and the case is saved.
 #pragma once
 
 #include <cstdio>
@@ -6,10 +6,10 @@
 
 namespace vorlane::fuzz {
 
-inline void require(bool holds, const char* what)
+inline void require(bool holds, const char* requirement)
 {
     if (holds) return;
-    (void)std::fprintf(stderr, "Does not hold: %s\n", what);
+    (void)std::fprintf(stderr, "Violated: %s\n", requirement);
     std::abort();
 }
 

@@ -1,4 +1,4 @@
-// A folder for one run of a target, in memory where there is such a place.
+// A temporary folder for one run of a target, in memory if possible.
 #pragma once
 
 #include <cstdlib>
@@ -21,7 +21,7 @@ public:
                                 ? memory
                                 : std::filesystem::temp_directory_path();
         std::string pattern = parent / "vorlane-fuzz-XXXXXX";
-        require(mkdtemp(pattern.data()) != nullptr, "there is room for a folder");
+        require(mkdtemp(pattern.data()) != nullptr, "a temporary folder can be created");
         folder = pattern;
     }
     Scratch(const Scratch&) = delete;
@@ -34,7 +34,7 @@ public:
 
     std::string path(const std::string& name) const { return folder / name; }
 
-    // Makes the folders on the way.
+    // Creates missing folders.
     void write(const std::string& name, std::string_view text) const
     {
         std::error_code ignored;

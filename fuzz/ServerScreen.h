@@ -1,5 +1,5 @@
-// What a notification server was told to show and shows, by the rules of its interface. Of each
-// notification the title says which it is.
+// What a notification server was asked to show and shows, by the rules of its interface. The title
+// identifies the notification.
 #pragma once
 
 #include <algorithm>
@@ -15,8 +15,8 @@ namespace vorlane::fuzz {
 
 class ServerScreen {
 public:
-    int notified = 0;          // ever
-    std::uint32_t nextId = 1;  // never the same for two
+    int notified = 0;          // number of Notify calls
+    std::uint32_t nextId = 1;  // never reused
 
     void hearNotify(sd_bus_message* call)
     {
@@ -27,9 +27,9 @@ public:
         std::uint32_t replaces = 1;
         require(sd_bus_message_has_signature(call, "susssasa{sv}i") > 0 &&
                     sd_bus_message_read(call, "susss", &name, &replaces, &icon, &title, &body) > 0,
-                "a notification is well made");
-        require(replaces == 0, "none is replaced");
-        require(unanswered.insert(title).second, "one of a kind at a time");
+                "a Notify call is well formed");
+        require(replaces == 0, "replaces_id is not used");
+        require(unanswered.insert(title).second, "at most one Notify call per reminder is pending");
         (void)sd_bus_message_rewind(call, 1);
         ++notified;
     }
@@ -37,11 +37,11 @@ public:
     void hearClose(sd_bus_message* call)
     {
         std::uint32_t id = 0;
-        require(sd_bus_message_read(call, "u", &id) > 0, "a number is closed");
+        require(sd_bus_message_read(call, "u", &id) > 0, "a CloseNotification call is well formed");
         screen.erase(id);
     }
 
-    // Answered: with a number, or with something else.
+    // Handles a Notify call: `show` gives it an id, `settle` only ends it as pending.
     std::uint32_t show(sd_bus_message* notify)
     {
         const auto identifier = settle(notify);
@@ -59,7 +59,7 @@ public:
         return title;
     }
 
-    // The server is gone, and with it all that it showed and was asked.
+    // The server has ended, with its notifications and pending calls.
     void clear()
     {
         screen.clear();
@@ -71,14 +71,15 @@ public:
     bool shows(std::uint32_t id) const { return screen.contains(id); }
     bool everGave(std::uint32_t id) const { return id > 0 && id < nextId; }
 
-    // Once what was asked is answered, one of each stands there, and none that was taken back.
+    // Without pending calls, each reminder is shown once at most, and no withdrawn one is.
     void check(const std::set<std::string>& withdrawn) const
     {
         std::set<std::string> seen;
         for (const auto& entry : screen) {
             if (unanswered.contains(entry.second)) continue;
-            require(seen.insert(entry.second).second, "one of each is on the screen");
-            require(!withdrawn.contains(entry.second), "what was taken back is not on the screen");
+            require(seen.insert(entry.second).second,
+                    "each reminder is on the screen once at most");
+            require(!withdrawn.contains(entry.second), "a withdrawn reminder is not on the screen");
         }
     }
 

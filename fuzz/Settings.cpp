@@ -1,5 +1,5 @@
-// The settings file: a value that is set reads back and everything else stays; a text that is not
-// understood is never overwritten; a value of the wrong kind reads as none.
+// The settings file: a value that is set reads back and everything else stays; a malformed text is
+// never overwritten without a backup; a value of the wrong type reads as absent.
 #include <sys/inotify.h>
 
 #include <algorithm>
@@ -76,25 +76,25 @@ std::size_t commonEnd(std::string_view one, std::string_view other)
     return same;
 }
 
-// Where only a plain value is replaced or added, nothing but that value is gone from the text.
+// If a plain value is replaced or added, only that value disappears from the text.
 void compareTexts(const std::string& text, const std::string& edited, const TomlValues& before,
                   const Setting& setting)
 {
     const auto found = before.find(setting.key);
-    if (found != before.end() && !found->second) return;  // a table or a date made way
+    if (found != before.end() && !found->second) return;  // a table or a date was replaced
 
     const auto start = commonStart(text, edited);
     const auto end =
         std::min(commonEnd(text, edited), std::min(text.size(), edited.size()) - start);
     const auto gone = std::string_view(text).substr(start, text.size() - start - end);
-    if (found == before.end()) return require(gone.empty(), "adding a value takes nothing away");
-    if (std::holds_alternative<std::string>(*found->second)) return;  // may hold anything
+    if (found == before.end()) return require(gone.empty(), "adding a value removes nothing");
+    if (std::holds_alternative<std::string>(*found->second)) return;  // may contain anything
     require(
         gone.find('#') == gone.npos && gone.find('\n') == gone.npos && gone.find('=') == gone.npos,
-        "replacing a value leaves comments, lines and keys alone");
+        "replacing a value keeps comments, lines and keys");
 }
 
-// Names, tables, lists and short whole numbers alone: all of it can be written anew.
+// Only names, tables, lists and short integers, which can all be rewritten.
 bool isSimple(std::string_view text)
 {
     constexpr std::string_view letters = "abcdefghijklmopqrstuvwxyz";  // no n: inf and nan
@@ -116,22 +116,22 @@ void editText(const std::string& text, const Setting& setting)
 {
     const auto before = tomlValues(text);
     const auto edited = withTomlValue(text, setting.key, setting.value);
-    require(before || !edited, "a text that is not understood is not edited");
-    const auto* const words = std::get_if<std::string>(&setting.value);
-    const bool isStorable = isUtf8(setting.key) && (words == nullptr || isUtf8(*words));
+    require(before || !edited, "a malformed text is not edited");
+    const auto* const string = std::get_if<std::string>(&setting.value);
+    const bool isStorable = isUtf8(setting.key) && (string == nullptr || isUtf8(*string));
     if (before && isStorable && isPlain(*before, setting.key)) {
-        require(edited.has_value(), "a plain value can be set in every text that is understood");
+        require(edited.has_value(), "a plain value can be set in every valid text");
     }
     if (before && isStorable && isSimple(text)) {
-        require(edited.has_value(), "what stands in the way of a value makes way");
+        require(edited.has_value(), "a table or list in the place of a value is replaced");
     }
     if (!edited) return;
 
     auto expected = *before;
     expected.insert_or_assign(setting.key, setting.value);
-    require(tomlValues(*edited) == expected, "a value reads back, and all others as before");
+    require(tomlValues(*edited) == expected, "the value reads back and all others are unchanged");
     require(withTomlValue(*edited, setting.key, setting.value) == edited,
-            "setting the same once more changes nothing");
+            "setting the same value again changes nothing");
     compareTexts(text, *edited, *before, setting);
 }
 
@@ -139,7 +139,7 @@ void comparePrefs(FileDefaultsStore& store, const std::optional<TomlValues>& val
 {
     PlainSettings plain;
     for (const auto& [key, value] : values.value_or(TomlValues())) {
-        // What no setting can be reads as a text would: false, 0.
+        // A value of an unsupported type reads like a text: false or 0.
         plain.written.emplace(key, value.value_or(DefaultsValue(std::string())));
     }
     const auto expected = plain.prefs();
@@ -167,7 +167,7 @@ bool reads(const FileDefaultsStore& store, const Setting& setting)
     return store.stringForKey(setting.key) == std::get<std::string>(setting.value);
 }
 
-// One loop for all cases, with a watch that stays: the kernel takes 12 ms to end the last one.
+// One loop for all cases with one permanent watch: removing the last inotify watch takes 12 ms.
 sd_event* loop()
 {
     static const auto event = platform::owned<platform::EventPointer>(sd_event_new);
@@ -192,17 +192,17 @@ void editFile(const std::string& text, const Setting& setting)
     FileDefaultsStore store(loop(), scratch.path(fileName));
     const auto before = tomlValues(text);
     comparePrefs(store, before);
-    require(scratch.read(fileName) == text, "reading writes nothing");
+    require(scratch.read(fileName) == text, "reading does not write");
 
     store.set(setting.key, setting.value);
 
-    require(reads(store, setting), "what was set is read at once");
+    require(reads(store, setting), "a set value reads back at once");
     settle();
-    require(reads(store, setting), "and still when the change of the file is told");
+    require(reads(store, setting), "a set value reads back after the file event");
     const auto after = scratch.read(fileName);
     if (before) return;
     require(after == text || scratch.read(std::string(fileName) + ".bad") == text,
-            "what is not understood is kept aside before it is replaced");
+            "a malformed file is backed up before it is replaced");
 }
 
 }  // namespace

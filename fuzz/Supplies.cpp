@@ -1,6 +1,6 @@
-// The kernel's power supplies: whatever their files hold, the reading of the battery is plausible
-// or absent. A case is a text of paragraphs, one for each supply: its name, then the lines of its
-// uevent file; a line that begins with "@" is an attribute file of its own, as in "@capacity=80".
+// The kernel's power supplies: for any file contents, the battery reading is plausible or absent. A
+// case is a text with one paragraph per supply: its name, then the lines of its uevent file. A line
+// that begins with "@" is a separate attribute file, as in "@capacity=80".
 #include <algorithm>
 #include <cctype>
 #include <cmath>
@@ -39,7 +39,7 @@ std::string_view takeUntil(std::string_view& text, std::string_view end)
     return taken;
 }
 
-// A name that a folder can have.
+// Makes a valid folder name.
 std::string safe(std::string_view name)
 {
     std::string kept;
@@ -86,7 +86,7 @@ BatteryState readBattery(const Scratch& folder)
     require(battery.descriptions().size() <= 1, "the machine has one battery at most");
     BatteryReader reader(battery, battery);
     auto state = reader.read();
-    require(state == reader.read(), "the same files read the same");
+    require(state == reader.read(), "the same files give the same reading");
     return state;
 }
 
@@ -98,21 +98,26 @@ bool isWithin(const std::optional<Number>& value, Number least, Number most)
 
 void checkPlausible(const BatteryState& state)
 {
-    require(state.percent >= 0 && state.percent <= 100, "the percentage is one");
-    require(isWithin<std::int64_t>(state.minutesToFull, 0, longestTime), "it is full in time");
-    require(isWithin<std::int64_t>(state.minutesToEmpty, 0, longestTime), "it is empty in time");
-    require(isWithin<std::int64_t>(state.cycleCount, 1, 65534), "the cycles are no sentinel");
-    require(isWithin<std::int64_t>(state.adapterWatts, 1, 240), "the adapter exists");
-    require(isWithin(state.temperatureC, -20.0, 100.0), "it neither freezes nor boils");
-    require(isWithin(state.voltage, 0.001, 100.0), "the voltage is a laptop's");
-    require(isWithin(state.amperage, -1000.0, 1000.0), "the current is a laptop's");
-    require(!(state.isCharging && !state.pluggedIn), "it charges from something");
-    require(!(state.isCharging && state.isCharged), "it is full or charges");
+    require(state.percent >= 0 && state.percent <= 100, "the percentage is between 0 and 100");
+    require(isWithin<std::int64_t>(state.minutesToFull, 0, longestTime),
+            "the time to full is plausible");
+    require(isWithin<std::int64_t>(state.minutesToEmpty, 0, longestTime),
+            "the time to empty is plausible");
+    require(isWithin<std::int64_t>(state.cycleCount, 1, 65534),
+            "the cycle count is not a sentinel");
+    require(isWithin<std::int64_t>(state.adapterWatts, 1, 240), "the adapter power is plausible");
+    require(isWithin(state.temperatureC, -20.0, 100.0), "the temperature is plausible");
+    require(isWithin(state.voltage, 0.001, 100.0), "the voltage is plausible");
+    require(isWithin(state.amperage, -1000.0, 1000.0), "the current is plausible");
+    require(!(state.isCharging && !state.pluggedIn), "a charging battery is plugged in");
+    require(!(state.isCharging && state.isCharged), "a full battery does not charge");
     const auto health = state.healthPercent();
-    require(isWithin(health, 30.0, 130.0) && !(health && std::isnan(*health)), "the health is one");
-    require(state.designCapacity || !state.fullCapacity, "a capacity is compared with its design");
+    require(isWithin(health, 30.0, 130.0) && !(health && std::isnan(*health)),
+            "the health is plausible");
+    require(state.designCapacity || !state.fullCapacity,
+            "a full capacity comes with a design capacity");
     if (state.hasBattery) return;
-    require(state == BatteryState(), "nothing is known of no battery");
+    require(state == BatteryState(), "without a battery all fields are absent");
 }
 
 std::optional<std::int64_t> wholeNumber(std::string_view text)
@@ -123,22 +128,22 @@ std::optional<std::int64_t> wholeNumber(std::string_view text)
     return std::stoll(std::string(text));
 }
 
-// Of one battery the gauge's own percentage is told.
+// A single battery is shown with the percentage of its own gauge.
 void checkGauge(const std::vector<PowerSupply>& supplies, const BatteryState& state)
 {
     const auto count = std::ranges::count_if(supplies, &PowerSupply::isMachineBattery);
-    require(count > 0 || !state.hasBattery, "there is no battery where none is listed");
+    require(count > 0 || !state.hasBattery, "no battery is reported if none is listed");
     if (count != 1) return;
     const auto battery = std::ranges::find_if(supplies, &PowerSupply::isMachineBattery);
     const auto capacity = battery->values.find("CAPACITY");
     const auto gauge =
         capacity == battery->values.end() ? std::nullopt : wholeNumber(capacity->second);
     if (!gauge || *gauge > 100) return;
-    require(state.hasBattery && state.percent == *gauge, "the gauge is believed");
+    require(state.hasBattery && state.percent == *gauge, "the percentage is that of the gauge");
 }
 
-// What is no business of the machine's battery.
-void checkStrangers(const std::vector<PowerSupply>& supplies)
+// A mouse and an empty bay must not affect the machine's battery.
+void checkUnrelatedSupplies(const std::vector<PowerSupply>& supplies)
 {
     const PowerSupply mouse{.name = "hid_mouse",
                             .values = {{"TYPE", "Battery"},
@@ -153,7 +158,8 @@ void checkStrangers(const std::vector<PowerSupply>& supplies)
     more.push_back(bay);
     const auto without = platform::machineBattery(supplies);
     const auto with = platform::machineBattery(more);
-    require(without.has_value() == with.has_value(), "a mouse is no laptop's battery");
+    require(without.has_value() == with.has_value(),
+            "a mouse does not count as the laptop's battery");
     if (!without) return;
     require(without->name == with->name && without->percent == with->percent &&
                 without->status == with->status && without->pluggedIn == with->pluggedIn &&
@@ -187,7 +193,7 @@ void supplies(Input input)
 
     checkPlausible(state);
     checkGauge(*found, state);
-    checkStrangers(*found);
+    checkUnrelatedSupplies(*found);
 }
 
 }  // namespace vorlane::fuzz

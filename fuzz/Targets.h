@@ -1,22 +1,22 @@
-// What is fuzzed: each takes any bytes at all, and ends the process when something does not hold.
+// The fuzz targets: each accepts any bytes and aborts if a requirement is violated.
 #pragma once
 
 #include "fuzz/Input.h"
 
 namespace vorlane::fuzz {
 
-void alerts(Input input);     // the engine alone, against the rules said plainly
-void reminders(Input input);  // the whole model on a laptop in memory, against the same
+void alerts(Input input);     // the alert engine alone, compared with a plain model
+void reminders(Input input);  // the application model on a laptop in memory, compared likewise
 
-void history(Input input);   // the history file's text
-void settings(Input input);  // the settings file: its text, and the store on it
-void supplies(Input input);  // the kernel's power supplies, up to the reading of the battery
+void history(Input input);   // the text of the history file
+void settings(Input input);  // the text of the settings file, and the store that uses it
+void supplies(Input input);  // from the kernel's power supplies to the battery reading
 
-// On the bus, whatever anybody there says.
+// Arbitrary messages on the bus.
 void upower(Input input);
 void notifications(Input input);
 void tray(Input input);
 
-void windows(Input input);  // the messages between the program and its windows process
+void windows(Input input);  // messages between the resident program and the windows process
 
 }  // namespace vorlane::fuzz

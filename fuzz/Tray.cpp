@@ -1,5 +1,5 @@
-// What any client on the bus may ask of the status item and its menu: each call is answered once,
-// as its interface says or with an error, and only a click on a line does what the line says.
+// Arbitrary calls from bus clients to the status item and its menu: each is answered once, as its
+// interface says or with an error, and only a click on a menu line performs its action.
 #include <algorithm>
 #include <array>
 #include <cstdint>
@@ -34,7 +34,7 @@ struct Method {
     const char* interface;
     const char* name;
     const char* takes;
-    const char* gives;
+    const char* returns;
 };
 
 constexpr std::array methods{
@@ -83,18 +83,18 @@ public:
     void run()
     {
         for (int step = 0; step < longestCase && !input.empty(); ++step) {
-            happen(input.below(8));
+            apply(input.below(8));
             lone.settle();
         }
-        // What was asked of the loop is still done when nobody waits for it any more.
+        // Run work still queued on the loop.
         loop.settle();
         lone.settle();
-        require(activated <= activations, "the item is clicked as often as it was");
+        require(activated <= activations, "activations do not exceed the Activate calls");
         require(answers == calls, "each call is answered once");
     }
 
 private:
-    // As a watcher would, or as one should not.
+    // With a valid or an arbitrary reply.
     void answerWatcher(sd_bus_message* call)
     {
         const auto reply = LoneBus::reply(call, ":1.5");
@@ -102,19 +102,19 @@ private:
         lone.send(reply);
     }
 
-    void happen(std::size_t what)
+    void apply(std::size_t action)
     {
-        if (what == 0) show();
-        if (what == 1) click();
-        if (what == 2) watcherSays();
-        if (what == 3) loop.advance(Seconds{static_cast<double>(input.byte())});
-        if (what == 4) tray.registerAgain();
-        if (what >= 5) call(input.oneOf(methods));
+        if (action == 0) show();
+        if (action == 1) click();
+        if (action == 2) sendWatcherSignal();
+        if (action == 3) loop.advance(Seconds{static_cast<double>(input.byte())});
+        if (action == 4) tray.registerAgain();
+        if (action >= 5) call(input.oneOf(methods));
     }
 
     void show()
     {
-        // What is chosen before the menu changes is done by the menu as it was.
+        // A choice made before the menu changes is carried out by the old menu.
         loop.settle();
         content.symbol = input.flag() ? std::optional<std::string>("battery.75") : std::nullopt;
         content.title = any.anyString();
@@ -132,46 +132,47 @@ private:
         learnIds();
     }
 
-    // No numbers and no names ask for all of all lines.
+    // An empty list means all ids, or all properties.
     void learnIds()
     {
         constexpr Method all{menuPath, menu, "GetGroupProperties", "aias", "a(ia{sv})"};
         const auto message = newCall(all);
         (void)sd_bus_message_append(message.get(), "aias", 0, 0);
         expected = &all;
-        takesAsItSays = true;
+        signatureMatches = true;
         ask(message);
         (void)sd_bus_message_rewind(answer.get(), 1);
         known = readFirstIds(answer.get(), "ia{sv}", "a{sv}");
-        require(known.size() == content.menu.size() + 1, "each line has a number, and the root");
+        require(known.size() == content.menu.size() + 1,
+                "each line has an id, and so does the root");
     }
 
-    // Those that ask for several are told which do not exist.
+    // Group calls must report which ids do not exist.
     void checkUnknown(sd_bus_message* question)
     {
         const std::string_view name = expected->name;
         const bool isEvents = name == "EventGroup";
-        if (!takesAsItSays || (!isEvents && name != "AboutToShowGroup")) return;
+        if (!signatureMatches || (!isEvents && name != "AboutToShowGroup")) return;
         if (!isWhole(question)) {
             const bool isRefused = sd_bus_message_is_method_error(answer.get(), nullptr) > 0;
-            return require(isRefused, "what cannot be read is refused");
+            return require(isRefused, "an unreadable call is refused");
         }
         (void)sd_bus_message_rewind(question, 1);
         auto asked = isEvents ? readFirstIds(question, "isvu", "svu") : readIds(question);
         std::erase_if(asked, [this](std::int32_t id) { return known.contains(id); });
         (void)sd_bus_message_rewind(answer.get(), 1);
-        if (!isEvents) require(readIds(answer.get()).empty(), "the menu is up to date");
-        require(readIds(answer.get()) == asked, "what is unknown is told");
+        if (!isEvents) require(readIds(answer.get()).empty(), "no menu needs an update");
+        require(readIds(answer.get()) == asked, "unknown ids are reported");
     }
 
-    // Values within values, deeper than the bus lets pass, are found out only on reading them.
+    // Variants nested too deeply for the bus are detected only by reading them.
     static bool isWhole(sd_bus_message* message)
     {
         (void)sd_bus_message_rewind(message, 1);
         return sd_bus_message_skip(message, sd_bus_message_get_signature(message, 1)) >= 0;
     }
 
-    void watcherSays()
+    void sendWatcherSignal()
     {
         const bool changes = input.flag();
         const auto signal = changes
@@ -199,13 +200,13 @@ private:
         const bool isActivate = std::string_view(method.name) == "Activate" && given == "ii";
         activations += isActivate ? 1 : 0;
         expected = &method;
-        takesAsItSays = given == method.takes;
+        signatureMatches = given == method.takes;
         const auto before = chosen.size();
         ask(message);
         checkUnknown(message.get());
         loop.settle();
         const bool isEvent = std::string_view(method.name).starts_with("Event");
-        require(isEvent || chosen.size() == before, "only events choose");
+        require(isEvent || chosen.size() == before, "only menu events choose a line");
         for (auto i = before; i < chosen.size(); ++i) requireInMenu(chosen[i]);
     }
 
@@ -214,7 +215,7 @@ private:
         ++calls;
         const int asked =
             sd_bus_call_async(lone.desktop(), nullptr, message.get(), onAnswer, this, UINT64_MAX);
-        require(asked >= 0, "the call is made");
+        require(asked >= 0, "the call can be sent");
         lone.settle();
         require(answers == calls, "each call is answered at once");
     }
@@ -226,14 +227,15 @@ private:
         self.answer.reset(sd_bus_message_ref(reply));
         if (sd_bus_message_is_method_error(reply, nullptr) > 0) return 0;
         const std::string_view interface = self.expected->interface;
-        if (interface != item && interface != menu) return 0;  // the library's own
-        require(self.takesAsItSays, "a call of another kind is refused");
-        require(sd_bus_message_has_signature(reply, self.expected->gives) > 0,
-                "an answer is what its interface says");
+        if (interface != item && interface != menu)
+            return 0;  // an interface that sd-bus implements
+        require(self.signatureMatches, "a call with the wrong signature is refused");
+        require(sd_bus_message_has_signature(reply, self.expected->returns) > 0,
+                "a reply has the signature of its interface");
         return 0;
     }
 
-    // A click on any line, as a tray would send it.
+    // A click or a hover on any line, as a tray sends it.
     void click()
     {
         const std::int32_t id = input.byte() % 64;
@@ -242,13 +244,14 @@ private:
         const char* const name = input.flag() ? "clicked" : "hovered";
         (void)sd_bus_message_append(message.get(), "isvu", id, name, "i", 0, 0U);
         expected = &event;
-        takesAsItSays = true;
+        signatureMatches = true;
         const auto before = chosen.size();
         ask(message);
-        require(chosen.size() == before, "a choice is on a turn of its own");
+        require(chosen.size() == before, "a choice runs in a later turn of the loop");
         loop.settle();
-        require(chosen.size() <= before + 1, "a click chooses once");
-        require(chosen.size() == before || name == std::string_view("clicked"), "hovering is none");
+        require(chosen.size() <= before + 1, "a click chooses at most once");
+        require(chosen.size() == before || name == std::string_view("clicked"),
+                "hovering does not choose");
         if (chosen.size() > before) requireInMenu(chosen.back());
     }
 
@@ -258,7 +261,7 @@ private:
             return line.action == action && !line.title.empty();
         };
         require(action != MenuAction::none && std::ranges::any_of(content.menu, isIt),
-                "what was chosen is in the menu");
+                "the chosen action is in the menu");
     }
 
     Input& input;
@@ -269,9 +272,9 @@ private:
     platform::StatusNotifierItem tray;
     StatusItemContent content;
     const Method* expected = nullptr;
-    bool takesAsItSays = true;
-    MessagePointer answer;  // the last one
-    MenuIds known;          // of the menu as it is
+    bool signatureMatches = true;
+    MessagePointer answer;  // the last reply
+    MenuIds known;          // in the current menu
     std::vector<MenuAction> chosen;
     int calls = 0;
     int answers = 0;

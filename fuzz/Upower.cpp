@@ -1,5 +1,5 @@
-// UPower's answers and signals, well made or not, from itself or from others: an estimate is
-// plausible, of use, recent and UPower's own, or absent.
+// UPower's replies and signals, valid or not, from itself or from others: an estimate is plausible,
+// fits the charge status, is recent and comes from UPower, or is absent.
 #include <array>
 #include <cstdint>
 #include <optional>
@@ -47,23 +47,23 @@ public:
     void run()
     {
         for (int step = 0; step < longestCase && !input.empty(); ++step) {
-            happen(input.below(8));
+            apply(input.below(8));
             lone.settle();
             check();
-            lone.settle();  // what was checked may have been asked for anew
+            lone.settle();  // the checks may have sent new calls
         }
     }
 
 private:
-    void happen(std::size_t what)
+    void apply(std::size_t action)
     {
-        if (what == 0) changeOwner(input.oneOf(names));
-        if (what == 1) say(bus, busPath, bus, "NameOwnerChanged", "sss");
-        if (what == 2 || what == 3) sayProperties();
-        if (what == 4) uptime = uptime + Seconds{input.oneOf(spans)};
-        if (what == 5) answer();
-        if (what == 6) refuse();
-        if (what == 7) answerWell();
+        if (action == 0) changeOwner(input.oneOf(names));
+        if (action == 1) sendSignal(bus, busPath, bus, "NameOwnerChanged", "sss");
+        if (action == 2 || action == 3) sendProperties();
+        if (action == 4) uptime = uptime + Seconds{input.oneOf(spans)};
+        if (action == 5) answer();
+        if (action == 6) refuse();
+        if (action == 7) answerWell();
     }
 
     void changeOwner(const char* name)
@@ -71,28 +71,28 @@ private:
         const auto signal = lone.signal(bus, busPath, bus, "NameOwnerChanged");
         (void)sd_bus_message_append(signal.get(), "sss", service, owner.c_str(), name);
         lone.send(signal);
-        if (owner != name || babbled) {
+        if (owner != name || isUncertain) {
             known = false;
             questions.forgetAllButTheBus();
         }
         owner = name;
-        babbled = false;
+        isUncertain = false;
     }
 
-    void say(const char* sender, const char* path, const char* interface, const char* member,
-             const std::string& signature)
+    void sendSignal(const char* sender, const char* path, const char* interface, const char* member,
+                    const std::string& signature)
     {
         const auto signal = lone.signal(sender, path, interface, member);
         any.appendMostly(signal.get(), signature);
         lone.send(signal);
-        babbled = true;
+        isUncertain = true;
         known = false;
     }
 
-    void sayProperties()
+    void sendProperties()
     {
         const char* const sender = input.flag() ? ":1.5" : ":1.6";
-        say(sender, device, properties, "PropertiesChanged", "sa{sv}as");
+        sendSignal(sender, device, properties, "PropertiesChanged", "sa{sv}as");
     }
 
     void answer()
@@ -102,7 +102,7 @@ private:
         const auto reply = LoneBus::reply(question->call.get(), question->asked);
         any.appendMostly(reply.get(), question->asked == bus ? "s" : "a{sv}");
         lone.send(reply);
-        babbled = true;
+        isUncertain = true;
         known = false;
     }
 
@@ -117,7 +117,7 @@ private:
         lone.send(error);
     }
 
-    // As the interface says; where its owner said so, it is to be believed.
+    // A valid reply; from the owner of the name, it must be used.
     void answerWell()
     {
         const auto question = questions.next();
@@ -129,7 +129,7 @@ private:
         (void)sd_bus_message_append(reply.get(), "a{sv}", 3, "State", "u", state, "TimeToFull", "x",
                                     full, "TimeToEmpty", "x", empty);
         lone.send(reply);
-        known = question->asked == owner && !babbled && !questions.isAsked(owner);
+        known = question->asked == owner && !isUncertain && !questions.isAsked(owner);
         if (!known) return;
         seconds = state == 1 ? full : empty;
         status = state == 1 ? ChargeStatus::charging : ChargeStatus::discharging;
@@ -142,8 +142,10 @@ private:
              {ChargeStatus::unknown, ChargeStatus::charging, ChargeStatus::discharging,
               ChargeStatus::notCharging, ChargeStatus::full}) {
             const auto minutes = estimates.estimate(now);
-            require(!minutes.toFull || now == ChargeStatus::charging, "only charging fills");
-            require(!minutes.toEmpty || now == ChargeStatus::discharging, "only use empties");
+            require(!minutes.toFull || now == ChargeStatus::charging,
+                    "only a charging battery has a time to full");
+            require(!minutes.toEmpty || now == ChargeStatus::discharging,
+                    "only a discharging battery has a time to empty");
             for (const auto& time : {minutes.toFull, minutes.toEmpty}) {
                 require(!time || (*time >= 0 && *time <= longestTime), "a time is plausible");
             }
@@ -153,10 +155,10 @@ private:
 
     void checkKnown()
     {
-        if (owner.empty() && !babbled) {
+        if (owner.empty() && !isUncertain) {
             require(!estimates.estimate(ChargeStatus::charging).toFull &&
                         !estimates.estimate(ChargeStatus::discharging).toEmpty,
-                    "nobody's estimate is none");
+                    "without an owner there is no estimate");
         }
         if (!known) return;
         const auto given = estimates.estimate(status);
@@ -164,7 +166,8 @@ private:
         const bool isRecent = uptime < heard + Seconds{300};
         const auto plausible =
             seconds == 0 ? std::nullopt : platform::plausibleMinutes(static_cast<double>(seconds));
-        require(time == (isRecent ? plausible : std::nullopt), "what UPower says is believed");
+        require(time == (isRecent ? plausible : std::nullopt),
+                "a recent plausible estimate of UPower is used");
     }
 
     Input& input;
@@ -175,9 +178,9 @@ private:
     platform::UPowerEstimates estimates;
     Subscription changes;
 
-    // What the program must know by now.
+    // What the program must have learned by now.
     std::string owner;
-    bool babbled = false;  // something was said that may have changed any of it
+    bool isUncertain = false;  // an arbitrary message may have changed any of it
     bool known = false;
     std::int64_t seconds = 0;
     ChargeStatus status = ChargeStatus::unknown;

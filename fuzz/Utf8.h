@@ -1,4 +1,4 @@
-// UTF-8 by the letter of RFC 3629: shortest forms alone, no halves of surrogate pairs.
+// UTF-8 strictly by RFC 3629: only shortest forms, no surrogates.
 #pragma once
 
 #include <cstddef>
@@ -6,7 +6,7 @@
 
 namespace vorlane::fuzz {
 
-// Bytes of the character that the text begins with; 0 when it begins with none.
+// Size of the first character in bytes; 0 if it is invalid or missing.
 inline std::size_t characterSize(std::string_view text)
 {
     const auto byteAt = [text](std::size_t i) {

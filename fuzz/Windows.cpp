@@ -1,5 +1,5 @@
-// The messages between the program and its windows process, well made or not: bytes that are read
-// as a message are those that this message is written as, and nothing else is read.
+// Messages between the resident program and the windows process, valid or not: bytes that decode as
+// a message are exactly those it encodes to.
 #include <string>
 #include <variant>
 
@@ -23,7 +23,7 @@ void check(const std::string& bytes)
 {
     const auto message = platform::wire::decode<Message>(bytes);
     if (!message) return;
-    require(written(*message) == bytes, "a message is written as it was read");
+    require(written(*message) == bytes, "a message encodes to the bytes it was decoded from");
 }
 
 }  // namespace

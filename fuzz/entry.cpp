@@ -1,4 +1,4 @@
-// Where libFuzzer enters; compiled once for each target, whose name comes from the build.
+// The libFuzzer entry point; compiled once per target, whose name the build defines.
 #include "fuzz/Targets.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size);
