@@ -1,4 +1,4 @@
-// The process as a desktop that only counts what is asked of it.
+// Records what the program asks of its process, and plays the desktop.
 #pragma once
 
 #include <utility>
@@ -13,7 +13,7 @@ public:
     bool terminating = false;
     bool restarting = false;
     int activations = 0;
-    std::function<void()> activated;  // told of each activation when set
+    std::function<void()> activated;  // called at each activation, if set
 
     void setAccessory() override { accessory = true; }
     void activate() override

@@ -15,7 +15,7 @@ public:
     Date now() const override { return time; }
     Seconds uptime() const override { return (time - mondayMorning) - wasSet; }
 
-    // Somebody sets it: no time passes.
+    // The clock is set; no time passes.
     void set(Date next)
     {
         wasSet += next - time;

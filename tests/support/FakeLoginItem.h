@@ -1,4 +1,4 @@
-// A login item that the user in the test may break.
+// A login item whose changes a test can make fail.
 #pragma once
 
 #include "App/services/LoginItem.h"
@@ -8,7 +8,7 @@ namespace vorlane {
 class FakeLoginItem : public LoginItem {
 public:
     bool on = false;
-    std::optional<std::string> failure;  // what each change fails with
+    std::optional<std::string> failure;  // the error of each change
 
     bool enabled() const override { return on; }
 

@@ -30,43 +30,43 @@ Services FakeMachine::servicesWith(PowerSources& others)
 void FakeMachine::plugIn()
 {
     plugged = true;
-    tell();
+    notify();
 }
 
 void FakeMachine::unplug()
 {
     plugged = false;
-    tell();
+    notify();
 }
 
 void FakeMachine::charge(std::int64_t next)
 {
     percent = next;
-    tell();
+    notify();
 }
 
 void FakeMachine::minutesLeft(std::int64_t next)
 {
     minutes = next;
-    tell();
+    notify();
 }
 
 void FakeMachine::wear(std::int64_t healthPercent)
 {
     health = healthPercent;
-    tell();
+    notify();
 }
 
 void FakeMachine::removeBattery()
 {
     present = false;
-    tell();
+    notify();
 }
 
 void FakeMachine::insertBattery()
 {
     present = true;
-    tell();
+    notify();
 }
 
 void FakeMachine::advance(Seconds span)
@@ -92,7 +92,7 @@ void FakeMachine::wake()
     runLoop.settle();
 }
 
-void FakeMachine::tell()
+void FakeMachine::notify()
 {
     describe();
     if (asleep) return;

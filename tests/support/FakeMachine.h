@@ -1,4 +1,4 @@
-// A whole laptop in memory: what happens to it reaches the program through its services.
+// A whole laptop in memory; events on it reach the program through the fake services.
 #pragma once
 
 #include "App/services/Services.h"
@@ -20,7 +20,7 @@
 
 namespace vorlane {
 
-// Begins on battery at 50%, with a healthy battery.
+// Starts on battery at 50%, with a healthy battery.
 class FakeMachine {
 public:
     static constexpr const char* historyFile = "/home/user/share/Vorlane/history.json";
@@ -47,7 +47,7 @@ public:
     Services services() { return servicesWith(powerSources); }
     Services servicesWith(PowerSources& others);
 
-    // Each change is told to the program, which then does what it asked the loop for.
+    // Each change notifies the program and then runs the work it queued on the loop.
     void plugIn();
     void unplug();
     void charge(std::int64_t percent);
@@ -56,13 +56,13 @@ public:
     void removeBattery();
     void insertBattery();
 
-    // Lets time pass. While the machine sleeps only the clock goes on.
+    // Lets time pass. During sleep only the clock advances; timers do not fire.
     void advance(Seconds span);
     void sleep();
     void wake();
 
 private:
-    void tell();
+    void notify();
     void describe();
 
     std::int64_t percent = 50;

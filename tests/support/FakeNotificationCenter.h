@@ -1,4 +1,4 @@
-// A notification service with a user in front of it.
+// A notification service and its user.
 #pragma once
 
 #include <algorithm>
@@ -13,14 +13,14 @@ class FakeNotificationCenter : public NotificationCenter {
 public:
     bool reachable = true;
     AuthorizationStatus status = AuthorizationStatus::authorized;
-    bool answersLater = false;  // the status is told by `answer()` only
+    bool answersLater = false;  // the status is reported only by `answer()`
 
     std::weak_ptr<NotificationDelegate> delegate;
     std::vector<NotificationCategory> categories;
-    std::vector<AuthorizationOptions> prompts;         // each permission that was asked for
-    std::vector<NotificationRequest> posted;           // all that was ever shown
+    std::vector<AuthorizationOptions> prompts;         // permissions requested
+    std::vector<NotificationRequest> posted;           // everything ever shown
     std::map<std::string, NotificationRequest> shown;  // what is on screen, by identifier
-    int completions = 0;                               // responses that were dealt with
+    int completions = 0;                               // responses that were handled
 
     bool available() override { return reachable; }
 
@@ -34,15 +34,15 @@ public:
         categories = std::move(next);
     }
 
-    void authorizationStatus(std::function<void(AuthorizationStatus)> told) override
+    void authorizationStatus(std::function<void(AuthorizationStatus)> callback) override
     {
-        questions.push_back(std::move(told));
+        questions.push_back(std::move(callback));
         if (!answersLater) answer();
     }
 
     void answer()
     {
-        for (const auto& told : std::exchange(questions, {})) told(status);
+        for (const auto& callback : std::exchange(questions, {})) callback(status);
     }
 
     void requestAuthorization(AuthorizationOptions options) override { prompts.push_back(options); }
@@ -56,7 +56,7 @@ public:
 
     void removeDelivered(const std::string& identifier) override { shown.erase(identifier); }
 
-    // The user presses the button with that title on a notification; false when there is none.
+    // The user presses the button with that title on a notification. False if there is none.
     bool press(const std::string& identifier, const std::string& title)
     {
         const auto notification = shown.find(identifier);
@@ -74,8 +74,8 @@ public:
 
     void respond(const std::string& actionIdentifier)
     {
-        if (const auto told = delegate.lock()) {
-            told->didReceive(actionIdentifier, [this] { ++completions; });
+        if (const auto receiver = delegate.lock()) {
+            receiver->didReceive(actionIdentifier, [this] { ++completions; });
         }
     }
 

@@ -1,4 +1,4 @@
-// An event loop whose time passes only when it is told to, and then takes the clock along.
+// An event loop whose time passes only in `advance`, which also moves the clock.
 #pragma once
 
 #include <algorithm>
@@ -16,7 +16,7 @@ namespace vorlane {
 class FakeRunLoop : public RunLoop {
 public:
     bool onMainThread = true;
-    bool lazy = false;  // repeats come as late as their tolerance lets them
+    bool lazy = false;  // repeating timers fire as late as their tolerance allows
 
     explicit FakeRunLoop(FakeClock& clock) : clock_(clock) {}
 
@@ -34,19 +34,19 @@ public:
 
     bool isMainThread() const override { return onMainThread; }
 
-    // One turn: what was asked for before it began.
+    // One turn: runs the work that was queued before it.
     void turn()
     {
         for (const auto& work : std::exchange(queue, {})) work();
     }
 
-    // Turns until nothing waits.
+    // Turns until the queue is empty.
     void settle()
     {
         while (!queue.empty()) turn();
     }
 
-    // Lets time pass: every timer fires at its moment, and what it asks for is done then.
+    // Lets time pass: every timer fires when due, and the work it queues runs at once.
     void advance(Seconds span)
     {
         settle();
@@ -76,7 +76,7 @@ private:
         return lazy && timer.rhythm ? timer.due + timer.rhythm->tolerance : timer.due;
     }
 
-    // Of several at one moment the one that was asked for first.
+    // Of timers due at the same time, the one that was registered first.
     std::optional<std::uint64_t> earliest() const
     {
         const auto found = std::ranges::min_element(

@@ -13,30 +13,30 @@ class FakeRunLoopTest : public testing::Test {
 protected:
     std::function<void()> noting(const char* name)
     {
-        return [this, name] { told += name; };
+        return [this, name] { log += name; };
     }
 
     FakeClock clock;
     FakeRunLoop loop{clock};
-    std::string told;
+    std::string log;
 };
 
-TEST_F(FakeRunLoopTest, DoesWorkOnTheNextTurnInTheOrderOfAsking)
+TEST_F(FakeRunLoopTest, RunsWorkOnTheNextTurnInTheOrderItWasQueued)
 {
     loop.async([this] {
-        told += "a";
+        log += "a";
         loop.async(noting("c"));
     });
     loop.async(noting("b"));
-    EXPECT_EQ(told, "");
+    EXPECT_EQ(log, "");
 
     loop.turn();
-    EXPECT_EQ(told, "ab");
+    EXPECT_EQ(log, "ab");
     loop.settle();
-    EXPECT_EQ(told, "abc");
+    EXPECT_EQ(log, "abc");
 }
 
-TEST_F(FakeRunLoopTest, FiresEachTimerAtItsMoment)
+TEST_F(FakeRunLoopTest, FiresEachTimerWhenDue)
 {
     std::vector<Date> moments;
     const auto repeat =
@@ -50,56 +50,56 @@ TEST_F(FakeRunLoopTest, FiresEachTimerAtItsMoment)
     EXPECT_EQ(clock.now(), mondayMorning + 125s);
 }
 
-TEST_F(FakeRunLoopTest, DoesWhatATimerAsksForBeforeTheNextOne)
+TEST_F(FakeRunLoopTest, RunsTheWorkQueuedByATimerBeforeTheNextTimer)
 {
     const auto first = loop.after(1s, [this] { loop.async(noting("a")); });
     const auto second = loop.after(1s, noting("b"));
 
     loop.advance(1s);
 
-    EXPECT_EQ(told, "ab");
+    EXPECT_EQ(log, "ab");
 }
 
-TEST_F(FakeRunLoopTest, ForgetsATimerThatEnded)
+TEST_F(FakeRunLoopTest, DropsATimerWhoseSubscriptionEnded)
 {
     auto repeat = loop.repeat({.interval = 1s, .tolerance = 0s}, noting("a"));
     {
         const auto once = loop.after(1s, noting("b"));
     }
     loop.advance(2s);
-    EXPECT_EQ(told, "aa");
+    EXPECT_EQ(log, "aa");
 
     repeat = {};
     loop.advance(2s);
-    EXPECT_EQ(told, "aa");
+    EXPECT_EQ(log, "aa");
 }
 
 TEST_F(FakeRunLoopTest, LetsATimerEndItself)
 {
     Subscription repeat;
     repeat = loop.repeat({.interval = 1s, .tolerance = 0s}, [&] {
-        told += "a";
+        log += "a";
         repeat = {};
     });
 
     loop.advance(5s);
 
-    EXPECT_EQ(told, "a");
+    EXPECT_EQ(log, "a");
 }
 
-TEST_F(FakeRunLoopTest, IsLateByItsToleranceWhenItIsLazy)
+TEST_F(FakeRunLoopTest, FiresLateByTheToleranceWhenLazy)
 {
     loop.lazy = true;
     const auto repeat = loop.repeat({.interval = 60s, .tolerance = 10s}, noting("a"));
 
     loop.advance(69s);
-    EXPECT_EQ(told, "");
+    EXPECT_EQ(log, "");
     loop.advance(1s);
-    EXPECT_EQ(told, "a");
+    EXPECT_EQ(log, "a");
     loop.advance(59s);
-    EXPECT_EQ(told, "a");
+    EXPECT_EQ(log, "a");
     loop.advance(1s);
-    EXPECT_EQ(told, "aa");
+    EXPECT_EQ(log, "aa");
 }
 
 }  // namespace

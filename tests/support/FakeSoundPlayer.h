@@ -1,4 +1,4 @@
-// A loudspeaker that remembers what it played.
+// A sound player that records what it played.
 #pragma once
 
 #include <vector>

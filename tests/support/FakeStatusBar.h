@@ -1,4 +1,4 @@
-// A tray with one item, and a user who clicks it.
+// A tray with one status item, and the user who clicks it.
 #pragma once
 
 #include <algorithm>

@@ -1,4 +1,4 @@
-// A screen without pixels: it shows what it is given, and the user in the test asks for things.
+// A screen without pixels: holds the content of the windows, and plays the user who acts on them.
 #pragma once
 
 #include <optional>
@@ -13,9 +13,9 @@ public:
     struct PopoverState {
         PopoverIntents intents;
         std::optional<PopoverContent> shown;  // while it is open
-        bool pressedOutside = false;          // closed by a press that is still going on
+        bool pressedOutside = false;          // closed by a press that is still held
         int openings = 0;
-        int raisings = 0;  // shown while it was open
+        int raisings = 0;  // shown while already open
         int updates = 0;
     };
 

@@ -1,4 +1,4 @@
-// A system whose sleep and wake are called by hand.
+// A system whose sleep and wake are triggered by the test.
 #pragma once
 
 #include <utility>

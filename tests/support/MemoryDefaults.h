@@ -1,4 +1,4 @@
-// Settings that live in memory, and there outlive the program under test.
+// Settings in memory, which outlive the program under test.
 #pragma once
 
 #include <cmath>
@@ -11,8 +11,8 @@ namespace vorlane {
 
 class MemoryDefaults : public DefaultsStore {
 public:
-    std::map<std::string, DefaultsValue> values;      // what was set
-    std::map<std::string, DefaultsValue> registered;  // what the other keys read as
+    std::map<std::string, DefaultsValue> values;      // set explicitly
+    std::map<std::string, DefaultsValue> registered;  // defaults of all other keys
 
     void registerDefaults(const std::map<std::string, DefaultsValue>& defaults) override
     {

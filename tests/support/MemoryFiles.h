@@ -1,4 +1,4 @@
-// A disk in memory: it can be full, and refuse to be read.
+// A disk in memory, which can be full or refuse to be read.
 #pragma once
 
 #include <map>
@@ -15,7 +15,7 @@ public:
     std::set<std::string> folders;
     bool readable = true;
     bool full = false;     // nothing new can be written
-    bool pinned = false;   // nothing can be moved
+    bool pinned = false;   // no file can be moved
     int replacements = 0;  // files written so far
 
     std::vector<std::string> applicationSupportFolders() override { return supportFolders; }

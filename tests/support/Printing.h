@@ -1,4 +1,4 @@
-// How a failed expectation writes the records of the program.
+// How a failed expectation prints the program's records.
 #pragma once
 
 #include <ostream>

@@ -1,4 +1,4 @@
-// Readings to begin a test with; everything else about them is unknown.
+// Simple battery readings for tests; all other fields are unknown.
 #pragma once
 
 #include "App/BatteryState.h"
