@@ -1,5 +1,5 @@
-// What the resident program and the plugin with the X tray's icon know of each other. The plugin is
-// opened when no other tray has come, and stays for the life of the process.
+// The interface between the resident program and the plugin for the icon in X trays. The plugin is
+// loaded when no StatusNotifier tray has appeared, and stays loaded for the life of the process.
 #pragma once
 
 #include <cstdint>
@@ -13,14 +13,14 @@
 
 namespace vorlane::platform {
 
-// A square of `size` by `size` pixels: four bytes each, alpha first, colours not multiplied by it,
-// row by row. Empty: `size` is 0.
+// `size` by `size` pixels, row by row: alpha, red, green and blue, one byte each, not
+// premultiplied. A size of 0 means no picture.
 struct TrayPicture {
     int size = 0;
     std::vector<std::uint8_t> argb;
 };
 
-// The program's icon in the X trays of a display, as they come and go. Never waits for the server.
+// The program's icon in the X trays of a display, as they come and go. Never blocks on the server.
 class XTray {
 public:
     virtual ~XTray() = default;
@@ -28,27 +28,27 @@ public:
     // Readable when there may be something to dispatch.
     virtual int descriptor() const = 0;
 
-    // Handles what has come. False when the connection is lost: nothing will come any more.
+    // Handles pending events. False once the connection is lost, for good.
     virtual bool dispatch() = 0;
 
-    // Draws the icon anew, and names its window. False as above.
+    // Redraws the icon and names its window. False as above.
     virtual bool show(const std::string& name) = 0;
 };
 
-// All of it may be called only while one of the plugin's operations runs.
+// The callbacks are called only from within the plugin's operations.
 struct XTrayHost {
-    std::string_view build;  // must be the plugin's own
+    std::string_view build;  // must match the plugin's
 
-    // What to draw into a square of this size; in the colour, when the tray names one.
+    // The picture to draw, at most this size; in `color`, if the tray sets one.
     std::function<TrayPicture(int size, std::optional<Rgb> color)> picture;
 
     std::function<void()> clicked;
     std::function<void()> menuWanted;
 };
 
-// What the plugin exports by the name "vorlaneXTray". Null when the plugin is of another build, or
-// the display cannot be used. Waits for the server: ask it only when the server answers. Who calls
-// deletes what it returns.
+// The plugin's exported function, named "vorlaneXTray". Returns null when the builds differ or the
+// display cannot be used. Blocks until the server answers, so check first that it does. The caller
+// owns the result.
 using XTrayEntry = XTray*(const XTrayHost& host);
 constexpr const char* xTrayEntryName = "vorlaneXTray";
 

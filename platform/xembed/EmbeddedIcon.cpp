@@ -10,7 +10,7 @@ namespace vorlane::platform {
 
 namespace {
 
-constexpr int firstSize = 24;  // until the tray sets another one
+constexpr int firstSize = 24;  // until the tray resizes the window
 constexpr std::string_view windowClass{"vorlane\0Vorlane\0", 16};
 
 void setText(const XConnection& connection, xcb_window_t window, xcb_atom_t property,
@@ -35,8 +35,8 @@ EmbeddedIcon::EmbeddedIcon(const XConnection& connection, const Tray& tray)
     colormap = xcb_generate_id(xcb);
     xcb_create_colormap(xcb, XCB_COLORMAP_ALLOC_NONE, colormap, screen.root, visual);
 
-    // A visual of another depth than the root's needs all of these. A pixel of 0 is transparent
-    // where there is an alpha channel.
+    // A depth other than the root's requires all of these values. Pixel 0 is transparent in a
+    // visual with alpha.
     const std::array<std::uint32_t, 4> values{
         0, 0,
         XCB_EVENT_MASK_EXPOSURE | XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_BUTTON_PRESS |
@@ -66,7 +66,7 @@ void EmbeddedIcon::dock(xcb_window_t manager)
 {
     const auto& atoms = connection_.atoms();
     constexpr std::uint32_t version = 0;
-    constexpr std::uint32_t mapped = 1;  // the tray shall map it
+    constexpr std::uint32_t mapped = 1;  // asks the tray to map it
     const std::array<std::uint32_t, 2> info{version, mapped};
     xcb_change_property(connection_.get(), XCB_PROP_MODE_REPLACE, window, atoms.xembedInfo,
                         atoms.xembedInfo, 32, info.size(), info.data());
@@ -124,18 +124,18 @@ EmbeddedIcon::Event EmbeddedIcon::resized(const xcb_configure_notify_event_t& ev
 EmbeddedIcon::Event EmbeddedIcon::reparented(const xcb_reparent_notify_event_t& event)
 {
     if (event.window != window) return Event::none;
-    // A tray that ends leaves the window to the screen.
+    // When a tray ends, its windows go back to the root.
     if (event.parent == connection_.screen().root) return Event::expelled;
 
-    // The tray's own background shows through. Not before the docking: where the depths differ the
-    // server would refuse that, where it now refuses this alone.
+    // Lets the tray's background show through. Set only after docking: if the depths differ, the
+    // server then rejects just this request instead of the docking.
     const std::uint32_t value = XCB_BACK_PIXMAP_PARENT_RELATIVE;
     xcb_change_window_attributes(connection_.get(), window, XCB_CW_BACK_PIXMAP, &value);
     return Event::redraw;
 }
 
-// A whole click, press and release: while a button is held down no popup can take the pointer, and
-// a release alone belongs to a press that closed one.
+// Reacts to a full click, press and release: no popup can grab the pointer while a button is held,
+// and a release without a press belongs to a press that closed a popup.
 EmbeddedIcon::Event EmbeddedIcon::released(const xcb_button_release_event_t& event)
 {
     if (event.event != window || pressed != event.detail) return Event::none;

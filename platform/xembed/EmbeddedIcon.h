@@ -1,5 +1,5 @@
-// One window in one tray: docks, draws itself, and tells of clicks. The System Tray Protocol 1.0
-// and XEMBED say how.
+// One icon window in one tray: docks, draws and reports clicks, by the System Tray Protocol 1.0 and
+// XEMBED.
 #pragma once
 
 #include <algorithm>
@@ -14,8 +14,7 @@ namespace vorlane::platform {
 
 class EmbeddedIcon {
 public:
-    // Asks the tray to dock it. The connection outlives this object, and is flushed by who holds
-    // it.
+    // Asks the tray to dock it. The connection must outlive this object; its owner flushes it.
     EmbeddedIcon(const XConnection& connection, const Tray& tray);
     EmbeddedIcon(const EmbeddedIcon&) = delete;
     EmbeddedIcon& operator=(const EmbeddedIcon&) = delete;
@@ -23,19 +22,19 @@ public:
 
     enum class Event {
         none,
-        redraw,  // its size or what it shows has been lost
+        redraw,  // it was docked, resized or exposed
         clicked,
         menuWanted,
-        expelled,  // the tray has let go of it
+        expelled,  // the tray has released or destroyed it
     };
     Event handle(const xcb_generic_event_t& event);
 
     void setName(const std::string& name);
 
-    // The side of the largest square in it, up to one that fits into a single request.
+    // The side of the largest square that fits, limited to what one X request can hold.
     int size() const { return std::min({width, height, 192}); }
 
-    // In the middle, on whatever the tray shows behind it.
+    // Draws centred, over the tray's background.
     void draw(const TrayPicture& picture);
 
 private:

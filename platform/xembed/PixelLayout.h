@@ -1,4 +1,4 @@
-// Pixels as the X server takes them.
+// Converts pixels to the X server's format.
 #pragma once
 
 #include <cstdint>
@@ -6,8 +6,7 @@
 
 namespace vorlane::platform {
 
-// From straight colours, alpha first, to colours multiplied by their alpha, in words of the
-// server's byte order.
+// Converts straight ARGB bytes to premultiplied pixels in the server's byte order.
 std::vector<std::uint8_t> serverPixels(const std::vector<std::uint8_t>& argb,
                                        bool mostSignificantFirst);
 

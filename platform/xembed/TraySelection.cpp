@@ -11,7 +11,7 @@ namespace {
 unsigned askProperty(xcb_connection_t* connection, xcb_window_t window,
                      std::pair<xcb_atom_t, xcb_atom_t> nameAndType)
 {
-    constexpr std::uint32_t most = 12;  // of four bytes
+    constexpr std::uint32_t most = 12;  // in units of four bytes
     return xcb_get_property(connection, 0, window, nameAndType.first, nameAndType.second, 0, most)
         .sequence;
 }
@@ -25,7 +25,7 @@ void select(const XConnection& connection, xcb_window_t window, std::uint32_t ev
 
 TraySelection::TraySelection(const XConnection& connection) : connection_(connection)
 {
-    // A tray that comes tells the root window.
+    // A new tray sends a MANAGER message to the root window.
     select(connection_, connection_.screen().root, XCB_EVENT_MASK_STRUCTURE_NOTIFY);
     askOwner();
 }
@@ -37,7 +37,7 @@ void TraySelection::handle(const xcb_generic_event_t& event)
             const auto& message = reinterpret_cast<const xcb_client_message_event_t&>(event);
             if (message.type != connection_.atoms().manager) return;
             if (message.data.data32[1] != connection_.atoms().traySelection) return;
-            forget();  // the same one, when it begins anew, wants its icons anew as well
+            forget();  // even the same owner expects its icons to dock again after a restart
             askOwner();
             return;
         }
@@ -45,7 +45,7 @@ void TraySelection::handle(const xcb_generic_event_t& event)
             const auto& destroyed = reinterpret_cast<const xcb_destroy_notify_event_t&>(event);
             if (destroyed.window != found.manager) return;
             forget();
-            askOwner();  // another one may have taken over long ago
+            askOwner();  // another tray may have taken over already
             return;
         }
         case XCB_PROPERTY_NOTIFY: {
@@ -69,7 +69,7 @@ void TraySelection::collect()
 
     ReplyPointer<xcb_get_property_reply_t> property;
     if (visualAsked.take(connection_.get(), property)) {
-        if (!property) return forget();  // the owner has gone: the next one will tell
+        if (!property) return forget();  // the owner has gone; the next one announces itself
         found.visual = XCB_NONE;
         if (property->type == XCB_ATOM_VISUALID && property->format == 32 &&
             property->value_len == 1) {
@@ -96,7 +96,7 @@ void TraySelection::takeOwner(const xcb_get_selection_owner_reply_t& reply)
     forget();
     if (reply.owner == XCB_WINDOW_NONE) return;
     found.manager = reply.owner;
-    // Before the questions: whoever dies after they are answered is seen to die.
+    // Before the queries, so that the end of an owner that answers them is noticed.
     select(connection_, found.manager,
            XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE);
     askProperties();
@@ -110,7 +110,7 @@ void TraySelection::askProperties()
     colorsAsked.ask(xcb, askProperty(xcb, found.manager, {atoms.trayColors, XCB_ATOM_CARDINAL}));
 }
 
-// Red, green and blue of four colours in sixteen bits each; the first is for text and symbols.
+// Four colours as 16-bit red, green and blue; the first one is for text and symbols.
 void TraySelection::takeColors(const xcb_get_property_reply_t& reply)
 {
     found.foreground.reset();

@@ -1,5 +1,5 @@
-// The tray of a screen: who owns _NET_SYSTEM_TRAY_Sn now, and what it offers to icons. Asks without
-// waiting; the System Tray Protocol 1.0 says how.
+// The tray of a screen: the owner of _NET_SYSTEM_TRAY_Sn and the visual and colours it announces
+// (System Tray Protocol 1.0). Queries without blocking.
 #pragma once
 
 #include <optional>
@@ -12,7 +12,7 @@ namespace vorlane::platform {
 
 struct Tray {
     xcb_window_t manager = XCB_WINDOW_NONE;
-    xcb_visualid_t visual = XCB_NONE;  // that icons shall have; none: any
+    xcb_visualid_t visual = XCB_NONE;  // for icons; XCB_NONE allows any
     std::optional<Rgb> foreground;
 
     friend bool operator==(const Tray&, const Tray&) = default;
@@ -20,16 +20,16 @@ struct Tray {
 
 class TraySelection {
 public:
-    // The connection outlives this object, and is flushed by who holds it.
+    // The connection must outlive this object; its owner flushes it.
     explicit TraySelection(const XConnection& connection);
 
-    // Absent while there is none, or while it still owes an answer.
+    // Absent while there is no tray or its replies are pending.
     const std::optional<Tray>& tray() const { return tray_; }
 
-    // Takes note of trays that come and go.
+    // Tracks trays that appear and disappear.
     void handle(const xcb_generic_event_t& event);
 
-    // Takes the answers that have come.
+    // Processes the replies that have arrived.
     void collect();
 
 private:
@@ -41,7 +41,7 @@ private:
 
     const XConnection& connection_;
     std::optional<Tray> tray_;
-    Tray found;  // until its answers are complete
+    Tray found;  // filled in until all replies have arrived
     XQuestion<xcb_get_selection_owner_reply_t> ownerAsked;
     XQuestion<xcb_get_property_reply_t> visualAsked;
     XQuestion<xcb_get_property_reply_t> colorsAsked;

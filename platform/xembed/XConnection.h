@@ -1,4 +1,4 @@
-// A connection to the X server, with what never changes on it.
+// A connection to the X server, with its atoms and formats, which never change.
 #pragma once
 
 #include <xcb/render.h>
@@ -11,9 +11,9 @@
 
 namespace vorlane::platform {
 
-// The names of the System Tray Protocol 1.0 and of XEMBED, as the server numbers them.
+// Atoms of the System Tray Protocol 1.0 and of XEMBED.
 struct XAtoms {
-    xcb_atom_t traySelection;  // _NET_SYSTEM_TRAY_S with the number of the screen
+    xcb_atom_t traySelection;  // _NET_SYSTEM_TRAY_S and the screen number
     xcb_atom_t trayOpcode;
     xcb_atom_t trayVisual;
     xcb_atom_t trayColors;
@@ -25,8 +25,8 @@ struct XAtoms {
 
 class XConnection {
 public:
-    // To the display of DISPLAY; null when it cannot be reached or cannot blend pictures. Waits for
-    // the server's answers, as nothing does later.
+    // Connects to $DISPLAY; null when it cannot be reached or cannot blend ARGB pictures. Blocks
+    // on the server; nothing later does.
     static std::unique_ptr<XConnection> open();
 
     xcb_connection_t* get() const { return connection.get(); }
@@ -34,10 +34,10 @@ public:
     const XAtoms& atoms() const { return atoms_; }
     bool isMostSignificantFirst() const;
 
-    // Of pixels with a byte each of alpha, red, green and blue, alpha the most significant.
+    // The format of 32-bit ARGB pixels, alpha in the most significant byte.
     xcb_render_pictformat_t argbFormat() const { return argbFormat_; }
 
-    // 0 for a visual that pictures cannot be blended into.
+    // 0 for a visual that RENDER does not support.
     xcb_render_pictformat_t format(xcb_visualid_t visual) const;
 
     // 0 for a visual that the screen does not have.

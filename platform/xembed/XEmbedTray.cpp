@@ -36,7 +36,7 @@ void XEmbedTray::handle(const xcb_generic_event_t& event)
         case EmbeddedIcon::Event::menuWanted:
             return host_.menuWanted();
         case EmbeddedIcon::Event::expelled:
-            icon.reset();  // asks this tray no more: it may expel the next one as well
+            icon.reset();  // does not dock here again: the tray might expel it again
             return;
         case EmbeddedIcon::Event::none:
             return;
@@ -51,15 +51,14 @@ void XEmbedTray::followTray()
         tray && docked && tray->manager == docked->manager && tray->visual == docked->visual;
     docked = tray;
     stale = true;
-    if (same) return;  // in another colour
+    if (same) return;  // only the colour has changed
     icon.reset();
     if (!tray) return;
     icon = std::make_unique<EmbeddedIcon>(*connection, *tray);
     icon->setName(name_);
 }
 
-// One drawing at a time is on its way: a server that does not answer is sent no more, or the
-// sending would wait for it one day.
+// At most one drawing is in flight: with a hung server, more would fill the socket and block.
 void XEmbedTray::drawSoon()
 {
     auto* const xcb = connection->get();
@@ -71,7 +70,7 @@ void XEmbedTray::drawSoon()
     drawn.ask(xcb, xcb_get_input_focus(xcb).sequence);
 }
 
-// What a call reads ahead does not show at the descriptor any more: until nothing is left of it.
+// Handles events until none are queued: those that xcb has already read do not wake the descriptor.
 bool XEmbedTray::drain()
 {
     auto* const xcb = connection->get();

@@ -1,5 +1,5 @@
-// The icon in the X trays of a display: docks in each tray that comes, and draws what the resident
-// program shows.
+// The icon in the X trays of a display: docks in each tray that appears and draws the resident
+// program's picture.
 #pragma once
 
 #include <memory>
@@ -31,11 +31,11 @@ private:
     std::unique_ptr<XConnection> connection;
     XTrayHost host_;
     TraySelection selection;
-    std::optional<Tray> docked;  // where the icon is, or was until it was expelled
+    std::optional<Tray> docked;  // the tray the icon is in, or was expelled from
     std::unique_ptr<EmbeddedIcon> icon;
     std::string name_;
-    bool stale = false;                            // the icon is to be drawn
-    XQuestion<xcb_get_input_focus_reply_t> drawn;  // asked after the last drawing
+    bool stale = false;                            // the icon needs a redraw
+    XQuestion<xcb_get_input_focus_reply_t> drawn;  // its reply confirms the last drawing
 };
 
 }  // namespace vorlane::platform

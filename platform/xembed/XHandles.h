@@ -1,4 +1,4 @@
-// Ownership for what xcb hands out.
+// Owning pointers for xcb objects.
 #pragma once
 
 #include <xcb/xcb.h>

@@ -1,4 +1,4 @@
-// A request whose answer is taken when it has come, without waiting for it.
+// A request whose reply is collected without blocking once it has arrived.
 #pragma once
 
 #include <xcb/xcb.h>
@@ -13,7 +13,7 @@ namespace vorlane::platform {
 template <typename Reply>
 class XQuestion {
 public:
-    // Of a request by its number; of an earlier one the answer is no longer wanted.
+    // Tracks a new request by its sequence number; discards the reply to an earlier one.
     void ask(xcb_connection_t* connection, unsigned sequence)
     {
         drop(connection);
@@ -28,7 +28,7 @@ public:
 
     bool isOpen() const { return asked.has_value(); }
 
-    // Whether the answer has come now; it is empty when it is an error.
+    // Whether the reply has arrived; `reply` stays empty if it is an error.
     bool take(xcb_connection_t* connection, ReplyPointer<Reply>& reply)
     {
         if (!asked) return false;

@@ -1,4 +1,4 @@
-// The one thing that the plugin exports.
+// The plugin's only exported function.
 #include <type_traits>
 #include <utility>
 
