@@ -6,7 +6,7 @@
 
 namespace vorlane::platform {
 
-// How the user wants windows to look, as the desktop's settings portal tells it.
+// How the user wants windows to look, from the desktop's settings portal.
 struct Appearance {
     enum class Scheme { noPreference, dark, light };
 

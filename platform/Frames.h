@@ -9,7 +9,7 @@
 
 namespace vorlane::platform {
 
-// Never waits. False when the peer has gone, or has left so much unread that the buffer is full.
+// Never blocks. False when the peer has gone, or its receive buffer is full.
 inline bool sendFrame(int socket, const std::string& bytes)
 {
     return send(socket, bytes.data(), bytes.size(), MSG_NOSIGNAL | MSG_DONTWAIT) >= 0;
@@ -17,13 +17,14 @@ inline bool sendFrame(int socket, const std::string& bytes)
 
 enum class Receiving { frame, nothing, end };
 
-// Never waits. An empty frame, or one of more than `largest` bytes, counts as the end of the
-// connection: no message has that size.
+// Never blocks. An empty frame, or one of more than `largest` bytes, counts as the end of the
+// connection: no valid message has that size.
 inline Receiving receiveFrame(int socket, std::string& bytes, std::size_t largest)
 {
     constexpr int peek = MSG_PEEK | MSG_TRUNC | MSG_DONTWAIT;
     auto size = recv(socket, nullptr, 0, peek);
-    // Reported once when the peer left something unread, ahead of what it had sent before.
+    // Reported once if the peer closed without reading everything; its own messages are still
+    // queued.
     if (size < 0 && errno == ECONNRESET) size = recv(socket, nullptr, 0, peek);
     if (size < 0 && (errno == EAGAIN || errno == EINTR)) return Receiving::nothing;
     if (size <= 0 || static_cast<std::size_t>(size) > largest) return Receiving::end;

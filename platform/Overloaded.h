@@ -1,4 +1,4 @@
-// One function object out of several, to visit a variant.
+// Combines several function objects into one, to visit a variant.
 #pragma once
 
 namespace vorlane::platform {

@@ -97,7 +97,7 @@ inline constexpr MenuAction last<MenuAction> = MenuAction::quit;
 
 }  // namespace wire
 
-// Exit code of a windows process of another build than the resident program.
+// Exit code of a windows process whose build differs from the resident program's.
 constexpr int otherBuildExit = 3;
 
 // File descriptor of the socket in the windows process.

@@ -22,8 +22,8 @@ namespace vorlane::platform::wire {
 template <typename T>
 concept Number = std::is_arithmetic_v<T> && !std::is_same_v<T, bool>;
 
-// The last enumerator; the first must be 0. Specialize it for every enumeration that is sent: one
-// without does not compile.
+// The last enumerator; the first must be 0. Specialize this for every enumeration that is sent:
+// sending one without does not compile.
 template <typename Enumeration>
 constexpr Enumeration last = Enumeration::missing;
 
