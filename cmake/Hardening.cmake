@@ -1,5 +1,5 @@
-# What distributions want of each program, in each build that is optimised: the address space laid
-# out anew at each start, tables read-only, and overruns of the stack and of known buffers caught.
+# The hardening that distributions expect, in every optimised build: position-independent executables,
+# read-only relocations, and checks for overflows of the stack and of buffers of known size.
 if(CMAKE_BUILD_TYPE MATCHES "^(MinSizeRel|Release|RelWithDebInfo)$" AND NOT VORLANE_SANITIZE AND NOT VORLANE_FUZZ)
     include(CheckPIESupported)
     check_pie_supported(LANGUAGES CXX)

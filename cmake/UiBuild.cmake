@@ -1,4 +1,4 @@
-# Writes OUTPUT, a header that names the build by what MADE_BY says and FILES hold.
+# Writes the header OUTPUT, which names the build by a hash of MADE_BY and the contents of FILES.
 set(all "${MADE_BY}")
 foreach(file IN LISTS FILES)
     file(SHA256 ${file} hash)
@@ -10,7 +10,7 @@ file(WRITE ${OUTPUT} "#pragma once
 
 namespace vorlane::platform {
 
-// The same in the resident program in the windows process and in the X tray plugin.
+// Must match between the resident program, the windows process and the X tray plugin.
 constexpr const char* uiBuild = \"vorlane-ui-build-${name}\";
 
 }  // namespace vorlane::platform

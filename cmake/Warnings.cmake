@@ -1,4 +1,4 @@
-# The warnings that every target of ours is built with; linked privately, so they reach nobody else.
+# The warnings for all our targets; linked privately so that they do not propagate.
 add_library(vorlane_warnings INTERFACE)
 target_compile_options(vorlane_warnings INTERFACE
     -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror=missing-field-initializers)

@@ -1,5 +1,5 @@
-# Run by an installation: writes the files that name the program's path, which only it knows.
-# DRAFTS has them with @program@ and @command@; made in MADE, they go where SHARE is.
+# Run at installation, when the program's path is known: writes the files that contain it. Configures
+# the templates in DRAFTS (@program@, @command@) into MADE and installs them under SHARE.
 set(program ${CMAKE_INSTALL_PREFIX}/${BIN}/vorlane)
 set(command ${program})
 if(program MATCHES "[^A-Za-z0-9/._+-]")

@@ -1,5 +1,5 @@
-# Run by CPack on the finished package: takes out the postrm that it writes for every .so below
-# lib/, ours being a plugin that no linker looks for. A package with one stays listed once removed.
+# Run by CPack on the finished package: removes the postrm that CPack adds for any .so under lib/.
+# Ours is a plugin that needs no ldconfig, and dpkg keeps listing a removed package with a postrm.
 foreach(package IN LISTS CPACK_PACKAGE_FILES)
     set(root ${CPACK_TEMPORARY_DIRECTORY}-repacked)
     file(REMOVE_RECURSE ${root})
