@@ -188,7 +188,7 @@ void supplies(Input input)
     }
 
     const auto found = platform::readPowerSupplies(folder.path(""));
-    require(found.has_value(), "the folder can be read");
+    require(static_cast<bool>(found), "the folder can be read");
     const auto state = readBattery(folder);
 
     checkPlausible(state);

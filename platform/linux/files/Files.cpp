@@ -1,5 +1,6 @@
 #include "platform/linux/files/Files.h"
 
+#include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -9,9 +10,10 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
+#include <ctime>
+#include <memory>
 
 #include "platform/linux/base/FileDescriptor.h"
-#include "platform/linux/files/StaleTemporaries.h"
 
 namespace vorlane::platform {
 
@@ -35,22 +37,23 @@ FileDescriptor openFile(const std::string& path, int flags)
     return FileDescriptor(uninterrupted([&] { return open(path.c_str(), flags | O_CLOEXEC); }));
 }
 
-bool writeAll(int file, std::string_view piece)
+Expected<> writeAll(int file, std::string_view piece)
 {
     while (!piece.empty()) {
         const auto count = uninterrupted([&] { return write(file, piece.data(), piece.size()); });
-        if (count <= 0) return false;
+        if (count <= 0) return lastError();
         piece.remove_prefix(static_cast<std::size_t>(count));
     }
-    return true;
+    return {};
 }
 
-bool writeAll(int file, const FilePieces& next)
+Expected<> writeAll(int file, const FilePieces& next)
 {
     for (auto piece = next(); !piece.empty(); piece = next()) {
-        if (!writeAll(file, piece)) return false;
+        if (auto written = writeAll(file, piece); !written) return written;
     }
-    return uninterrupted([&] { return fdatasync(file); }) == 0;
+    if (uninterrupted([&] { return fdatasync(file); }) != 0) return lastError();
+    return {};
 }
 
 void syncFolder(const std::string& path)
@@ -74,17 +77,18 @@ bool isFree(const std::string& path)
 }
 
 // Gives `path` the second name `name`, or moves it there where a second name is impossible: for a
-// folder, and on file systems without links. Never overwrites. 0, or what went wrong.
-int keepAs(const std::string& name, const std::string& path)
+// folder, and on file systems without links. Never overwrites.
+Expected<> keepAs(const std::string& name, const std::string& path)
 {
-    if (link(path.c_str(), name.c_str()) == 0) return 0;
-    if (errno == EEXIST) return errno;
-    if (renameat2(AT_FDCWD, path.c_str(), AT_FDCWD, name.c_str(), RENAME_NOREPLACE) == 0) return 0;
-    if (errno != EINVAL) return errno;
+    if (link(path.c_str(), name.c_str()) == 0) return {};
+    if (errno == EEXIST) return lastError();
+    if (renameat2(AT_FDCWD, path.c_str(), AT_FDCWD, name.c_str(), RENAME_NOREPLACE) == 0) return {};
+    if (errno != EINVAL) return lastError();
 
     // A file system that cannot refuse to overwrite: look first.
-    if (!isFree(name)) return EEXIST;
-    return rename(path.c_str(), name.c_str()) == 0 ? 0 : errno;
+    if (!isFree(name)) return std::errc::file_exists;
+    if (rename(path.c_str(), name.c_str()) != 0) return lastError();
+    return {};
 }
 
 void makeFolder(const std::string& path)
@@ -93,18 +97,55 @@ void makeFolder(const std::string& path)
     (void)chmod(path.c_str(), S_IRWXU);  // whatever the umask took from it
 }
 
-// For a call that sets no errno itself.
-bool failed(int reason)
-{
-    errno = reason;
-    return false;
-}
-
 // Over whatever stands there; a folder would have to be empty, and is kept aside.
-bool moveOver(const std::string& temporary, const std::string& path)
+Expected<> moveOver(const std::string& temporary, const std::string& path)
 {
     const auto move = [&] { return rename(temporary.c_str(), path.c_str()) == 0; };
-    return move() || (errno == EISDIR && keepFileAside(path) && move());
+    if (move()) return {};
+    if (errno != EISDIR) return lastError();
+    if (auto kept = keepFileAside(path); !kept) return kept;
+    if (!move()) return lastError();
+    return {};
+}
+
+constexpr std::time_t oldEnough = 600;    // seconds; to write a file takes some milliseconds
+constexpr std::size_t randomLetters = 6;  // which mkostemp makes
+
+struct Closer {
+    void operator()(DIR* folder) const { (void)closedir(folder); }
+};
+
+bool isLetterOrDigit(char c)
+{
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9');
+}
+
+bool isTemporary(std::string_view name, std::string_view begin)
+{
+    if (!name.starts_with(begin)) return false;
+    const auto rest = name.substr(begin.size());
+    return rest.size() == randomLetters && std::ranges::all_of(rest, isLetterOrDigit);
+}
+
+bool isLeft(int folder, const char* name)
+{
+    struct stat status {};
+    return fstatat(folder, name, &status, AT_SYMLINK_NOFOLLOW) == 0 && S_ISREG(status.st_mode) &&
+           status.st_uid == geteuid() && std::time(nullptr) - status.st_mtime > oldEnough;
+}
+
+// Takes away the user's own regular files in `folder` whose names are `begin` and six letters or
+// digits, and that nobody has written to for ten minutes: a younger one may be at work, another
+// session's. Trouble is ignored.
+void removeStaleTemporaries(const std::string& folder, const std::string& begin)
+{
+    const std::unique_ptr<DIR, Closer> entries(opendir(folder.c_str()));
+    if (!entries) return;
+    const int number = dirfd(entries.get());
+    while (const auto* const entry = readdir(entries.get())) {
+        const char* const name = entry->d_name;
+        if (isTemporary(name, begin) && isLeft(number, name)) (void)unlinkat(number, name, 0);
+    }
 }
 
 struct Reading {
@@ -112,26 +153,25 @@ struct Reading {
     bool whosever;  // not only the user's own and root's
 };
 
-// 0, or why it is not to be read.
-int objection(const struct stat& status, const Reading& reading)
+Expected<> mayBeRead(const struct stat& status, const Reading& reading)
 {
-    if (!S_ISREG(status.st_mode)) return EINVAL;
+    if (!S_ISREG(status.st_mode)) return std::errc::invalid_argument;
     if (status.st_size < 0 || static_cast<std::size_t>(status.st_size) > reading.limit)
-        return EFBIG;
+        return std::errc::file_too_large;
     const bool isOwn = status.st_uid == geteuid() || status.st_uid == 0;
-    return isOwn || reading.whosever ? 0 : EPERM;
+    if (!isOwn && !reading.whosever) return std::errc::operation_not_permitted;
+    return {};
 }
 
 // Parsers look a little beyond the end of a text; where there is no room they copy it.
 constexpr std::size_t roomForParsers = 64;
 
-std::optional<std::string> read(const std::string& path, const Reading& reading)
+Expected<std::string> read(const std::string& path, const Reading& reading)
 {
     const auto file = openFile(path, O_RDONLY | O_NONBLOCK | O_NOCTTY);
     struct stat status {};
-    if (!file || fstat(file.get(), &status) != 0) return std::nullopt;
-    errno = objection(status, reading);
-    if (errno != 0) return std::nullopt;
+    if (!file || fstat(file.get(), &status) != 0) return lastError();
+    if (const auto allowed = mayBeRead(status, reading); !allowed) return allowed.error();
 
     std::string content;
     content.reserve(static_cast<std::size_t>(status.st_size) + roomForParsers);
@@ -139,66 +179,69 @@ std::optional<std::string> read(const std::string& path, const Reading& reading)
     for (;;) {
         const auto count =
             uninterrupted([&] { return ::read(file.get(), piece.data(), piece.size()); });
-        if (count < 0) return std::nullopt;
+        if (count < 0) return lastError();
         if (count == 0) return content;
         content.append(piece.data(), static_cast<std::size_t>(count));
-        if (content.size() <= reading.limit) continue;
-        errno = EFBIG;  // it grew meanwhile
-        return std::nullopt;
+        if (content.size() > reading.limit) return std::errc::file_too_large;  // it grew meanwhile
     }
 }
 
 }  // namespace
 
-std::optional<std::string> readFile(const std::string& path, std::size_t limit)
+Expected<std::string> readFile(const std::string& path, std::size_t limit)
 {
     return read(path, {.limit = limit, .whosever = true});
 }
 
-std::optional<std::string> readOwnFile(const std::string& path, std::size_t limit)
+Expected<std::string> readOwnFile(const std::string& path, std::size_t limit)
 {
     return read(path, {.limit = limit, .whosever = false});
 }
 
-bool countsAsEmpty(int reason)
+bool countsAsEmpty(std::errc error)
 {
-    constexpr std::array reasons{ENOENT, ENOTDIR, EINVAL, EFBIG, EPERM, ELOOP, ENXIO, ENODEV};
-    return std::ranges::find(reasons, reason) != reasons.end();
+    using enum std::errc;
+    constexpr std::array reasons{no_such_file_or_directory, not_a_directory,
+                                 invalid_argument,          file_too_large,
+                                 operation_not_permitted,   too_many_symbolic_link_levels,
+                                 no_such_device_or_address, no_such_device};
+    return std::ranges::find(reasons, error) != reasons.end();
 }
 
-bool replaceFile(const std::string& path, const FilePieces& next)
+Expected<> replaceFile(const std::string& path, const FilePieces& next)
 {
     const auto folder = folderOf(path);
     const auto name = path.substr(path.rfind('/') + 1);
-    if (name.empty()) return failed(ENOENT);
+    if (name.empty()) return std::errc::no_such_file_or_directory;
 
     makeFolders(folder);
     removeStaleTemporaries(folder, "." + name + ".");
     auto temporary = folder + "/." + name + ".XXXXXX";
     const FileDescriptor file(mkostemp(temporary.data(), O_CLOEXEC));
-    if (!file) return false;
+    if (!file) return lastError();
 
     (void)fchmod(file.get(), S_IRUSR | S_IWUSR);  // whatever the umask took from it
-    if (!writeAll(file.get(), next) || !moveOver(temporary, path)) {
-        const int reason = errno;
+    auto outcome = writeAll(file.get(), next);
+    if (outcome) outcome = moveOver(temporary, path);
+    if (!outcome) {
         (void)unlink(temporary.c_str());
-        return failed(reason);
+        return outcome;
     }
     syncFolder(folder);
-    return true;
+    return {};
 }
 
-bool keepFileAside(const std::string& path)
+Expected<> keepFileAside(const std::string& path)
 {
     const auto bad = path + ".bad";
     for (int number = 0; number < mostKeptAside; ++number) {
         const auto name = number == 0 ? bad : bad + "." + std::to_string(number);
-        const int error = keepAs(name, path);
-        if (error == 0) return true;
-        if (error != EEXIST) return isFree(path);
-        if (sameFile(path, name)) return true;  // kept before, but never replaced
+        const auto kept = keepAs(name, path);
+        if (kept || isFree(path)) return {};
+        if (kept.error() != std::errc::file_exists) return kept;
+        if (sameFile(path, name)) return {};  // kept before, but never replaced
     }
-    return false;
+    return std::errc::file_exists;
 }
 
 void makeFolders(const std::string& path)

@@ -1,5 +1,7 @@
 #include "platform/linux/files/XdgFileManager.h"
 
+#include <utility>
+
 #include "platform/linux/files/Files.h"
 #include "platform/linux/files/XdgFolders.h"
 
@@ -27,17 +29,18 @@ void XdgFileManager::createFolder(const std::string& path)
 
 std::optional<std::string> XdgFileManager::read(const std::string& path)
 {
-    return readOwnFile(path, longestFile);
+    auto content = readOwnFile(path, longestFile);
+    return content ? std::optional(std::move(*content)) : std::nullopt;
 }
 
 bool XdgFileManager::replace(const std::string& path, const Pieces& next)
 {
-    return replaceFile(path, next);
+    return static_cast<bool>(replaceFile(path, next));
 }
 
 bool XdgFileManager::keepAside(const std::string& path)
 {
-    return keepFileAside(path);
+    return static_cast<bool>(keepFileAside(path));
 }
 
 }  // namespace vorlane::platform

@@ -1,6 +1,5 @@
 #include "platform/linux/power/KernelBattery.h"
 
-#include <cerrno>
 #include <utility>
 
 #include "platform/linux/power/BatteryDictionaries.h"
@@ -20,8 +19,8 @@ KernelBattery::KernelBattery(Tools tools, std::string powerSupplies)
 
 std::vector<PropertyDictionary> KernelBattery::descriptions()
 {
-    const auto supplies = readPowerSupplies(folder);
-    if (supplies || !isWantOfMeans(errno)) read(supplies.value_or(std::vector<PowerSupply>()));
+    auto supplies = readPowerSupplies(folder);
+    if (supplies || !isShortage(supplies.error())) read(std::move(supplies).value_or({}));
     return sources;
 }
 

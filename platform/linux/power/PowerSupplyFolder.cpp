@@ -1,25 +1,20 @@
 #include "platform/linux/power/PowerSupplyFolder.h"
 
 #include <dirent.h>
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 #include <algorithm>
-#include <array>
-#include <cerrno>
 #include <memory>
 #include <string_view>
 #include <utility>
 
-#include "platform/linux/base/FileDescriptor.h"
+#include "platform/linux/files/Files.h"
 
 namespace vorlane::platform {
 
 namespace {
 
 // The kernel writes at most one page; more than this is no supply of the kernel's.
-constexpr std::size_t largestFile = 65536;
+constexpr std::size_t largestFile = 65'536;
 constexpr std::size_t mostEntries = 1024;
 
 struct FolderCloser {
@@ -31,29 +26,16 @@ std::string pathIn(std::string folder, std::string_view name)
     return folder.append("/").append(name);
 }
 
-// Absent for anything but a plain file of a sensible size.
-std::optional<std::string> contentsOf(const std::string& path)
+template <typename Value>
+bool hadShortage(const Expected<Value>& outcome)
 {
-    const FileDescriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
-    struct stat status = {};
-    if (!file || fstat(file.get(), &status) != 0) return std::nullopt;
-    if (!S_ISREG(status.st_mode)) return std::nullopt;
-
-    std::string text;
-    std::array<char, 4096> piece{};
-    while (text.size() <= largestFile) {
-        const auto count = read(file.get(), piece.data(), piece.size());
-        if (count < 0) return std::nullopt;
-        if (count == 0) return text;
-        text.append(piece.data(), static_cast<std::size_t>(count));
-    }
-    return std::nullopt;
+    return !outcome && isShortage(outcome.error());
 }
 
-std::optional<std::vector<std::string>> entriesOf(const std::string& path)
+Expected<std::vector<std::string>> entriesOf(const std::string& path)
 {
     const std::unique_ptr<DIR, FolderCloser> folder(opendir(path.c_str()));
-    if (!folder) return std::nullopt;
+    if (!folder) return lastError();
 
     std::vector<std::string> names;
     while (const auto* const entry = readdir(folder.get())) {
@@ -80,63 +62,77 @@ void addUeventLines(PowerSupply& supply, std::string_view text)
 }
 
 // Platform drivers add these to a battery, often without a line of its uevent file.
-constexpr std::array besideUevent{"charge_behaviour", "charge_control_end_threshold",
-                                  "charge_types"};
+const std::vector<std::string> besideUevent{"charge_behaviour", "charge_control_end_threshold",
+                                            "charge_types"};
 
-void addAttribute(PowerSupply& supply, const std::string& folder, const std::string& name)
+Expected<> addAttribute(PowerSupply& supply, const std::string& folder, const std::string& name)
 {
     std::string key = name;
     for (char& letter : key) {
         if (letter >= 'a' && letter <= 'z') letter = static_cast<char>(letter - 'a' + 'A');
     }
-    if (supply.values.contains(key)) return;
-    auto value = contentsOf(pathIn(folder, name));
-    if (!value) return;
+    if (name == "uevent" || supply.values.contains(key)) return {};
+    auto value = readFile(pathIn(folder, name), largestFile);
+    if (!value) return value.error();
     if (value->ends_with('\n')) value->pop_back();
-    supply.values.emplace(std::move(key), *std::move(value));
+    supply.values.emplace(std::move(key), std::move(*value));
+    return {};
 }
 
-void addAttributes(PowerSupply& supply, const std::string& folder)
+// What cannot be read is left out.
+Expected<> addAttributes(PowerSupply& supply, const std::string& folder,
+                         const std::vector<std::string>& names)
 {
-    for (const auto& name : entriesOf(folder).value_or(std::vector<std::string>{})) {
-        if (name != "uevent") addAttribute(supply, folder, name);
+    for (const auto& name : names) {
+        const auto added = addAttribute(supply, folder, name);
+        if (hadShortage(added)) return added;
     }
+    return {};
 }
 
-PowerSupply readSupply(const std::string& folder, const std::string& name)
+Expected<PowerSupply> readSupply(const std::string& folder, const std::string& name)
 {
     PowerSupply supply{.name = name, .values = {}};
     const auto path = pathIn(folder, name);
-    addUeventLines(supply, contentsOf(pathIn(path, "uevent")).value_or(""));
+    const auto uevent = readFile(pathIn(path, "uevent"), largestFile);
+    if (hadShortage(uevent)) return uevent.error();
+    if (uevent) addUeventLines(supply, *uevent);
+
     // One property that fails makes the kernel fail the whole uevent file, and old kernels leave
     // the type out of it; the properties are there one by one as well.
-    if (!supply.text("TYPE")) addAttributes(supply, path);
+    if (!supply.text("TYPE")) {
+        const auto names = entriesOf(path);
+        const auto added = names ? addAttributes(supply, path, *names) : names.error();
+        if (hadShortage(added)) return added.error();
+    }
     if (supply.isMachineBattery()) {
-        for (const auto* const attribute : besideUevent) addAttribute(supply, path, attribute);
+        const auto added = addAttributes(supply, path, besideUevent);
+        if (hadShortage(added)) return added.error();
     }
     return supply;
 }
 
 }  // namespace
 
-std::optional<std::vector<PowerSupply>> readPowerSupplies(const std::string& folder)
+Expected<std::vector<PowerSupply>> readPowerSupplies(const std::string& folder)
 {
     const auto names = entriesOf(folder);
-    if (!names) return std::nullopt;
+    if (!names) return names.error();
 
     std::vector<PowerSupply> supplies;
     for (const auto& name : *names) {
-        errno = 0;
         auto supply = readSupply(folder, name);
-        if (isWantOfMeans(errno)) return std::nullopt;
-        if (!supply.values.empty()) supplies.push_back(std::move(supply));
+        if (!supply) return supply.error();
+        if (!supply->values.empty()) supplies.push_back(std::move(*supply));
     }
     return supplies;
 }
 
-bool isWantOfMeans(int error)
+bool isShortage(std::errc error)
 {
-    return error == EMFILE || error == ENFILE || error == ENOMEM;
+    return error == std::errc::too_many_files_open ||
+           error == std::errc::too_many_files_open_in_system ||
+           error == std::errc::not_enough_memory;
 }
 
 }  // namespace vorlane::platform

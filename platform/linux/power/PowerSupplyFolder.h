@@ -1,10 +1,10 @@
 // Reads the kernel's folder of power supplies.
 #pragma once
 
-#include <optional>
 #include <string>
 #include <vector>
 
+#include "platform/linux/base/Expected.h"
 #include "platform/linux/power/PowerSupply.h"
 
 namespace vorlane::platform {
@@ -12,12 +12,12 @@ namespace vorlane::platform {
 inline constexpr const char* kernelPowerSupplies = "/sys/class/power_supply";
 
 // Sorted by name. A supply whose files cannot be read, as when it goes away meanwhile, is left out.
-// Never waits for a file that is no plain one. Absent, with the reason in `errno`, when the folder
-// itself cannot be listed, or when any file could not be opened for want of means.
-std::optional<std::vector<PowerSupply>> readPowerSupplies(const std::string& folder);
+// Never waits for a file that is no plain one. An error when the folder itself cannot be listed, or
+// when any file could not be opened for a shortage.
+Expected<std::vector<PowerSupply>> readPowerSupplies(const std::string& folder);
 
-// Whether a call failed for what the system or the process has run out of: it says nothing about
-// the file, and may work in a moment.
-bool isWantOfMeans(int error);
+// Whether the system or the process has run out of something: that says nothing about the file,
+// and reading it may work in a moment.
+bool isShortage(std::errc error);
 
 }  // namespace vorlane::platform

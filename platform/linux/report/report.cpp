@@ -4,6 +4,7 @@
 #include <exception>
 #include <iostream>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/linux/power/PowerSupplyFolder.h"
@@ -20,13 +21,13 @@ int report(const std::vector<std::string>& arguments)
         return 2;
     }
     const std::string folder = arguments.empty() ? kernelPowerSupplies : arguments.front();
-    const auto supplies = readPowerSupplies(folder);
+    auto supplies = readPowerSupplies(folder);
     if (!supplies && !arguments.empty()) {
         std::cerr << "vorlane-report: cannot read the folder " << folder << '\n';
         return 1;
     }
 
-    const auto listed = supplies.value_or(std::vector<PowerSupply>{});
+    const auto listed = std::move(supplies).value_or({});
     std::cout << reportJson(listed, batteryState(listed)) << '\n' << std::flush;
     return std::cout ? 0 : 1;
 }

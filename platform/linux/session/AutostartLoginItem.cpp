@@ -28,29 +28,29 @@ bool exists(const std::string& path)
     return access(path.c_str(), F_OK) == 0;
 }
 
-// Absent when there is none, for which errno is 0, or when that cannot be told. Without the group
-// when it is no such file: it starts nothing.
-std::optional<DesktopEntry> read(const std::string& path)
+using MaybeEntry = std::optional<DesktopEntry>;
+
+// Absent when there is none; an error when that cannot be told. Without the group when it is no
+// such file: it starts nothing.
+Expected<MaybeEntry> read(const std::string& path)
 {
-    const auto text = readFile(path, largest);
-    if (!text && !countsAsEmpty(errno)) return std::nullopt;
-    if (!text && !exists(path)) {
-        errno = 0;
-        return std::nullopt;
-    }
-    return DesktopEntry(text.value_or(""));
+    auto text = readFile(path, largest);
+    if (text) return MaybeEntry(*text);
+    if (!countsAsEmpty(text.error())) return text.error();
+    return exists(path) ? MaybeEntry("") : std::nullopt;
 }
 
-std::string reason()
+// For the user.
+std::optional<std::string> reasonOf(const Expected<>& outcome)
 {
-    return std::error_code(errno, std::generic_category()).message();
+    if (outcome) return std::nullopt;
+    return std::make_error_code(outcome.error()).message();
 }
 
 std::optional<std::string> write(const std::string& path, const std::string& text)
 {
     std::string_view rest = text;
-    if (replaceFile(path, [&rest] { return std::exchange(rest, {}); })) return std::nullopt;
-    return reason();
+    return reasonOf(replaceFile(path, [&rest] { return std::exchange(rest, {}); }));
 }
 
 std::vector<std::string> split(std::string_view text)
@@ -95,16 +95,15 @@ AutostartLoginItem::AutostartLoginItem(Places places) : places_(std::move(places
 
 bool AutostartLoginItem::enabled() const
 {
-    return startsBy(read(places_.own));
+    return startsBy(read(places_.own).value_or(std::nullopt));
 }
 
 std::optional<std::string> AutostartLoginItem::setEnabled(bool on)
 {
-    auto own = read(places_.own);
-    if (!own && errno != 0) return reason();
-    if (on == startsBy(own)) return std::nullopt;
-    if (on) return turnOn(std::move(own).value_or(DesktopEntry("")));
-    return turnOff(std::move(own).value_or(fresh()));
+    const auto own = read(places_.own);
+    if (!own) return reasonOf(own.error());
+    if (on == startsBy(*own)) return std::nullopt;
+    return on ? turnOn(own->value_or(DesktopEntry(""))) : turnOff(own->value_or(fresh()));
 }
 
 bool AutostartLoginItem::startsBy(const std::optional<DesktopEntry>& own) const
@@ -115,7 +114,8 @@ bool AutostartLoginItem::startsBy(const std::optional<DesktopEntry>& own) const
 bool AutostartLoginItem::startsBySystem() const
 {
     const auto file = std::ranges::find_if(places_.systems, exists);
-    return file != places_.systems.end() && starts(read(*file).value_or(DesktopEntry("")));
+    return file != places_.systems.end() &&
+           starts(read(*file).value_or({}).value_or(DesktopEntry("")));
 }
 
 bool AutostartLoginItem::starts(const DesktopEntry& entry) const
@@ -162,7 +162,9 @@ bool AutostartLoginItem::isOurs(DesktopEntry entry) const
 
 std::optional<std::string> AutostartLoginItem::turnOn(DesktopEntry entry) const
 {
-    if (!entry.isValid() && !keepFileAside(places_.own)) return reason();  // whatever it is
+    if (!entry.isValid()) {  // whatever it is
+        if (auto reason = reasonOf(keepFileAside(places_.own))) return reason;
+    }
     if (!entry.isValid() || isOurs(entry)) return write(places_.own, fresh().text());
 
     entry.remove("Hidden");
@@ -180,7 +182,7 @@ std::optional<std::string> AutostartLoginItem::turnOff(DesktopEntry entry) const
 {
     if (isOurs(entry) && !startsBySystem()) {
         if (unlink(places_.own.c_str()) == 0 || errno == ENOENT) return std::nullopt;
-        return reason();
+        return reasonOf(lastError());
     }
     entry.set("Hidden", "true");
     return write(places_.own, entry.text());

@@ -1,6 +1,5 @@
 #include "platform/linux/settings/FileDefaultsStore.h"
 
-#include <cerrno>
 #include <cmath>
 #include <ctime>
 #include <utility>
@@ -42,7 +41,7 @@ std::string inItsFolder(std::string path)
 
 bool replaceWith(const std::string& path, std::string_view content)
 {
-    return replaceFile(path, [&] { return std::exchange(content, {}); });
+    return static_cast<bool>(replaceFile(path, [&] { return std::exchange(content, {}); }));
 }
 
 }  // namespace
@@ -156,17 +155,17 @@ bool FileDefaultsStore::holds(const std::string& key, const DefaultsValue& value
 bool FileDefaultsStore::load()
 {
     auto content = readOwnFile(path, longestFile);
-    if (!content && !countsAsEmpty(errno)) {
+    if (!content && !countsAsEmpty(content.error())) {
         isText = false;
         tryAgainLater();
         return false;
     }
-    isText = content && content == text;
+    isText = content && *content == text;
     if (isText) return false;
 
     auto fresh = content ? tomlValues(*content) : std::nullopt;
     isText = fresh.has_value();
-    text = fresh ? std::move(content) : std::nullopt;
+    text = fresh ? std::optional(std::move(*content)) : std::nullopt;
     const auto before = std::exchange(stored, std::move(fresh).value_or(TomlValues()));
     return stored != before;
 }

@@ -92,7 +92,7 @@ TEST_P(ObstacleTest, IsPutAsideAtTheStart)
 
     EXPECT_TRUE(isKept(historyFile, history));
     EXPECT_TRUE(isKept(settingsFile, inSettings));
-    EXPECT_EQ(readFile(settingsFile, limit), "low = 15\n");
+    EXPECT_EQ(readFile(settingsFile, limit).value_or("none"), "low = 15\n");
     EXPECT_THAT(savedPercents(), Contains(85));
     launch();
     EXPECT_THAT(keptPercents(), Contains(85));
@@ -110,7 +110,7 @@ TEST_P(ObstacleTest, DoesNotStayInTheWayOfARunningProgram)
     settings->set("low", std::int64_t{15});
     quit();
 
-    EXPECT_EQ(readFile(settingsFile, limit), "low = 15\n");
+    EXPECT_EQ(readFile(settingsFile, limit).value_or("none"), "low = 15\n");
     EXPECT_THAT(savedPercents(), IsSupersetOf({33, 50, 85}));
 }
 
@@ -137,7 +137,7 @@ protected:
 
         EXPECT_THAT(savedPercents(), SizeIs(all.size()));
         EXPECT_THAT(savedPercents(), IsSupersetOf({33, 50, 75, 65, 62}));
-        EXPECT_EQ(readFile(settingsFile, limit), "limit = 60 # mine\n");
+        EXPECT_EQ(readFile(settingsFile, limit).value_or("none"), "limit = 60 # mine\n");
         EXPECT_FALSE(fs::exists(historyFile + ".bad"));
         EXPECT_FALSE(fs::exists(settingsFile + ".bad"));
     }
@@ -158,9 +158,9 @@ TEST_F(FileFaultsTest, FollowsALinkToReadAndReplacesItToWrite)
     quit();
 
     EXPECT_THAT(savedPercents(), IsSupersetOf({33, 50, 75}));
-    EXPECT_EQ(readFile(settingsFile, limit), "limit = 60 # mine\n");
-    EXPECT_EQ(readFile(folder.path() / "outside/history", limit), oldHistory);
-    EXPECT_EQ(readFile(folder.path() / "outside/settings", limit), settingsText);
+    EXPECT_EQ(readFile(settingsFile, limit).value_or("none"), "limit = 60 # mine\n");
+    EXPECT_EQ(readFile(folder.path() / "outside/history", limit).value_or("none"), oldHistory);
+    EXPECT_EQ(readFile(folder.path() / "outside/settings", limit).value_or("none"), settingsText);
 }
 
 TEST_F(FileFaultsTest, HoldsLittleOfAFileThatIsTooLong)
@@ -193,7 +193,7 @@ TEST_F(FileFaultsTest, MakesItsFoldersAgain)
     quit();
 
     EXPECT_THAT(savedPercents(), IsSupersetOf({33, 50, 85}));
-    EXPECT_EQ(readFile(settingsFile, limit), "low = 15\n");
+    EXPECT_EQ(readFile(settingsFile, limit).value_or("none"), "low = 15\n");
 }
 
 TEST_F(FileFaultsTest, CountsOnWhileTheDiskIsFull)
@@ -210,7 +210,7 @@ TEST_F(FileFaultsTest, CountsOnWhileTheDiskIsFull)
         }
 
         expectTrouble();
-        EXPECT_EQ(readFile(settingsFile, limit), settingsText);
+        EXPECT_EQ(readFile(settingsFile, limit).value_or("none"), settingsText);
         EXPECT_THAT(savedPercents(), Contains(33));
         fs::remove(folder.path() / "filler");
 
@@ -228,8 +228,8 @@ TEST_F(FileFaultsTest, CountsOnWhileTheDiskIsForReadingOnly)
         launch();
 
         expectTrouble();
-        EXPECT_EQ(readFile(settingsFile, limit), settingsText);
-        EXPECT_EQ(readFile(historyFile, limit), oldHistory);
+        EXPECT_EQ(readFile(settingsFile, limit).value_or("none"), settingsText);
+        EXPECT_EQ(readFile(historyFile, limit).value_or("none"), oldHistory);
         ASSERT_TRUE(remount(folder.path(), false));
 
         expectRecovery();
@@ -283,13 +283,13 @@ TEST_F(FileFaultsTest, StartsWithFilesThatMayNotBeRead)
         settings->set("low", std::int64_t{15});
         quit();
 
-        EXPECT_EQ(readFile(settingsFile, limit), "low = 15\n");
+        EXPECT_EQ(readFile(settingsFile, limit).value_or("none"), "low = 15\n");
         EXPECT_THAT(savedPercents(), Contains(85));
         for (const auto& file : {historyFile, settingsFile}) {
             (void)chmod((file + ".bad").c_str(), 0600);
         }
-        EXPECT_EQ(readFile(historyFile + ".bad", limit), oldHistory);
-        EXPECT_EQ(readFile(settingsFile + ".bad", limit), settingsText);
+        EXPECT_EQ(readFile(historyFile + ".bad", limit).value_or("none"), oldHistory);
+        EXPECT_EQ(readFile(settingsFile + ".bad", limit).value_or("none"), settingsText);
     }));
 }
 
@@ -310,7 +310,8 @@ TEST_F(FileFaultsTest, TakesUpWhatItMayReadLater)
         quit();
 
         EXPECT_THAT(savedPercents(), IsSupersetOf({33, 50, 75}));
-        EXPECT_EQ(readFile(settingsFile, limit), std::string(settingsText) + "low = 15\n");
+        EXPECT_EQ(readFile(settingsFile, limit).value_or("none"),
+                  std::string(settingsText) + "low = 15\n");
     }));
 }
 
@@ -329,7 +330,7 @@ TEST_F(FileFaultsTest, KeepsTheSettingsWhenNoMoreFilesCanBeOpened)
         fault.reset();
 
         quit();
-        EXPECT_EQ(readFile(settingsFile, limit), "limit = 60 # mine\nlow = 15\n");
+        EXPECT_EQ(readFile(settingsFile, limit).value_or("none"), "limit = 60 # mine\nlow = 15\n");
         EXPECT_THAT(savedPercents(), IsSupersetOf({33, 50, 75, 65}));
     }));
 }

@@ -52,7 +52,7 @@ protected:
         (void)utimensat(AT_FDCWD, (folder.path() / name).c_str(), old, AT_SYMLINK_NOFOLLOW);
     }
 
-    bool replaceWith(std::string_view content) const
+    Expected<> replaceWith(std::string_view content) const
     {
         return replaceFile(file, [&] { return std::exchange(content, {}); });
     }
@@ -62,23 +62,23 @@ TEST_F(FilesTest, ReadsAFileWhole)
 {
     folder.write("file", std::string_view("a\0b\n", 4));
 
-    EXPECT_EQ(readFile(file, limit), std::string("a\0b\n", 4));
+    EXPECT_EQ(readFile(file, limit).value_or("none"), std::string("a\0b\n", 4));
 }
 
 TEST_F(FilesTest, ReadsAnEmptyFileAsEmpty)
 {
     folder.write("file", "");
 
-    EXPECT_EQ(readFile(file, limit), "");
+    EXPECT_EQ(readFile(file, limit).value_or("none"), "");
 }
 
 TEST_F(FilesTest, ReadsUpToTheLimitAndNothingBeyond)
 {
     folder.write("file", std::string(limit, 'x'));
-    EXPECT_EQ(readFile(file, limit), std::string(limit, 'x'));
+    EXPECT_EQ(readFile(file, limit).value_or("none"), std::string(limit, 'x'));
 
     folder.write("file", std::string(limit + 1, 'x'));
-    EXPECT_EQ(readFile(file, limit), std::nullopt);
+    EXPECT_FALSE(readFile(file, limit));
 }
 
 TEST_F(FilesTest, ReadsAFileOfManyPieces)
@@ -87,7 +87,7 @@ TEST_F(FilesTest, ReadsAFileOfManyPieces)
     for (int i = 0; content.size() < 1'000'000; ++i) content += std::to_string(i);
     folder.write("file", content);
 
-    EXPECT_EQ(readFile(file, 2'000'000), content);
+    EXPECT_EQ(readFile(file, 2'000'000).value_or("none"), content);
 }
 
 TEST_F(FilesTest, ReadsThroughALink)
@@ -95,28 +95,28 @@ TEST_F(FilesTest, ReadsThroughALink)
     folder.write("target", "content");
     fs::create_symlink("target", file);
 
-    EXPECT_EQ(readFile(file, limit), "content");
+    EXPECT_EQ(readFile(file, limit).value_or("none"), "content");
 }
 
 TEST_F(FilesTest, ReadsNothingButRegularFilesAndWaitsForNone)
 {
-    EXPECT_EQ(readFile(file, limit), std::nullopt);
-    EXPECT_EQ(readFile("", limit), std::nullopt);
-    EXPECT_EQ(readFile(folder.path(), limit), std::nullopt);
-    EXPECT_EQ(readFile("/dev/zero", limit), std::nullopt);
+    EXPECT_FALSE(readFile(file, limit));
+    EXPECT_FALSE(readFile("", limit));
+    EXPECT_FALSE(readFile(folder.path(), limit));
+    EXPECT_FALSE(readFile("/dev/zero", limit));
 
     ASSERT_EQ(mkfifo(file.c_str(), 0600), 0);
-    EXPECT_EQ(readFile(file, limit), std::nullopt);
+    EXPECT_FALSE(readFile(file, limit));
 
     fs::create_symlink("loop", folder.path() / "loop");
-    EXPECT_EQ(readFile(folder.path() / "loop", limit), std::nullopt);
+    EXPECT_FALSE(readFile(folder.path() / "loop", limit));
 }
 
 TEST_F(FilesTest, WritesANewFileForItsOwnerAlone)
 {
     EXPECT_TRUE(replaceWith("content"));
 
-    EXPECT_EQ(readFile(file, limit), "content");
+    EXPECT_EQ(readFile(file, limit).value_or("none"), "content");
     EXPECT_EQ(fs::status(file).permissions(), fs::perms::owner_read | fs::perms::owner_write);
     EXPECT_THAT(names(), ElementsAre("file"));
 }
@@ -128,7 +128,7 @@ TEST_F(FilesTest, WritesAllPiecesInTheirOrder)
 
     EXPECT_TRUE(replaceFile(file, [&] { return next < 3 ? pieces[next++] : ""; }));
 
-    EXPECT_EQ(readFile(file, limit), "one two three");
+    EXPECT_EQ(readFile(file, limit).value_or("none"), "one two three");
 }
 
 TEST_F(FilesTest, LeavesTheOldFileInPlaceWhileItWritesTheNewOne)
@@ -143,7 +143,7 @@ TEST_F(FilesTest, LeavesTheOldFileInPlaceWhileItWritesTheNewOne)
     }));
 
     EXPECT_EQ(seen, "old,old,");
-    EXPECT_EQ(readFile(file, limit), "new");
+    EXPECT_EQ(readFile(file, limit).value_or("none"), "new");
 }
 
 TEST_F(FilesTest, ReplacesALinkAndNotItsTarget)
@@ -154,22 +154,22 @@ TEST_F(FilesTest, ReplacesALinkAndNotItsTarget)
     EXPECT_TRUE(replaceWith("new"));
 
     EXPECT_FALSE(fs::is_symlink(file));
-    EXPECT_EQ(readFile(file, limit), "new");
-    EXPECT_EQ(readFile(folder.path() / "target", limit), "old");
+    EXPECT_EQ(readFile(file, limit).value_or("none"), "new");
+    EXPECT_EQ(readFile(folder.path() / "target", limit).value_or("none"), "old");
 }
 
 TEST_F(FilesTest, LeavesTheOldFileUntouchedOnAFullDisk)
 {
     folder.write("file", "old");
     const std::string large(100'000, 'x');
-    bool replaced = true;
+    Expected<> replaced;
     {
         const FullDisk full(4096);
         replaced = replaceWith(large);
     }
 
     EXPECT_FALSE(replaced);
-    EXPECT_EQ(readFile(file, limit), "old");
+    EXPECT_EQ(readFile(file, limit).value_or("none"), "old");
     EXPECT_THAT(names(), ElementsAre("file"));
 }
 
@@ -179,7 +179,7 @@ TEST_F(FilesTest, KeepsAFolderAsideThatStandsInTheWay)
 
     EXPECT_TRUE(replaceWith("new"));
 
-    EXPECT_EQ(readFile(file, limit), "new");
+    EXPECT_EQ(readFile(file, limit).value_or("none"), "new");
     EXPECT_THAT(names(), ElementsAre("file", "file.bad"));
     EXPECT_TRUE(fs::is_directory(fs::path(file + ".bad") / "inner"));
 }
@@ -188,7 +188,7 @@ TEST_F(FilesTest, MakesAFileAndItsFoldersWhateverTheUmask)
 {
     file = folder.path() / "new" / "inner" / "file";
     const auto before = umask(0777);
-    const bool replaced = replaceWith("content");
+    const auto replaced = replaceWith("content");
     (void)umask(before);
 
     EXPECT_TRUE(replaced);
@@ -263,34 +263,35 @@ TEST_F(FilesTest, ReadsItsOwnAndRootsFilesOnly)
     fs::permissions(file, fs::perms{0666});
     ASSERT_EQ(chown(file.c_str(), 12'345, 12'345), 0);
 
-    EXPECT_EQ(readOwnFile(file, limit), std::nullopt);
-    EXPECT_EQ(errno, EPERM);
-    EXPECT_EQ(readFile(file, limit), "content");
+    const auto content = readOwnFile(file, limit);
+    ASSERT_FALSE(content);
+    EXPECT_EQ(content.error(), std::errc::operation_not_permitted);
+    EXPECT_EQ(readFile(file, limit).value_or("none"), "content");
     fs::create_symlink(file, folder.path() / "link");
-    EXPECT_EQ(readOwnFile(folder.path() / "link", limit), std::nullopt);
+    EXPECT_FALSE(readOwnFile(folder.path() / "link", limit));
 
     ASSERT_EQ(chown(file.c_str(), 0, 0), 0);
     EXPECT_TRUE(holdsInChild([&] {
         ASSERT_EQ(setresuid(nobody, nobody, nobody), 0);
-        EXPECT_EQ(readOwnFile(file, limit), "content");
+        EXPECT_EQ(readOwnFile(file, limit).value_or("none"), "content");
     }));
 }
 
 TEST_F(FilesTest, SaysWhyAFileCannotBeRead)
 {
     const auto why = [](const std::string& path) {
-        EXPECT_EQ(readFile(path, limit), std::nullopt);
-        return errno;
+        const auto content = readFile(path, limit);
+        return content ? std::errc() : content.error();
     };
     folder.write("long", std::string(limit + 1, 'x'));
 
-    EXPECT_EQ(why(file), ENOENT);
-    EXPECT_EQ(why(folder.path()), EINVAL);
-    EXPECT_EQ(why("/dev/zero"), EINVAL);
-    EXPECT_EQ(why(folder.path() / "long"), EFBIG);
-    EXPECT_TRUE(countsAsEmpty(EFBIG));
-    EXPECT_FALSE(countsAsEmpty(EIO));
-    EXPECT_FALSE(countsAsEmpty(EMFILE));
+    EXPECT_EQ(why(file), std::errc::no_such_file_or_directory);
+    EXPECT_EQ(why(folder.path()), std::errc::invalid_argument);
+    EXPECT_EQ(why("/dev/zero"), std::errc::invalid_argument);
+    EXPECT_EQ(why(folder.path() / "long"), std::errc::file_too_large);
+    EXPECT_TRUE(countsAsEmpty(std::errc::file_too_large));
+    EXPECT_FALSE(countsAsEmpty(std::errc::io_error));
+    EXPECT_FALSE(countsAsEmpty(std::errc::too_many_files_open));
 }
 
 TEST_F(FilesTest, CannotWriteWhereThereCanBeNoFolder)
@@ -308,11 +309,11 @@ TEST_F(FilesTest, KeepsAFileUnderASecondNameUntilItIsReplaced)
     folder.write("file", "bad");
 
     EXPECT_TRUE(keepFileAside(file));
-    EXPECT_EQ(readFile(file, limit), "bad");  // whole at every moment
+    EXPECT_EQ(readFile(file, limit).value_or("none"), "bad");  // whole at every moment
     EXPECT_TRUE(replaceWith("good"));
 
-    EXPECT_EQ(readFile(file, limit), "good");
-    EXPECT_EQ(readFile(file + ".bad", limit), "bad");
+    EXPECT_EQ(readFile(file, limit).value_or("none"), "good");
+    EXPECT_EQ(readFile(file + ".bad", limit).value_or("none"), "bad");
 }
 
 TEST_F(FilesTest, NeverOverwritesWhatWasKeptEarlier)
@@ -323,9 +324,9 @@ TEST_F(FilesTest, NeverOverwritesWhatWasKeptEarlier)
         EXPECT_TRUE(replaceWith("good"));
     }
 
-    EXPECT_EQ(readFile(file + ".bad", limit), "first");
-    EXPECT_EQ(readFile(file + ".bad.1", limit), "second");
-    EXPECT_EQ(readFile(file + ".bad.2", limit), "third");
+    EXPECT_EQ(readFile(file + ".bad", limit).value_or("none"), "first");
+    EXPECT_EQ(readFile(file + ".bad.1", limit).value_or("none"), "second");
+    EXPECT_EQ(readFile(file + ".bad.2", limit).value_or("none"), "third");
 }
 
 TEST_F(FilesTest, KeepsTheSameFileOnlyOnce)
@@ -346,8 +347,8 @@ TEST_F(FilesTest, MovesAFolderAside)
     EXPECT_TRUE(keepFileAside(file));
 
     EXPECT_FALSE(fs::exists(file));
-    EXPECT_EQ(readFile(file + ".bad.1/inner", limit), "kept");
-    EXPECT_EQ(readFile(file + ".bad", limit), "earlier");
+    EXPECT_EQ(readFile(file + ".bad.1/inner", limit).value_or("none"), "kept");
+    EXPECT_EQ(readFile(file + ".bad", limit).value_or("none"), "earlier");
 }
 
 TEST_F(FilesTest, KeepsALinkThatLeadsNowhere)
@@ -358,7 +359,7 @@ TEST_F(FilesTest, KeepsALinkThatLeadsNowhere)
     EXPECT_TRUE(replaceWith("good"));
 
     EXPECT_EQ(fs::read_symlink(file + ".bad"), "nowhere");
-    EXPECT_EQ(readFile(file, limit), "good");
+    EXPECT_EQ(readFile(file, limit).value_or("none"), "good");
 }
 
 TEST_F(FilesTest, HasNothingToKeepWhereNothingStands)

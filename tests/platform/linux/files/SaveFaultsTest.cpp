@@ -154,7 +154,13 @@ protected:
         if (GetParam().before) folder.write(GetParam().file, *GetParam().before);
     }
 
-    std::optional<std::string> content() const { return readFile(file(), limit); }
+    static std::optional<std::string> contentOf(const fs::path& path)
+    {
+        auto content = readFile(path, limit);
+        return content ? std::optional(*content) : std::nullopt;
+    }
+
+    std::optional<std::string> content() const { return contentOf(file()); }
 
     // The files that stand beside it, by the beginning of their names.
     std::vector<fs::path> beside(const std::string& begin) const
@@ -176,7 +182,7 @@ protected:
     {
         const auto kept = beside(file().filename().string() + ".bad");
         return std::ranges::any_of(kept, [](const auto& path) {  //
-            return readFile(path, limit) == GetParam().before;
+            return contentOf(path) == GetParam().before;
         });
     }
 

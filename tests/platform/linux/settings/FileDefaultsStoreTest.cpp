@@ -382,7 +382,7 @@ TEST_F(FileDefaultsStoreTest, ReplacesALinkAndNotItsTarget)
 
     EXPECT_EQ(text(), "limit = 85 # mine\n");
     EXPECT_FALSE(fs::is_symlink(file));
-    EXPECT_EQ(readFile(folder.path() / "target", 100), "limit = 70 # mine\n");
+    EXPECT_EQ(readFile(folder.path() / "target", 100).value_or("none"), "limit = 70 # mine\n");
 }
 
 TEST_F(FileDefaultsStoreTest, KeepsAValueInMemoryUntilItCanBeWritten)
