@@ -1,9 +1,8 @@
-// The base folders of the user and of the system, from the environment.
+// The user's base folders, from the environment or else the account.
 #pragma once
 
 #include <optional>
 #include <string>
-#include <vector>
 
 namespace vorlane::platform {
 
@@ -13,8 +12,5 @@ std::optional<std::string> xdgConfigHome();
 
 // $XDG_DATA_HOME, else ".local/share" in the home folder.
 std::optional<std::string> xdgDataHome();
-
-// The folders of $XDG_CONFIG_DIRS, else /etc/xdg; the first stands before the others.
-std::vector<std::string> xdgConfigDirs();
 
 }  // namespace vorlane::platform

@@ -85,7 +85,11 @@ AutostartLoginItem::Places AutostartLoginItem::Places::usual()
 {
     Places places;
     if (const auto config = xdgConfigHome()) places.own = *config + fileName;
-    for (const auto& folder : xdgConfigDirs()) places.systems.push_back(folder + fileName);
+    // Not by libsystemd, whose default is /etc, and which takes relative folders.
+    const auto listed = environment("XDG_CONFIG_DIRS");
+    for (const auto& folder : split(listed.empty() ? "/etc/xdg" : listed)) {
+        if (folder.starts_with('/')) places.systems.push_back(folder + fileName);
+    }
     places.program = programPath();
     places.desktops = split(environment("XDG_CURRENT_DESKTOP"));
     return places;
