@@ -94,24 +94,6 @@ void compareTexts(const std::string& text, const std::string& edited, const Toml
         "replacing a value keeps comments, lines and keys");
 }
 
-// Only names, tables, lists and short integers, which can all be rewritten.
-bool isSimple(std::string_view text)
-{
-    constexpr std::string_view letters = "abcdefghijklmopqrstuvwxyz";  // no n: inf and nan
-    constexpr std::string_view signs = "=.[], \n";
-    char before = ' ';
-    std::size_t digits = 0;
-    for (const char c : text) {
-        const bool isDigit = c >= '0' && c <= '9';
-        digits = isDigit ? digits + 1 : 0;
-        if (digits > 9 || (isDigit && before == '.')) return false;
-        if (!isDigit && letters.find(c) == letters.npos && signs.find(c) == signs.npos)
-            return false;
-        before = c;
-    }
-    return true;
-}
-
 void editText(const std::string& text, const Setting& setting)
 {
     const auto before = tomlValues(text);
@@ -121,9 +103,6 @@ void editText(const std::string& text, const Setting& setting)
     const bool isStorable = isUtf8(setting.key) && (string == nullptr || isUtf8(*string));
     if (before && isStorable && isPlain(*before, setting.key)) {
         require(edited.has_value(), "a plain value can be set in every valid text");
-    }
-    if (before && isStorable && isSimple(text)) {
-        require(edited.has_value(), "a table or list in the place of a value is replaced");
     }
     if (!edited) return;
 
@@ -200,9 +179,9 @@ void editFile(const std::string& text, const Setting& setting)
     settle();
     require(reads(store, setting), "a set value reads back after the file event");
     const auto after = scratch.read(fileName);
-    if (before) return;
+    if (before && withTomlValue(text, setting.key, setting.value)) return;
     require(after == text || scratch.read(std::string(fileName) + ".bad") == text,
-            "a malformed file is backed up before it is replaced");
+            "a malformed file, or one with a table in the way, is backed up before it is replaced");
 }
 
 }  // namespace

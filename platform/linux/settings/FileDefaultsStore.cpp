@@ -39,6 +39,18 @@ std::string inItsFolder(std::string path)
     return path;
 }
 
+// Those of `values` that a file can hold, in `text`; absent when a table is in the way of one.
+std::optional<std::string> withValues(std::string text,
+                                      const std::map<std::string, DefaultsValue>& values)
+{
+    for (const auto& [key, value] : values) {
+        auto edited = withTomlValue(text, key, value);
+        if (!edited && withTomlValue("", key, value)) return std::nullopt;
+        if (edited) text = std::move(*edited);
+    }
+    return text;
+}
+
 bool replaceWith(const std::string& path, std::string_view content)
 {
     return static_cast<bool>(replaceFile(path, [&] { return std::exchange(content, {}); }));
@@ -170,13 +182,21 @@ bool FileDefaultsStore::load()
     return stored != before;
 }
 
+std::map<std::string, DefaultsValue> FileDefaultsStore::allValues() const
+{
+    auto all = unsaved;
+    for (const auto& [key, value] : stored) {
+        if (value) all.emplace(key, *value);
+    }
+    return all;
+}
+
 // False when it should be tried again.
 bool FileDefaultsStore::save()
 {
-    auto next = text.value_or("");
-    for (const auto& [key, value] : unsaved) {
-        if (auto edited = withTomlValue(next, key, value)) next = std::move(*edited);
-    }
+    auto edited = withValues(text.value_or(""), unsaved);
+    if (!edited) isText = false;  // to be kept aside
+    auto next = edited ? std::move(*edited) : withValues("", allValues()).value_or("");
     if (next != text.value_or("")) {
         if (!isText && !keepFileAside(path)) return false;
         if (!replaceWith(path, next)) return false;

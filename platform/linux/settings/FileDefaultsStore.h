@@ -11,7 +11,8 @@
 namespace vorlane::platform {
 
 // A file that is not understood, is none, or is another user's counts as empty; one that cannot be
-// read leaves the values as they were. The first write keeps either aside.
+// read leaves the values as they were. The first write keeps either aside, and so does one of a key
+// that is a table of several lines; the other values are then written again.
 class FileDefaultsStore : public DefaultsStore {
 public:
     // Makes the file's folder when it is missing.
@@ -45,6 +46,7 @@ public:
 private:
     const DefaultsValue* find(const std::string& key) const;
     bool holds(const std::string& key, const DefaultsValue& value) const;
+    std::map<std::string, DefaultsValue> allValues() const;
     bool load();
     bool save();
     void forgetWhatIsStored();

@@ -11,8 +11,6 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
-#include <limits>
-#include <sstream>
 #include <type_traits>
 #include <variant>
 
@@ -93,32 +91,6 @@ bool isSame(const toml::node& one, const toml::node& other)
     });
 }
 
-// Whether toml++ 3.3 can write it: in lists it takes the logarithm of each number for its length.
-bool isWritable(const toml::node& node)
-{
-    if (const auto* number = node.as_integer()) {
-        return number->get() != std::numeric_limits<std::int64_t>::min();
-    }
-    if (const auto* real = node.as_floating_point()) {
-        const auto size = std::abs(real->get());
-        return size == 0 || (size >= 1 && size < 1e300);
-    }
-    if (const auto* list = node.as_array()) {
-        return std::all_of(list->begin(), list->end(), [](const auto& e) { return isWritable(e); });
-    }
-    const auto* table = node.as_table();
-    return table == nullptr || std::all_of(table->begin(), table->end(), [](const auto& entry) {
-               return isWritable(entry.second);
-           });
-}
-
-std::string written(const toml::table& table)
-{
-    std::ostringstream stream;
-    stream << table << '\n';
-    return std::move(stream).str();
-}
-
 std::size_t offsetOf(std::string_view text, toml::source_position position)
 {
     std::size_t offset = 0;
@@ -156,21 +128,14 @@ std::optional<std::string> withAsciiValue(std::string_view text, const std::stri
     auto table = parsed(text);
     if (!table) return std::nullopt;
 
-    const auto line = tomlKey(key) + " = " + tomlLiteral(value);
+    const auto literal = tomlLiteral(value);
     const auto* node = table->get(key);
-    auto edited =
-        node != nullptr ? replaced(text, *node, tomlLiteral(value)) : inserted(text, line);
-    auto others = *table;
-    others.erase(key);
+    auto edited = node != nullptr ? replaced(text, *node, literal)
+                                  : inserted(text, tomlKey(key) + " = " + literal);
     std::visit([&](const auto& plain) { table->insert_or_assign(key, plain); }, value);
     if (says(text, *table)) return std::string(text);  // set already, however it is spelt
-    if (says(edited, *table)) return edited;
-
-    // A key that is a table of several lines: everything is kept but comments and layout.
-    if (!isWritable(others)) return std::nullopt;
-    auto whole = inserted(written(others), line);
-    if (says(whole, *table)) return whole;
-    return std::nullopt;
+    if (!says(edited, *table)) return std::nullopt;    // the key was a table of several lines
+    return edited;
 }
 
 }  // namespace

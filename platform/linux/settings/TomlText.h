@@ -18,8 +18,9 @@ using TomlValues = std::map<std::string, std::optional<DefaultsValue>>;
 // Absent when the text is not TOML.
 std::optional<TomlValues> tomlValues(std::string_view text);
 
-// The text with `key` at the top level set to `value`. Absent when the text is not TOML, or the
-// value cannot stand in one (a number that is not finite, a string that is not UTF-8).
+// The text with `key` at the top level set to `value`. Absent when the text is not TOML or has a
+// table of several lines at `key`, and for a value that cannot stand in TOML (a number that is not
+// finite, a string that is not UTF-8).
 std::optional<std::string> withTomlValue(std::string_view text, const std::string& key,
                                          const DefaultsValue& value);
 

@@ -313,6 +313,32 @@ TEST_F(FileDefaultsStoreTest, KeepsAMalformedFileBesideBeforeTheFirstWrite)
     }
 }
 
+TEST_F(FileDefaultsStoreTest, KeepsAFileBesideThatHasATableWhereAValueBelongs)
+{
+    const std::string mine = "limit = 70 # mine\nother = [1]\n\n[low]\na = 1\n";
+    const auto store = open(mine);
+    store->set("limit", std::int64_t{60});
+    const auto edited = text();
+
+    store->set("low", std::int64_t{10});
+    store->set("low", std::int64_t{15});
+
+    EXPECT_EQ(text(), "limit = 60\nlow = 15\n");
+    EXPECT_EQ(text(".bad"), edited);
+    EXPECT_EQ(text(".bad.1"), "none");
+    EXPECT_EQ(store->integerForKey("limit"), 60);
+}
+
+TEST_F(FileDefaultsStoreTest, KeepsNoFileBesideForAValueThatNoFileCanHold)
+{
+    const auto store = open("[sound]\na = 1\n");
+
+    store->set("sound", "\xFF");
+
+    EXPECT_EQ(text(), "[sound]\na = 1\n");
+    EXPECT_EQ(text(".bad"), "none");
+}
+
 TEST_F(FileDefaultsStoreTest, KeepsAFileBesideThatAnEditorBrokeMeanwhile)
 {
     const auto store = open("limit = 70\n");
