@@ -20,6 +20,9 @@ namespace {
 constexpr std::size_t largest = 65'536;
 constexpr const char* fileName = "/autostart/org.vorlane.Vorlane.desktop";
 
+constexpr const char* oddPath =
+    "The path of Vorlane has characters that an autostart file cannot hold.";
+
 // Off for GNOME and those that came from it.
 constexpr const char* gnomeSwitch = "X-GNOME-Autostart-enabled";
 
@@ -107,6 +110,7 @@ std::optional<std::string> AutostartLoginItem::setEnabled(bool on)
     const auto own = read(places_.own);
     if (!own) return reasonOf(own.error());
     if (on == startsBy(*own)) return std::nullopt;
+    if (on && !execCommand(places_.program)) return oddPath;
     return on ? turnOn(own->value_or(DesktopEntry(""))) : turnOff(own->value_or(fresh()));
 }
 
@@ -151,8 +155,13 @@ DesktopEntry AutostartLoginItem::fresh() const
         "Name=Vorlane\n"
         "Icon=org.vorlane.Vorlane\n"
         "Terminal=false\n");
-    entry.set("Exec", execCommand(places_.program));
+    setProgram(entry);
     return entry;
+}
+
+void AutostartLoginItem::setProgram(DesktopEntry& entry) const
+{
+    if (const auto command = execCommand(places_.program)) entry.set("Exec", *command);
 }
 
 // Also when an older one of ours started another copy of the program, or was turned off.
@@ -160,7 +169,7 @@ bool AutostartLoginItem::isOurs(DesktopEntry entry) const
 {
     if (!entry.isValid()) return false;
     entry.remove("Hidden");
-    entry.set("Exec", execCommand(places_.program));
+    setProgram(entry);
     return entry.text() == fresh().text();
 }
 
@@ -178,7 +187,7 @@ std::optional<std::string> AutostartLoginItem::turnOn(DesktopEntry entry) const
         entry.remove("NotShowIn");
     }
     if (!starts(entry)) entry.remove("TryExec");
-    if (!starts(entry)) entry.set("Exec", execCommand(places_.program));
+    if (!starts(entry)) setProgram(entry);
     return write(places_.own, entry.text());
 }
 

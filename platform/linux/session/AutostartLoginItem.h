@@ -38,6 +38,7 @@ private:
     bool startsBy(const std::optional<DesktopEntry>& own) const;
     bool isOurs(DesktopEntry entry) const;
     DesktopEntry fresh() const;
+    void setProgram(DesktopEntry& entry) const;
     std::optional<std::string> turnOn(DesktopEntry entry) const;
     std::optional<std::string> turnOff(DesktopEntry entry) const;
 

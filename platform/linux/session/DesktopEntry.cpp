@@ -63,72 +63,19 @@ std::string escaped(std::string_view text)
     return written;
 }
 
-// What a value may hold as it is, and a program's name too: no control characters, only UTF-8, no
-// "=". Nor "%": written twice, as it must be, it is another name to those who look for the program
-// before they make one of it, as GLib does.
-bool isPlain(std::string_view path)
+// Starts the program that is named after it.
+constexpr std::string_view byShell = R"(/bin/sh -c "exec \"\$0\"" )";
+
+// What a program's name may not be: "=" by the format, and "%" because it must be written twice,
+// which is another name to those who look for the program first, as GLib does.
+bool needsShell(std::string_view path)
 {
-    const auto isOdd = [](char c) {
-        return (c >= 0 && c < ' ') || c == '\x7F' || c == '=' || c == '%';
-    };
-    return std::ranges::none_of(path, isOdd) && asciiOf(path);
+    return path.find_first_of("=%") != std::string_view::npos;
 }
 
-// Has a shell make the path of letters that mean the same everywhere.
-constexpr std::string_view shellBegin = "/bin/sh -c \"exec \\\"\\$(printf %%b '";
-constexpr std::string_view shellEnd = "')\\\"\"";
-
-bool isLetterOrDigit(char c)
+bool isControl(char c)
 {
-    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9');
-}
-
-std::string shellCommand(std::string_view path)
-{
-    std::string command(shellBegin);
-    for (const char c : path) {
-        if (isLetterOrDigit(c) || c == '/' || c == '.' || c == '-' || c == '_') {
-            command += c;
-            continue;
-        }
-        const auto byte = static_cast<unsigned char>(c);
-        // Twice, since it stands in double quotes: backslash, zero, three octal digits.
-        command += "\\\\0";
-        for (const int shift : {6, 3, 0}) command += static_cast<char>('0' + ((byte >> shift) & 7));
-    }
-    return command.append(shellEnd);
-}
-
-bool isOctal(char c)
-{
-    return c >= '0' && c <= '7';
-}
-
-// The path that a command of ours has its shell make; absent for all others.
-std::optional<std::string> pathInShell(std::string_view command)
-{
-    constexpr std::string_view escape = "\\\\0";
-    constexpr std::size_t digits = 3;
-    if (!command.starts_with(shellBegin) || !command.ends_with(shellEnd)) return std::nullopt;
-    command.remove_prefix(shellBegin.size());
-    command.remove_suffix(std::min(shellEnd.size(), command.size()));
-
-    std::string path;
-    while (!command.empty()) {
-        if (!command.starts_with(escape)) {
-            path += command.front();
-            command.remove_prefix(1);
-            continue;
-        }
-        command.remove_prefix(escape.size());
-        const auto octal = command.substr(0, digits);
-        if (octal.size() < digits || !std::ranges::all_of(octal, isOctal)) return std::nullopt;
-        int byte = 0;
-        for (const char digit : octal) byte = byte * 8 + (digit - '0');
-        path += static_cast<char>(byte);
-        command.remove_prefix(digits);
-    }
-    return path;
+    return (c >= 0 && c < ' ') || c == '\x7F';
 }
 
 }  // namespace
@@ -198,15 +145,16 @@ std::string DesktopEntry::text() const
     return whole;
 }
 
-std::string execCommand(std::string_view path)
+std::optional<std::string> execCommand(std::string_view path)
 {
-    if (!isPlain(path)) return shellCommand(path);
-    std::string quoted = "\"";
+    if (std::ranges::any_of(path, isControl) || !asciiOf(path)) return std::nullopt;
+    auto command = std::string(needsShell(path) ? byShell : "") + '"';
     for (const char c : path) {
-        if (c == '"' || c == '`' || c == '$' || c == '\\') quoted += '\\';
-        quoted += c;
+        if (c == '"' || c == '`' || c == '$' || c == '\\') command += '\\';
+        if (c == '%') command += '%';
+        command += c;
     }
-    return quoted + "\"";
+    return command + '"';
 }
 
 std::string programOf(std::string_view exec)
@@ -214,7 +162,7 @@ std::string programOf(std::string_view exec)
     std::string program;
     bool inQuotes = false;
     exec = trimmed(exec);
-    if (auto path = pathInShell(exec)) return *path;
+    if (exec.starts_with(byShell)) exec.remove_prefix(byShell.size());
     for (std::size_t i = 0; i < exec.size(); ++i) {
         const char c = exec[i];
         const bool hasNext = i + 1 < exec.size();

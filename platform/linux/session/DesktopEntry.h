@@ -38,8 +38,9 @@ private:
     std::optional<std::size_t> group;  // the line of its header
 };
 
-// The value of Exec that starts the program at `path`, whatever bytes that has.
-std::string execCommand(std::string_view path);
+// The value of Exec that starts the program at `path`; absent for one with control characters or
+// not in UTF-8, which desktops read in different ways or not at all.
+std::optional<std::string> execCommand(std::string_view path);
 
 // The program that a value of Exec starts; empty when there is none.
 std::string programOf(std::string_view exec);
