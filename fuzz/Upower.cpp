@@ -10,7 +10,7 @@
 #include "fuzz/Questions.h"
 #include "fuzz/Require.h"
 #include "fuzz/Targets.h"
-#include "platform/linux/power/BatteryCharge.h"
+#include "platform/linux/power/MachineBattery.h"
 #include "platform/linux/power/UPowerEstimates.h"
 
 namespace vorlane::fuzz {

@@ -13,8 +13,10 @@ constexpr Seconds longestBurst{0.25};
 
 }  // namespace
 
-KernelBattery::KernelBattery(Tools tools, std::string powerSupplies)
-    : tools_(std::move(tools)), folder(std::move(powerSupplies)), charger(tools_.charger)
+KernelBattery::KernelBattery(Dependencies dependencies, std::string powerSupplies)
+    : dependencies_(std::move(dependencies)),
+      folder(std::move(powerSupplies)),
+      charger(dependencies_.charger)
 {}
 
 std::vector<PropertyDictionary> KernelBattery::descriptions()
@@ -33,11 +35,11 @@ void KernelBattery::read(const std::vector<PowerSupply>& supplies)
     if (!battery) return;
 
     details = registryProperties(*battery);
-    const auto now = tools_.uptime();
+    const auto now = dependencies_.uptime();
     if (charger.drains(*battery, now)) battery->pluggedIn = false;
     const auto averaged = rate.flow(*battery, now);
     battery->setMinutes(averaged ? averaged->minutes() : std::nullopt);
-    const auto better = tools_.estimates.estimate(battery->status);
+    const auto better = dependencies_.estimates.estimate(battery->status);
     if (better.toFull) battery->minutesToFull = better.toFull;
     if (better.toEmpty) battery->minutesToEmpty = better.toEmpty;
     sources = {powerSourceDescription(*battery, shownFor(situationOf(*battery), now))};
@@ -45,8 +47,8 @@ void KernelBattery::read(const std::vector<PowerSupply>& supplies)
 
 Subscription KernelBattery::observe(std::function<void()> changed)
 {
-    if (!supplyEvents) supplyEvents = tools_.watchSupplies([this] { reportSoon(); });
-    if (!estimateEvents) estimateEvents = tools_.estimates.observe([this] { reportSoon(); });
+    if (!supplyEvents) supplyEvents = dependencies_.watchSupplies([this] { reportSoon(); });
+    if (!estimateEvents) estimateEvents = dependencies_.estimates.observe([this] { reportSoon(); });
     return listeners.add(std::move(changed));
 }
 
@@ -54,7 +56,7 @@ Subscription KernelBattery::observe(std::function<void()> changed)
 void KernelBattery::reportSoon()
 {
     if (burst) return;
-    burst = tools_.runLoop.after(longestBurst, [this] {
+    burst = dependencies_.runLoop.after(longestBurst, [this] {
         burst = {};
         listeners.call();
     });
@@ -71,7 +73,8 @@ PowerSituation KernelBattery::shownFor(const PowerSituation& raw, Seconds now)
 {
     const auto shown = filter.filter(raw, now);
     if (shown.lookAgain) {
-        lookAgain = tools_.runLoop.after(*shown.lookAgain - now, [this] { listeners.call(); });
+        lookAgain =
+            dependencies_.runLoop.after(*shown.lookAgain - now, [this] { listeners.call(); });
     }
     return shown.situation;
 }

@@ -24,7 +24,7 @@ namespace vorlane::platform {
 // change that may be a loose contact is held back for a while.
 class KernelBattery : public PowerSources, public BatteryRegistry {
 public:
-    struct Tools {
+    struct Dependencies {
         RunLoop& runLoop;
         TimeEstimates& estimates;
         std::function<Subscription(std::function<void()> changed)> watchSupplies;
@@ -32,7 +32,8 @@ public:
         WeakCharger charger = {};         // as it was known before a restart in place
     };
 
-    explicit KernelBattery(Tools tools, std::string powerSupplies = kernelPowerSupplies);
+    explicit KernelBattery(Dependencies dependencies,
+                           std::string powerSupplies = kernelPowerSupplies);
 
     std::vector<PropertyDictionary> descriptions() override;
 
@@ -57,7 +58,7 @@ private:
     void reportSoon();
     PowerSituation shownFor(const PowerSituation& raw, Seconds now);
 
-    Tools tools_;
+    Dependencies dependencies_;
     std::string folder;
     WeakCharger charger;
     RateAverage rate;

@@ -6,11 +6,20 @@
 #include <string>
 #include <vector>
 
-#include "platform/linux/power/BatteryCharge.h"
 #include "platform/linux/power/BatteryReadings.h"
 #include "platform/linux/power/PowerSupply.h"
 
 namespace vorlane::platform {
+
+// The remaining charge and its rate, as fractions of the full capacity.
+struct ChargeFlow {
+    double left = 0;     // to full or to empty
+    double perHour = 0;  // above 0
+
+    std::optional<std::int64_t> minutes() const;
+
+    friend bool operator==(const ChargeFlow&, const ChargeFlow&) = default;
+};
 
 struct MachineBattery {
     std::string name;
@@ -38,5 +47,8 @@ struct MachineBattery {
 
 // Absent when there is no battery but those of peripherals and empty bays.
 std::optional<MachineBattery> machineBattery(const std::vector<PowerSupply>& supplies);
+
+// Whole minutes; absent when no battery lasts or charges that long.
+std::optional<std::int64_t> plausibleMinutes(double seconds);
 
 }  // namespace vorlane::platform

@@ -10,7 +10,6 @@
 #include "platform/linux/base/NameWatch.h"
 #include "platform/linux/base/Systemd.h"
 #include "platform/linux/power/TimeEstimates.h"
-#include "platform/linux/power/UPowerDevice.h"
 
 namespace vorlane::platform {
 
@@ -32,6 +31,17 @@ public:
     Subscription observe(std::function<void()> changed) override;
 
 private:
+    // What UPower last said; see org.freedesktop.UPower.Device.
+    struct Device {
+        ChargeStatus status = ChargeStatus::unknown;
+        Minutes minutes;  // each absent when unknown or not plausible
+
+        // Takes over what the properties (a{sv}) at the message's position tell; what has another
+        // type than the interface says becomes unknown. False when the message is no such thing.
+        bool update(sd_bus_message* message);
+        bool updateOne(sd_bus_message* message);
+    };
+
     void setOwner(const char* name);
     void ask();
     void answered(sd_bus_message* reply);
@@ -44,7 +54,7 @@ private:
     std::function<Seconds()> uptime_;
     Listeners listeners;
     std::string owner;  // UPower's unique name; empty while it does not run
-    UPowerDevice device;
+    Device device;
     std::optional<Seconds> heard;  // when its owner last said something
     std::optional<Seconds> asked;
     ChargeStatus lastStatus = ChargeStatus::unknown;  // of the last estimate given

@@ -41,7 +41,7 @@ protected:
     FakeRunLoop loop{clock};
     FakeEstimates estimates;
     Listeners kernel;
-    KernelBattery sources{tools(), folder.path()};
+    KernelBattery sources{dependencies(), folder.path()};
     int changes = 0;
 
     std::optional<PropertyDictionary> details()
@@ -50,7 +50,7 @@ protected:
         return sources.properties();
     }
 
-    KernelBattery::Tools tools()
+    KernelBattery::Dependencies dependencies()
     {
         return {.runLoop = loop,
                 .estimates = estimates,
@@ -259,7 +259,7 @@ TEST_F(KernelBatteryTest, StaysOnBatteryOnAWeakChargerAfterARestartInPlace)
     (void)only();
 
     sources.handOver();
-    auto inherited = tools();
+    auto inherited = dependencies();
     inherited.charger = WeakCharger::take();
     KernelBattery next(inherited, folder.path());
 
