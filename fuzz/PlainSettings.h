@@ -1,6 +1,5 @@
-// A plain second implementation of reading the settings but the sounds: a value of the wrong type
-// is false or 0, integers and reals convert to each other, and keys never written have their
-// default.
+// A plain second implementation of reading all settings except sounds: a value of the wrong type is
+// false or 0, integers and reals convert to each other, and keys never written have their default.
 #pragma once
 
 #include <array>
