@@ -4,6 +4,7 @@ import socket
 
 import pytest
 
+from laptop.desktop import without_shadow
 from laptop.waiting import wait_until
 from laptop.x_screen import SIZE
 
@@ -241,7 +242,8 @@ def test_sway_shows_the_popover_under_its_bar_at_the_pointer(sway_desk, item):
 
     def box_in_place():
         box = sway_desk.window_titled(POPOVER)
-        return box and box[1] == PANEL_HEIGHT + 6 and box
+        panel = box and without_shadow(box)
+        return panel and panel[1] == PANEL_HEIGHT + 6 and panel
     left, _, right, bottom = wait_until(box_in_place, 'the popover under the bar', look_every=0.05)
     assert abs((left + right) // 2 - 1000) <= 2
     assert bottom < HEIGHT

@@ -2,7 +2,7 @@
 import pytest
 
 from laptop.accessibility import Accessibility
-from laptop.desktop import POPOVER, SETTINGS
+from laptop.desktop import POPOVER, SETTINGS, without_shadow
 from laptop.mute_sway import MuteSway
 from laptop.waiting import wait_until
 
@@ -175,9 +175,9 @@ def test_an_unresponsive_sway_is_asked_once_per_opening(
     for opening in (1, 2):
         item.activate()
         wait_for_popover(accessibility)
-        left, top, right, bottom = wayland.window_titled(f'^{POPOVER}$')
-        corners = [(x, y) for x in (left, right - 1) for y in (top, bottom - 1)]
-        wait_until(lambda: differs_at(corners, before, wayland.picture()), 'something to see', look_every=0.1)
+        left, top, right, bottom = without_shadow(wayland.window_titled(f'^{POPOVER}$'))
+        ends = [((left + right) // 2, top), (left, (top + bottom) // 2), (right - 1, bottom - 20)]
+        wait_until(lambda: differs_at(ends, before, wayland.picture()), 'something to see', look_every=0.1)
         assert sway.questions == answers + opening
 
         item.activate()

@@ -20,7 +20,8 @@ public:
     // Windows of this title are told by it, and by being our process's.
     explicit SwayPlacer(const QString& title);
 
-    bool isThere() const { return sway.has_value(); }
+    // Around the visible panel, for its shadow.
+    void setMargin(int around) { margin = around; }
 
     // Before the window is shown: has sway float it. False when it will not be placed.
     bool prepare();
@@ -39,10 +40,11 @@ private:
     void start();
     void tryPlacing();
     void place(SwayWindow shown);
-    std::optional<SwayWindow> find() { return findWindow(sway->tree(), name); }
+    std::optional<SwayWindow> find() { return findWindow(sway->tree(), name, margin); }
 
     std::optional<SwayIpc> sway;
     SwayWindowName name;
+    int margin = 0;
     QTimer retry;
     QDeadlineTimer patience;
     bool ruled = false;  // sway has the rule for our windows

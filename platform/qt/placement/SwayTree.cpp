@@ -35,17 +35,29 @@ std::optional<SwayWindow> findBelow(const QJsonObject& node, const SwayWindowNam
     return std::nullopt;
 }
 
+// Of the range in which the pointer may be, the end at the output's edge where the window touches
+// it: the panel would have come nearer to the edge without the margin.
+int pointerAlong(int first, int last, int outputFirst, int outputLast)
+{
+    if (first <= outputFirst) return outputFirst;
+    if (last >= outputLast) return outputLast;
+    return (first + last) / 2;
+}
+
 // On the bar, since the pointer itself is not told; on the window where there is no bar.
 QPoint pointerOnBar(const SwayWindow& shown)
 {
-    const auto middle = shown.window.center();
+    const QPoint middle(pointerAlong(shown.window.left(), shown.window.right(), shown.output.left(),
+                                     shown.output.right()),
+                        pointerAlong(shown.window.top(), shown.window.bottom(), shown.output.top(),
+                                     shown.output.bottom()));
     if (shown.workspace.top() > shown.output.top()) return {middle.x(), shown.output.top()};
     if (shown.workspace.bottom() < shown.output.bottom()) {
         return {middle.x(), shown.output.bottom()};
     }
     if (shown.workspace.left() > shown.output.left()) return {shown.output.left(), middle.y()};
     if (shown.workspace.right() < shown.output.right()) return {shown.output.right(), middle.y()};
-    return {middle.x(), shown.window.top()};
+    return {middle.x(), shown.window.top() + shown.margin};
 }
 
 }  // namespace
@@ -54,12 +66,16 @@ QPoint SwayWindow::position() const
 {
     const PopoverPlacement placement{
         .pointer = pointerOnBar(*this), .screen = output, .workArea = workspace};
-    return placement.position(window.size());
+    const QPoint shadow(margin, margin);
+    const QSize panel = window.size() - 2 * QSize(margin, margin);
+    return placement.position(panel) - shadow;
 }
 
-std::optional<SwayWindow> findWindow(const QJsonObject& tree, const SwayWindowName& name)
+std::optional<SwayWindow> findWindow(const QJsonObject& tree, const SwayWindowName& name,
+                                     int margin)
 {
-    return findBelow(tree, name, {});
+    return findBelow(tree, name,
+                     {.id = 0, .window = {}, .margin = margin, .output = {}, .workspace = {}});
 }
 
 }  // namespace vorlane::platform

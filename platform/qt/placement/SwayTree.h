@@ -13,10 +13,11 @@ namespace vorlane::platform {
 struct SwayWindow {
     qint64 id;
     QRect window;  // sway has centred it on the pointer, as far as the output lets it
+    int margin;    // of it around the visible panel
     QRect output;
     QRect workspace;  // what bars leave of the output
 
-    // Beside the bar, where there is one.
+    // Of the window, so that the panel is beside the bar, where there is one.
     QPoint position() const;
 };
 
@@ -26,6 +27,7 @@ struct SwayWindowName {
 };
 
 // Absent while sway does not show the window.
-std::optional<SwayWindow> findWindow(const QJsonObject& tree, const SwayWindowName& name);
+std::optional<SwayWindow> findWindow(const QJsonObject& tree, const SwayWindowName& name,
+                                     int margin = 0);
 
 }  // namespace vorlane::platform

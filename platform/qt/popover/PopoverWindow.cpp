@@ -4,6 +4,7 @@
 #include <QCloseEvent>
 #include <QGuiApplication>
 #include <QKeyEvent>
+#include <QMouseEvent>
 #include <QPainter>
 #include <QScreen>
 #include <QVBoxLayout>
@@ -33,9 +34,11 @@ Qt::WindowFlags flags()
 
 }  // namespace
 
-PopoverWindow::PopoverWindow(QWidget* content, ClosedByUser closedByUser)
+PopoverWindow::PopoverWindow(QWidget* content, ClosedByUser closedByUser,
+                             std::function<bool()> composited)
     : QWidget(nullptr, flags()),
       closedByUser_(std::move(closedByUser)),
+      composited_(std::move(composited)),
       pane(new ScrollPane(content)),
       sway(title)
 {
@@ -52,12 +55,19 @@ PopoverWindow::PopoverWindow(QWidget* content, ClosedByUser closedByUser)
     connect(&leaving, &QTimer::timeout, this, &QWidget::close);
 
     auto* const box = new QVBoxLayout(this);
-    box->setContentsMargins(border, border, border, border);
     box->setSizeConstraint(QLayout::SetFixedSize);
     box->addWidget(pane);
+    setAttribute(Qt::WA_TranslucentBackground);
+    // These, and the ends of a scroll bar, would cover the round corners.
+    content->setAutoFillBackground(false);
+    pane->viewport()->setAutoFillBackground(false);
+    for (const auto end : {Qt::AlignTop, Qt::AlignBottom}) {
+        auto* const clear = new QWidget;
+        clear->setFixedHeight(PopoverFrame::radius);
+        pane->addScrollBarWidget(clear, end);
+    }
 
-    // Nothing is seen of it until it is in its place.
-    setAttribute(Qt::WA_TranslucentBackground, sway.isThere());
+    // Under sway nothing is seen of it until it is in its place.
     auto policy = pane->sizePolicy();
     policy.setRetainSizeWhenHidden(true);
     pane->setSizePolicy(policy);
@@ -78,6 +88,7 @@ void PopoverWindow::openAt(QPoint pointer)
     if (!canGrabPointer() && !isActiveWindow()) hide();
     if (!isVisible()) {
         pointer_ = pointer;
+        chooseFrame();
         place();
         pane->setVisible(!sway.prepare());
         show();
@@ -148,23 +159,38 @@ void PopoverWindow::keyPressEvent(QKeyEvent* event)
     closedByUser_(false);
 }
 
+// On the shadow is outside of the panel.
+void PopoverWindow::mousePressEvent(QMouseEvent* event)
+{
+    if (frame.panel(rect()).contains(event->position().toPoint())) {
+        QWidget::mousePressEvent(event);
+    } else {
+        close();
+    }
+}
+
 void PopoverWindow::paintEvent(QPaintEvent* /*event*/)
 {
     if (pane->isHidden()) return;
     QPainter painter(this);
-    painter.fillRect(rect(), palette().window());
-    auto line = palette().color(QPalette::WindowText);
-    line.setAlphaF(0.25F);
-    painter.setPen(line);
-    painter.drawRect(rect().adjusted(0, 0, -1, -1));
+    frame.paint(painter, rect(), palette());
 }
 
 void PopoverWindow::resizeEvent(QResizeEvent* event)
 {
     QWidget::resizeEvent(event);
+    declareShadow(*windowHandle(), frame.margin());
     if (!isVisible()) return;
     place();
     sway.placeAgain();
+}
+
+void PopoverWindow::chooseFrame()
+{
+    frame.setComposited(composited_());
+    const int around = frame.margin() + border;
+    layout()->setContentsMargins(around, around, around, around);
+    sway.setMargin(frame.margin());
 }
 
 void PopoverWindow::place()
@@ -174,9 +200,12 @@ void PopoverWindow::place()
     if (!screen) return;
     const PopoverPlacement placement{
         .pointer = pointer_, .screen = screen->geometry(), .workArea = screen->availableGeometry()};
-    pane->setMostHeight(placement.mostHeight() - 2 * border);
+    // A Wayland compositor fits the whole window to the screen.
+    const int inside = border + (canGrabPointer() ? 0 : frame.margin());
+    pane->setMostHeight(placement.mostHeight() - 2 * inside);
     layout()->activate();
-    move(placement.position(size()));
+    const QPoint shadow(frame.margin(), frame.margin());
+    move(placement.position(frame.panel(rect()).size()) - shadow);
 }
 
 }  // namespace vorlane::platform

@@ -8,7 +8,9 @@
 #include <optional>
 
 #include "platform/qt/controls/ScrollPane.h"
+#include "platform/qt/placement/Composition.h"
 #include "platform/qt/placement/SwayPlacer.h"
+#include "platform/qt/popover/PopoverFrame.h"
 
 namespace vorlane::platform {
 
@@ -22,8 +24,10 @@ public:
     // to be reported as a click, too.
     using ClosedByUser = std::function<void(bool byPress)>;
 
-    // Takes ownership of `content`. `closedByUser` is not called for `dismiss`.
-    PopoverWindow(QWidget* content, ClosedByUser closedByUser);
+    // Takes ownership of `content`. `closedByUser` is not called for `dismiss`. `composited` is
+    // asked at each opening: a compositor may have come or gone.
+    PopoverWindow(QWidget* content, ClosedByUser closedByUser,
+                  std::function<bool()> composited = isComposited);
 
     // Opens beside the panel at the pointer's position, or brings the open window to the front.
     // Gives it the keyboard. Shortly after closing it opens with a short delay.
@@ -42,14 +46,18 @@ protected:
     void closeEvent(QCloseEvent* event) override;
     void hideEvent(QHideEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 
 private:
     bool isResting() const;
+    void chooseFrame();
     void place();
 
     ClosedByUser closedByUser_;
+    std::function<bool()> composited_;
+    PopoverFrame frame;
     ScrollPane* pane;
     QTimer resting;                 // since it was closed
     std::optional<QPoint> waiting;  // where to open once `resting` has elapsed

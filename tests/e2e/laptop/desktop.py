@@ -7,7 +7,15 @@ from .waiting import wait_until
 from .x_screen import XScreen
 
 POPOVER, SETTINGS, ALERT = 'Vorlane', 'Vorlane Settings', 'Vorlane'
+SHADOW = 24  # pixels around the popover's panel that are of its window, where the display composites
 CLICK_PAUSE = 0.2  # seconds between clicks on the item; an earlier second click would close the popover
+
+
+def without_shadow(box, scale=1):
+    """The panel in the box of the popover's window."""
+    left, top, right, bottom = box
+    shadow = SHADOW * scale
+    return left + shadow, top + shadow, right - shadow, bottom - shadow
 
 
 class Desktop:

@@ -79,5 +79,32 @@ TEST(SwayTreeTest, StaysOnTheScreenWithoutABar)
               QPoint(1280 - 6 - 342, 6));
 }
 
+// Where the visible panel stands in a window with a shadow around it.
+QPoint panelIn(const QJsonObject& screen)
+{
+    return findWindow(screen, ours, 24)->position() + QPoint(24, 24);
+}
+
+TEST(SwayTreeTest, PlacesThePanelInsideItsShadow)
+{
+    EXPECT_EQ(panelIn(tree(belowTopBar, R"({"x": 376, "y": 0, "width": 390, "height": 524})")),
+              QPoint(399, 36));
+    EXPECT_EQ(panelIn(tree(aboveBottomBar, R"({"x": 376, "y": 276, "width": 390, "height": 524})")),
+              QPoint(399, 770 - 6 - 476));
+    EXPECT_EQ(panelIn(tree(whole, R"({"x": 376, "y": 100, "width": 390, "height": 524})")),
+              QPoint(399, 130));
+}
+
+TEST(SwayTreeTest, LetsTheShadowReachBeyondTheEndOfTheBar)
+{
+    EXPECT_EQ(panelIn(tree(belowTopBar, R"({"x": 890, "y": 0, "width": 390, "height": 524})")),
+              QPoint(1280 - 6 - 342, 36));
+    EXPECT_EQ(panelIn(tree(belowTopBar, R"({"x": 914, "y": 12, "width": 390, "height": 524})")),
+              QPoint(1280 - 6 - 342, 36))
+        << "where it already is";
+    EXPECT_EQ(panelIn(tree(belowTopBar, R"({"x": 0, "y": 0, "width": 390, "height": 524})")),
+              QPoint(6, 36));
+}
+
 }  // namespace
 }  // namespace vorlane::platform

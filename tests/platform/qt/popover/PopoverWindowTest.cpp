@@ -20,12 +20,15 @@ protected:
 
     ThemeSource themes;
     PopoverPanel* panel = new PopoverPanel(PopoverIntents());
-    PopoverWindow popover{panel, [this](bool byPress) {
+    PopoverWindow popover{panel,
+                          [this](bool byPress) {
                               ++closings;
                               closedByPress = byPress;
-                          }};
+                          },
+                          [this] { return composited; }};
     int closings = 0;  // by the user
     bool closedByPress = false;
+    bool composited = false;
     PopoverContent content = noBattery();
 
     static QWidget* window()
@@ -135,6 +138,113 @@ TEST_F(PopoverWindowTest, GrowsAndShrinksInPlace)
     EXPECT_GT(full.height(), before.height());
     EXPECT_TRUE(window()->screen()->availableGeometry().contains(full));
     EXPECT_EQ(window()->geometry(), before);
+}
+
+class CompositedPopoverTest : public PopoverWindowTest {
+protected:
+    CompositedPopoverTest() { composited = true; }
+
+    static constexpr int margin = 24;
+
+    static QRect panelOnScreen()
+    {
+        return window()->geometry().marginsRemoved(QMargins(margin, margin, margin, margin));
+    }
+
+    // 0 where nothing is painted, 255 where it covers what is behind the window.
+    static int alphaAt(QPoint position)
+    {
+        return qAlpha(window()->grab().toImage().pixel(position));
+    }
+};
+
+TEST_F(PopoverWindowTest, IsAnOpaqueSquareWithoutACompositor)
+{
+    open();
+
+    const auto picture = window()->grab().toImage();
+
+    EXPECT_EQ(window()->width(), PopoverPanel::fixedWidth + 2);
+    for (const auto& corner : {picture.rect().topLeft(), picture.rect().topRight(),
+                               picture.rect().bottomLeft(), picture.rect().bottomRight()}) {
+        EXPECT_EQ(qAlpha(picture.pixel(corner)), 255);
+    }
+}
+
+TEST_F(CompositedPopoverTest, HasRoundCornersAndAShadowAroundThem)
+{
+    open();
+
+    const QRect inside =
+        QRect(QPoint(), window()->size()).adjusted(margin, margin, -margin, -margin);
+    const int middle = inside.center().x();
+    EXPECT_EQ(alphaAt(QPoint(0, 0)), 0);
+    EXPECT_LT(alphaAt(inside.topLeft()), 128) << "outside of the round corner";
+    EXPECT_LT(alphaAt(inside.bottomRight()), 128);
+    EXPECT_EQ(alphaAt(inside.topLeft() + QPoint(5, 5)), 255) << "within it";
+    EXPECT_EQ(alphaAt({middle, inside.top()}), 255);
+    EXPECT_EQ(alphaAt({middle, inside.bottom()}), 255);
+    EXPECT_GT(alphaAt({middle, inside.bottom() + 1}), alphaAt({middle, inside.bottom() + 12}));
+    EXPECT_GT(alphaAt({middle, inside.bottom() + 12}), 0);
+    EXPECT_EQ(alphaAt({middle, window()->height() - 1}), 0) << "the shadow is not cut off";
+}
+
+TEST_F(CompositedPopoverTest, ShowsItsPanelWhereItIsWithoutACompositor)
+{
+    const auto openAndClose = [this] {
+        open();
+        EXPECT_TRUE(QTest::qWaitFor([] { return window()->isVisible(); }));
+        const auto place = composited ? panelOnScreen() : window()->geometry();
+        popover.dismiss();
+        return place;
+    };
+    const auto with = openAndClose();
+
+    composited = false;
+    EXPECT_EQ(openAndClose(), with);
+
+    composited = true;
+    EXPECT_EQ(openAndClose(), with) << "a compositor has come back";
+}
+
+TEST_F(CompositedPopoverTest, GrowsAndShrinksInPlace)
+{
+    open();
+    const auto before = panelOnScreen();
+
+    show(charging());
+    const auto full = panelOnScreen();
+    show(content);
+
+    EXPECT_EQ(full.topLeft(), before.topLeft());
+    EXPECT_GT(full.height(), before.height());
+    EXPECT_EQ(panelOnScreen(), before);
+}
+
+TEST_F(CompositedPopoverTest, KeepsItsRoundCornersBesideAScrollBar)
+{
+    open();
+    panel->setFixedSize(panel->width(), 2000);
+    popover.fit();
+    QCoreApplication::processEvents();
+
+    EXPECT_GT(window()->width(), panel->width() + 2 * margin + 2) << "there is a scroll bar";
+    EXPECT_LT(alphaAt({window()->width() - 1 - margin, margin}), 128);
+    EXPECT_LT(
+        alphaAt(QPoint(window()->width(), window()->height()) - QPoint(margin + 1, margin + 1)),
+        128);
+}
+
+TEST_F(CompositedPopoverTest, APressOnTheShadowIsAPressElsewhere)
+{
+    open();
+    QTest::mousePress(window(), Qt::LeftButton, {}, QPoint(margin + 5, margin + 5));
+    EXPECT_TRUE(window()->isVisible());
+
+    QTest::mousePress(window(), Qt::LeftButton, {}, QPoint(margin - 5, 100));
+
+    EXPECT_FALSE(window()->isVisible());
+    EXPECT_TRUE(closedByPress);
 }
 
 }  // namespace

@@ -1,0 +1,81 @@
+#include "platform/qt/placement/Composition.h"
+
+#include <xcb/xcb.h>
+
+#include <QByteArray>
+#include <QGuiApplication>
+#include <QMargins>
+#include <QWindow>
+#include <array>
+#include <cmath>
+#include <cstdint>
+#include <cstdlib>
+#include <memory>
+
+#include "platform/qt/placement/SwayIpc.h"
+
+namespace vorlane::platform {
+
+namespace {
+
+struct Free {
+    void operator()(void* reply) const { std::free(reply); }
+};
+template <typename Reply>
+using ReplyPointer = std::unique_ptr<Reply, Free>;
+
+bool isOnWayland()
+{
+    return QGuiApplication::platformName().startsWith("wayland");
+}
+
+// None on Wayland.
+xcb_connection_t* xConnection()
+{
+    const auto* const x = qApp->nativeInterface<QNativeInterface::QX11Application>();
+    return x ? x->connection() : nullptr;
+}
+
+xcb_atom_t atom(xcb_connection_t* x, const QByteArray& name)
+{
+    const auto asked =
+        xcb_intern_atom(x, 0, static_cast<std::uint16_t>(name.size()), name.constData());
+    const ReplyPointer<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(x, asked, nullptr));
+    return reply ? reply->atom : static_cast<xcb_atom_t>(XCB_ATOM_NONE);
+}
+
+bool hasOwner(xcb_connection_t* x, xcb_atom_t selection)
+{
+    const auto asked = xcb_get_selection_owner(x, selection);
+    const ReplyPointer<xcb_get_selection_owner_reply_t> reply(
+        xcb_get_selection_owner_reply(x, asked, nullptr));
+    return reply && reply->owner != XCB_WINDOW_NONE;
+}
+
+}  // namespace
+
+bool isComposited()
+{
+    if (isOnWayland()) return true;
+    auto* const x = xConnection();
+    return x && hasOwner(x, atom(x, "_NET_WM_CM_S0"));
+}
+
+void declareShadow(QWindow& window, int margin)
+{
+    // sway would ignore a press beside the mask: it finds no surface there, and looks no further.
+    if (isOnWayland() && !SwayIpc::find()) {
+        const QRect whole(QPoint(), window.size());
+        window.setMask(whole.marginsRemoved(QMargins(margin, margin, margin, margin)));
+    }
+    // No mask: on X11 it would cut the shadow off, and an open popover has grabbed the pointer.
+    auto* const x = xConnection();
+    if (!x) return;
+    std::array<std::uint32_t, 4> extents{};
+    extents.fill(static_cast<std::uint32_t>(std::lround(margin * window.devicePixelRatio())));
+    xcb_change_property(x, XCB_PROP_MODE_REPLACE, static_cast<xcb_window_t>(window.winId()),
+                        atom(x, "_GTK_FRAME_EXTENTS"), XCB_ATOM_CARDINAL, 32, extents.size(),
+                        extents.data());
+}
+
+}  // namespace vorlane::platform
