@@ -15,9 +15,14 @@ class Screenshot:
             raise ValueError('not an 8 bit portable pixmap')
         return cls(width, height, pixels)
 
+    def crop(self, box):
+        left, top, right, bottom = box
+        rows = [self._row(y)[3 * left:3 * right] for y in range(top, bottom)]
+        return Screenshot(right - left, bottom - top, b''.join(rows))
+
     def save(self, path):
         ppm = b'P6 %d %d 255\n' % (self.width, self.height) + self._pixels
-        subprocess.run(['convert', 'ppm:-', path], input=ppm, check=True)
+        subprocess.run(['convert', 'ppm:-', '-strip', path], input=ppm, check=True)
 
     def difference(self, other):
         """The smallest box (left, top, right, bottom) that holds every differing pixel, or None."""
