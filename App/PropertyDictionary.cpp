@@ -33,11 +33,6 @@ void PropertyDictionary::set(std::string key, Value value)
     entries.push_back({.key = std::move(key), .value = std::move(value)});
 }
 
-bool PropertyDictionary::empty() const
-{
-    return entries.empty();
-}
-
 std::optional<std::int64_t> PropertyDictionary::integer(std::string_view key) const
 {
     const auto* const value = find(key);

@@ -1,4 +1,4 @@
-// A bag of properties as a platform service describes a device: keys with values of four kinds.
+// The properties of a device as a platform service reports them: keys with typed values.
 #pragma once
 
 #include <cstdint>
@@ -11,8 +11,7 @@
 
 namespace vorlane {
 
-// Numbers (whole or real), booleans, strings and nested dictionaries.
-// A getter is absent when the key is missing or its value is of another kind.
+// A getter returns nothing when the key is missing or its value has another type.
 class PropertyDictionary {
 public:
     struct Entry;
@@ -21,15 +20,13 @@ public:
     PropertyDictionary() = default;
     PropertyDictionary(std::initializer_list<Entry> entries);
 
-    // Replaces the value of a key that is already there.
+    // Replaces any earlier value of the key.
     void set(std::string key, Value value);
 
-    bool empty() const;
-
-    // A real number is truncated toward zero; absent when it does not fit.
+    // Also reads a real number, truncated toward zero; absent when that does not fit.
     std::optional<std::int64_t> integer(std::string_view key) const;
 
-    // Absent also for an infinity or not-a-number.
+    // Also reads a whole number. Absent for infinities and NaN.
     std::optional<double> real(std::string_view key) const;
 
     std::optional<bool> boolean(std::string_view key) const;

@@ -11,7 +11,7 @@ constexpr double infinity = std::numeric_limits<double>::infinity();
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 constexpr double twoTo63 = 9223372036854775808.0;
 
-// One value of each kind, under the name of its kind.
+// One value of each type, with the type's name as its key.
 const PropertyDictionary oneOfEach{{"integer", std::int64_t{7}},
                                    {"real", 2.5},
                                    {"boolean", true},
@@ -23,7 +23,7 @@ PropertyDictionary holding(PropertyDictionary::Value value)
     return {{"key", std::move(value)}};
 }
 
-TEST(PropertyDictionaryTest, GivesEachKindOfValueBack)
+TEST(PropertyDictionaryTest, ReturnsEachTypeOfValue)
 {
     EXPECT_EQ(oneOfEach.integer("integer"), 7);
     EXPECT_EQ(oneOfEach.real("real"), 2.5);
@@ -33,7 +33,7 @@ TEST(PropertyDictionaryTest, GivesEachKindOfValueBack)
     EXPECT_EQ(oneOfEach.dictionary("dictionary")->integer("Watts"), 65);
 }
 
-TEST(PropertyDictionaryTest, TreatsAValueOfAnotherKindAsMissing)
+TEST(PropertyDictionaryTest, TreatsAValueOfAnotherTypeAsMissing)
 {
     for (const auto* const key : {"boolean", "string", "dictionary"}) {
         EXPECT_FALSE(oneOfEach.integer(key)) << key;
@@ -59,7 +59,7 @@ TEST(PropertyDictionaryTest, TreatsAMissingKeyAsAbsent)
     EXPECT_FALSE(oneOfEach.dictionary("strings"));
 }
 
-TEST(PropertyDictionaryTest, ReadsWholeAndRealNumbersAsOneKind)
+TEST(PropertyDictionaryTest, ConvertsBetweenWholeAndRealNumbers)
 {
     EXPECT_EQ(oneOfEach.real("integer"), 7.0);
     EXPECT_EQ(oneOfEach.integer("real"), 2);
@@ -67,7 +67,7 @@ TEST(PropertyDictionaryTest, ReadsWholeAndRealNumbersAsOneKind)
     EXPECT_EQ(holding(0.99).integer("key"), 0);
 }
 
-TEST(PropertyDictionaryTest, GivesNoIntegerForARealThatDoesNotFit)
+TEST(PropertyDictionaryTest, ReturnsNoIntegerForARealThatDoesNotFit)
 {
     EXPECT_EQ(holding(-twoTo63).integer("key"), std::numeric_limits<std::int64_t>::min());
     EXPECT_EQ(holding(9223372036854774784.0).integer("key"), 9223372036854774784);
@@ -77,22 +77,12 @@ TEST(PropertyDictionaryTest, GivesNoIntegerForARealThatDoesNotFit)
     }
 }
 
-TEST(PropertyDictionaryTest, GivesNoRealThatIsNotFinite)
+TEST(PropertyDictionaryTest, ReturnsNoRealThatIsNotFinite)
 {
     for (const double number : {infinity, -infinity, notANumber}) {
         EXPECT_FALSE(holding(number).real("key")) << number;
     }
     EXPECT_EQ(holding(1e308).real("key"), 1e308);
-}
-
-TEST(PropertyDictionaryTest, IsEmptyUntilAKeyIsSet)
-{
-    PropertyDictionary properties;
-    EXPECT_TRUE(properties.empty());
-
-    properties.set("key", false);
-
-    EXPECT_FALSE(properties.empty());
 }
 
 TEST(PropertyDictionaryTest, KeepsTheLastValueOfAKey)
@@ -106,7 +96,7 @@ TEST(PropertyDictionaryTest, KeepsTheLastValueOfAKey)
     EXPECT_EQ(properties.string("key"), "three");
 }
 
-TEST(PropertyDictionaryTest, HoldsAnyTextAsAKey)
+TEST(PropertyDictionaryTest, AcceptsAnyTextAsAKey)
 {
     const std::string key("a\0b\xff", 4);
     PropertyDictionary properties;
@@ -117,7 +107,7 @@ TEST(PropertyDictionaryTest, HoldsAnyTextAsAKey)
     EXPECT_FALSE(properties.string("a"));
 }
 
-TEST(PropertyDictionaryTest, IsAValueThatCopiesWhole)
+TEST(PropertyDictionaryTest, KeepsCopiesIndependent)
 {
     auto copy = oneOfEach;
 

@@ -541,7 +541,13 @@ TEST_F(KernelBatteryTest, LeavesOutDetailsThatAreUnknown)
     const auto registry = details();
 
     ASSERT_TRUE(registry);
-    EXPECT_TRUE(registry->empty());
+    for (const auto* const key : {"CycleCount", "DesignCapacity", "AppleRawMaxCapacity",
+                                  "NominalChargeCapacity", "MaxCapacity", "Temperature", "Voltage",
+                                  "Amperage", "InstantAmperage", "ChargeThreshold"}) {
+        EXPECT_FALSE(registry->real(key)) << key;
+    }
+    EXPECT_FALSE(registry->dictionary("AdapterDetails"));
+    EXPECT_FALSE(registry->boolean("KeepsBelowFull"));
 }
 
 TEST_F(KernelBatteryTest, HasNoDetailsWithoutABattery)
