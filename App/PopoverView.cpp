@@ -1,10 +1,11 @@
 #include "App/PopoverView.h"
 
 #include <algorithm>
+#include <array>
+#include <charconv>
 #include <cmath>
 #include <utility>
 
-#include "App/DecimalText.h"
 #include "App/HistoryChart.h"
 #include "App/RingView.h"
 
@@ -12,10 +13,10 @@ namespace vorlane {
 
 namespace {
 
-constexpr std::int64_t fullBar = 1000;  // the charge cycles that a battery is built for
-constexpr double leastPower = 0.1;      // watts; less is the noise of the gauge
+constexpr std::int64_t fullBar = 1000;  // charge cycles
+constexpr double leastPower = 0.1;      // watts; less is measuring noise
 
-// The user's own limits play no part here.
+// Fixed levels, independent of the user's limits.
 Color ringColor(const BatteryState& state)
 {
     if (!state.pluggedIn && state.percent <= 20) return Color::red;
@@ -33,6 +34,15 @@ Color healthColor(double percent)
 {
     if (percent > 90.0) return Color::green;
     return percent >= 80.0 ? Color::orange : Color::red;
+}
+
+// Uses a decimal point in every locale.
+std::string decimalText(double value, int places)
+{
+    std::array<char, 400> text{};  // the longest number has 309 digits before the point
+    const auto written = std::to_chars(text.data(), text.data() + text.size(), value,
+                                       std::chars_format::fixed, places);
+    return {text.data(), written.ptr};
 }
 
 std::optional<double> power(const BatteryState& state)

@@ -11,7 +11,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-// What the popover says about the battery itself: its cycles, and a row for each fact.
+// The battery details in the popover: the cycle bar and a row per fact.
 class PopoverDetailsTest : public PopoverViewFixture {
 protected:
     CycleBlock cyclesOf(std::int64_t count) const
@@ -55,7 +55,7 @@ protected:
     }
 };
 
-TEST_F(PopoverDetailsTest, SaysNothingOfWhatIsUnknown)
+TEST_F(PopoverDetailsTest, OmitsUnknownValues)
 {
     const auto shown = blocksOf(onBattery(50));
 
@@ -63,7 +63,7 @@ TEST_F(PopoverDetailsTest, SaysNothingOfWhatIsUnknown)
     EXPECT_THAT(shown.details, IsEmpty());
 }
 
-TEST_F(PopoverDetailsTest, ShowsEveryFactInItsOrder)
+TEST_F(PopoverDetailsTest, ShowsEveryRowInOrder)
 {
     auto state = charging(50);
     state.cycleCount = 120;
@@ -86,7 +86,7 @@ TEST_F(PopoverDetailsTest, ShowsEveryFactInItsOrder)
                             secondary("Power in", "30.0 W"), secondary("Adapter", "65 W")));
 }
 
-TEST_F(PopoverDetailsTest, TintsTheCyclesByTheirCount)
+TEST_F(PopoverDetailsTest, TintsTheCycleBarByCount)
 {
     EXPECT_EQ(cyclesOf(0).tint, Color::accent);
     EXPECT_EQ(cyclesOf(700).tint, Color::accent);
@@ -95,7 +95,7 @@ TEST_F(PopoverDetailsTest, TintsTheCyclesByTheirCount)
     EXPECT_EQ(cyclesOf(901).tint, Color::red);
 }
 
-TEST_F(PopoverDetailsTest, FillsTheBarWithTheCycles)
+TEST_F(PopoverDetailsTest, FillsTheCycleBarByCount)
 {
     EXPECT_EQ(cyclesOf(0).value, 0);
     EXPECT_EQ(cyclesOf(0).row, secondary("Cycle count", "0 of 1000"));
@@ -122,7 +122,7 @@ TEST_F(PopoverDetailsTest, ColorsTheHealth)
     EXPECT_THAT(healthOf(3950, 5000), ElementsAre(health("79% \u00b7 Worn", Color::red)));
 }
 
-TEST_F(PopoverDetailsTest, ColorsTheHealthBeforeItIsRounded)
+TEST_F(PopoverDetailsTest, ColorsTheHealthBeforeRounding)
 {
     EXPECT_THAT(healthOf(9001, 10000), ElementsAre(health("90% \u00b7 Good", Color::green)));
     EXPECT_THAT(healthOf(7999, 10000), ElementsAre(health("80% \u00b7 Worn", Color::red)));
@@ -160,13 +160,21 @@ TEST_F(PopoverDetailsTest, ShowsTheTemperatureToATenth)
     EXPECT_THAT(temperatureOf(29.96), ElementsAre(secondary("Temperature", "30.0 \u00b0C")));
 }
 
-TEST_F(PopoverDetailsTest, SaysWhichWayThePowerFlows)
+TEST_F(PopoverDetailsTest, ShowsTheLongestNumberInFull)
+{
+    const auto rows = temperatureOf(-std::numeric_limits<double>::max());
+
+    ASSERT_EQ(rows.size(), 1);
+    EXPECT_EQ(rows[0].value.size(), 312 + std::string(" \u00b0C").size());
+}
+
+TEST_F(PopoverDetailsTest, ShowsTheDirectionOfThePower)
 {
     EXPECT_THAT(powerOf(12.0, 1.5), ElementsAre(secondary("Power in", "18.0 W")));
     EXPECT_THAT(powerOf(12.0, -1.5), ElementsAre(secondary("Power out", "18.0 W")));
 }
 
-TEST_F(PopoverDetailsTest, HidesAPowerBelowATenthOfAWatt)
+TEST_F(PopoverDetailsTest, HidesPowerBelowATenthOfAWatt)
 {
     EXPECT_THAT(powerOf(12.0, -0.005), IsEmpty());
     EXPECT_THAT(powerOf(12.0, 0.0), IsEmpty());
@@ -176,12 +184,12 @@ TEST_F(PopoverDetailsTest, HidesAPowerBelowATenthOfAWatt)
     EXPECT_THAT(powerOf(1.0, -0.1), ElementsAre(secondary("Power out", "0.1 W")));
 }
 
-TEST_F(PopoverDetailsTest, HidesThePowerThatIsNoNumber)
+TEST_F(PopoverDetailsTest, HidesPowerThatIsNotANumber)
 {
     EXPECT_THAT(powerOf(12.0, std::numeric_limits<double>::quiet_NaN()), IsEmpty());
 }
 
-TEST_F(PopoverDetailsTest, HidesThePowerWithoutVoltageOrCurrent)
+TEST_F(PopoverDetailsTest, HidesPowerWithoutVoltageOrCurrent)
 {
     auto state = onBattery(50);
     state.voltage = 12.0;
