@@ -1,4 +1,4 @@
-// What the reminders of a situation are about: whether each situation holds now.
+// Which alert conditions are true now. Whether to send an alert is left to `AlertEngine`.
 #pragma once
 
 #include <array>
@@ -12,16 +12,15 @@
 namespace vorlane {
 
 struct AlertConditions {
-    // Health is no situation: it is told once, and nothing that the user does ends it.
-    static constexpr std::array situations{AlertKind::chargeLimit, AlertKind::low,
-                                           AlertKind::tooLong};
+    // Without health, whose reminder is sent once and never withdrawn.
+    static constexpr std::array kinds{AlertKind::chargeLimit, AlertKind::low, AlertKind::tooLong};
 
     bool chargeLimit = false;
     bool low = false;
     bool tooLong = false;
 
-    // `since` is when the machine came on power; absent when unknown or unplugged. Without a
-    // battery nothing holds.
+    // `since` is when the machine was plugged in; absent when unknown or unplugged. Without a
+    // battery every condition is false.
     static AlertConditions of(const BatteryState& state, const Prefs& prefs,
                               std::optional<Date> since, Date now);
 

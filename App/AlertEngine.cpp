@@ -56,10 +56,10 @@ std::optional<PendingAlert> healthAlert(const BatteryState& state, const Prefs& 
 std::vector<PendingAlert> AlertEngine::run(const BatteryState& state, const Prefs& prefs,
                                            const Moment& moment, DefaultsStore& defaults)
 {
-    const auto holds = AlertConditions::of(state, prefs, moment.since, moment.now);
-    for (const auto kind : AlertConditions::situations) {
-        if (!holds[kind]) rearm(kind);
-        if (holds[kind] && moment.prime) suppressed.insert(kind);
+    const auto conditions = AlertConditions::of(state, prefs, moment.since, moment.now);
+    for (const auto kind : AlertConditions::kinds) {
+        if (!conditions[kind]) rearm(kind);
+        if (conditions[kind] && moment.prime) suppressed.insert(kind);
     }
     if (!state.hasBattery) return {};
 
@@ -68,9 +68,9 @@ std::vector<PendingAlert> AlertEngine::run(const BatteryState& state, const Pref
         if (alert) due.push_back(std::move(*alert));
     };
     if (!moment.prime && moment.canDeliver) {
-        if (holds.chargeLimit) add(chargeLimitAlert(state, prefs, moment.now));
-        if (holds.low) add(lowAlert(state));
-        if (holds.tooLong) add(tooLongAlert(state, moment.now - *moment.since));
+        if (conditions.chargeLimit) add(chargeLimitAlert(state, prefs, moment.now));
+        if (conditions.low) add(lowAlert(state));
+        if (conditions.tooLong) add(tooLongAlert(state, moment.now - *moment.since));
     }
     add(healthAlert(state, prefs, moment, defaults));
     return due;

@@ -1,4 +1,4 @@
-// Which reminders are due now. Decides only: it never posts, waits or asks the time.
+// Decides which alerts are due now. It never posts, waits or reads the clock.
 #pragma once
 
 #include <cstdint>
@@ -15,24 +15,24 @@
 
 namespace vorlane {
 
-// Remembers what was sent, as a plain value. That the health reminder was sent is kept in the
-// defaults store, under "healthAlertSent", since it must survive restarts.
+// Remembers which alerts were sent. The health alert's flag is in the defaults store, under
+// "healthAlertSent", because it must survive restarts.
 struct AlertEngine {
-    std::set<AlertKind> suppressed;  // held when primed; silent until once false
+    std::set<AlertKind> suppressed;  // were true when primed; silent until they have been false
     std::int64_t chargeSent = 0;     // alerts since the limit was last reached
     Date chargeLast = distantPast;
     bool lowSent = false;
     bool longSent = false;
 
     struct Moment {
-        std::optional<Date> since;  // on power since; absent when unknown or unplugged
+        std::optional<Date> since;  // when it was plugged in; absent when unknown or unplugged
         Date now;
         bool canDeliver = false;
-        bool prime = false;  // count what already holds as announced
+        bool prime = false;  // count conditions that are already true as announced
     };
 
-    // At most one alert of each kind, in the order of `AlertKind`. When `canDeliver` is false
-    // nothing is sent and nothing counts as sent. Call it at every reading, with that reading.
+    // Returns at most one alert per kind, in the order of `AlertKind`. While `canDeliver` is false
+    // it returns none and counts none as sent. Call it for every reading.
     std::vector<PendingAlert> run(const BatteryState& state, const Prefs& prefs,
                                   const Moment& moment, DefaultsStore& defaults);
 

@@ -34,14 +34,14 @@ void AppDelegate::applicationDidFinishLaunching()
 void AppDelegate::applicationWillTerminate()
 {
     model->history.save(services_.clock.now());
-    if (!services_.application.isRestarting()) withdrawSituations();
+    if (!services_.application.isRestarting()) withdrawReminders();
 }
 
-// Once the program is gone, it cannot withdraw them when they stop being true. The health reminder
-// is sent only once, so it stays.
-void AppDelegate::withdrawSituations()
+// After quitting, the program cannot withdraw reminders that stop being true. The health reminder
+// stays, since it is sent only once.
+void AppDelegate::withdrawReminders()
 {
-    for (const auto kind : AlertConditions::situations) model->notifier->withdraw(kind);
+    for (const auto kind : AlertConditions::kinds) model->notifier->withdraw(kind);
 }
 
 void AppDelegate::togglePopover()
@@ -115,7 +115,7 @@ void AppDelegate::makeSettingsWindow()
     bag.push_back(settingsView->loginError.subscribe(updateSoon));
 }
 
-// A change is announced before it is stored: the next turn reads the new value.
+// Redraws on the next turn, because a field notifies before it stores the new value.
 void AppDelegate::subscribe()
 {
     const auto redrawSoon = [&loop = services_.runLoop,
@@ -124,7 +124,7 @@ void AppDelegate::subscribe()
     };
     bag.push_back(model->state.subscribe(redrawSoon));
     bag.push_back(model->snoozeUntil.subscribe(redrawSoon));
-    // The menu says when a snooze ends, and the time zone may have changed.
+    // The menu shows when a snooze ends, and the time zone may have changed.
     bag.push_back(model->historyVersion.subscribe([&snoozeUntil = model->snoozeUntil, redrawSoon] {
         if (snoozeUntil.get()) redrawSoon();
     }));
@@ -161,7 +161,7 @@ void AppDelegate::perform(MenuAction action)
     }
 }
 
-// Many fields change in one refresh: the windows are updated once for all of them.
+// One update per turn, because a refresh changes several fields.
 void AppDelegate::updateWindowsSoon()
 {
     if (windowsAreStale || !(popover->isShown() || settingsAreShown())) return;

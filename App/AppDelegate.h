@@ -1,4 +1,4 @@
-// The shell around the model: launch, the status item, the two windows, quit.
+// Connects the model to the status item and the two windows, and handles launch and quit.
 #pragma once
 
 #include <functional>
@@ -17,9 +17,9 @@ namespace vorlane {
 class AppDelegate : public std::enable_shared_from_this<AppDelegate> {
 public:
     std::shared_ptr<AppModel> model;
-    StatusItem* statusItem = nullptr;                // made at launch
-    std::unique_ptr<Popover> popover;                // likewise
-    std::unique_ptr<SettingsWindow> settingsWindow;  // made when it is first opened, then kept
+    StatusItem* statusItem = nullptr;                // created at launch
+    std::unique_ptr<Popover> popover;                // created at launch
+    std::unique_ptr<SettingsWindow> settingsWindow;  // created when first opened, then kept
     std::vector<Subscription> bag;
 
     explicit AppDelegate(const Services& services);
@@ -27,20 +27,19 @@ public:
     void applicationDidFinishLaunching();
     void applicationWillTerminate();
 
-    // Opens the popover, or closes it.
     void togglePopover();
 
-    // Shows the popover with a fresh reading, before all other windows.
+    // Reads the battery, then shows the popover in front of all other windows.
     void openPopover();
 
-    // Shows the settings in the place of the popover.
+    // Closes the popover and shows the settings window.
     void openSettings();
 
-    // Shows the model's state and the settings as they are now.
+    // Redraws the status item from the current state and settings.
     void updateStatusItem();
 
 private:
-    void withdrawSituations();
+    void withdrawReminders();
     void makeStatusItem();
     void makePopover();
     void makeSettingsWindow();
@@ -53,7 +52,7 @@ private:
 
     std::shared_ptr<PopoverView> popoverView;
     std::shared_ptr<SettingsView> settingsView;
-    bool windowsAreStale = false;  // an update is due on the next turn
+    bool windowsAreStale = false;  // an update is pending for the next turn
     Services services_;
 };
 

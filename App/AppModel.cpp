@@ -9,10 +9,11 @@ namespace vorlane {
 namespace {
 
 constexpr RunLoop::Rhythm refreshRhythm{.interval = Seconds{60}, .tolerance = Seconds{10}};
-constexpr Seconds firstLookAfterWake{3};
-// Embedded controllers take some seconds to know the battery again, and tell of it or do not.
-constexpr RunLoop::Rhythm resumeRhythm{.interval = Seconds{5}, .tolerance = Seconds{1}};
-constexpr Seconds longestDoubt{30};
+constexpr Seconds wakeRefreshDelay{3};
+// Some embedded controllers need seconds to detect the battery after a resume, and not all of them
+// signal when they have.
+constexpr RunLoop::Rhythm resumeRefreshRhythm{.interval = Seconds{5}, .tolerance = Seconds{1}};
+constexpr Seconds settleTimeout{30};
 constexpr Seconds snoozeSpan{3600};
 
 }  // namespace
@@ -60,50 +61,50 @@ void AppModel::observeSleep()
 Date AppModel::now()
 {
     const auto now = services_.clock.now();
-    const auto set = clockSteps.look({.now = now, .uptime = services_.clock.uptime()});
-    if (set) followClock(*set, now);
+    const auto step = clockSteps.check({.now = now, .uptime = services_.clock.uptime()});
+    if (step) adjustToClockStep(*step, now);
     return now;
 }
 
-// Spans count, not the hands: what began an hour ago began an hour ago by the clock as it is set.
-void AppModel::followClock(Seconds set, Date now)
+// Shifts the stored instants with the clock, so that elapsed times stay the same.
+void AppModel::adjustToClockStep(Seconds step, Date now)
 {
-    if (const auto since = pluggedSince.get()) pluggedSince.set(*since + set);
+    if (const auto since = pluggedSince.get()) pluggedSince.set(*since + step);
     if (const auto until = snoozeUntil.get(); until && snoozedHere) {
-        Prefs::setSnoozeUntil(services_.defaults, *until + set);
-        snoozeUntil.set(*until + set);
+        Prefs::setSnoozeUntil(services_.defaults, *until + step);
+        snoozeUntil.set(*until + step);
     }
-    engine.chargeLast = engine.chargeLast + set;
-    history.clockWasSet(set, now);
+    engine.chargeLast = engine.chargeLast + step;
+    history.clockWasSet(step, now);
 }
 
 void AppModel::goToSleep()
 {
     history.save(now());
-    resumeFilter
-        .sleep();  // the kernel may tell of the battery before the session tells of the resume
-    endDoubtLater();
+    // Not only at the wake: battery events may arrive before the wake signal.
+    resumeFilter.sleep();
+    restartSettleTimer();
 }
 
 void AppModel::woke()
 {
     resumeFilter.wake(reader.read(), state.get());
-    endDoubtLater();
-    firstLook = services_.runLoop.after(firstLookAfterWake, refreshing(Reason::wake));
-    resumeLooks = services_.runLoop.repeat(resumeRhythm, refreshing(Reason::change));
+    restartSettleTimer();
+    wakeRefresh = services_.runLoop.after(wakeRefreshDelay, refreshing(Reason::wake));
+    resumeRefreshes = services_.runLoop.repeat(resumeRefreshRhythm, refreshing(Reason::change));
 }
 
-void AppModel::endDoubtLater()
+void AppModel::restartSettleTimer()
 {
-    doubtEnd = services_.runLoop.after(longestDoubt, [weak = weak_from_this()] {
-        if (const auto model = weak.lock()) model->endDoubt();
+    settleTimer = services_.runLoop.after(settleTimeout, [weak = weak_from_this()] {
+        if (const auto model = weak.lock()) model->endSettling();
     });
 }
 
-void AppModel::endDoubt()
+void AppModel::endSettling()
 {
     resumeFilter.end();
-    resumeLooks = {};
+    resumeRefreshes = {};
     refresh(Reason::change);
 }
 
@@ -121,56 +122,57 @@ void AppModel::refresh(Reason reason)
 {
     const auto fresh = reader.read();
     const auto now = this->now();
-    const bool isWakeLook = reason == Reason::wake;
-    if (resumeFilter.doubts(fresh, state.get())) {
-        if (isWakeLook) resumeFilter.postponeLook();
+    const bool isWakeRefresh = reason == Reason::wake;
+    if (resumeFilter.rejects(fresh, state.get())) {
+        if (isWakeRefresh) resumeFilter.postponeWakeRefresh();
         return;
     }
     if (const auto missed = resumeFilter.takeMissed(fresh)) catchUp(*missed, now);
-    const Look look{.now = now,
-                    .primes = reason == Reason::launch || resumeFilter.takeLook(fresh, isWakeLook)};
+    const Pass pass{
+        .now = now,
+        .primes = reason == Reason::launch || resumeFilter.accept(fresh, isWakeRefresh)};
 
-    trackPower(fresh, look);
+    trackPower(fresh, pass);
     if (fresh != state.get()) state.set(fresh);
     history.record(fresh, {.at = now, .force = reason != Reason::change});
     historyVersion.set(historyVersion.get() + 1);
-    remind(fresh, look);
+    remind(fresh, pass);
 }
 
-// Conditions that held before a plug change count as known, even if no refresh saw them.
+// Primes what was true before a plug change, even if no refresh saw it.
 void AppModel::catchUp(const BatteryState& missed, Date now)
 {
-    const Look look{.now = now, .primes = true};
-    trackPower(missed, look);
-    remind(missed, look);
+    const Pass pass{.now = now, .primes = true};
+    trackPower(missed, pass);
+    remind(missed, pass);
 }
 
-void AppModel::remind(const BatteryState& fresh, Look look)
+void AppModel::remind(const BatteryState& fresh, Pass pass)
 {
     const auto prefs = Prefs::current(services_.defaults);
     const auto since = pluggedSince.get();
     const auto due = engine.run(fresh, prefs,
                                 {.since = since,
-                                 .now = look.now,
-                                 .canDeliver = !look.primes && canDeliver(prefs, look.now),
-                                 .prime = look.primes},
+                                 .now = pass.now,
+                                 .canDeliver = !pass.primes && canDeliver(prefs, pass.now),
+                                 .prime = pass.primes},
                                 services_.defaults);
-    const auto holds = AlertConditions::of(fresh, prefs, since, look.now);
-    for (const auto kind : AlertConditions::situations) {
-        if (!holds[kind] && !mayStillHold(kind, fresh, prefs)) notifier->withdraw(kind);
+    const auto conditions = AlertConditions::of(fresh, prefs, since, pass.now);
+    for (const auto kind : AlertConditions::kinds) {
+        if (!conditions[kind] && !mayStillBeTrue(kind, fresh, prefs)) notifier->withdraw(kind);
     }
     for (const auto& alert : due) notifier->deliver(alert, prefs.sounds);
 }
 
-// How long the machine was on power before the program started is only estimated: a reminder of it
-// that a restart left on the screen stays while it may be true.
-bool AppModel::mayStillHold(AlertKind kind, const BatteryState& fresh, const Prefs& prefs) const
+// The time on power before the program started is only an estimate. A "too long" reminder left on
+// the screen by a restart stays until it cannot be true.
+bool AppModel::mayStillBeTrue(AlertKind kind, const BatteryState& fresh, const Prefs& prefs) const
 {
     return kind == AlertKind::tooLong && sinceIsEstimated && prefs.longEnabled && fresh.pluggedIn &&
            fresh.percent >= prefs.limit;
 }
 
-void AppModel::trackPower(const BatteryState& fresh, Look look)
+void AppModel::trackPower(const BatteryState& fresh, Pass pass)
 {
     if (!fresh.hasBattery || !fresh.pluggedIn) {
         if (pluggedSince.get()) pluggedSince.set(std::nullopt);
@@ -178,9 +180,9 @@ void AppModel::trackPower(const BatteryState& fresh, Look look)
     }
     if (pluggedSince.get()) return;
 
-    sinceIsEstimated = look.primes;
-    const auto estimate = look.primes ? history.pluggedSinceEstimate(look.now) : std::nullopt;
-    pluggedSince.set(estimate.value_or(look.now));
+    sinceIsEstimated = pass.primes;
+    const auto estimate = pass.primes ? history.pluggedSinceEstimate(pass.now) : std::nullopt;
+    pluggedSince.set(estimate.value_or(pass.now));
 }
 
 bool AppModel::canDeliver(const Prefs& prefs, Date now)

@@ -1,4 +1,5 @@
-// The spine of the program: reads the battery, keeps the history and has reminders given.
+// Runs the refresh cycle: reads the battery, records history, and posts and withdraws reminders.
+// Reading, storing and deciding are left to the objects it owns.
 #pragma once
 
 #include <cstdint>
@@ -23,68 +24,69 @@ namespace vorlane {
 // Lives as long as the process; main thread only.
 class AppModel : public std::enable_shared_from_this<AppModel> {
 public:
-    // Why a refresh happens. Launch and wake announce nothing: what holds then counts as known.
+    // Why a refresh happens. Launch and wake only prime: conditions that are already true count as
+    // announced.
     enum class Reason { launch, change, timer, wake };
 
     Published<BatteryState> state;
-    Published<std::optional<Date>> pluggedSince;  // while on the adapter
+    Published<std::optional<Date>> pluggedSince;  // absent when unplugged
     Published<std::int64_t> historyVersion;       // bumped by every refresh and reset
-    Published<std::optional<Date>> snoozeUntil;   // mirror of the stored deadline
+    Published<std::optional<Date>> snoozeUntil;   // the stored deadline
 
     BatteryReader reader;
     HistoryStore history;
     std::shared_ptr<Notifier> notifier;
     AlertEngine engine;
 
-    // Loads the history; nothing runs until `start`.
+    // Loads the history. Nothing else happens until `start`.
     explicit AppModel(const Services& services);
 
-    // Refreshes for the first time and lets the platform's events in. Call it once.
+    // Performs the first refresh and subscribes to the platform's events. Call it once.
     void start();
 
-    // One pass: reading, history, reminders. The instant is taken once, after the reading. Soon
-    // after a resume `ResumeFilter` may reject the reading, or count its conditions as known.
+    // Reads the battery, then records history and reminds. The clock is read once, after the
+    // battery. Around a sleep, `ResumeFilter` may reject the reading or have it only prime.
     void refresh(Reason reason);
 
-    // Whether readings are doubtful, since the machine goes to sleep or has just woken.
-    bool isDoubting() const { return resumeFilter.isDoubting(); }
+    // Whether readings are suspect because the machine is about to sleep or has just woken.
+    bool isSettling() const { return resumeFilter.isSettling(); }
 
-    // No notifications for an hour.
+    // Holds alerts back for an hour.
     void snooze();
     void cancelSnooze();
 
-    // Forgets all samples, in memory and in the file.
+    // Deletes all samples, in memory and in the file.
     void resetHistory();
 
 private:
-    struct Look {
+    struct Pass {
         Date now;
-        bool primes;  // conditions that hold are not announced
+        bool primes;  // conditions that are true count as announced
     };
 
     Date now();
-    void followClock(Seconds set, Date now);
+    void adjustToClockStep(Seconds step, Date now);
     void observeSleep();
     void goToSleep();
     void woke();
-    void endDoubtLater();
-    void endDoubt();
+    void restartSettleTimer();
+    void endSettling();
     void catchUp(const BatteryState& missed, Date now);
-    void trackPower(const BatteryState& fresh, Look look);
-    void remind(const BatteryState& fresh, Look look);
-    bool mayStillHold(AlertKind kind, const BatteryState& fresh, const Prefs& prefs) const;
+    void trackPower(const BatteryState& fresh, Pass pass);
+    void remind(const BatteryState& fresh, Pass pass);
+    bool mayStillBeTrue(AlertKind kind, const BatteryState& fresh, const Prefs& prefs) const;
     bool canDeliver(const Prefs& prefs, Date now);
     std::function<void()> refreshing(Reason reason);
     void requireMainThread() const;
 
     Subscription timer;
     ResumeFilter resumeFilter;
-    Subscription doubtEnd;
-    Subscription firstLook;
-    Subscription resumeLooks;
-    bool sinceIsEstimated = false;  // the machine was on power when the program started, or woke
+    Subscription settleTimer;
+    Subscription wakeRefresh;
+    Subscription resumeRefreshes;
+    bool sinceIsEstimated = false;  // `pluggedSince` was set while priming
     ClockSteps clockSteps;
-    bool snoozedHere = false;  // the deadline is of this run, by the clock as it goes now
+    bool snoozedHere = false;  // the deadline was set by this process
     Services services_;
 };
 

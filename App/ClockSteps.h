@@ -1,4 +1,4 @@
-// Notices that somebody set the clock: it then went another way than the time that has passed.
+// Detects that the wall clock was set, by comparing it with the uptime.
 #pragma once
 
 #include <cmath>
@@ -16,16 +16,16 @@ public:
         Seconds uptime;
     };
 
-    // By how much it was set since the last look. None at the first one, and for the fractions by
-    // which a time service keeps it right.
-    std::optional<Seconds> look(Reading fresh)
+    // By how much the clock was set since the last call. Absent on the first call, and for the
+    // small corrections of a time service.
+    std::optional<Seconds> check(Reading fresh)
     {
         const auto before = std::exchange(last, fresh);
         if (!before) return std::nullopt;
 
-        const auto set = (fresh.now - before->now) - (fresh.uptime - before->uptime);
-        if (std::abs(set.count()) < 0.5) return std::nullopt;
-        return set;
+        const auto step = (fresh.now - before->now) - (fresh.uptime - before->uptime);
+        if (std::abs(step.count()) < 0.5) return std::nullopt;
+        return step;
     }
 
 private:

@@ -5,56 +5,56 @@ namespace vorlane {
 void ResumeFilter::sleep()
 {
     phase = Phase::asleep;
-    isDoubtful = true;
-    known.reset();
+    settling = true;
+    baseline.reset();
 }
 
-void ResumeFilter::wake(const BatteryState& reading, const BatteryState& believed)
+void ResumeFilter::wake(const BatteryState& reading, const BatteryState& accepted)
 {
     phase = Phase::woken;
-    isDoubtful = true;
-    known = doubts(reading, believed) ? std::nullopt : std::optional(reading);
+    settling = true;
+    baseline = rejects(reading, accepted) ? std::nullopt : std::optional(reading);
 }
 
 void ResumeFilter::end()
 {
-    isDoubtful = false;
-    if (phase == Phase::asleep) phase = Phase::lookPostponed;
+    settling = false;
+    if (phase == Phase::asleep) phase = Phase::wakeRefreshPostponed;
 }
 
-bool ResumeFilter::doubts(const BatteryState& fresh, const BatteryState& believed) const
+bool ResumeFilter::rejects(const BatteryState& fresh, const BatteryState& accepted) const
 {
-    if (!isDoubtful || !believed.hasBattery) return false;
-    return !fresh.hasBattery || (fresh.percent == 0 && believed.percent > 0);
+    if (!settling || !accepted.hasBattery) return false;
+    return !fresh.hasBattery || (fresh.percent == 0 && accepted.percent > 0);
 }
 
-void ResumeFilter::postponeLook()
+void ResumeFilter::postponeWakeRefresh()
 {
-    if (phase == Phase::woken) phase = Phase::lookPostponed;
+    if (phase == Phase::woken) phase = Phase::wakeRefreshPostponed;
 }
 
 std::optional<BatteryState> ResumeFilter::takeMissed(const BatteryState& fresh)
 {
-    if (phase != Phase::woken && phase != Phase::lookPostponed) return std::nullopt;
-    if (!known || !known->hasBattery || !fresh.hasBattery) return std::nullopt;
-    if (fresh.pluggedIn == known->pluggedIn) return std::nullopt;
+    if (phase != Phase::woken && phase != Phase::wakeRefreshPostponed) return std::nullopt;
+    if (!baseline || !baseline->hasBattery || !fresh.hasBattery) return std::nullopt;
+    if (fresh.pluggedIn == baseline->pluggedIn) return std::nullopt;
 
     phase = Phase::plugChanged;
-    return known;
+    return baseline;
 }
 
-bool ResumeFilter::takeLook(const BatteryState& fresh, bool isScheduledLook)
+bool ResumeFilter::accept(const BatteryState& fresh, bool isWakeRefresh)
 {
     switch (phase) {
         case Phase::awake:
-            return isScheduledLook;
+            return isWakeRefresh;
         case Phase::asleep:
             return true;
         case Phase::woken:
-            known = fresh;
-            if (isScheduledLook) phase = Phase::awake;
+            baseline = fresh;
+            if (isWakeRefresh) phase = Phase::awake;
             return true;
-        case Phase::lookPostponed:
+        case Phase::wakeRefreshPostponed:
             phase = Phase::awake;
             return true;
         case Phase::plugChanged:

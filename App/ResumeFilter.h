@@ -1,5 +1,6 @@
-// Judges readings around a sleep: conditions that arose during it are not news, a plug change after
-// the wake is. It also rejects a battery that briefly reads as empty or missing.
+// Decides what to make of readings around a sleep. Conditions that arose during the sleep count as
+// announced; a plug change after the wake does not. A battery that briefly reads as empty or
+// missing is rejected for a while.
 #pragma once
 
 #include <cstdint>
@@ -13,39 +14,38 @@ class ResumeFilter {
 public:
     void sleep();
 
-    // `reading` is that of the moment of the wake.
-    void wake(const BatteryState& reading, const BatteryState& believed);
+    // `reading` was taken at the wake, `accepted` before it.
+    void wake(const BatteryState& reading, const BatteryState& accepted);
 
-    // Ends the doubt. A sleep that was never followed by a wake signal ends too.
+    // Stops rejecting readings. Also ends a sleep whose wake signal never came.
     void end();
 
-    bool isDoubting() const { return isDoubtful; }
+    bool isSettling() const { return settling; }
 
-    // Whether `fresh` reads as empty or gone, and was neither when last believed.
-    bool doubts(const BatteryState& fresh, const BatteryState& believed) const;
+    // Whether to reject `fresh`: the battery reads as empty or missing, but did not before.
+    bool rejects(const BatteryState& fresh, const BatteryState& accepted) const;
 
-    // The scheduled look found a doubtful reading; the next believed one takes its place.
-    void postponeLook();
+    // The wake refresh found a suspect reading; the next accepted one replaces it.
+    void postponeWakeRefresh();
 
-    // If `fresh` is the first reading with a plug change since the wake, returns the reading
-    // before.
+    // If `fresh` shows the first plug change since the wake, returns the reading before it.
     std::optional<BatteryState> takeMissed(const BatteryState& fresh);
 
-    // Records a believed reading. Returns whether its conditions count as known already.
-    bool takeLook(const BatteryState& fresh, bool isScheduledLook);
+    // Accepts a reading. Returns whether it only primes.
+    bool accept(const BatteryState& fresh, bool isWakeRefresh);
 
 private:
     enum class Phase : std::uint8_t {
         awake,
         asleep,
-        woken,          // until the scheduled look
-        lookPostponed,  // until the next look
-        plugChanged     // after the wake; the scheduled look is one like any other
+        woken,                 // until the wake refresh
+        wakeRefreshPostponed,  // until the next accepted reading
+        plugChanged            // since the wake; the wake refresh no longer primes
     };
 
     Phase phase = Phase::awake;
-    bool isDoubtful = false;
-    std::optional<BatteryState> known;  // the last reading of the sleep, once the machine woke
+    bool settling = false;
+    std::optional<BatteryState> baseline;  // the latest reading since the wake
 };
 
 }  // namespace vorlane

@@ -1,4 +1,4 @@
-// The program's entry point: one delegate, told of launch and quit.
+// The program's entry point: owns the delegate, launches it and lets it save at quit.
 #pragma once
 
 #include <memory>
@@ -14,7 +14,7 @@ public:
         : _delegate(std::make_shared<AppDelegate>(services))
     {}
 
-    // `mainLoop` returns when the program is to quit.
+    // Quits when `mainLoop` returns.
     template <typename MainLoop>
     void run(MainLoop&& mainLoop)
     {
@@ -23,15 +23,15 @@ public:
         _delegate->applicationWillTerminate();
     }
 
-    // Whether a restart in place would believe what this process believes: not soon after a sleep.
-    // Refreshes first, so that the last change before a restart is not lost.
+    // Whether a restart in place is safe: not soon after a sleep, when readings are suspect.
+    // Refreshes first, so that the last change before the restart is not lost.
     bool canRestart()
     {
         _delegate->model->refresh(AppModel::Reason::change);
-        return !_delegate->model->isDoubting();
+        return !_delegate->model->isSettling();
     }
 
-    // For a process that ends inside its main loop.
+    // For a process that ends without leaving its main loop.
     void terminate() { _delegate->applicationWillTerminate(); }
 
 private:

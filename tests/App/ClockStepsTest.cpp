@@ -13,52 +13,52 @@ using namespace std::chrono_literals;
 
 class ClockStepsTest : public testing::Test {
 protected:
-    std::optional<Seconds> look()
+    std::optional<Seconds> check()
     {
-        return steps.look({.now = clock.now(), .uptime = clock.uptime()});
+        return steps.check({.now = clock.now(), .uptime = clock.uptime()});
     }
 
     FakeClock clock;
     ClockSteps steps;
 };
 
-TEST_F(ClockStepsTest, KnowsNothingAtTheFirstLook)
+TEST_F(ClockStepsTest, ReportsNothingAtTheFirstCheck)
 {
     clock.set(Date{0});
 
-    EXPECT_EQ(look(), std::nullopt);
+    EXPECT_EQ(check(), std::nullopt);
 }
 
-TEST_F(ClockStepsTest, TakesThePassingOfTimeForWhatItIs)
+TEST_F(ClockStepsTest, IgnoresElapsedTime)
 {
-    (void)look();
+    (void)check();
     for (const Seconds span : {Seconds{0}, Seconds{0.001}, Seconds{60}, Seconds{30 * 24h}}) {
         clock.time = clock.time + span;
-        EXPECT_EQ(look(), std::nullopt) << span.count();
+        EXPECT_EQ(check(), std::nullopt) << span.count();
     }
 }
 
-TEST_F(ClockStepsTest, TellsOnceByHowMuchTheClockWasSet)
+TEST_F(ClockStepsTest, ReportsOnceByHowMuchTheClockWasSet)
 {
-    (void)look();
+    (void)check();
     for (const Seconds set : {Seconds{-1h}, Seconds{24h}, Seconds{-0.75}, Seconds{2}}) {
         clock.time = clock.time + 60s;
         clock.set(clock.now() + set);
 
-        const auto seen = look();
+        const auto seen = check();
         ASSERT_TRUE(seen) << set.count();
         EXPECT_NEAR(seen->count(), set.count(), 1e-5);
-        EXPECT_EQ(look(), std::nullopt);
+        EXPECT_EQ(check(), std::nullopt);
     }
 }
 
-TEST_F(ClockStepsTest, PassesOverWhatATimeServiceCorrects)
+TEST_F(ClockStepsTest, IgnoresSmallCorrections)
 {
-    (void)look();
+    (void)check();
     for (int minute = 0; minute < 100; ++minute) {
         clock.time = clock.time + 60s;
         clock.set(clock.now() + 30ms);
-        EXPECT_EQ(look(), std::nullopt);
+        EXPECT_EQ(check(), std::nullopt);
     }
 }
 
