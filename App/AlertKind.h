@@ -1,4 +1,4 @@
-// The four reminders that the system knows.
+// The four kinds of alert, and their stable names.
 #pragma once
 
 #include <array>
@@ -7,7 +7,7 @@
 
 namespace vorlane {
 
-// In the order in which reminders of one moment are given.
+// In the order in which alerts due at the same time are posted.
 enum class AlertKind {
     chargeLimit,  // the charge has reached the chosen limit while on power
     low,          // the charge has fallen to the chosen low level while on battery
@@ -18,7 +18,7 @@ enum class AlertKind {
 inline constexpr std::array allAlertKinds{AlertKind::chargeLimit, AlertKind::low,
                                           AlertKind::tooLong, AlertKind::health};
 
-// The kind's stable name, which also identifies its notification.
+// The kind's name, also used as the notification's identifier.
 std::string_view rawValue(AlertKind kind);
 
 // The kind with exactly that name; absent for any other text.

@@ -47,8 +47,7 @@ std::optional<double> temperature(const PropertyDictionary& registry)
     const auto hundredths = registry.integer("Temperature");
     if (!hundredths) return std::nullopt;
     const double celsius = static_cast<double>(*hundredths) / 100.0;
-    if (celsius <= -20.0 || celsius >= 100.0)
-        return std::nullopt;  // a dead sensor, not a cold room
+    if (celsius <= -20.0 || celsius >= 100.0) return std::nullopt;  // a broken sensor
     return celsius;
 }
 

@@ -1,4 +1,4 @@
-// Fills a `BatteryState` from the power sources and the battery registry, and tells of changes.
+// Fills a `BatteryState` from the power sources and the battery registry, and signals changes.
 #pragma once
 
 #include <functional>
@@ -14,18 +14,18 @@ class BatteryReader {
 public:
     BatteryReader(PowerSources& sources, BatteryRegistry& registry);
 
-    // Never fails: what is missing, mistyped or implausible stays as in the empty state.
+    // Never fails: a value that is missing, mistyped or implausible stays absent or at its default.
     BatteryState read();
 
-    // Calls `fire` on the main thread at each change of the power sources, for as long as the
-    // reader lives. Does nothing when it is observing already.
+    // Calls `fire` on the main thread at each change of the power sources, for the life of the
+    // reader. Does nothing when it is already observing.
     void startObserving(std::function<void()> fire);
 
 private:
     void readLive(BatteryState& state);
     void readRegistry(BatteryState& state);
 
-    Subscription source;  // empty until the power sources can be watched
+    Subscription source;  // empty until observing succeeds
     PowerSources& sources_;
     BatteryRegistry& registry_;
 };

@@ -12,7 +12,7 @@ struct Band {
     const char* symbol;
 };
 
-// Not at the quarter marks: each band is centred on the level that its symbol draws.
+// Each band is centred on the level that its symbol shows, so the limits are not quarters.
 constexpr std::array bands{Band{88, "battery.100"}, Band{63, "battery.75"}, Band{38, "battery.50"},
                            Band{13, "battery.25"}};
 

@@ -1,4 +1,4 @@
-// The one snapshot of the machine's battery, and the texts and symbols that it reads as.
+// One reading of the battery, and the texts and symbols derived from it.
 #pragma once
 
 #include <cstdint>
@@ -8,7 +8,7 @@
 
 namespace vorlane {
 
-// Begins as the empty state: no battery. What is unknown is absent.
+// The initial state is "no battery". Unknown values are absent.
 struct BatteryState {
     bool hasBattery = false;
     std::int64_t percent = 0;  // 0..100
@@ -28,10 +28,10 @@ struct BatteryState {
 
     friend bool operator==(const BatteryState&, const BatteryState&) = default;
 
-    // One line that says what the battery is doing.
+    // One line: charging, full or on battery, and the time left.
     std::string stateText() const;
 
-    // The running estimate as hours and minutes, "2:05"; absent when there is none to show.
+    // The time to full or to empty as "2:05"; absent when there is no estimate.
     std::optional<std::string> shortTime() const;
 
     // "Good", "Fair" or "Worn"; absent without both capacities.
@@ -40,11 +40,11 @@ struct BatteryState {
     // Names of system symbols, the preferred one first.
     std::vector<std::string> symbolNames() const;
 
-    // Today's capacity in percent of the design capacity; absent without both capacities.
+    // The full capacity in percent of the design capacity; absent without both capacities.
     std::optional<double> healthPercent() const;
 };
 
-// A duration for people, "2 h 5 min"; never shorter than a minute.
+// "2 h 5 min"; at least "1 min".
 std::string formatMinutes(std::int64_t minutes);
 
 }  // namespace vorlane

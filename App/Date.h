@@ -1,4 +1,4 @@
-// Instants and spans of time, kept apart by the compiler.
+// Instants and durations as distinct types.
 #pragma once
 
 #include <chrono>
@@ -15,7 +15,7 @@ struct Date {
     friend constexpr auto operator<=>(const Date&, const Date&) = default;
 };
 
-// Earlier than anything the program ever compares it with (the year 1).
+// Earlier than any instant in use (the year 1).
 inline constexpr Date distantPast{-62135596800.0};
 
 constexpr Date operator+(Date date, Seconds span)

@@ -1,4 +1,4 @@
-// The end of the road for a programming error; trouble at run time never comes here.
+// Stops the process on a programming error. Runtime failures are handled where they occur.
 #pragma once
 
 #include <string_view>

@@ -12,10 +12,10 @@ namespace vorlane {
 namespace {
 
 constexpr const char* collecting = "Collecting history… a graph appears after a few minutes.";
-constexpr std::size_t thinnedFrom = 300;  // fewer samples are all plotted
+constexpr std::size_t targetPoints = 300;  // up to twice as many are plotted
 constexpr Seconds day{86400};
 
-// Thinned samples lie further apart; the allowance for them keeps them on one line.
+// Thinned samples lie further apart and may have longer gaps before the line breaks.
 Seconds longestGap(std::size_t stride)
 {
     return Seconds{900} + Seconds{60} * static_cast<double>(stride);
@@ -54,12 +54,12 @@ ChartContent HistoryChart::content(Date now) const
 std::vector<ChartPoint> HistoryChart::points(Date from) const
 {
     const auto samples = model->history.samplesSince(from);
-    const auto stride = std::max<std::size_t>(samples.size() / thinnedFrom, 1);
+    const auto stride = std::max<std::size_t>(samples.size() / targetPoints, 1);
     const auto gap = longestGap(stride);
 
     std::vector<ChartPoint> points;
     for (std::size_t i = 0; i < samples.size(); ++i) {
-        if (i % stride != 0 && i + 1 != samples.size()) continue;  // the last one always counts
+        if (i % stride != 0 && i + 1 != samples.size()) continue;  // the last one is always plotted
 
         const auto& sample = samples[i];
         const Date date{sample.t};

@@ -1,4 +1,5 @@
-// The charge over the last days as a line chart of bounded size, broken where samples are missing.
+// Turns the history of the last days into a line chart with at most 600 points. Drawing it is left
+// to the renderer.
 #pragma once
 
 #include <cstdint>
@@ -14,10 +15,10 @@ struct HistoryChart {
     std::shared_ptr<const AppModel> model;
     std::int64_t days = 1;
 
-    // A notice until there are two points. A negative span stops the program.
+    // Only a notice until there are two points. Negative `days` is a programming error.
     ChartContent content(Date now) const;
 
-    // At most 600; `id` is the sample's index among those since `from`.
+    // A new segment starts where samples are missing. `id` is the index among those since `from`.
     std::vector<ChartPoint> points(Date from) const;
 };
 

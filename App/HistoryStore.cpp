@@ -12,11 +12,11 @@ namespace vorlane {
 
 namespace {
 
-constexpr Seconds kept = std::chrono::hours{30 * 24};
+constexpr Seconds retention = std::chrono::hours{30 * 24};
 constexpr Seconds saveSpacing{300};
-constexpr Seconds trustedAge{600};
+constexpr Seconds trustedAge{600};  // of the last sample, for the estimate
 constexpr Seconds longestGap{900};
-constexpr Seconds asideFor = std::chrono::hours{24};
+constexpr Seconds asideRetention = std::chrono::hours{24};
 
 auto firstAtOrAfter(const std::vector<Sample>& samples, Date date)
 {
@@ -26,7 +26,7 @@ auto firstAtOrAfter(const std::vector<Sample>& samples, Date date)
 
 bool isOfLastDays(const Sample& sample, Date now)
 {
-    return Date{sample.t} >= now - kept && Date{sample.t} <= now;
+    return Date{sample.t} >= now - retention && Date{sample.t} <= now;
 }
 
 }  // namespace
@@ -50,7 +50,7 @@ void HistoryStore::load(Date now)
     if (!decoded) return;
     decoded->insert(decoded->end(), samples.begin(), samples.end());
 
-    // As it usually is; sorting a month that is sorted costs as much as reading it.
+    // Usually sorted already; sorting a month of samples costs as much as reading them.
     if (!std::ranges::is_sorted(*decoded, {}, &Sample::t)) {
         std::ranges::stable_sort(*decoded, {}, &Sample::t);
     }
@@ -74,7 +74,7 @@ void HistoryStore::record(const BatteryState& state, Offer offer)
 
     samples.push_back(candidate);
     prune(offer.at);
-    if (offer.at - asideSince > asideFor) aside = {};
+    if (offer.at - asideSince > asideRetention) aside = {};
     if (powerChanged || offer.at - lastSave > saveSpacing) save(offer.at);
 }
 
@@ -83,7 +83,7 @@ void HistoryStore::save(Date now)
     lastSave = now;
     if (!canEncode(samples) || mostIsAhead()) return;
 
-    if (loadFailed && !cleared) load(now);  // it may have been for the moment only
+    if (loadFailed && !cleared) load(now);  // the failure may have been temporary
     if (loadFailed && !files_.keepAside(url)) return;
     loadFailed = false;
     SampleEncoder encoder(samples);
@@ -130,12 +130,12 @@ std::optional<Date> HistoryStore::pluggedSinceEstimate(Date now) const
         if (!earlier->a || start - date > longestGap) break;
         start = date;
     }
-    return std::min(start, now);  // the clock may have been set back since
+    return std::min(start, now);  // the samples may lie in the future
 }
 
 void HistoryStore::prune(Date now)
 {
-    samples.erase(samples.begin(), firstAtOrAfter(samples, now - kept));
+    samples.erase(samples.begin(), firstAtOrAfter(samples, now - retention));
 }
 
 void HistoryStore::setAside(Date now)

@@ -1,4 +1,5 @@
-// The last 30 days of the battery's charge, and the file that keeps them.
+// Keeps the last 30 days of samples, and loads and saves their file. The file's format is left to
+// `SampleJson`.
 #pragma once
 
 #include <optional>
@@ -15,44 +16,42 @@ namespace vorlane {
 
 class HistoryStore {
 public:
-    std::vector<Sample> samples;  // ascending by time, the last 30 days
-    Date lastSave = distantPast;  // when the file was last written, or last attempted
+    std::vector<Sample> samples;  // ascending by time
+    Date lastSave = distantPast;  // when a save was last attempted
 
-    // Loads the file. One that is missing, unreadable or malformed is an empty history.
+    // Loads the file. If it is missing, unreadable or malformed, the history starts empty.
     HistoryStore(FileManager& files, Date now);
 
-    // Offers one reading. It becomes a sample when it differs from the last one, or when `force`
-    // asks for one whatever changed. Samples that are later than it are of a clock that was wrong,
-    // or this one is: they are set aside.
+    // Adds a sample if the reading differs from the last one or `force` is set. Samples later than
+    // `at` are set aside, since the clock was wrong then or is wrong now.
     struct Offer {
         Date at;
         bool force = false;
     };
     void record(const BatteryState& state, Offer offer);
 
-    // Writes the whole history. A failure is silent and not retried before the next save is due.
-    // What could not be loaded is tried once more, and kept beside the file if it still cannot be.
-    // A file most of which lies in the future stays as it is: the clock may be wrong.
+    // Writes the whole history. A failure is silent and is not retried before the next save is due.
+    // A file that could not be loaded is tried again first and, if that fails, renamed. Nothing is
+    // written while most samples lie in the future, since the clock may be wrong.
     void save(Date now);
 
-    // The clock was set, by `by`, to `now`. What is no longer of the last 30 days is set aside.
-    // What was set aside before is back if by this clock it was of them. After a day it is
-    // forgotten.
+    // The clock was moved by `by` and now reads `now`. Sets aside samples outside the last 30 days
+    // and restores those that fit again. Samples set aside are discarded after a day.
     void clockWasSet(Seconds by, Date now);
 
-    // Forgets all samples; the file keeps them until the next save.
+    // Discards all samples; the file keeps them until the next save.
     void clear();
 
-    // From the first sample at or after `since` to the end; valid until the next change.
+    // The samples at or after `since`; valid until the next change.
     std::span<const Sample> samplesSince(Date since) const;
 
-    // Since when the machine has been plugged in, judged from the samples alone.
+    // When the machine was plugged in, as far as the samples show; absent when they do not.
     std::optional<Date> pluggedSinceEstimate(Date now) const;
 
 private:
     struct SetAside {
         Sample sample;
-        Date at;  // when that was, by the clock as it is now
+        Date at;  // when it was set aside, by the current clock
     };
 
     void load(Date now);
@@ -60,11 +59,11 @@ private:
     void setAside(Date now);
     bool mostIsAhead() const;
 
-    std::vector<SetAside> aside;  // in the order in which they were
+    std::vector<SetAside> aside;  // in the order in which they were set aside
     Date asideSince = distantPast;
     std::string url;
-    bool loadFailed = false;  // what stands at `url` is not in `samples`
-    bool cleared = false;     // and is not wanted there
+    bool loadFailed = false;  // `samples` lacks what is in the file
+    bool cleared = false;     // do not load the file again
     FileManager& files_;
 };
 

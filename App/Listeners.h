@@ -1,4 +1,4 @@
-// Callbacks that are called together, each until its subscription ends.
+// A list of callbacks, called in order of registration. Each is removed when its subscription ends.
 #pragma once
 
 #include <cstdint>
@@ -23,7 +23,7 @@ public:
         });
     }
 
-    // A listener may add or end registrations, its own included: one that ended is not called.
+    // A listener may add or end subscriptions, including its own; an ended one is not called.
     void call() const
     {
         const auto alive = list;

@@ -55,7 +55,7 @@ void Notifier::requestIfNeeded()
 
 void Notifier::explainAndRequest()
 {
-    // A program without windows is not active: its dialog would open behind the others.
+    // Without this, the dialog of a program in the background opens behind other windows.
     dependencies_.application.activate();
     dependencies_.alertPanel.runModal(
         {.message = "Allow notifications?",
@@ -72,7 +72,7 @@ void Notifier::explainAndRequest()
 void Notifier::deliver(const PendingAlert& alert, const std::map<AlertKind, std::string>& sounds)
 {
     if (!available()) return;
-    setup();  // the service may have come only after the launch
+    setup();  // the service may have become available after launch
     dependencies_.center.add({.identifier = std::string(rawValue(alert.kind)),
                               .title = alert.title,
                               .body = alert.body,

@@ -1,4 +1,5 @@
-// Posts reminders as notifications, asks for the permission to, and hears the snooze action.
+// Posts alerts as notifications, asks for permission and handles the snooze action. Which alerts
+// are due is left to `AlertEngine`.
 #pragma once
 
 #include <functional>
@@ -16,7 +17,7 @@
 
 namespace vorlane {
 
-// Where notifications are not available every operation does nothing.
+// While the notification service is unavailable nothing is posted and no permission requested.
 class Notifier : public NotificationDelegate, public std::enable_shared_from_this<Notifier> {
 public:
     struct Dependencies {
@@ -28,21 +29,21 @@ public:
     };
     explicit Notifier(Dependencies dependencies);
 
-    // Called on the main thread when the user asks for silence.
+    // Called on the main thread when the user chooses to snooze.
     std::function<void()> onSnooze;
 
     bool available() const;
 
-    // Becomes the center's delegate and registers the category with its snooze action.
+    // Registers as the service's delegate, and the category with the snooze action.
     void setup();
 
-    // Asks for permission, with an explanation first, unless the user has decided already.
+    // Explains, then asks for permission, unless the user has already decided.
     void requestIfNeeded();
 
-    // Posts one alert at once. A kind without a sound has the default one.
+    // Posts one alert. A kind that is missing in `sounds` plays the default sound.
     void deliver(const PendingAlert& alert, const std::map<AlertKind, std::string>& sounds);
 
-    // Takes back what is still shown of this kind: it is no longer true.
+    // Removes the notification of this kind.
     void withdraw(AlertKind kind);
 
     PresentationOptions willPresent() override;

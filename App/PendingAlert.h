@@ -1,4 +1,4 @@
-// One reminder to deliver now.
+// One alert that is due, with its texts.
 #pragma once
 
 #include <string>

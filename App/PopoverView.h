@@ -1,5 +1,4 @@
-// What the popover shows of the model and of the range that its user chose, and what its controls
-// do.
+// Builds the popover's content from the model and the chosen range, and carries out its intents.
 #pragma once
 
 #include <cstdint>
@@ -28,14 +27,14 @@ public:
 
     std::shared_ptr<AppModel> model;
     std::function<void()> openSettings;
-    Published<std::int64_t> range;  // 0: 24 hours; any other: 7 days
+    Published<std::int64_t> range;  // 0: 24 hours; otherwise 7 days
 
     PopoverView(std::shared_ptr<AppModel> model, std::function<void()> openSettings,
                 Dependencies dependencies);
 
     PopoverContent content(Date now) const;
 
-    // They do nothing when the view is gone.
+    // They do nothing once the view is destroyed.
     PopoverIntents intents();
 
 private:

@@ -6,7 +6,7 @@ namespace {
 
 constexpr const char* snoozeKey = "snoozeUntil";
 
-// A new field does not compile before it has a row.
+// Fails to compile when a field is added without a row in a table.
 [[maybe_unused]] void countFields(const Prefs& prefs)
 {
     [[maybe_unused]] const auto& [f1, f2, f3, f4, f5, f6, f7, f8, f9, f10, f11, f12, f13, sounds] =
@@ -53,7 +53,7 @@ void Prefs::setSnoozeUntil(DefaultsStore& store, std::optional<Date> deadline)
         store.set(snoozeKey, deadline->secondsSince1970);
         return;
     }
-    // Not a removal: 0 reads back as no snooze.
+    // The store cannot remove a key; 0 reads as no snooze.
     store.set(snoozeKey, std::int64_t{0});
 }
 

@@ -1,5 +1,4 @@
-// The user's settings as one snapshot, with their keys and defaults; and the stored snooze
-// deadline.
+// A snapshot of the user's settings, with their keys and defaults, and the stored snooze deadline.
 #pragma once
 
 #include <algorithm>
@@ -17,7 +16,7 @@
 
 namespace vorlane {
 
-// Holds what the store holds: nothing is clamped or checked.
+// Values are as stored: nothing is clamped or validated.
 struct Prefs {
     bool limitEnabled = false;
     bool repeatReminder = false;
@@ -34,30 +33,30 @@ struct Prefs {
     bool showTime = false;
     std::map<AlertKind, std::string> sounds;  // "default", "none" or the name of a sound
 
-    // What each key reads as until the user changes it.
+    // The value of each key until the user changes it.
     static const std::map<std::string, DefaultsValue>& defaults();
 
-    // The sounds on offer, in the order in which they are offered.
+    // In the order of the sound picker.
     static constexpr std::array<std::string_view, 14> soundNames{
         "Glass",  "Ping", "Hero",  "Submarine", "Funk", "Basso",  "Blow",
         "Bottle", "Frog", "Morse", "Pop",       "Purr", "Sosumi", "Tink"};
 
     static Prefs current(DefaultsStore& store);
 
-    // The stored deadline, while it lies after `now`. Reading never clears what is stored.
+    // The stored deadline if it lies after `now`. Reading never clears it.
     static std::optional<Date> snoozeUntil(const DefaultsStore& store, Date now);
     static void setSnoozeUntil(DefaultsStore& store, std::optional<Date> deadline);
 
-    // The first minute of quiet hours is quiet, the last one is not.
+    // Quiet hours include `quietStart` and exclude `quietEnd`.
     bool inQuietHours(Date date, const Calendar& calendar) const;
 };
 
-// The settings: each one's key in the store, the field that it is read into, and its default.
+// A setting's key in the store, its field in `Prefs` and its default.
 template <typename Value>
 struct SettingsKey {
     const char* key;
     Value Prefs::*field;
-    Value initial;  // until the user changes it
+    Value initial;
 };
 
 struct SoundKey {
@@ -92,7 +91,7 @@ inline constexpr std::array soundKeys{
 };
 inline constexpr const char* defaultSound = "default";
 
-// One without a row does not compile.
+// The row of a field or kind; does not compile if there is none.
 consteval SettingsKey<bool> rowOf(bool Prefs::*field)
 {
     return *std::ranges::find(switchKeys, field, &SettingsKey<bool>::field);

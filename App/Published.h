@@ -1,4 +1,4 @@
-// A field whose changes are announced before they are stored.
+// A field that notifies its subscribers of each assignment, before the value is stored.
 #pragma once
 
 #include <functional>
@@ -8,9 +8,8 @@
 
 namespace vorlane {
 
-// Every assignment is announced, also one of an equal value: the owner compares first.
-// A listener still reads the old value; one that needs the new value asks the run loop for
-// its next turn.
+// Assigning an equal value notifies too; the owner compares first. A subscriber still reads the old
+// value; to read the new one it defers its work to the next turn of the run loop.
 template <typename T>
 class Published {
 public:

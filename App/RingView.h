@@ -1,4 +1,4 @@
-// The circular gauge of the battery's charge.
+// Builds the content of the popover's ring gauge.
 #pragma once
 
 #include <cstdint>

@@ -32,10 +32,10 @@ std::optional<Sample> sampleOf(const simdjson::dom::element& element)
     return sample;
 }
 
-// Appends what the array in `json` holds; false when it is no array of samples.
+// Appends the samples in `json`; false if it is not an array of samples.
 bool decodeArray(simdjson::dom::parser& parser, std::string& json, std::vector<Sample>& samples)
 {
-    // The parser reads a little beyond the text; room there saves it a copy.
+    // The parser reads a little beyond the text; without room there it makes a copy.
     json.reserve(json.size() + simdjson::SIMDJSON_PADDING);
     simdjson::dom::array elements;
     if (parser.parse(json).get(elements) != simdjson::SUCCESS) return false;
@@ -48,7 +48,7 @@ bool decodeArray(simdjson::dom::parser& parser, std::string& json, std::vector<S
     return true;
 }
 
-// Between the brackets of the outermost array, if that is what the text looks like.
+// The text between the outermost brackets; empty if there are none.
 std::string_view inside(std::string_view json)
 {
     constexpr std::string_view blanks = " \t\r\n";
@@ -58,9 +58,9 @@ std::string_view inside(std::string_view json)
     return json.substr(first + 1, last - first - 1);
 }
 
-// Parsed whole, a month takes a parser of 20 MB, and touching that costs more than the parsing.
-// Cut where one object seems to end and the next to begin, it takes a fraction; a cut that was
-// wrong, as inside a string, leaves no array on its left, and none is taken then.
+// Parsing a month in one go needs a buffer of 20 MB, which costs more time than the parsing. So the
+// text is cut where one object seems to end and the next to begin. If a cut is wrong (inside a
+// string, say), the piece before it does not parse and nothing is returned.
 std::optional<std::vector<Sample>> decodePieces(simdjson::dom::parser& parser,
                                                 std::string_view json)
 {
@@ -92,8 +92,8 @@ void appendNumber(std::string& text, Arguments... arguments)
 
 void appendReal(std::string& text, double number)
 {
-    // Without an exponent the largest ones look like whole numbers, and too long to be read back;
-    // so does a negative zero, which no whole number is.
+    // Written without an exponent, these would be read back as whole numbers: large values would
+    // overflow, and a negative zero would lose its sign.
     constexpr double wholeLimit = 9223372036854775808.0;  // 2^63
     const bool isNegativeZero = number == 0 && std::signbit(number);
     if (std::abs(number) < wholeLimit && !isNegativeZero) {

@@ -1,4 +1,5 @@
-// The history file's text: a JSON array with one object for each sample.
+// Encodes and decodes the history file: a JSON array with one object per sample. Reading and
+// writing the file is left to `HistoryStore`.
 #pragma once
 
 #include <cstddef>
@@ -12,15 +13,14 @@
 
 namespace vorlane {
 
-// The samples in the file's order. Absent unless the whole text is such an array: each object has
-// the keys "t" (number), "p" (whole number), "c" and "a" (booleans), in any order.
+// The samples in the file's order. Absent unless the whole text is an array of objects with the
+// keys "t" (number), "p" (whole number), "c" and "a" (booleans), in any order.
 std::optional<std::vector<Sample>> decodeSamples(std::string json);
 
-// Whether every sample can be written: JSON has no infinities.
+// Whether every sample can be written: JSON has no infinities or NaN.
 bool canEncode(std::span<const Sample> samples);
 
-// Writes samples as compact JSON, a piece at a time, so that a long history never stands in
-// memory twice. The samples must outlive the encoder.
+// Encodes samples as compact JSON in pieces, to save memory. The samples must outlive it.
 class SampleEncoder {
 public:
     explicit SampleEncoder(std::span<const Sample> all) : samples(all) {}

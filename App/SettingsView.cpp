@@ -46,7 +46,7 @@ Row enabledWhen(bool on, Row row)
     return row;
 }
 
-// If the firmware stops at or below the limit, the reminder asks for what has already happened.
+// If the firmware stops charging at or below the limit, the reminder may be pointless.
 std::optional<NoteRow> ownLimitNote(const Prefs& prefs, const PropertyDictionary& battery)
 {
     const auto threshold = battery.integer("ChargeThreshold");
@@ -187,7 +187,7 @@ SettingsSection SettingsView::general() const
     return section;
 }
 
-// A time that today skips is shown as the next one that today has; one that no day has, as now.
+// A time that today skips is shown as the next valid one; an impossible time as the current time.
 TimeOfDay SettingsView::minutesBinding(std::int64_t minutes) const
 {
     const auto now = dependencies_.clock.now();
@@ -201,11 +201,11 @@ void SettingsView::setToggle(const std::string& key, bool value)
 {
     const bool changed = value != dependencies_.defaults.boolForKey(key);
     dependencies_.defaults.set(key, value);
-    const bool ofAlert = std::ranges::find(alertToggles, key) != alertToggles.end();
-    if (ofAlert && changed && value) model->notifier->requestIfNeeded();
+    const bool isAlert = std::ranges::find(alertToggles, key) != alertToggles.end();
+    if (isAlert && changed && value) model->notifier->requestIfNeeded();
 }
 
-// A number that was written by hand may lie outside: its next step leads to the nearest end.
+// A number edited by hand may lie outside the range; the next step moves it to the nearest end.
 void SettingsView::setNumber(const std::string& key, std::int64_t value)
 {
     for (const auto& range : {limitRange, lowRange, longRange}) {
@@ -227,8 +227,7 @@ void SettingsView::chooseSound(const std::string& key, const std::string& sound)
         sound, {.defaults = dependencies_.defaults, .player = dependencies_.soundPlayer});
 }
 
-// A change that failed leaves the toggle at the real state, and its reason on show until one
-// succeeds.
+// After a failure the toggle shows the real state, and the error stays until a change succeeds.
 void SettingsView::setLaunchAtLogin(bool on)
 {
     std::optional<std::string> error;

@@ -1,4 +1,4 @@
-// What the settings window shows, and how its controls write the settings.
+// Builds the settings window's content and stores what the user changes there.
 #pragma once
 
 #include <cstdint>
@@ -21,7 +21,7 @@
 
 namespace vorlane {
 
-// Nothing here takes effect by itself: the rest of the program reads the stored settings.
+// The rest of the program reads the settings from the store, not from here.
 class SettingsView : public std::enable_shared_from_this<SettingsView> {
 public:
     struct Dependencies {
@@ -36,15 +36,15 @@ public:
     };
 
     std::shared_ptr<AppModel> model;
-    Published<bool> launchAtLogin;  // as the system said when it was last asked
+    Published<bool> launchAtLogin;  // as last read from the system
     Published<std::optional<std::string>> loginError;
-    bool confirmReset = false;  // while the question is open
+    bool confirmReset = false;  // while the dialog is open
 
     SettingsView(std::shared_ptr<AppModel> model, Dependencies dependencies);
 
     SettingsContent content() const;
 
-    // They do nothing when the view is gone.
+    // They do nothing once the view is destroyed.
     SettingsIntents intents();
 
 private:

@@ -1,4 +1,4 @@
-// The chooser of one reminder's sound.
+// Builds the list of sounds for one kind of alert and stores the choice.
 #pragma once
 
 #include <string>
@@ -19,7 +19,7 @@ struct SoundPicker {
         SoundPlayer& player;
     };
 
-    // Stores the choice. A sound that was not chosen before is played once.
+    // Stores the choice and plays a newly chosen sound once.
     void choose(const std::string& value, Dependencies dependencies) const;
 };
 

@@ -1,4 +1,4 @@
-// What the status item shows of the model and the settings.
+// Builds the status item's content from the model and the settings.
 #pragma once
 
 #include <memory>
@@ -15,7 +15,7 @@ struct StatusItemView {
     std::shared_ptr<const AppModel> model;
     const Calendar& calendar;
 
-    // The symbol is the first that `item` has.
+    // The symbol is the first of the state's symbols that `item` has.
     StatusItemContent content(DefaultsStore& defaults, const StatusItem& item) const;
 };
 

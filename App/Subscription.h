@@ -1,4 +1,4 @@
-// A registration that ends with its holder.
+// Owns a registration and ends it when destroyed.
 #pragma once
 
 #include <functional>
@@ -8,7 +8,7 @@ namespace vorlane {
 
 class [[nodiscard]] Subscription {
 public:
-    // Empty: nothing is registered.
+    // Empty: owns no registration.
     Subscription() = default;
 
     explicit Subscription(std::function<void()> end) : end_(std::move(end)) {}

@@ -1,4 +1,4 @@
-// A line chart of the battery's charge over time, or a notice in its place.
+// A line chart of the battery's charge over time, or a notice instead.
 #pragma once
 
 #include <cstdint>
@@ -14,7 +14,7 @@ struct ChartPoint {
     std::int64_t id = 0;  // unique within one chart
     Date date;
     std::int64_t pct = 0;  // 0..100
-    std::int64_t seg = 0;  // neighbours of one segment are joined by a line
+    std::int64_t seg = 0;  // a line joins neighbours in the same segment
 
     friend bool operator==(const ChartPoint&, const ChartPoint&) = default;
 };
@@ -28,7 +28,7 @@ struct ChartMark {
 };
 
 struct ChartContent {
-    std::optional<std::string> notice;  // shown alone, in the middle, when set
+    std::optional<std::string> notice;  // when set, shown alone and centred
     Date from;                          // the left edge
     Date until;                         // the right edge
     std::int64_t lowest = 0;            // the bottom edge

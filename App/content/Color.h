@@ -1,4 +1,4 @@
-// The colours that a rule may choose; each desktop shows them in its own shades.
+// The colours used in content. The renderer chooses the shades.
 #pragma once
 
 namespace vorlane {

@@ -1,4 +1,4 @@
-// What the popover shows, top to bottom, and what its user may ask for.
+// What the popover shows, top to bottom, and its intents.
 #pragma once
 
 #include <cstdint>
@@ -16,7 +16,7 @@ namespace vorlane {
 struct RingContent {
     std::int64_t percent = 0;  // how much of the ring is filled; not clamped
     Color color = Color::accent;
-    std::string text;  // in the middle
+    std::string text;  // in the centre
 
     friend bool operator==(const RingContent&, const RingContent&) = default;
 };
@@ -37,7 +37,7 @@ struct SnoozeLine {
     friend bool operator==(const SnoozeLine&, const SnoozeLine&) = default;
 };
 
-// The ring, and beside it the state in words.
+// The ring, with the state in words beside it.
 struct GaugeBlock {
     RingContent ring;
     std::string stateText;
@@ -47,7 +47,7 @@ struct GaugeBlock {
     friend bool operator==(const GaugeBlock&, const GaugeBlock&) = default;
 };
 
-// A row and below it a bar that is filled to `value` of `total`.
+// A row with a progress bar below it.
 struct CycleBlock {
     DetailRow row;
     std::int64_t value = 0;
@@ -91,7 +91,7 @@ struct PopoverContent {
     friend bool operator==(const PopoverContent&, const PopoverContent&) = default;
 };
 
-// Called on the main thread; none of them is empty.
+// Called on the main thread. None is ever empty.
 struct PopoverIntents {
     std::function<void()> openSettings = [] {};
     std::function<void()> quit = [] {};

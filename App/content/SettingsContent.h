@@ -1,4 +1,4 @@
-// What the settings window shows, section by section, and what its user may ask for.
+// What the settings window shows, section by section, and its intents.
 #pragma once
 
 #include <cstdint>
@@ -13,8 +13,7 @@
 
 namespace vorlane {
 
-// Each control names the settings key that it writes. One that is not enabled shows its value
-// and takes no input.
+// Each control names the settings key that it writes. A disabled one still shows its value.
 struct ToggleRow {
     std::string key;
     std::string title;
@@ -24,11 +23,11 @@ struct ToggleRow {
     friend bool operator==(const ToggleRow&, const ToggleRow&) = default;
 };
 
-// A whole number with the buttons that count it up and down; the title says the number.
+// A whole number with buttons to change it. The title contains the number.
 struct StepperRow {
     std::string key;
     std::string title;
-    std::int64_t value = 0;  // may lie outside the range when it was written by hand
+    std::int64_t value = 0;  // may be out of range if edited by hand
     std::int64_t minimum = 0;
     std::int64_t maximum = 0;
     std::int64_t step = 1;
@@ -47,7 +46,7 @@ struct SoundEntry {
 struct SoundRow {
     std::string key;
     std::string title;
-    std::string value;  // when no entry has it, none is selected
+    std::string value;  // selects no entry if none has it
     std::vector<SoundEntry> entries;
     bool enabled = true;
 
@@ -63,7 +62,7 @@ struct TimeRow {
     friend bool operator==(const TimeRow&, const TimeRow&) = default;
 };
 
-// A toggle that stores nothing itself.
+// A toggle for launch at login, which is not a stored setting.
 struct LoginItemRow {
     std::string title;
     bool value = false;
@@ -101,7 +100,7 @@ struct SettingsContent {
     friend bool operator==(const SettingsContent&, const SettingsContent&) = default;
 };
 
-// Called on the main thread; none of them is empty.
+// Called on the main thread. None is ever empty.
 struct SettingsIntents {
     std::function<void(const std::string& key, bool value)> setToggle = [](auto&, bool) {};
     std::function<void(const std::string& key, std::int64_t value)> setNumber = [](auto&, auto) {};
@@ -109,7 +108,7 @@ struct SettingsIntents {
     std::function<void(const std::string& key, const std::string& sound)> chooseSound =
         [](auto&, auto&) {};
     std::function<void(bool on)> setLaunchAtLogin = [](bool) {};
-    std::function<void()> resetHistory = [] {};  // asks first
+    std::function<void()> resetHistory = [] {};  // asks for confirmation first
 };
 
 }  // namespace vorlane

@@ -1,4 +1,4 @@
-// What the status item shows: all that a tray needs to know.
+// What the status item shows: symbol, title, tooltip and menu.
 #pragma once
 
 #include <cstdint>
@@ -10,10 +10,10 @@ namespace vorlane {
 
 enum class ImagePosition { imageOnly, imageLeading };
 
-// What choosing a line of the status item's menu asks for.
+// What a menu item of the status item does.
 enum class MenuAction { none, open, snooze, cancelSnooze, settings, quit };
 
-// One line of the menu; a line without an action only informs.
+// One entry of the menu. With `none` it is a plain text or a separator.
 struct MenuItem {
     MenuAction action = MenuAction::none;
     std::string title;  // empty: a separator
@@ -23,10 +23,10 @@ struct MenuItem {
 
 struct StatusItemContent {
     std::optional<std::string> symbol;     // absent: no image
-    std::string accessibilityDescription;  // what a screen reader says of the item
+    std::string accessibilityDescription;  // for screen readers
     ImagePosition imagePosition = ImagePosition::imageOnly;
     std::string title;  // empty, or a space and the text
-    // What the title shows, for trays that draw or measure it.
+    // The parts of the title, for trays that draw or measure them.
     std::optional<std::int64_t> percent;
     std::optional<std::string> time;  // "1:23"
     std::string toolTip;

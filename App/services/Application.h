@@ -17,16 +17,16 @@ public:
     // Brings the program's windows to the front, before those of other programs.
     virtual void activate() = 0;
 
-    // Ends the main loop at its next turn.
+    // Ends the main loop on its next turn.
     virtual void terminate() = 0;
 
-    // The program ends only to restart at once, as after an upgrade.
+    // Whether the program quits only to restart immediately, for example after an upgrade.
     virtual bool isRestarting() const = 0;
 
-    // The user started the program again while it runs.
+    // Called when the user starts the program while it is already running.
     virtual void onReopen(std::function<void()> callback) = 0;
 
-    // The user chose one of the program's actions in a launcher.
+    // Called when the user chooses one of the program's actions in a launcher.
     virtual void onAction(std::function<void(MenuAction)> callback) = 0;
 };
 

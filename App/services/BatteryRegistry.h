@@ -8,12 +8,12 @@ namespace vorlane {
 
 // The technical details of the machine's battery.
 //
-// Keys, each missing when unknown: "CycleCount", "DesignCapacity", "AppleRawMaxCapacity",
+// Keys, missing when unknown: "CycleCount", "DesignCapacity", "AppleRawMaxCapacity",
 // "NominalChargeCapacity" and "MaxCapacity" (whole numbers, capacities in one unit), "Temperature"
 // (hundredths of a degree Celsius), "Voltage" (millivolts), "Amperage" and "InstantAmperage"
 // (milliamperes, negative while discharging), "AdapterDetails" (dictionary with "Watts"),
-// "ChargeThreshold" (percent, 1 to 99, at which the machine stops charging by itself),
-// "KeepsBelowFull" (boolean: it stops somewhere below 100% by itself).
+// "ChargeThreshold" (percent, 1 to 99, at which the firmware stops charging), "KeepsBelowFull"
+// (boolean: the firmware stops charging somewhere below 100%).
 class BatteryRegistry {
 public:
     virtual ~BatteryRegistry() = default;

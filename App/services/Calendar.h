@@ -8,7 +8,7 @@
 
 namespace vorlane {
 
-// The user's calendar, time zone and way to write a time.
+// The user's calendar, time zone and time format.
 class Calendar {
 public:
     virtual ~Calendar() = default;
@@ -16,11 +16,11 @@ public:
     // Zeros for an instant that the calendar cannot express.
     virtual TimeOfDay timeOfDay(Date date) const = 0;
 
-    // The first instant of the day of `now` with that local time, its seconds 0. A time that this
-    // day skips gives the next one that it has; a time that no day has gives none.
+    // The first instant with that local time, seconds 0, on the day of `now`. If the day skips that
+    // time, the next valid one; absent if no day has such a time.
     virtual std::optional<Date> today(Date now, TimeOfDay time) const = 0;
 
-    // The time alone, as short as the user's locale writes it: "14:05", "2:05 PM".
+    // The time in the locale's short format: "14:05", "2:05 PM".
     virtual std::string shortTime(Date date) const = 0;
 };
 

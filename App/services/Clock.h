@@ -4,14 +4,14 @@
 
 namespace vorlane {
 
-// The wall clock; it may be set back or forth at any time.
+// The wall clock, which may be set at any time, and the uptime, which may not.
 class Clock {
 public:
     virtual ~Clock() = default;
 
     virtual Date now() const = 0;
 
-    // Since some moment; nobody sets it, and it goes on while the machine sleeps.
+    // Time since some fixed moment, including time asleep.
     virtual Seconds uptime() const = 0;
 };
 

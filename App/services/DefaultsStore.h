@@ -18,22 +18,22 @@ class DefaultsStore {
 public:
     virtual ~DefaultsStore() = default;
 
-    // What a key that was never written reads as. Replaces what was registered before.
+    // Sets what keys read as until they are written. Replaces earlier defaults.
     virtual void registerDefaults(const std::map<std::string, DefaultsValue>& defaults) = 0;
 
-    // The neutral value (false, 0) for a key without a value, or with one of another kind.
-    // Whole and real numbers are one kind; a real number is truncated toward zero.
+    // False or 0 when the key has no value or one of another type. Whole and real numbers convert;
+    // a real number is truncated toward zero.
     virtual bool boolForKey(const std::string& key) const = 0;
     virtual std::int64_t integerForKey(const std::string& key) const = 0;
     virtual double doubleForKey(const std::string& key) const = 0;
 
-    // Absent for a key without a value, or with one that is no string.
+    // Absent when the key has no value or one that is not a string.
     virtual std::optional<std::string> stringForKey(const std::string& key) const = 0;
 
-    // Readable at once, and stored as soon as the platform can. Observers are told.
+    // Readable at once, and saved as soon as possible. Notifies observers.
     virtual void set(const std::string& key, const DefaultsValue& value) = 0;
 
-    // Calls `changed` on the main thread after any change, from this program or from outside.
+    // Calls `changed` on the main thread after any change, by this program or another.
     [[nodiscard]] virtual Subscription observe(std::function<void()> changed) = 0;
 };
 

@@ -13,10 +13,10 @@ class FileManager {
 public:
     virtual ~FileManager() = default;
 
-    // Where applications keep their own data, the preferred folder first.
+    // Where applications keep their data, the preferred folder first.
     virtual std::vector<std::string> applicationSupportFolders() = 0;
 
-    // With the folders above it. Trouble, an existing folder included, is ignored.
+    // Also creates missing parents. Errors are ignored; an existing folder is fine.
     virtual void createFolder(const std::string& path) = 0;
 
     // The whole file; absent when it cannot be read.
@@ -25,12 +25,12 @@ public:
     // The next piece of a file's content, valid until the next call; empty at its end.
     using Pieces = std::function<std::string_view()>;
 
-    // Writes the content beside `path` and moves it over, so that at any moment the whole old or
-    // the whole new file stands there. False when it failed; the old file is then untouched.
+    // Replaces the file atomically: readers see either the old or the new content. Returns false on
+    // failure, with the old file untouched.
     virtual bool replace(const std::string& path, const Pieces& next) = 0;
 
-    // Keeps what stands at `path` beside it, as `path` with ".bad" at the end and a number when
-    // that name is taken. True also when nothing stands there.
+    // Renames the file to `path` + ".bad", with a number if that name is taken. Returns true also
+    // when there is no such file.
     virtual bool keepAside(const std::string& path) = 0;
 };
 

@@ -10,10 +10,10 @@ class LoginItem {
 public:
     virtual ~LoginItem() = default;
 
-    // The real state, read now.
+    // Read from the system at each call.
     virtual bool enabled() const = 0;
 
-    // The reason for the user when it fails.
+    // Returns the error, worded for the user, or nothing on success.
     virtual std::optional<std::string> setEnabled(bool on) = 0;
 };
 

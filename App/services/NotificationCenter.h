@@ -22,7 +22,7 @@ struct NotificationCategory {
     friend bool operator==(const NotificationCategory&, const NotificationCategory&) = default;
 };
 
-// A notification to show at once. A later one with the same identifier takes its place.
+// A notification to show. A later one with the same identifier replaces it.
 struct NotificationRequest {
     std::string identifier;
     std::string title;
@@ -30,8 +30,8 @@ struct NotificationRequest {
     std::string categoryIdentifier;
     // "default" is the platform's own sound, any other text a sound's name; absent: silent.
     std::optional<std::string> sound;
-    bool urgent = false;  // may break through "do not disturb"
-    // Stands beside the text; absent: what the platform has for the program as a whole.
+    bool urgent = false;  // may override "do not disturb"
+    // Shown beside the text; absent: the program's icon.
     std::optional<std::string> symbol = std::nullopt;
 
     friend bool operator==(const NotificationRequest&, const NotificationRequest&) = default;
@@ -47,7 +47,7 @@ struct AuthorizationOptions {
     friend bool operator==(const AuthorizationOptions&, const AuthorizationOptions&) = default;
 };
 
-// How a notification is shown while the program itself is frontmost.
+// How a notification is shown while the program is frontmost.
 struct PresentationOptions {
     bool banner = false;
     bool sound = false;
@@ -63,7 +63,7 @@ public:
 
     virtual PresentationOptions willPresent() = 0;
 
-    // The user answered a notification with an action. `completion` is called exactly once.
+    // The user chose an action of a notification. Must call `completion` exactly once.
     virtual void didReceive(const std::string& actionIdentifier,
                             const std::function<void()>& completion) = 0;
 };
@@ -78,18 +78,17 @@ public:
 
     virtual void setDelegate(std::weak_ptr<NotificationDelegate> delegate) = 0;
 
-    // Replaces the categories set before.
+    // Replaces earlier categories.
     virtual void setCategories(std::vector<NotificationCategory> categories) = 0;
 
-    // `answer` may be called before this returns, or later.
+    // May call `answer` before or after it returns.
     virtual void authorizationStatus(std::function<void(AuthorizationStatus)> answer) = 0;
     virtual void requestAuthorization(AuthorizationOptions options) = 0;
 
     // A failure is silent.
     virtual void add(const NotificationRequest& request) = 0;
 
-    // Takes the notification of this identifier from the screen, and from what is on its way
-    // there. Without one it does nothing.
+    // Removes the notification from the screen, or from the queue if it is not shown yet.
     virtual void removeDelivered(const std::string& identifier) = 0;
 };
 

@@ -10,7 +10,7 @@ namespace vorlane {
 
 // The machine's power-source service.
 //
-// A description has these keys, each missing when unknown: "Type" (string, "InternalBattery" for
+// Keys of a description, missing when unknown: "Type" (string, "InternalBattery" for
 // the machine's own battery), "Is Present" (boolean), "Current Capacity" and "Max Capacity"
 // (numbers of one unit), "Is Charging" and "Is Charged" (booleans), "Power Source State" (string,
 // "AC Power" on the adapter), "Name" (string), "Time to Full Charge" and "Time to Empty" (whole
@@ -22,7 +22,7 @@ public:
     // Every source in the service's order; empty when the service cannot be reached.
     virtual std::vector<PropertyDictionary> descriptions() = 0;
 
-    // Calls `changed` on the main thread; an empty subscription when it cannot watch.
+    // Calls `changed` on the main thread. Returns an empty subscription when it cannot observe.
     [[nodiscard]] virtual Subscription observe(std::function<void()> changed) = 0;
 };
 

@@ -1,4 +1,4 @@
-// Everything that the program asks of its platform; the platform's objects outlive the program's.
+// All platform services. They must outlive the objects that use them.
 #pragma once
 
 #include "App/content/PlatformTexts.h"

@@ -8,7 +8,7 @@ class SoundPlayer {
 public:
     virtual ~SoundPlayer() = default;
 
-    // Plays one of the sounds on offer once, and returns at once. A failure is silent.
+    // Plays one of `Prefs::soundNames` without waiting for its end. A failure is silent.
     virtual void play(const std::string& name) = 0;
 };
 

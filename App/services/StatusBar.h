@@ -15,10 +15,10 @@ public:
     virtual bool hasSymbol(const std::string& name) const = 0;
     virtual void show(const StatusItemContent& content) = 0;
 
-    // The item itself was clicked.
+    // Called when the item is clicked.
     virtual void onAction(std::function<void()> callback) = 0;
 
-    // A line of its menu was chosen.
+    // Called when a menu item is chosen.
     virtual void onMenu(std::function<void(MenuAction)> callback) = 0;
 };
 
@@ -26,7 +26,7 @@ class StatusBar {
 public:
     virtual ~StatusBar() = default;
 
-    // Makes the item on the first call; the bar owns it. Null when it cannot be made.
+    // Creates the item on the first call and keeps it. Null when that fails.
     virtual StatusItem* statusItem() = 0;
 };
 

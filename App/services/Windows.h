@@ -7,20 +7,20 @@
 
 namespace vorlane {
 
-// The panel that belongs to the status item. It closes when its user turns elsewhere.
+// The panel at the status item. It closes when it loses the focus.
 class Popover {
 public:
     virtual ~Popover() = default;
 
-    // Still true for the moment in which the press that closed the popover may also be reported
-    // as a click on the status item.
+    // Stays true briefly after a mouse press closes the popover, because the same press may also be
+    // reported as a click on the status item.
     virtual bool isShown() const = 0;
 
-    // Opens at the status item; brings a popover that is open to the front. Gives it the keyboard.
-    // Does nothing where no window can be shown.
+    // Opens the popover at the status item, or raises an open one, and gives it the keyboard focus.
+    // Does nothing when no window can be shown.
     virtual void show(const PopoverContent& content) = 0;
 
-    // Shows newer content; the popover must be shown.
+    // The popover must be shown.
     virtual void update(const PopoverContent& content) = 0;
 
     virtual void performClose() = 0;
@@ -33,20 +33,21 @@ public:
 
     virtual bool isShown() const = 0;
 
-    // Shows the window, in the middle of the screen the first time, and gives it the keyboard.
+    // Shows the window, centred the first time, and gives it the keyboard focus.
     virtual void makeKeyAndOrderFront(const SettingsContent& content) = 0;
 
-    // Shows newer content; the window must be shown.
+    // The window must be shown.
     virtual void update(const SettingsContent& content) = 0;
 };
 
+// The size is that of the content, in device-independent pixels.
 struct SettingsWindowFrame {
     const char* title;
-    int width;   // of the content, in device-independent pixels
-    int height;  // likewise
+    int width;
+    int height;
 };
 
-// Makes the program's windows. Nothing is started before the first one is shown.
+// Creates the program's windows. No process starts before the first one is shown.
 class Windows {
 public:
     virtual ~Windows() = default;

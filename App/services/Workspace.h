@@ -6,12 +6,12 @@
 
 namespace vorlane {
 
-// The system's sleep and wake. Callbacks come on the main thread.
+// Signals sleep and wake, on the main thread.
 class Workspace {
 public:
     virtual ~Workspace() = default;
 
-    // The system waits for the callback to return, for a few seconds at most.
+    // The system waits a few seconds at most for the callback to return.
     [[nodiscard]] virtual Subscription observeWillSleep(std::function<void()> willSleep) = 0;
     [[nodiscard]] virtual Subscription observeDidWake(std::function<void()> didWake) = 0;
 };
