@@ -5,7 +5,7 @@
 namespace vorlane {
 namespace {
 
-TEST(AlertConditionsTest, TellsEachSituationByItsKind)
+TEST(AlertConditionsTest, LooksUpEachConditionByKind)
 {
     EXPECT_TRUE(AlertConditions{.chargeLimit = true}[AlertKind::chargeLimit]);
     EXPECT_TRUE(AlertConditions{.low = true}[AlertKind::low]);
@@ -15,7 +15,7 @@ TEST(AlertConditionsTest, TellsEachSituationByItsKind)
     EXPECT_FALSE((AlertConditions{.chargeLimit = true, .low = true}[AlertKind::tooLong]));
 }
 
-TEST(AlertConditionsTest, TakesTheHealthForNoSituation)
+TEST(AlertConditionsTest, HasNoHealthCondition)
 {
     constexpr AlertConditions all{.chargeLimit = true, .low = true, .tooLong = true};
 

@@ -13,19 +13,19 @@ using enum AlertKind;
 
 using AlertEngineChargeLimitTest = AlertEngineFixture;
 
-TEST_F(AlertEngineChargeLimitTest, CountsAChargeAtTheLimitAsReached)
+TEST_F(AlertEngineChargeLimitTest, IsDueAtExactlyTheLimit)
 {
     EXPECT_THAT(given(charging(79)), IsEmpty());
     EXPECT_THAT(given(charging(80)), ElementsAre(chargeLimit));
 }
 
-TEST_F(AlertEngineChargeLimitTest, MindsTheLimitOnlyWhilePluggedIn)
+TEST_F(AlertEngineChargeLimitTest, IsDueOnlyWhilePluggedIn)
 {
     EXPECT_THAT(given(onBattery(100)), IsEmpty());
     EXPECT_THAT(given(onPower(100)), ElementsAre(chargeLimit));
 }
 
-TEST_F(AlertEngineChargeLimitTest, DoesNotAskWhetherTheBatteryTakesCharge)
+TEST_F(AlertEngineChargeLimitTest, IsDueWhetherOrNotTheBatteryCharges)
 {
     auto charged = onPower(100);
     charged.isCharged = true;
@@ -36,7 +36,7 @@ TEST_F(AlertEngineChargeLimitTest, DoesNotAskWhetherTheBatteryTakesCharge)
     EXPECT_THAT(given(drawing), ElementsAre(low));
 }
 
-TEST_F(AlertEngineChargeLimitTest, SaysNothingOfALimitThatIsTurnedOff)
+TEST_F(AlertEngineChargeLimitTest, IsNeverDueWhenTurnedOff)
 {
     prefs.limitEnabled = false;
 
@@ -44,7 +44,7 @@ TEST_F(AlertEngineChargeLimitTest, SaysNothingOfALimitThatIsTurnedOff)
     EXPECT_EQ(engine.chargeSent, 0);
 }
 
-TEST_F(AlertEngineChargeLimitTest, RepeatsTheChargeLimitOnlyAfter290Seconds)
+TEST_F(AlertEngineChargeLimitTest, RepeatsAfter290Seconds)
 {
     EXPECT_THAT(given(charging(80), start), ElementsAre(chargeLimit));
     EXPECT_THAT(given(charging(80), start + 289s), IsEmpty());
@@ -54,7 +54,7 @@ TEST_F(AlertEngineChargeLimitTest, RepeatsTheChargeLimitOnlyAfter290Seconds)
     EXPECT_THAT(given(charging(80), start + 580s), ElementsAre(chargeLimit));
 }
 
-TEST_F(AlertEngineChargeLimitTest, GivesTheChargeLimitFourTimesInAll)
+TEST_F(AlertEngineChargeLimitTest, IsSentFourTimesInAll)
 {
     for (std::int64_t sent = 1; sent <= 4; ++sent) {
         EXPECT_THAT(given(charging(80), start + sent * 300s), ElementsAre(chargeLimit));
@@ -67,7 +67,7 @@ TEST_F(AlertEngineChargeLimitTest, GivesTheChargeLimitFourTimesInAll)
     EXPECT_EQ(engine.chargeLast, start + 1200s);
 }
 
-TEST_F(AlertEngineChargeLimitTest, GivesTheChargeLimitOnceWithoutRepeats)
+TEST_F(AlertEngineChargeLimitTest, IsSentOnceWithoutRepeats)
 {
     prefs.repeatReminder = false;
 
@@ -76,7 +76,7 @@ TEST_F(AlertEngineChargeLimitTest, GivesTheChargeLimitOnceWithoutRepeats)
     EXPECT_EQ(engine.chargeSent, 1);
 }
 
-TEST_F(AlertEngineChargeLimitTest, GivesThreeMoreWhenRepeatsAreTurnedOnLater)
+TEST_F(AlertEngineChargeLimitTest, IsSentThreeMoreTimesWhenRepeatsAreTurnedOnLater)
 {
     prefs.repeatReminder = false;
     EXPECT_THAT(given(charging(80), start), ElementsAre(chargeLimit));
@@ -88,7 +88,7 @@ TEST_F(AlertEngineChargeLimitTest, GivesThreeMoreWhenRepeatsAreTurnedOnLater)
     EXPECT_THAT(given(charging(80), start + 10h), IsEmpty());
 }
 
-TEST_F(AlertEngineChargeLimitTest, GivesNoMoreWhenRepeatsAreTurnedOffBetween)
+TEST_F(AlertEngineChargeLimitTest, StopsRepeatingWhenRepeatsAreTurnedOff)
 {
     EXPECT_THAT(given(charging(80), start), ElementsAre(chargeLimit));
     EXPECT_THAT(given(charging(80), start + 300s), ElementsAre(chargeLimit));
@@ -106,7 +106,7 @@ TEST_F(AlertEngineChargeLimitTest, DoesNotRepeatWhileTheClockIsBehindTheLastAler
     EXPECT_THAT(given(charging(80), start + 290s), ElementsAre(chargeLimit));
 }
 
-TEST_F(AlertEngineChargeLimitTest, RearmsTheChargeLimitAsSoonAsItNoLongerHolds)
+TEST_F(AlertEngineChargeLimitTest, RearmsWhenTheChargeFallsOrThePowerIsUnplugged)
 {
     const std::vector<BatteryState> others{charging(79), onBattery(80)};
     for (const auto& other : others) {
@@ -121,7 +121,7 @@ TEST_F(AlertEngineChargeLimitTest, RearmsTheChargeLimitAsSoonAsItNoLongerHolds)
     }
 }
 
-TEST_F(AlertEngineChargeLimitTest, RearmsTheChargeLimitWhenItIsTurnedOff)
+TEST_F(AlertEngineChargeLimitTest, RearmsWhenTurnedOff)
 {
     EXPECT_THAT(given(charging(80)), ElementsAre(chargeLimit));
     prefs.limitEnabled = false;
@@ -131,7 +131,7 @@ TEST_F(AlertEngineChargeLimitTest, RearmsTheChargeLimitWhenItIsTurnedOff)
     EXPECT_THAT(given(charging(80)), ElementsAre(chargeLimit));
 }
 
-TEST_F(AlertEngineChargeLimitTest, HoldsTheChargeLimitBackUntilItMayBeDelivered)
+TEST_F(AlertEngineChargeLimitTest, IsHeldUntilDeliveryIsAllowed)
 {
     EXPECT_THAT(held(charging(80)), IsEmpty());
     EXPECT_EQ(engine.chargeSent, 0);
@@ -140,7 +140,7 @@ TEST_F(AlertEngineChargeLimitTest, HoldsTheChargeLimitBackUntilItMayBeDelivered)
     EXPECT_THAT(given(charging(80)), ElementsAre(chargeLimit));
 }
 
-TEST_F(AlertEngineChargeLimitTest, KeepsTheCountOfRepeatsWhileDeliveryIsHeld)
+TEST_F(AlertEngineChargeLimitTest, KeepsTheRepeatCountWhileDeliveryIsHeld)
 {
     EXPECT_THAT(given(charging(80), start), ElementsAre(chargeLimit));
     EXPECT_THAT(held(charging(80), start + 1h), IsEmpty());

@@ -1,4 +1,4 @@
-// An engine with the registered settings: limit 80%, low 20%, 8 hours.
+// An engine with the default settings: limit 80%, low 20%, 8 hours.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -38,7 +38,7 @@ protected:
         return engine.run(state, prefs, moment, defaults);
     }
 
-    // What is due when delivery is allowed.
+    // The alerts due when delivery is allowed.
     std::vector<PendingAlert> alerts(const BatteryState& state, Date now = start)
     {
         return run(state, {.since = since, .now = now, .canDeliver = true, .prime = false});
@@ -46,13 +46,13 @@ protected:
 
     Kinds given(const BatteryState& state, Date now = start) { return kinds(alerts(state, now)); }
 
-    // The same while delivery is not allowed.
+    // The alerts due while delivery is held.
     Kinds held(const BatteryState& state, Date now = start)
     {
         return kinds(run(state, {.since = since, .now = now, .canDeliver = false, .prime = false}));
     }
 
-    // The same at launch or after a wake.
+    // The alerts due while priming.
     Kinds primed(const BatteryState& state, Date now = start)
     {
         return kinds(run(state, {.since = since, .now = now, .canDeliver = false, .prime = true}));
@@ -70,7 +70,7 @@ protected:
     MemoryDefaults defaults;
     Prefs prefs;
     AlertEngine engine;
-    std::optional<Date> since;  // on power since
+    std::optional<Date> since;  // when it was plugged in
 };
 
 }  // namespace vorlane

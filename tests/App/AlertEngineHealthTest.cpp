@@ -13,7 +13,7 @@ using enum AlertKind;
 
 using AlertEngineHealthTest = AlertEngineFixture;
 
-TEST_F(AlertEngineHealthTest, GivesTheHealthOnceBelow80Percent)
+TEST_F(AlertEngineHealthTest, IsSentOnceBelow80Percent)
 {
     EXPECT_THAT(given(worn(800)), IsEmpty());
     EXPECT_FALSE(healthSent());
@@ -24,7 +24,7 @@ TEST_F(AlertEngineHealthTest, GivesTheHealthOnceBelow80Percent)
     EXPECT_TRUE(healthSent());
 }
 
-TEST_F(AlertEngineHealthTest, RoundsTheHealthInTheText)
+TEST_F(AlertEngineHealthTest, RoundsThePercentageInTheText)
 {
     const std::vector<std::pair<std::int64_t, std::string>> roundings{
         {7995, "80%"}, {7950, "80%"}, {7949, "79%"}, {7850, "79%"}, {3000, "30%"}};
@@ -37,7 +37,7 @@ TEST_F(AlertEngineHealthTest, RoundsTheHealthInTheText)
     }
 }
 
-TEST_F(AlertEngineHealthTest, GivesTheHealthAgainOnlyAfterItRecovered)
+TEST_F(AlertEngineHealthTest, IsSentAgainOnlyAfterRecovering)
 {
     EXPECT_THAT(given(worn(790)), ElementsAre(health));
 
@@ -53,7 +53,7 @@ TEST_F(AlertEngineHealthTest, GivesTheHealthAgainOnlyAfterItRecovered)
     EXPECT_THAT(given(worn(790)), ElementsAre(health));
 }
 
-TEST_F(AlertEngineHealthTest, RearmsTheHealthAlsoWhileItIsHeldPrimedOrOff)
+TEST_F(AlertEngineHealthTest, RearmsEvenWhileHeldPrimedOrTurnedOff)
 {
     prefs.healthEnabled = false;
     defaults.set("healthAlertSent", true);
@@ -65,7 +65,7 @@ TEST_F(AlertEngineHealthTest, RearmsTheHealthAlsoWhileItIsHeldPrimedOrOff)
     EXPECT_FALSE(healthSent());
 }
 
-TEST_F(AlertEngineHealthTest, WritesTheHealthFlagOnlyWhenItChanges)
+TEST_F(AlertEngineHealthTest, WritesItsFlagOnlyWhenItChanges)
 {
     int writes = 0;
     const auto watching = defaults.observe([&] { ++writes; });
@@ -80,7 +80,7 @@ TEST_F(AlertEngineHealthTest, WritesTheHealthFlagOnlyWhenItChanges)
     EXPECT_EQ(writes, 1);
 }
 
-TEST_F(AlertEngineHealthTest, HoldsTheHealthBackUntilItMayBeDelivered)
+TEST_F(AlertEngineHealthTest, IsHeldUntilDeliveryIsAllowed)
 {
     EXPECT_THAT(held(worn(790)), IsEmpty());
     EXPECT_FALSE(healthSent());
@@ -88,7 +88,7 @@ TEST_F(AlertEngineHealthTest, HoldsTheHealthBackUntilItMayBeDelivered)
     EXPECT_THAT(given(worn(790)), ElementsAre(health));
 }
 
-TEST_F(AlertEngineHealthTest, HoldsTheHealthBackUntilItIsTurnedOn)
+TEST_F(AlertEngineHealthTest, IsHeldUntilItIsTurnedOn)
 {
     prefs.healthEnabled = false;
     EXPECT_THAT(given(worn(790)), IsEmpty());
@@ -98,7 +98,7 @@ TEST_F(AlertEngineHealthTest, HoldsTheHealthBackUntilItIsTurnedOn)
     EXPECT_THAT(given(worn(790)), ElementsAre(health));
 }
 
-TEST_F(AlertEngineHealthTest, CountsAPrimedHealthAsSent)
+TEST_F(AlertEngineHealthTest, CountsAsSentWhenPrimed)
 {
     EXPECT_THAT(primed(worn(750)), IsEmpty());
     EXPECT_TRUE(healthSent());
@@ -107,7 +107,7 @@ TEST_F(AlertEngineHealthTest, CountsAPrimedHealthAsSent)
     EXPECT_THAT(given(worn(750)), IsEmpty());
 }
 
-TEST_F(AlertEngineHealthTest, CountsAPrimedHealthAsSentAlsoWhenItIsTurnedOff)
+TEST_F(AlertEngineHealthTest, CountsAsSentWhenPrimedEvenWhileTurnedOff)
 {
     prefs.healthEnabled = false;
 
@@ -116,7 +116,7 @@ TEST_F(AlertEngineHealthTest, CountsAPrimedHealthAsSentAlsoWhenItIsTurnedOff)
     EXPECT_TRUE(healthSent());
 }
 
-TEST_F(AlertEngineHealthTest, KeepsThePrimedHealthFlagBetween80And82Percent)
+TEST_F(AlertEngineHealthTest, KeepsThePrimedFlagBetween80And82Percent)
 {
     for (const bool sent : {true, false}) {
         defaults.set("healthAlertSent", sent);
@@ -127,7 +127,7 @@ TEST_F(AlertEngineHealthTest, KeepsThePrimedHealthFlagBetween80And82Percent)
     }
 }
 
-TEST_F(AlertEngineHealthTest, KnowsNoHealthWithoutBothCapacities)
+TEST_F(AlertEngineHealthTest, IsNotDueWithoutBothCapacities)
 {
     auto noDesign = worn(500);
     noDesign.designCapacity.reset();
@@ -141,12 +141,12 @@ TEST_F(AlertEngineHealthTest, KnowsNoHealthWithoutBothCapacities)
     EXPECT_TRUE(defaults.values.empty());
 }
 
-TEST_F(AlertEngineHealthTest, GivesTheHealthOfAOneUnitBattery)
+TEST_F(AlertEngineHealthTest, WorksWithADesignCapacityOfOne)
 {
     EXPECT_THAT(given(worn(0, 1)), ElementsAre(health));
 }
 
-TEST_F(AlertEngineHealthTest, ReadsAHealthFlagOfTheWrongKindAsNotSent)
+TEST_F(AlertEngineHealthTest, TreatsAFlagOfTheWrongTypeAsNotSent)
 {
     defaults.set("healthAlertSent", std::string("true"));
 
@@ -154,7 +154,7 @@ TEST_F(AlertEngineHealthTest, ReadsAHealthFlagOfTheWrongKindAsNotSent)
     EXPECT_TRUE(healthSent());
 }
 
-TEST_F(AlertEngineHealthTest, RemembersTheHealthBeyondTheEngine)
+TEST_F(AlertEngineHealthTest, RemembersItsFlagAcrossEngines)
 {
     EXPECT_THAT(given(worn(790)), ElementsAre(health));
     engine = {};

@@ -13,26 +13,26 @@ using enum AlertKind;
 
 using AlertEngineLowTest = AlertEngineFixture;
 
-TEST_F(AlertEngineLowTest, CountsAChargeAtTheLowLevelAsLow)
+TEST_F(AlertEngineLowTest, IsDueAtExactlyTheLowLevel)
 {
     EXPECT_THAT(given(onBattery(21)), IsEmpty());
     EXPECT_THAT(given(onBattery(20)), ElementsAre(low));
 }
 
-TEST_F(AlertEngineLowTest, MindsTheLowLevelOnlyOnBattery)
+TEST_F(AlertEngineLowTest, IsDueOnlyOnBattery)
 {
     EXPECT_THAT(given(charging(5)), IsEmpty());
     EXPECT_FALSE(engine.lowSent);
 }
 
-TEST_F(AlertEngineLowTest, SaysNothingOfALowLevelThatIsTurnedOff)
+TEST_F(AlertEngineLowTest, IsNeverDueWhenTurnedOff)
 {
     prefs.lowEnabled = false;
 
     EXPECT_THAT(given(onBattery(0)), IsEmpty());
 }
 
-TEST_F(AlertEngineLowTest, GivesTheLowBatteryOnce)
+TEST_F(AlertEngineLowTest, IsSentOnce)
 {
     EXPECT_THAT(given(onBattery(20)), ElementsAre(low));
     EXPECT_TRUE(engine.lowSent);
@@ -41,7 +41,7 @@ TEST_F(AlertEngineLowTest, GivesTheLowBatteryOnce)
     EXPECT_THAT(given(onBattery(3), start + 2h), IsEmpty());
 }
 
-TEST_F(AlertEngineLowTest, RearmsTheLowBatteryAsSoonAsItNoLongerHolds)
+TEST_F(AlertEngineLowTest, RearmsWhenTheBatteryIsNoLongerLow)
 {
     const std::vector<BatteryState> others{onBattery(21), charging(20)};
     for (const auto& other : others) {
@@ -55,7 +55,7 @@ TEST_F(AlertEngineLowTest, RearmsTheLowBatteryAsSoonAsItNoLongerHolds)
     }
 }
 
-TEST_F(AlertEngineLowTest, RearmsTheLowBatteryWhenItIsTurnedOff)
+TEST_F(AlertEngineLowTest, RearmsWhenTurnedOff)
 {
     EXPECT_THAT(given(onBattery(20)), ElementsAre(low));
     prefs.lowEnabled = false;
@@ -65,7 +65,7 @@ TEST_F(AlertEngineLowTest, RearmsTheLowBatteryWhenItIsTurnedOff)
     EXPECT_THAT(given(onBattery(20)), ElementsAre(low));
 }
 
-TEST_F(AlertEngineLowTest, HoldsTheLowBatteryBackUntilItMayBeDelivered)
+TEST_F(AlertEngineLowTest, IsHeldUntilDeliveryIsAllowed)
 {
     EXPECT_THAT(held(onBattery(20)), IsEmpty());
     EXPECT_FALSE(engine.lowSent);

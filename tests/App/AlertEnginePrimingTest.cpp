@@ -13,7 +13,7 @@ using enum AlertKind;
 
 using AlertEnginePrimingTest = AlertEngineFixture;
 
-TEST_F(AlertEnginePrimingTest, PrimesWhatHoldsAndSaysNothing)
+TEST_F(AlertEnginePrimingTest, SuppressesTrueConditionsAndSendsNothing)
 {
     since = start - 9h;
     EXPECT_THAT(primed(onPower(80)), IsEmpty());
@@ -24,14 +24,14 @@ TEST_F(AlertEnginePrimingTest, PrimesWhatHoldsAndSaysNothing)
     EXPECT_THAT(engine.suppressed, ElementsAre(low));
 }
 
-TEST_F(AlertEnginePrimingTest, PrimesNothingThatDoesNotHold)
+TEST_F(AlertEnginePrimingTest, SuppressesNoFalseCondition)
 {
     EXPECT_THAT(primed(onBattery(50)), IsEmpty());
 
     EXPECT_THAT(engine.suppressed, IsEmpty());
 }
 
-TEST_F(AlertEnginePrimingTest, PrimesSilentlyAlsoWhereDeliveryIsAllowed)
+TEST_F(AlertEnginePrimingTest, SendsNothingEvenWhenDeliveryIsAllowed)
 {
     EXPECT_THAT(run(onPower(80), {.since = {}, .now = start, .canDeliver = true, .prime = true}),
                 IsEmpty());
@@ -39,7 +39,7 @@ TEST_F(AlertEnginePrimingTest, PrimesSilentlyAlsoWhereDeliveryIsAllowed)
     EXPECT_THAT(engine.suppressed, ElementsAre(chargeLimit));
 }
 
-TEST_F(AlertEnginePrimingTest, LeavesTheSentStateOfWhatHoldsWhenItPrimes)
+TEST_F(AlertEnginePrimingTest, KeepsTheSentStateOfTrueConditions)
 {
     since = start - 9h;
     EXPECT_THAT(given(onPower(80)), ElementsAre(chargeLimit, tooLong));
@@ -51,7 +51,7 @@ TEST_F(AlertEnginePrimingTest, LeavesTheSentStateOfWhatHoldsWhenItPrimes)
     EXPECT_TRUE(engine.longSent);
 }
 
-TEST_F(AlertEnginePrimingTest, RearmsWhatNoLongerHoldsWhenItPrimes)
+TEST_F(AlertEnginePrimingTest, RearmsConditionsThatAreNoLongerTrue)
 {
     since = start - 9h;
     EXPECT_THAT(given(onPower(80)), ElementsAre(chargeLimit, tooLong));
@@ -63,7 +63,7 @@ TEST_F(AlertEnginePrimingTest, RearmsWhatNoLongerHoldsWhenItPrimes)
     EXPECT_THAT(engine.suppressed, IsEmpty());
 }
 
-TEST_F(AlertEnginePrimingTest, StaysSilentAboutAPrimedLimitUntilItHasOnceNotHeld)
+TEST_F(AlertEnginePrimingTest, SuppressesThePrimedLimitUntilItHasBeenFalse)
 {
     (void)primed(onPower(80));
     EXPECT_THAT(given(onPower(80), start + 1h), IsEmpty());
@@ -75,7 +75,7 @@ TEST_F(AlertEnginePrimingTest, StaysSilentAboutAPrimedLimitUntilItHasOnceNotHeld
     EXPECT_THAT(given(onPower(80), start + 4h), ElementsAre(chargeLimit));
 }
 
-TEST_F(AlertEnginePrimingTest, StaysSilentAboutAPrimedLowBatteryUntilItHasOnceNotHeld)
+TEST_F(AlertEnginePrimingTest, SuppressesThePrimedLowBatteryUntilItHasBeenFalse)
 {
     (void)primed(onBattery(20));
     EXPECT_THAT(given(onBattery(15)), IsEmpty());
@@ -85,7 +85,7 @@ TEST_F(AlertEnginePrimingTest, StaysSilentAboutAPrimedLowBatteryUntilItHasOnceNo
     EXPECT_THAT(given(onBattery(15)), ElementsAre(low));
 }
 
-TEST_F(AlertEnginePrimingTest, StaysSilentAboutAPrimedTooLongUntilItHasOnceNotHeld)
+TEST_F(AlertEnginePrimingTest, SuppressesThePrimedTooLongUntilItHasBeenFalse)
 {
     prefs.limitEnabled = false;
     since = start - 9h;
@@ -97,7 +97,7 @@ TEST_F(AlertEnginePrimingTest, StaysSilentAboutAPrimedTooLongUntilItHasOnceNotHe
     EXPECT_THAT(given(onPower(80), start + 3h), ElementsAre(tooLong));
 }
 
-TEST_F(AlertEnginePrimingTest, GivesTooLongThoughTheLimitWasPrimed)
+TEST_F(AlertEnginePrimingTest, SendsTooLongEvenIfTheLimitWasPrimed)
 {
     since = start;
     (void)primed(onPower(80), start);
@@ -105,7 +105,7 @@ TEST_F(AlertEnginePrimingTest, GivesTooLongThoughTheLimitWasPrimed)
     EXPECT_THAT(given(onPower(80), start + 9h), ElementsAre(tooLong));
 }
 
-TEST_F(AlertEnginePrimingTest, RearmsAPrimedKindAlsoWhileDeliveryIsHeld)
+TEST_F(AlertEnginePrimingTest, RearmsAPrimedKindEvenWhileDeliveryIsHeld)
 {
     (void)primed(onPower(80));
     EXPECT_THAT(held(onPower(79)), IsEmpty());

@@ -15,7 +15,7 @@ using enum AlertKind;
 
 using AlertEngineTest = AlertEngineFixture;
 
-TEST_F(AlertEngineTest, BeginsArmed)
+TEST_F(AlertEngineTest, StartsArmed)
 {
     EXPECT_THAT(engine.suppressed, IsEmpty());
     EXPECT_EQ(engine.chargeSent, 0);
@@ -24,7 +24,7 @@ TEST_F(AlertEngineTest, BeginsArmed)
     EXPECT_FALSE(engine.longSent);
 }
 
-TEST_F(AlertEngineTest, WritesTheThreeSituationsInWords)
+TEST_F(AlertEngineTest, WordsTheLimitLowAndTooLongAlerts)
 {
     EXPECT_THAT(alerts(charging(81)),
                 ElementsAre(PendingAlert{.kind = chargeLimit,
@@ -44,7 +44,7 @@ TEST_F(AlertEngineTest, WritesTheThreeSituationsInWords)
             .body = "Plugged in for over 9 h at 100%. Unplug it to let the battery rest."}));
 }
 
-TEST_F(AlertEngineTest, WritesTheHealthInWords)
+TEST_F(AlertEngineTest, WordsTheHealthAlert)
 {
     EXPECT_THAT(alerts(worn(786)),
                 ElementsAre(PendingAlert{
@@ -53,7 +53,7 @@ TEST_F(AlertEngineTest, WritesTheHealthInWords)
                     .body = "Battery health has fallen to 79% of its original capacity."}));
 }
 
-TEST_F(AlertEngineTest, ForgetsEverythingButTheLastTimeWithoutABattery)
+TEST_F(AlertEngineTest, ResetsAllButTheLastTimeWithoutABattery)
 {
     since = start - 9h;
     EXPECT_THAT(given(onPower(80)), ElementsAre(chargeLimit, tooLong));
@@ -69,7 +69,7 @@ TEST_F(AlertEngineTest, ForgetsEverythingButTheLastTimeWithoutABattery)
     EXPECT_FALSE(engine.longSent);
 }
 
-TEST_F(AlertEngineTest, GivesNothingWithoutABatteryWhateverTheReadingSays)
+TEST_F(AlertEngineTest, SendsNothingWithoutABattery)
 {
     auto gone = onPower(100);
     gone.designCapacity = 1000;
@@ -93,7 +93,7 @@ TEST_F(AlertEngineTest, LeavesTheHealthFlagAloneWithoutABattery)
     }
 }
 
-TEST_F(AlertEngineTest, GivesSeveralInTheOrderOfTheirKinds)
+TEST_F(AlertEngineTest, ReturnsSeveralAlertsInTheOrderOfTheirKinds)
 {
     auto plugged = worn(790);
     plugged.pluggedIn = true;
@@ -108,7 +108,7 @@ TEST_F(AlertEngineTest, GivesSeveralInTheOrderOfTheirKinds)
     EXPECT_THAT(given(empty), ElementsAre(low, health));
 }
 
-TEST_F(AlertEngineTest, TakesOddLevelsAsTheyAre)
+TEST_F(AlertEngineTest, AcceptsLevelsOutOfRange)
 {
     prefs.limit = 150;
     prefs.low = -5;
@@ -121,7 +121,7 @@ TEST_F(AlertEngineTest, TakesOddLevelsAsTheyAre)
     EXPECT_THAT(given(onBattery(100)), ElementsAre(low));
 }
 
-TEST_F(AlertEngineTest, WritesEveryNumberThatIsAnInteger)
+TEST_F(AlertEngineTest, WritesEveryNumberThatFitsAnInteger)
 {
     const auto due = alerts(worn(least, 100));
 
@@ -134,7 +134,7 @@ using AlertEngineDeathTest = AlertEngineFixture;
 
 constexpr const char* outOfRange = "^An alert's number is out of range\n$";
 
-TEST_F(AlertEngineDeathTest, StopsAtHoursThatAreNoInteger)
+TEST_F(AlertEngineDeathTest, StopsWhenTheHoursDoNotFitAnInteger)
 {
     prefs.limitEnabled = false;
     constexpr double firstThatDoesNotFit = 9223372036854775808.0;
@@ -145,7 +145,7 @@ TEST_F(AlertEngineDeathTest, StopsAtHoursThatAreNoInteger)
     }
 }
 
-TEST_F(AlertEngineDeathTest, StopsAtAHealthThatIsNoInteger)
+TEST_F(AlertEngineDeathTest, StopsWhenTheHealthDoesNotFitAnInteger)
 {
     EXPECT_DEATH((void)given(worn(least, 1)), outOfRange);
 }

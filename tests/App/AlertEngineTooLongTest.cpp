@@ -13,7 +13,7 @@ using enum AlertKind;
 
 using AlertEngineTooLongTest = AlertEngineFixture;
 
-TEST_F(AlertEngineTooLongTest, CountsTheHoursOnPowerStrictly)
+TEST_F(AlertEngineTooLongTest, IsDueOnlyAfterMoreThanTheHours)
 {
     prefs.limitEnabled = false;
     since = start;
@@ -34,7 +34,7 @@ TEST_F(AlertEngineTooLongTest, TruncatesTheHoursInTheText)
     EXPECT_EQ(due[0].body, "Plugged in for over 3 h at 80%. Unplug it to let the battery rest.");
 }
 
-TEST_F(AlertEngineTooLongTest, UsesTheChargeLimitAsTheThresholdOfTooLong)
+TEST_F(AlertEngineTooLongTest, UsesTheChargeLimitAsItsThreshold)
 {
     prefs.limitEnabled = false;
     since = start - 9h;
@@ -43,7 +43,7 @@ TEST_F(AlertEngineTooLongTest, UsesTheChargeLimitAsTheThresholdOfTooLong)
     EXPECT_THAT(given(onPower(80)), ElementsAre(tooLong));
 }
 
-TEST_F(AlertEngineTooLongTest, NeedsToKnowSinceWhenForTooLong)
+TEST_F(AlertEngineTooLongTest, IsNotDueWhenTheStartIsUnknown)
 {
     prefs.limitEnabled = false;
 
@@ -51,14 +51,14 @@ TEST_F(AlertEngineTooLongTest, NeedsToKnowSinceWhenForTooLong)
     EXPECT_FALSE(engine.longSent);
 }
 
-TEST_F(AlertEngineTooLongTest, MindsTooLongOnlyWhilePluggedIn)
+TEST_F(AlertEngineTooLongTest, IsDueOnlyWhilePluggedIn)
 {
     since = start - 9h;
 
     EXPECT_THAT(given(onBattery(100)), IsEmpty());
 }
 
-TEST_F(AlertEngineTooLongTest, SaysNothingOfTooLongWhenItIsTurnedOff)
+TEST_F(AlertEngineTooLongTest, IsNeverDueWhenTurnedOff)
 {
     prefs.limitEnabled = prefs.longEnabled = false;
     since = start - 9h;
@@ -66,7 +66,7 @@ TEST_F(AlertEngineTooLongTest, SaysNothingOfTooLongWhenItIsTurnedOff)
     EXPECT_THAT(given(onPower(100)), IsEmpty());
 }
 
-TEST_F(AlertEngineTooLongTest, GivesTooLongOnce)
+TEST_F(AlertEngineTooLongTest, IsSentOnce)
 {
     prefs.limitEnabled = false;
     since = start - 9h;
@@ -76,7 +76,7 @@ TEST_F(AlertEngineTooLongTest, GivesTooLongOnce)
     EXPECT_THAT(given(onPower(80), start + 24h), IsEmpty());
 }
 
-TEST_F(AlertEngineTooLongTest, RearmsTooLongAsSoonAsItNoLongerHolds)
+TEST_F(AlertEngineTooLongTest, RearmsWhenItIsNoLongerTrue)
 {
     prefs.limitEnabled = false;
     since = start - 9h;
@@ -92,7 +92,7 @@ TEST_F(AlertEngineTooLongTest, RearmsTooLongAsSoonAsItNoLongerHolds)
     }
 }
 
-TEST_F(AlertEngineTooLongTest, RearmsTooLongWhenANewSpellBegins)
+TEST_F(AlertEngineTooLongTest, RearmsWhenANewSpellBegins)
 {
     prefs.limitEnabled = false;
     since = start - 9h;
@@ -104,7 +104,7 @@ TEST_F(AlertEngineTooLongTest, RearmsTooLongWhenANewSpellBegins)
     EXPECT_THAT(given(onPower(80), start + 9h), ElementsAre(tooLong));
 }
 
-TEST_F(AlertEngineTooLongTest, HoldsTooLongBackUntilItMayBeDelivered)
+TEST_F(AlertEngineTooLongTest, IsHeldUntilDeliveryIsAllowed)
 {
     prefs.limitEnabled = false;
     since = start - 9h;
@@ -114,7 +114,7 @@ TEST_F(AlertEngineTooLongTest, HoldsTooLongBackUntilItMayBeDelivered)
     EXPECT_THAT(given(onPower(80)), ElementsAre(tooLong));
 }
 
-TEST_F(AlertEngineTooLongTest, TakesOddHoursAsTheyAre)
+TEST_F(AlertEngineTooLongTest, AcceptsHoursOutOfRange)
 {
     prefs.limitEnabled = false;
     since = start;

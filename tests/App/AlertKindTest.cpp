@@ -12,7 +12,7 @@ namespace {
 
 using testing::ElementsAre;
 
-TEST(AlertKindTest, NamesTheFourKindsInTheirOrder)
+TEST(AlertKindTest, ListsTheFourKindsInOrder)
 {
     EXPECT_THAT(allAlertKinds, ElementsAre(AlertKind::chargeLimit, AlertKind::low,
                                            AlertKind::tooLong, AlertKind::health));
@@ -31,23 +31,23 @@ TEST(AlertKindTest, ReadsEachNameBack)
     for (const auto kind : allAlertKinds) EXPECT_EQ(alertKind(rawValue(kind)), kind);
 }
 
-TEST(AlertKindTest, KnowsNoOtherName)
+TEST(AlertKindTest, RejectsAnyOtherName)
 {
-    const std::vector<std::string> strangers{"",
-                                             "ChargeLimit",
-                                             "chargelimit",
-                                             "CHARGELIMIT",
-                                             "chargeLimit ",
-                                             " chargeLimit",
-                                             "charge",
-                                             "LOW",
-                                             "Low",
-                                             "toolong",
-                                             "Health",
-                                             "none",
-                                             "default",
-                                             std::string("low\0", 4)};
-    for (const auto& text : strangers) EXPECT_EQ(alertKind(text), std::nullopt) << text;
+    const std::vector<std::string> unknown{"",
+                                           "ChargeLimit",
+                                           "chargelimit",
+                                           "CHARGELIMIT",
+                                           "chargeLimit ",
+                                           " chargeLimit",
+                                           "charge",
+                                           "LOW",
+                                           "Low",
+                                           "toolong",
+                                           "Health",
+                                           "none",
+                                           "default",
+                                           std::string("low\0", 4)};
+    for (const auto& text : unknown) EXPECT_EQ(alertKind(text), std::nullopt) << text;
 }
 
 TEST(AlertKindTest, SortsInASetInTheOrderOfReminders)

@@ -1,4 +1,4 @@
-// The whole program on a laptop in memory; begins on battery at 50%.
+// The whole program on a fake laptop, which starts on battery at 50%.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -48,7 +48,7 @@ protected:
     const FakeStatusItem& item() const { return machine.statusBar.item; }
     const StatusItemContent& shown() const { return item().content; }
 
-    // The kinds of all reminders so far.
+    // The kinds of all notifications posted so far.
     std::vector<std::string> posted() const
     {
         std::vector<std::string> kinds;

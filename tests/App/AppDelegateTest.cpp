@@ -24,7 +24,7 @@ protected:
     }
 };
 
-TEST_F(AppDelegateTest, MakesItsModelAndNothingElse)
+TEST_F(AppDelegateTest, CreatesOnlyItsModelBeforeLaunch)
 {
     delegate = std::make_shared<AppDelegate>(machine.services());
 
@@ -51,7 +51,7 @@ TEST_F(AppDelegateTest, DrawsTheFirstReadingAtLaunch)
     EXPECT_EQ(machine.application.activations, 0);
 }
 
-TEST_F(AppDelegateTest, RedrawsOnTheTurnAfterAChangeOfTheState)
+TEST_F(AppDelegateTest, RedrawsOnTheTurnAfterAStateChange)
 {
     launch();
     const auto drawings = item().drawings;
@@ -77,7 +77,7 @@ TEST_F(AppDelegateTest, DoesNotRedrawWhenNothingChanged)
     EXPECT_EQ(item().drawings, drawings);
 }
 
-TEST_F(AppDelegateTest, RedrawsAtAChangeOfTheSettingsWithoutARefresh)
+TEST_F(AppDelegateTest, RedrawsWhenASettingChangesWithoutARefresh)
 {
     launch();
 
@@ -89,7 +89,7 @@ TEST_F(AppDelegateTest, RedrawsAtAChangeOfTheSettingsWithoutARefresh)
     EXPECT_EQ(refreshes(), 1);
 }
 
-TEST_F(AppDelegateTest, HasAMenuForTrays)
+TEST_F(AppDelegateTest, HasAMenu)
 {
     launch();
 
@@ -114,7 +114,7 @@ TEST_F(AppDelegateTest, SnoozesAndCancelsFromItsMenu)
     EXPECT_EQ(refreshes(), 1);
 }
 
-TEST_F(AppDelegateTest, OffersTheSnoozeAgainWhenItHasRunOut)
+TEST_F(AppDelegateTest, OffersToSnoozeAgainWhenTheSnoozeExpires)
 {
     launch();
     ASSERT_TRUE(item().choose("Snooze 1 hour"));
@@ -124,7 +124,7 @@ TEST_F(AppDelegateTest, OffersTheSnoozeAgainWhenItHasRunOut)
     EXPECT_THAT(menu(), Contains("Snooze 1 hour"));
 }
 
-TEST_F(AppDelegateTest, ShowsTheNewEndOfAProlongedSnooze)
+TEST_F(AppDelegateTest, ShowsTheNewEndOfAnExtendedSnooze)
 {
     launch();
     ASSERT_TRUE(item().choose("Snooze 1 hour"));
@@ -170,7 +170,7 @@ TEST_F(AppDelegateTest, ShowsTheStateInItsMenu)
     EXPECT_EQ(menu().front(), "No battery found");
 }
 
-TEST_F(AppDelegateTest, DoesNothingForALineThatOnlyInforms)
+TEST_F(AppDelegateTest, IgnoresAMenuItemWithoutAnAction)
 {
     launch();
     const auto before = shown();
@@ -193,7 +193,7 @@ TEST_F(AppDelegateTest, AsksTheApplicationToQuit)
     EXPECT_TRUE(machine.application.terminating);
 }
 
-TEST_F(AppDelegateTest, SavesTheHistoryWhenItQuitsThoughNothingIsNew)
+TEST_F(AppDelegateTest, SavesTheHistoryOnQuitEvenWithoutNewSamples)
 {
     launch();
     machine.files.contents.clear();
@@ -206,7 +206,7 @@ TEST_F(AppDelegateTest, SavesTheHistoryWhenItQuitsThoughNothingIsNew)
     EXPECT_EQ(delegate->model->history.lastSave, start + 10s);
 }
 
-TEST_F(AppDelegateTest, WithdrawsSituationRemindersOnQuit)
+TEST_F(AppDelegateTest, WithdrawsAllRemindersButHealthOnQuit)
 {
     machine.charge(21);
     launch();
@@ -236,7 +236,7 @@ TEST_F(AppDelegateTest, KeepsRemindersOnRestart)
     EXPECT_THAT(machine.notifications.shown, IsEmpty());
 }
 
-TEST_F(AppDelegateTest, DoesNothingMoreWhenItIsGone)
+TEST_F(AppDelegateTest, IgnoresCallbacksOnceDestroyed)
 {
     launch();
     machine.defaults.set("showPercent", false);
@@ -258,21 +258,21 @@ TEST_F(AppDelegateTest, DoesNothingMoreWhenItIsGone)
 
 using AppDelegateDeathTest = AppDelegateTest;
 
-TEST_F(AppDelegateDeathTest, StopsWhenTheTrayGivesNoItem)
+TEST_F(AppDelegateDeathTest, StopsWithoutAStatusItem)
 {
     machine.statusBar.hasRoom = false;
 
     EXPECT_DEATH(launch(), "status item");
 }
 
-TEST_F(AppDelegateDeathTest, StopsWhenItDrawsBeforeItWasLaunched)
+TEST_F(AppDelegateDeathTest, StopsWhenDrawingBeforeLaunch)
 {
     delegate = std::make_shared<AppDelegate>(machine.services());
 
     EXPECT_DEATH(delegate->updateStatusItem(), "status item");
 }
 
-TEST_F(AppDelegateDeathTest, StopsWhenItIsOpenedBeforeItWasLaunched)
+TEST_F(AppDelegateDeathTest, StopsWhenOpenedBeforeLaunch)
 {
     delegate = std::make_shared<AppDelegate>(machine.services());
 

@@ -11,7 +11,7 @@ using testing::IsEmpty;
 using testing::SizeIs;
 using namespace std::chrono_literals;
 
-// The popover and the settings window: when they open and close, and when they are updated.
+// When the popover and the settings window open, close and update.
 class AppDelegateWindowsTest : public AppDelegateFixture {
 protected:
     AppDelegateWindowsTest() { launch(); }
@@ -43,18 +43,18 @@ protected:
         return std::get<BatteryBlocks>(popover().shown->blocks);
     }
 
-    // Of the section "General".
+    // The rows of the section "General".
     std::vector<SettingsRow> general() const { return settings().shown->sections.at(6).rows; }
 };
 
-TEST_F(AppDelegateWindowsTest, MakesThePopoverAtLaunchAndNoWindow)
+TEST_F(AppDelegateWindowsTest, CreatesThePopoverButNoWindowAtLaunch)
 {
     EXPECT_EQ(machine.windows.popoversMade, 1);
     EXPECT_EQ(machine.windows.settingsWindowsMade, 0);
     EXPECT_THAT(machine.windows.events, IsEmpty());
 }
 
-TEST_F(AppDelegateWindowsTest, OpensThePopoverOnAFreshReading)
+TEST_F(AppDelegateWindowsTest, OpensThePopoverWithAFreshReading)
 {
     machine.powerSources.sources[0].set("Current Capacity", std::int64_t{49});
 
@@ -70,7 +70,7 @@ TEST_F(AppDelegateWindowsTest, OpensThePopoverOnAFreshReading)
     EXPECT_EQ(shown().title, " 49%");
 }
 
-TEST_F(AppDelegateWindowsTest, RecordsNothingWhenThePopoverOpensOnWhatIsKnown)
+TEST_F(AppDelegateWindowsTest, RecordsNothingWhenThePopoverOpensOnAnUnchangedReading)
 {
     machine.advance(10s);
 
@@ -80,7 +80,7 @@ TEST_F(AppDelegateWindowsTest, RecordsNothingWhenThePopoverOpensOnWhatIsKnown)
     EXPECT_THAT(delegate->model->history.samples, SizeIs(1));
 }
 
-TEST_F(AppDelegateWindowsTest, RemindsOfWhatIsFoundWhenThePopoverOpens)
+TEST_F(AppDelegateWindowsTest, PostsRemindersThatBecomeDueWhenThePopoverOpens)
 {
     machine.powerSources.sources[0].set("Current Capacity", std::int64_t{20});
 
@@ -89,7 +89,7 @@ TEST_F(AppDelegateWindowsTest, RemindsOfWhatIsFoundWhenThePopoverOpens)
     EXPECT_THAT(posted(), ElementsAre("low"));
 }
 
-TEST_F(AppDelegateWindowsTest, ActivatesTheApplicationAfterItShowedThePopover)
+TEST_F(AppDelegateWindowsTest, ActivatesTheApplicationAfterShowingThePopover)
 {
     machine.application.activated = [this] { machine.windows.events.emplace_back("activated"); };
 
@@ -100,7 +100,7 @@ TEST_F(AppDelegateWindowsTest, ActivatesTheApplicationAfterItShowedThePopover)
                                                     "settings shown", "activated"));
 }
 
-TEST_F(AppDelegateWindowsTest, ClosesThePopoverAtASecondClickWithoutARefresh)
+TEST_F(AppDelegateWindowsTest, ClosesThePopoverOnASecondClickWithoutARefresh)
 {
     click();
 
@@ -111,7 +111,7 @@ TEST_F(AppDelegateWindowsTest, ClosesThePopoverAtASecondClickWithoutARefresh)
     EXPECT_EQ(machine.application.activations, 1);
 }
 
-TEST_F(AppDelegateWindowsTest, LeavesThePopoverClosedByThePressThatClosedIt)
+TEST_F(AppDelegateWindowsTest, DoesNotReopenThePopoverOnThePressThatClosedIt)
 {
     click();
 
@@ -135,7 +135,7 @@ TEST_F(AppDelegateWindowsTest, OpensThePopoverFromTheMenu)
     EXPECT_EQ(machine.application.activations, 1);
 }
 
-TEST_F(AppDelegateWindowsTest, BringsAnOpenPopoverForwardFromTheMenu)
+TEST_F(AppDelegateWindowsTest, RaisesAnOpenPopoverFromTheMenu)
 {
     click();
 
@@ -147,7 +147,7 @@ TEST_F(AppDelegateWindowsTest, BringsAnOpenPopoverForwardFromTheMenu)
     EXPECT_EQ(machine.application.activations, 2);
 }
 
-TEST_F(AppDelegateWindowsTest, OpensThePopoverFromTheMenuWhoseOpeningClosedIt)
+TEST_F(AppDelegateWindowsTest, ReopensThePopoverFromTheMenuThatClosedIt)
 {
     click();
     machine.windows.pressOutsidePopover();
@@ -158,7 +158,7 @@ TEST_F(AppDelegateWindowsTest, OpensThePopoverFromTheMenuWhoseOpeningClosedIt)
     EXPECT_EQ(popover().openings, 2);
 }
 
-TEST_F(AppDelegateWindowsTest, ClosesByAClickWhatTheMenuOpened)
+TEST_F(AppDelegateWindowsTest, ClosesThePopoverThatTheMenuOpenedOnAClick)
 {
     ASSERT_TRUE(choose("Open Vorlane"));
 
@@ -176,7 +176,7 @@ TEST_F(AppDelegateWindowsTest, OpensThePopoverWhenTheProgramIsStartedAgain)
     EXPECT_EQ(machine.application.activations, 1);
 }
 
-TEST_F(AppDelegateWindowsTest, OpensTheSettingsForALauncher)
+TEST_F(AppDelegateWindowsTest, OpensTheSettingsFromALauncher)
 {
     machine.application.choose(MenuAction::settings);
     machine.runLoop.settle();
@@ -185,7 +185,7 @@ TEST_F(AppDelegateWindowsTest, OpensTheSettingsForALauncher)
     EXPECT_EQ(machine.application.activations, 1);
 }
 
-TEST_F(AppDelegateWindowsTest, BringsAnOpenPopoverForwardWhenTheProgramIsStartedAgain)
+TEST_F(AppDelegateWindowsTest, RaisesAnOpenPopoverWhenTheProgramIsStartedAgain)
 {
     click();
     machine.powerSources.sources[0].set("Current Capacity", std::int64_t{49});
@@ -238,7 +238,7 @@ TEST_F(AppDelegateWindowsTest, OpensTheSameSettingsWindowAgain)
     EXPECT_EQ(machine.application.activations, 3);
 }
 
-TEST_F(AppDelegateWindowsTest, KeepsTheSettingsWindowsStateWhileItIsClosed)
+TEST_F(AppDelegateWindowsTest, KeepsTheSettingsViewWhileTheWindowIsClosed)
 {
     choose("Settings");
     machine.loginItem.failure = "Disk full";
@@ -281,7 +281,7 @@ TEST_F(AppDelegateWindowsTest, UpdatesTheOpenPopoverOnceForARefresh)
     EXPECT_TRUE(battery().gauge.pluggedFor);
 }
 
-TEST_F(AppDelegateWindowsTest, UpdatesTheOpenPopoverOfEachPublishedField)
+TEST_F(AppDelegateWindowsTest, UpdatesTheOpenPopoverForEachPublishedField)
 {
     click();
     auto& model = *delegate->model;
@@ -309,7 +309,7 @@ TEST_F(AppDelegateWindowsTest, UpdatesTheOpenPopoverOfEachPublishedField)
     EXPECT_EQ(update(), 1);
 }
 
-TEST_F(AppDelegateWindowsTest, CountsTheTimeOnPowerOnWithEachRefresh)
+TEST_F(AppDelegateWindowsTest, UpdatesTheTimeOnPowerAtEachRefresh)
 {
     machine.plugIn();
     click();
@@ -344,7 +344,7 @@ TEST_F(AppDelegateWindowsTest, KeepsTheRangeWhileThePopoverIsClosed)
     EXPECT_EQ(battery().range.selected, 1);
 }
 
-TEST_F(AppDelegateWindowsTest, TakesTheSnoozeLineAwayByCancel)
+TEST_F(AppDelegateWindowsTest, RemovesTheSnoozeLineOnCancel)
 {
     choose("Snooze 1 hour");
     click();
@@ -393,7 +393,7 @@ TEST_F(AppDelegateWindowsTest, RedrawsTheStatusItemAtOnceWhenTheSettingsChangeIt
     EXPECT_EQ(refreshes(), 1);
 }
 
-TEST_F(AppDelegateWindowsTest, UpdatesTheSettingsAfterEachFailedChangeOfTheLoginItem)
+TEST_F(AppDelegateWindowsTest, UpdatesTheSettingsAfterEachFailedLoginItemChange)
 {
     choose("Settings");
     machine.loginItem.failure = "Disk full";
@@ -407,7 +407,7 @@ TEST_F(AppDelegateWindowsTest, UpdatesTheSettingsAfterEachFailedChangeOfTheLogin
     }
 }
 
-TEST_F(AppDelegateWindowsTest, UpdatesTheSettingsWhenTheLoginItemChanged)
+TEST_F(AppDelegateWindowsTest, UpdatesTheSettingsWhenTheLoginItemChanges)
 {
     choose("Settings");
 
@@ -434,7 +434,7 @@ TEST_F(AppDelegateWindowsTest, ShowsTheChartsNoticeAfterAReset)
     EXPECT_TRUE(battery().chart.notice);
 }
 
-TEST_F(AppDelegateWindowsTest, TellsInTheOpenSettingsThatTheNotificationServiceIsGone)
+TEST_F(AppDelegateWindowsTest, ShowsInTheOpenSettingsThatNotificationsAreUnavailable)
 {
     choose("Settings");
     machine.notifications.reachable = false;
@@ -444,10 +444,10 @@ TEST_F(AppDelegateWindowsTest, TellsInTheOpenSettingsThatTheNotificationServiceI
     EXPECT_THAT(general(), SizeIs(3));
 }
 
-TEST_F(AppDelegateWindowsTest, ComputesNothingWhileTheWindowsAreClosed)
+TEST_F(AppDelegateWindowsTest, BuildsNoContentWhileTheWindowsAreClosed)
 {
-    // Both contents ask the calendar: for the end of the snooze, and for the quiet hours. So does
-    // each drawing of the item.
+    // The popover asks the calendar for the end of the snooze, the settings window for the quiet
+    // hours. So does each redraw of the status item.
     const auto before = item().drawings;
     const auto questions = [&] { return machine.calendar.questions - (item().drawings - before); };
     delegate->model->snooze();
@@ -469,7 +469,7 @@ TEST_F(AppDelegateWindowsTest, ComputesNothingWhileTheWindowsAreClosed)
     EXPECT_EQ(settings().updates, 0);
 }
 
-TEST_F(AppDelegateWindowsTest, UpdatesNothingThatWasClosedBeforeTheNextTurn)
+TEST_F(AppDelegateWindowsTest, SkipsAnUpdateIfTheWindowsCloseBeforeTheNextTurn)
 {
     click();
     choose("Settings");
@@ -486,7 +486,7 @@ TEST_F(AppDelegateWindowsTest, UpdatesNothingThatWasClosedBeforeTheNextTurn)
     EXPECT_EQ(settings().updates, settingsUpdates);
 }
 
-TEST_F(AppDelegateWindowsTest, UpdatesAgainAfterAnUpdateThatCameTooLate)
+TEST_F(AppDelegateWindowsTest, UpdatesAgainAfterASkippedUpdate)
 {
     click();
     machine.powerSources.change();
@@ -500,7 +500,7 @@ TEST_F(AppDelegateWindowsTest, UpdatesAgainAfterAnUpdateThatCameTooLate)
     EXPECT_EQ(popover().updates, 1);
 }
 
-TEST_F(AppDelegateWindowsTest, DoesNothingMoreWhenItIsGone)
+TEST_F(AppDelegateWindowsTest, IgnoresCallbacksOnceDestroyed)
 {
     click();
     choose("Settings");

@@ -18,7 +18,7 @@ protected:
 
 // Priming
 
-TEST_F(AppModelAlertsTest, SaysNothingOfALimitThatHoldsAtLaunch)
+TEST_F(AppModelAlertsTest, DoesNotAnnounceALimitReachedBeforeLaunch)
 {
     machine.plugIn();
     machine.charge(80);
@@ -30,7 +30,7 @@ TEST_F(AppModelAlertsTest, SaysNothingOfALimitThatHoldsAtLaunch)
     EXPECT_THAT(posted(), IsEmpty());
 }
 
-TEST_F(AppModelAlertsTest, SaysNothingOfALimitThatHoldsAfterAWake)
+TEST_F(AppModelAlertsTest, DoesNotAnnounceALimitReachedBeforeAWake)
 {
     const auto model = launch();
     machine.sleep();
@@ -44,7 +44,7 @@ TEST_F(AppModelAlertsTest, SaysNothingOfALimitThatHoldsAfterAWake)
     EXPECT_THAT(model->engine.suppressed, Contains(AlertKind::chargeLimit));
 }
 
-TEST_F(AppModelAlertsTest, ForgetsWhatItSaidWhenItWakesWithoutABattery)
+TEST_F(AppModelAlertsTest, ResetsTheEngineWhenItWakesWithoutABattery)
 {
     const auto model = launch();
     machine.charge(20);
@@ -53,7 +53,7 @@ TEST_F(AppModelAlertsTest, ForgetsWhatItSaidWhenItWakesWithoutABattery)
     machine.removeBattery();
     machine.wake();
 
-    machine.advance(30s);  // until then it may be a battery that is slow to answer
+    machine.advance(30s);  // until then a missing battery is not believed
 
     EXPECT_FALSE(model->engine.lowSent);
 }
@@ -90,7 +90,7 @@ TEST_F(AppModelAlertsTest, RearmsTheHealthAtLaunch)
 
 // Delivery
 
-TEST_F(AppModelAlertsTest, PostsWhatAChangeBringsAbout)
+TEST_F(AppModelAlertsTest, PostsAlertsOnAChange)
 {
     const auto model = launch();
     machine.plugIn();
@@ -100,7 +100,7 @@ TEST_F(AppModelAlertsTest, PostsWhatAChangeBringsAbout)
     EXPECT_THAT(posted(), ElementsAre("chargeLimit"));
 }
 
-TEST_F(AppModelAlertsTest, PostsWhatTheTimerFinds)
+TEST_F(AppModelAlertsTest, PostsAlertsOnTheTimer)
 {
     machine.powerSources.watchable = false;
     const auto model = launch();
@@ -125,7 +125,7 @@ TEST_F(AppModelAlertsTest, PostsInTheOrderOfTheKinds)
     EXPECT_THAT(posted(), ElementsAre("chargeLimit", "tooLong", "health"));
 }
 
-TEST_F(AppModelAlertsTest, PlaysTheSoundOfTheSettings)
+TEST_F(AppModelAlertsTest, PlaysTheChosenSound)
 {
     machine.defaults.set("limitSound", std::string("Ping"));
     machine.defaults.set("lowSound", std::string("none"));
@@ -139,7 +139,7 @@ TEST_F(AppModelAlertsTest, PlaysTheSoundOfTheSettings)
     EXPECT_EQ(machine.notifications.posted.back().sound, "Ping");
 }
 
-TEST_F(AppModelAlertsTest, CountsAnAlertAsSentThatNobodyCouldShow)
+TEST_F(AppModelAlertsTest, CountsAnAlertAsSentWhileNotificationsAreUnavailable)
 {
     machine.notifications.reachable = false;
     const auto model = launch();
@@ -152,7 +152,7 @@ TEST_F(AppModelAlertsTest, CountsAnAlertAsSentThatNobodyCouldShow)
     EXPECT_TRUE(model->engine.lowSent);
 }
 
-TEST_F(AppModelAlertsTest, HoldsAlertsBackInQuietHours)
+TEST_F(AppModelAlertsTest, HoldsAlertsDuringQuietHours)
 {
     beQuiet(0, 600);
     const auto model = launch();

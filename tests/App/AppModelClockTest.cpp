@@ -17,7 +17,7 @@ using namespace std::chrono_literals;
 constexpr Date in1970{3600};
 constexpr Date in2100{4102448400};  // 2100-01-01 09:00 UTC
 
-// A clock that is set, rightly or wrongly, while the program runs.
+// The clock is set, correctly or not, while the program runs.
 class AppModelClockTest : public AppModelFixture {
 protected:
     static constexpr std::array wrong{start - 1h,  start - 24h, start + 1h,
@@ -40,7 +40,7 @@ protected:
             .value_or(std::vector<Sample>{});
     }
 
-    // A sample each ten minutes on battery, the last one ten minutes ago.
+    // One sample every ten minutes on battery, the last one ten minutes ago.
     static std::vector<Sample> day()
     {
         std::vector<Sample> samples;
@@ -55,7 +55,7 @@ protected:
         return HistoryChart{.model = model, .days = 1}.content(machine.clock.now());
     }
 
-    // Nothing outside of the day that is drawn, and nothing that goes back.
+    // All points lie within the chart, in order of time.
     void expectDrawable(const ChartContent& content) const
     {
         EXPECT_TRUE(std::ranges::is_sorted(content.points, {}, &ChartPoint::date));
@@ -66,7 +66,7 @@ protected:
     }
 };
 
-TEST_F(AppModelClockTest, CountsTheHoursOnPowerWhateverTheClockSays)
+TEST_F(AppModelClockTest, CountsElapsedHoursOnPowerWhenTheClockIsSet)
 {
     for (const auto time : wrong) {
         machine.notifications.posted.clear();
@@ -92,7 +92,7 @@ TEST_F(AppModelClockTest, CountsTheHoursOnPowerWhateverTheClockSays)
     }
 }
 
-TEST_F(AppModelClockTest, RepeatsTheLimitFiveMinutesApartWhateverTheClockSays)
+TEST_F(AppModelClockTest, RepeatsTheLimitEveryFiveMinutesWhenTheClockIsSet)
 {
     for (const auto time : wrong) {
         machine.unplug();
@@ -108,7 +108,7 @@ TEST_F(AppModelClockTest, RepeatsTheLimitFiveMinutesApartWhateverTheClockSays)
     }
 }
 
-TEST_F(AppModelClockTest, SnoozesForAnHourWhateverTheClockSays)
+TEST_F(AppModelClockTest, SnoozesForAnHourWhenTheClockIsSet)
 {
     for (const auto time : wrong) {
         machine.notifications.posted.clear();
@@ -131,7 +131,7 @@ TEST_F(AppModelClockTest, SnoozesForAnHourWhateverTheClockSays)
     }
 }
 
-TEST_F(AppModelClockTest, SnoozesFromTheMomentThatTheClockWasSetTo)
+TEST_F(AppModelClockTest, StartsASnoozeAtTheTimeTheClockWasSetTo)
 {
     const auto model = launch();
     machine.clock.set(start - 24h);
@@ -142,8 +142,8 @@ TEST_F(AppModelClockTest, SnoozesFromTheMomentThatTheClockWasSetTo)
     EXPECT_EQ(model->snoozeUntil.get(), start - 23h);
 }
 
-// It was stored by a clock that was right; this one is set right.
-TEST_F(AppModelClockTest, LeavesASnoozeOfAnEarlierRunWhereItIs)
+// The clock was right when the deadline was stored, wrong at launch, and is then corrected.
+TEST_F(AppModelClockTest, DoesNotShiftASnoozeOfAnEarlierRun)
 {
     machine.defaults.set("snoozeUntil", (start + 10min).secondsSince1970);
     machine.clock.set(start - 8h);
@@ -170,15 +170,15 @@ TEST_F(AppModelClockTest, ShowsTheTimeOnPowerRightAfterTheClockWasSet)
     const auto view = std::make_shared<PopoverView>(
         model, [] {},
         PopoverView::Dependencies{.application = machine.application,
-                           .calendar = machine.calendar,
-                           .texts = machine.texts});
+                                  .calendar = machine.calendar,
+                                  .texts = machine.texts});
     const auto content = view->content(machine.clock.now());
 
     EXPECT_EQ(std::get<BatteryBlocks>(content.blocks).gauge.pluggedFor,
               "Plugged in for 1 h 30 min");
 }
 
-TEST_F(AppModelClockTest, DrawsTheDayAgainOnceTheClockIsRight)
+TEST_F(AppModelClockTest, DrawsTheWholeDayOnceTheClockIsCorrected)
 {
     for (const auto time : wrong) {
         writeHistory(day());
@@ -199,7 +199,7 @@ TEST_F(AppModelClockTest, DrawsTheDayAgainOnceTheClockIsRight)
     }
 }
 
-TEST_F(AppModelClockTest, DrawsTheDayAgainAfterAStartByAClockThatWasBehind)
+TEST_F(AppModelClockTest, DrawsTheWholeDayAfterLaunchingWithTheClockBehind)
 {
     for (const auto time : {in1970, start - 8h}) {
         writeHistory(day());
@@ -216,7 +216,7 @@ TEST_F(AppModelClockTest, DrawsTheDayAgainAfterAStartByAClockThatWasBehind)
     }
 }
 
-TEST_F(AppModelClockTest, GoesOnAfterSamplesOfTheFutureAndLeavesThem)
+TEST_F(AppModelClockTest, DropsSamplesInTheFutureAndKeepsRecording)
 {
     writeHistory({plugged(start - 2min), plugged(in2100), plugged(in2100 + 1min)});
     const auto model = launch();
@@ -228,7 +228,7 @@ TEST_F(AppModelClockTest, GoesOnAfterSamplesOfTheFutureAndLeavesThem)
     EXPECT_LT(saved().back().t, machine.clock.now().secondsSince1970 + 1);
 }
 
-TEST_F(AppModelClockTest, SavesEveryFiveMinutesWhateverTheClockSays)
+TEST_F(AppModelClockTest, SavesEveryFiveMinutesWhenTheClockIsSet)
 {
     for (const auto time : wrong) {
         machine.files.contents.clear();
@@ -243,7 +243,7 @@ TEST_F(AppModelClockTest, SavesEveryFiveMinutesWhateverTheClockSays)
     }
 }
 
-TEST_F(AppModelClockTest, BeginsASpellNowAfterSamplesOfTheFuture)
+TEST_F(AppModelClockTest, StartsASpellNowIfSamplesLieInTheFuture)
 {
     writeHistory({plugged(start + 2h), plugged(start + 2h + 1min)});
     machine.plugIn();
@@ -253,7 +253,7 @@ TEST_F(AppModelClockTest, BeginsASpellNowAfterSamplesOfTheFuture)
     EXPECT_EQ(model->pluggedSince.get(), start);
 }
 
-TEST_F(AppModelClockTest, ForgetsWhatWasSetAsideWithTheRest)
+TEST_F(AppModelClockTest, ResetsSamplesSetAsideWithTheHistory)
 {
     writeHistory(day());
     const auto model = launch();
@@ -267,7 +267,7 @@ TEST_F(AppModelClockTest, ForgetsWhatWasSetAsideWithTheRest)
     EXPECT_EQ(model->history.samples.size(), 1U);
 }
 
-TEST_F(AppModelClockTest, ForgetsAfterADayWhatWasSetAside)
+TEST_F(AppModelClockTest, DiscardsSamplesSetAsideAfterADay)
 {
     writeHistory(day());
     const auto model = launch();
@@ -284,8 +284,7 @@ TEST_F(AppModelClockTest, ForgetsAfterADayWhatWasSetAside)
     EXPECT_LT(model->history.samples.size(), 5U);
 }
 
-// The time asleep is time, and nobody has set anything.
-TEST_F(AppModelClockTest, SleepsForAMonthWithoutTakingItForASetClock)
+TEST_F(AppModelClockTest, DoesNotTakeAMonthOfSleepForAClockChange)
 {
     const auto model = launch();
     machine.plugIn();

@@ -1,4 +1,4 @@
-// A model on a laptop in memory; begins on battery at 50%.
+// A model on a fake laptop, which starts on battery at 50%.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -23,7 +23,7 @@ protected:
 
     std::shared_ptr<AppModel> makeModel() { return std::make_shared<AppModel>(machine.services()); }
 
-    // The model as it is right after launch.
+    // A model right after launch.
     std::shared_ptr<AppModel> launch()
     {
         auto model = makeModel();

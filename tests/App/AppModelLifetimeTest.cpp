@@ -11,7 +11,7 @@ using namespace std::chrono_literals;
 
 using AppModelLifetimeTest = AppModelFixture;
 
-TEST_F(AppModelLifetimeTest, DoesNothingMoreWhenItIsGone)
+TEST_F(AppModelLifetimeTest, IgnoresCallbacksOnceDestroyed)
 {
     auto model = launch();
     machine.notifications.respond("SNOOZE");

@@ -8,10 +8,10 @@ namespace {
 
 using namespace std::chrono_literals;
 
-// Since when the machine is on power.
+// When the spell on power began.
 using AppModelPowerTest = AppModelFixture;
 
-TEST_F(AppModelPowerTest, TakesTheEstimateOfTheHistoryAtLaunch)
+TEST_F(AppModelPowerTest, UsesTheHistoryEstimateAtLaunch)
 {
     writeHistory({plugged(start - 14min), plugged(start - 5min)});
     machine.plugIn();
@@ -19,7 +19,7 @@ TEST_F(AppModelPowerTest, TakesTheEstimateOfTheHistoryAtLaunch)
     EXPECT_EQ(launch()->pluggedSince.get(), start - 14min);
 }
 
-TEST_F(AppModelPowerTest, TakesTheEstimateOfTheHistoryAfterAWake)
+TEST_F(AppModelPowerTest, UsesTheHistoryEstimateAfterAWake)
 {
     const auto model = launch();
     machine.sleep();
@@ -31,7 +31,7 @@ TEST_F(AppModelPowerTest, TakesTheEstimateOfTheHistoryAfterAWake)
     EXPECT_EQ(model->pluggedSince.get(), start - 5min);
 }
 
-TEST_F(AppModelPowerTest, TakesTheMomentWithoutAnEstimate)
+TEST_F(AppModelPowerTest, StartsTheSpellNowWithoutAnEstimate)
 {
     writeHistory({plugged(start - 10min)});
     machine.plugIn();
@@ -41,7 +41,7 @@ TEST_F(AppModelPowerTest, TakesTheMomentWithoutAnEstimate)
     EXPECT_EQ(launch()->pluggedSince.get(), start);
 }
 
-TEST_F(AppModelPowerTest, TakesTheMomentWhenAChangeFindsThePower)
+TEST_F(AppModelPowerTest, StartsTheSpellNowWhenAChangeFindsPower)
 {
     const auto model = launch();
     model->history.samples = {plugged(start - 5min)};
@@ -52,7 +52,7 @@ TEST_F(AppModelPowerTest, TakesTheMomentWhenAChangeFindsThePower)
     EXPECT_EQ(model->pluggedSince.get(), start + 10s);
 }
 
-TEST_F(AppModelPowerTest, TakesTheMomentWhenTheTimerFindsThePower)
+TEST_F(AppModelPowerTest, StartsTheSpellNowWhenTheTimerFindsPower)
 {
     machine.powerSources.watchable = false;
     const auto model = launch();
@@ -66,7 +66,7 @@ TEST_F(AppModelPowerTest, TakesTheMomentWhenTheTimerFindsThePower)
     EXPECT_EQ(model->pluggedSince.get(), start + 60s);
 }
 
-TEST_F(AppModelPowerTest, KeepsTheBeginningOfASpell)
+TEST_F(AppModelPowerTest, KeepsTheStartOfASpell)
 {
     machine.plugIn();
     const auto model = launch();
@@ -83,7 +83,7 @@ TEST_F(AppModelPowerTest, KeepsTheBeginningOfASpell)
     EXPECT_EQ(announced, 0);
 }
 
-TEST_F(AppModelPowerTest, EndsASpellWhenItIsUnplugged)
+TEST_F(AppModelPowerTest, EndsTheSpellWhenUnplugged)
 {
     machine.plugIn();
     const auto model = launch();
@@ -101,7 +101,7 @@ TEST_F(AppModelPowerTest, EndsASpellWhenItIsUnplugged)
     EXPECT_EQ(model->pluggedSince.get(), start + 10min);
 }
 
-TEST_F(AppModelPowerTest, EndsASpellWithoutABattery)
+TEST_F(AppModelPowerTest, EndsTheSpellWithoutABattery)
 {
     machine.plugIn();
     const auto model = launch();
@@ -115,7 +115,7 @@ TEST_F(AppModelPowerTest, EndsASpellWithoutABattery)
     EXPECT_EQ(model->pluggedSince.get(), start + 10s);
 }
 
-TEST_F(AppModelPowerTest, EstimatesFromTheHistoryBeforeItRecordsTheReading)
+TEST_F(AppModelPowerTest, EstimatesBeforeRecordingTheReading)
 {
     machine.plugIn();
     machine.clock.time = start + 1h;
@@ -127,7 +127,7 @@ TEST_F(AppModelPowerTest, EstimatesFromTheHistoryBeforeItRecordsTheReading)
     EXPECT_EQ(model->history.samples.size(), 2U);
 }
 
-TEST_F(AppModelPowerTest, KnowsTheSpellWhenItAnnouncesTheState)
+TEST_F(AppModelPowerTest, SetsTheSpellBeforeAnnouncingTheState)
 {
     const auto model = launch();
     std::optional<Date> since;

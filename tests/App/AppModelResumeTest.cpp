@@ -11,7 +11,7 @@ using testing::ElementsAre;
 using testing::SizeIs;
 using namespace std::chrono_literals;
 
-// A laptop that was on power above its limit, and reminded of it, before it slept.
+// A laptop on power above the limit, which posted its reminder and then went to sleep.
 class AppModelResumeTest : public AppModelFixture {
 protected:
     std::shared_ptr<AppModel> model = launch();
@@ -31,7 +31,7 @@ protected:
     std::int64_t percent() const { return model->state.get().percent; }
 };
 
-TEST_F(AppModelResumeTest, PassesOverAnEmptyBatteryUntilItIsKnownAgain)
+TEST_F(AppModelResumeTest, IgnoresAnEmptyBatteryUntilItRecovers)
 {
     const auto samples = model->history.samples.size();
     machine.charge(0);
@@ -47,7 +47,7 @@ TEST_F(AppModelResumeTest, PassesOverAnEmptyBatteryUntilItIsKnownAgain)
     EXPECT_THAT(posted(), ElementsAre("chargeLimit"));
 }
 
-TEST_F(AppModelResumeTest, PassesOverABatteryThatIsGoneForAWhile)
+TEST_F(AppModelResumeTest, IgnoresABatteryThatIsBrieflyMissing)
 {
     machine.removeBattery();
     machine.wake();
@@ -59,7 +59,7 @@ TEST_F(AppModelResumeTest, PassesOverABatteryThatIsGoneForAWhile)
     EXPECT_THAT(posted(), ElementsAre("chargeLimit"));
 }
 
-TEST_F(AppModelResumeTest, LeavesAShownReminderInPlaceMeanwhile)
+TEST_F(AppModelResumeTest, KeepsAReminderWhileTheBatteryIsMissing)
 {
     machine.removeBattery();
     machine.wake();
@@ -68,7 +68,7 @@ TEST_F(AppModelResumeTest, LeavesAShownReminderInPlaceMeanwhile)
     EXPECT_THAT(machine.notifications.shown, SizeIs(1));
 }
 
-TEST_F(AppModelResumeTest, BelievesAnEmptyBatteryAfterHalfAMinute)
+TEST_F(AppModelResumeTest, AcceptsAnEmptyBatteryAfterHalfAMinute)
 {
     machine.unplug();
     machine.charge(0);
@@ -82,8 +82,7 @@ TEST_F(AppModelResumeTest, BelievesAnEmptyBatteryAfterHalfAMinute)
     EXPECT_EQ(model->pluggedSince.get(), std::nullopt);
 }
 
-// As at the refresh that the wake would have had: what holds then is no news.
-TEST_F(AppModelResumeTest, TakesTheFirstReadingThatItBelievesForTheWake)
+TEST_F(AppModelResumeTest, PrimesWithTheFirstAcceptedReading)
 {
     machine.unplug();
     machine.charge(0);
@@ -97,7 +96,7 @@ TEST_F(AppModelResumeTest, TakesTheFirstReadingThatItBelievesForTheWake)
     EXPECT_THAT(posted(), ElementsAre("chargeLimit"));
 }
 
-TEST_F(AppModelResumeTest, DoubtsWhatIsToldBeforeTheResumeIs)
+TEST_F(AppModelResumeTest, RejectsReadingsBeforeTheWakeSignalToo)
 {
     machine.removeBattery();
     machine.powerSources.change();
@@ -105,7 +104,7 @@ TEST_F(AppModelResumeTest, DoubtsWhatIsToldBeforeTheResumeIs)
     EXPECT_TRUE(model->state.get().hasBattery);
 }
 
-TEST_F(AppModelResumeTest, BelievesAtOnceWhatIsNeitherEmptyNorGone)
+TEST_F(AppModelResumeTest, AcceptsAnyOtherReadingAtOnce)
 {
     machine.charge(83);
     machine.wake();
@@ -114,21 +113,21 @@ TEST_F(AppModelResumeTest, BelievesAtOnceWhatIsNeitherEmptyNorGone)
     EXPECT_EQ(percent(), 83);
 }
 
-// Some controllers tell of nothing: somebody has to look.
-TEST_F(AppModelResumeTest, LooksAgainEveryFiveSecondsForHalfAMinute)
+// Some embedded controllers signal nothing, so the program polls.
+TEST_F(AppModelResumeTest, PollsEveryFiveSecondsForHalfAMinute)
 {
     machine.wake();
     machine.advance(3s);
     const auto first = model->historyVersion.get();
 
     machine.advance(27s);
-    EXPECT_EQ(model->historyVersion.get(), first + 6);  // five looks, and one at the end
+    EXPECT_EQ(model->historyVersion.get(), first + 6);  // five polls and one refresh at the end
 
     machine.advance(25s);
     EXPECT_EQ(model->historyVersion.get(), first + 6);
 }
 
-TEST_F(AppModelResumeTest, BeginsAnewWhenItSleepsAgain)
+TEST_F(AppModelResumeTest, RestartsTheTimeoutWhenItSleepsAgain)
 {
     machine.wake();
     machine.advance(20s);
@@ -142,7 +141,7 @@ TEST_F(AppModelResumeTest, BeginsAnewWhenItSleepsAgain)
     EXPECT_FALSE(model->state.get().hasBattery);
 }
 
-TEST_F(AppModelResumeTest, BelievesAPulledBatteryLongAfterTheWake)
+TEST_F(AppModelResumeTest, AcceptsAPulledBatteryLongAfterTheWake)
 {
     machine.wake();
     machine.advance(31s);

@@ -11,7 +11,7 @@ using testing::IsEmpty;
 using testing::SizeIs;
 using namespace std::chrono_literals;
 
-// What came to hold in the sleep is no news; what the user does after the wake is.
+// Conditions that arose during the sleep are not announced; plug changes after the wake are.
 class AppModelSleepTest : public AppDelegateFixture {
 protected:
     AppModel& model() const { return *delegate->model; }
@@ -35,14 +35,14 @@ protected:
         machine.advance(1h);
     }
 
-    // Changes the plug without a signal, as at the time of the look before it.
+    // Plugs in or unplugs without a signal from the power sources.
     void moveCableSilently(bool plugged)
     {
         machine.powerSources.sources[0].set("Power Source State",
                                             std::string(plugged ? "AC Power" : "Battery Power"));
     }
 
-    // Silent for as long as it holds; and the next time that it comes to hold is news.
+    // No reminder while the battery stays low, but one the next time it becomes low.
     void expectThatLowIsKnown()
     {
         machine.advance(1h);
@@ -58,7 +58,7 @@ protected:
 
 // After the wake
 
-TEST_F(AppModelSleepTest, RemindsAtOnceOfUnpluggingASecondAfterTheWake)
+TEST_F(AppModelSleepTest, RemindsWhenUnpluggedASecondAfterTheWake)
 {
     launchPluggedIn(15);
     beginSleep();
@@ -72,7 +72,7 @@ TEST_F(AppModelSleepTest, RemindsAtOnceOfUnpluggingASecondAfterTheWake)
     EXPECT_THAT(posted(), ElementsAre("low"));
 }
 
-TEST_F(AppModelSleepTest, RemindsAtOnceOfPluggingInASecondAfterTheWake)
+TEST_F(AppModelSleepTest, RemindsWhenPluggedInASecondAfterTheWake)
 {
     launchUnplugged(85);
     beginSleep();
@@ -87,7 +87,7 @@ TEST_F(AppModelSleepTest, RemindsAtOnceOfPluggingInASecondAfterTheWake)
     EXPECT_THAT(posted(), ElementsAre("chargeLimit", "chargeLimit"));
 }
 
-TEST_F(AppModelSleepTest, RemindsWhenQuietHoursEndOfAPlugChangeRightAfterTheWake)
+TEST_F(AppModelSleepTest, RemindsAfterQuietHoursOfAPlugChangeAfterTheWake)
 {
     launchPluggedIn(15);
     beginSleep();
@@ -105,8 +105,8 @@ TEST_F(AppModelSleepTest, RemindsWhenQuietHoursEndOfAPlugChangeRightAfterTheWake
     EXPECT_THAT(posted(), ElementsAre("low"));
 }
 
-// Plugged in in the sleep it was no longer low, though nobody looked.
-TEST_F(AppModelSleepTest, RemindsAgainOfWhatWasNotSoAtTheWake)
+// It was plugged in while asleep, which ended the low condition although no refresh saw it.
+TEST_F(AppModelSleepTest, RemindsAgainOfAConditionThatWasFalseAtTheWake)
 {
     launch();
     machine.charge(15);
@@ -121,7 +121,7 @@ TEST_F(AppModelSleepTest, RemindsAgainOfWhatWasNotSoAtTheWake)
     EXPECT_THAT(posted(), ElementsAre("low", "low"));
 }
 
-TEST_F(AppModelSleepTest, BeginsANewSpellWhenItIsPluggedInAgainAfterTheWake)
+TEST_F(AppModelSleepTest, StartsANewSpellWhenPluggedInAfterTheWake)
 {
     launch();
     machine.plugIn();
@@ -136,7 +136,7 @@ TEST_F(AppModelSleepTest, BeginsANewSpellWhenItIsPluggedInAgainAfterTheWake)
     EXPECT_EQ(model().pluggedSince.get(), start + 1h + 1s);
 }
 
-TEST_F(AppModelSleepTest, KeepsQuietAboutAHealthThatFellInTheSleepWhenThePlugChanges)
+TEST_F(AppModelSleepTest, DoesNotAnnounceWearDuringTheSleepWhenThePlugChanges)
 {
     launchPluggedIn(15);
     beginSleep();
@@ -149,7 +149,7 @@ TEST_F(AppModelSleepTest, KeepsQuietAboutAHealthThatFellInTheSleepWhenThePlugCha
     EXPECT_THAT(posted(), ElementsAre("low"));
 }
 
-TEST_F(AppModelSleepTest, RemindsAtItsOwnLookOfAPlugChangeWhoseSignalIsStillToCome)
+TEST_F(AppModelSleepTest, RemindsAtTheWakeRefreshOfAnUnsignalledPlugChange)
 {
     launchPluggedIn(15);
     beginSleep();
@@ -164,7 +164,7 @@ TEST_F(AppModelSleepTest, RemindsAtItsOwnLookOfAPlugChangeWhoseSignalIsStillToCo
     EXPECT_THAT(posted(), ElementsAre("low"));
 }
 
-TEST_F(AppModelSleepTest, RemindsAtItsOwnLookThoughAnEarlierLookFoundThePlugUnchanged)
+TEST_F(AppModelSleepTest, RemindsAtTheWakeRefreshAfterAnEarlierUnchangedReading)
 {
     launchPluggedIn(15);
     beginSleep();
@@ -179,7 +179,7 @@ TEST_F(AppModelSleepTest, RemindsAtItsOwnLookThoughAnEarlierLookFoundThePlugUnch
     EXPECT_THAT(posted(), ElementsAre("low"));
 }
 
-TEST_F(AppModelSleepTest, RemindsAtItsOwnLookOfASecondPlugChange)
+TEST_F(AppModelSleepTest, RemindsAtTheWakeRefreshOfASecondPlugChange)
 {
     launchPluggedIn(85);
     beginSleep();
@@ -194,7 +194,7 @@ TEST_F(AppModelSleepTest, RemindsAtItsOwnLookOfASecondPlugChange)
     EXPECT_THAT(posted(), ElementsAre("chargeLimit"));
 }
 
-TEST_F(AppModelSleepTest, RecordsASampleAtItsOwnLookAfterAPlugChange)
+TEST_F(AppModelSleepTest, RecordsASampleAtTheWakeRefreshAfterAPlugChange)
 {
     launchPluggedIn(15);
     beginSleep();
@@ -208,9 +208,9 @@ TEST_F(AppModelSleepTest, RecordsASampleAtItsOwnLookAfterAPlugChange)
     EXPECT_THAT(model().history.samples, SizeIs(samples + 1));
 }
 
-// Whoever looks first
+// Which refresh comes first
 
-TEST_F(AppModelSleepTest, KeepsQuietWhenItsOwnLookFindsItUnplugged)
+TEST_F(AppModelSleepTest, KeepsQuietWhenTheWakeRefreshFindsItUnplugged)
 {
     launchPluggedIn(15);
     beginSleep();
@@ -263,7 +263,7 @@ TEST_F(AppModelSleepTest, KeepsQuietWhenASignalFindsItUnplugged)
     expectThatLowIsKnown();
 }
 
-TEST_F(AppModelSleepTest, KeepsQuietWhenASignalBeforeThatOfTheWakeFindsItUnplugged)
+TEST_F(AppModelSleepTest, KeepsQuietWhenASignalBeforeTheWakeSignalFindsItUnplugged)
 {
     launchPluggedIn(15);
     beginSleep();
@@ -276,7 +276,7 @@ TEST_F(AppModelSleepTest, KeepsQuietWhenASignalBeforeThatOfTheWakeFindsItUnplugg
     expectThatLowIsKnown();
 }
 
-TEST_F(AppModelSleepTest, KeepsQuietWhenTheTimerFindsItUnpluggedBeforeTheSignalOfTheWake)
+TEST_F(AppModelSleepTest, KeepsQuietWhenTheTimerFindsItUnpluggedBeforeTheWakeSignal)
 {
     launchPluggedIn(15);
     machine.advance(59s);
@@ -290,7 +290,7 @@ TEST_F(AppModelSleepTest, KeepsQuietWhenTheTimerFindsItUnpluggedBeforeTheSignalO
     expectThatLowIsKnown();
 }
 
-TEST_F(AppModelSleepTest, RecordsOnlyChangesUntilItsOwnLook)
+TEST_F(AppModelSleepTest, RecordsOnlyChangesUntilTheWakeRefresh)
 {
     launchPluggedIn(15);
     beginSleep();
@@ -305,8 +305,8 @@ TEST_F(AppModelSleepTest, RecordsOnlyChangesUntilItsOwnLook)
     EXPECT_THAT(model().history.samples, SizeIs(samples + 1));
 }
 
-// A gauge may say in steps how much the sleep has taken.
-TEST_F(AppModelSleepTest, KeepsQuietAboutAChargeThatSettlesUntilItsOwnLook)
+// A gauge may take several readings to show how much charge the sleep has cost.
+TEST_F(AppModelSleepTest, KeepsQuietAboutAFallingChargeUntilTheWakeRefresh)
 {
     launchUnplugged(25);
     beginSleep();
@@ -319,7 +319,7 @@ TEST_F(AppModelSleepTest, KeepsQuietAboutAChargeThatSettlesUntilItsOwnLook)
     expectThatLowIsKnown();
 }
 
-TEST_F(AppModelSleepTest, RemindsOfWhatTheChargeFallsToAfterItsOwnLook)
+TEST_F(AppModelSleepTest, RemindsOfALowChargeAfterTheWakeRefresh)
 {
     launchUnplugged(25);
     beginSleep();
@@ -331,9 +331,9 @@ TEST_F(AppModelSleepTest, RemindsOfWhatTheChargeFallsToAfterItsOwnLook)
     EXPECT_THAT(posted(), ElementsAre("low"));
 }
 
-// A wake whose reading cannot be believed
+// Rejected readings at the wake
 
-TEST_F(AppModelSleepTest, UsesTheFirstBelievedReadingAsTheWakesBaseline)
+TEST_F(AppModelSleepTest, ComparesThePlugWithTheFirstAcceptedReading)
 {
     launchPluggedIn(15);
     beginSleep();
@@ -347,7 +347,7 @@ TEST_F(AppModelSleepTest, UsesTheFirstBelievedReadingAsTheWakesBaseline)
     expectThatLowIsKnown();
 }
 
-TEST_F(AppModelSleepTest, IgnoresThePlugOfADoubtfulReading)
+TEST_F(AppModelSleepTest, IgnoresThePlugOfARejectedReading)
 {
     launchPluggedIn(15);
     beginSleep();
@@ -361,7 +361,7 @@ TEST_F(AppModelSleepTest, IgnoresThePlugOfADoubtfulReading)
     expectThatLowIsKnown();
 }
 
-TEST_F(AppModelSleepTest, RemindsOfAPlugChangeAfterTheFirstReadingThatItBelieves)
+TEST_F(AppModelSleepTest, RemindsOfAPlugChangeAfterTheFirstAcceptedReading)
 {
     launchPluggedIn(15);
     beginSleep();
@@ -376,7 +376,7 @@ TEST_F(AppModelSleepTest, RemindsOfAPlugChangeAfterTheFirstReadingThatItBelieves
     EXPECT_THAT(posted(), ElementsAre("low"));
 }
 
-TEST_F(AppModelSleepTest, RemindsOfAPlugChangeWhileTheBatteryWasInDoubt)
+TEST_F(AppModelSleepTest, RemindsOfAPlugChangeWhileReadingsWereRejected)
 {
     launchPluggedIn(15);
     beginSleep();
@@ -390,7 +390,7 @@ TEST_F(AppModelSleepTest, RemindsOfAPlugChangeWhileTheBatteryWasInDoubt)
     EXPECT_THAT(posted(), ElementsAre("low"));
 }
 
-TEST_F(AppModelSleepTest, RemindsAgainAfterTheLookThatReplacedItsOwn)
+TEST_F(AppModelSleepTest, RemindsAgainAfterThePostponedWakeRefresh)
 {
     launchUnplugged(25);
     beginSleep();
@@ -404,7 +404,7 @@ TEST_F(AppModelSleepTest, RemindsAgainAfterTheLookThatReplacedItsOwn)
     EXPECT_THAT(posted(), ElementsAre("low"));
 }
 
-// A machine that was without a battery says nothing about the plug.
+// Without a battery the machine does not report whether it is plugged in.
 TEST_F(AppModelSleepTest, DoesNotTakeANewBatteryForAPlugChange)
 {
     machine.removeBattery();
@@ -438,7 +438,7 @@ TEST_F(AppModelSleepTest, DoesNotTakeALostBatteryForAPlugChange)
     EXPECT_THAT(posted(), IsEmpty());
 }
 
-TEST_F(AppModelSleepTest, KeepsQuietUntilItsOwnLookThoughAnEarlierOneWasInDoubt)
+TEST_F(AppModelSleepTest, KeepsQuietUntilTheWakeRefreshAfterARejectedReading)
 {
     launchUnplugged(25);
     beginSleep();
@@ -452,7 +452,7 @@ TEST_F(AppModelSleepTest, KeepsQuietUntilItsOwnLookThoughAnEarlierOneWasInDoubt)
     expectThatLowIsKnown();
 }
 
-TEST_F(AppModelSleepTest, RemindsOfAllAfterAPlugChangeThoughItsOwnLookIsInDoubt)
+TEST_F(AppModelSleepTest, RemindsAfterAPlugChangeEvenIfTheWakeRefreshIsRejected)
 {
     launchPluggedIn(75);
     beginSleep();
@@ -468,9 +468,9 @@ TEST_F(AppModelSleepTest, RemindsOfAllAfterAPlugChangeThoughItsOwnLookIsInDoubt)
     EXPECT_THAT(posted(), ElementsAre("chargeLimit"));
 }
 
-// Sleeps that do not go as they should
+// Missing signals and failed sleeps
 
-TEST_F(AppModelSleepTest, DoubtsABatteryThatIsGoneAfterAWakeWhoseSleepWasNotAnnounced)
+TEST_F(AppModelSleepTest, RejectsAMissingBatteryAfterAnUnannouncedSleep)
 {
     launchUnplugged(25);
     machine.workspace.didWake();
@@ -508,7 +508,7 @@ TEST_F(AppModelSleepTest, KeepsQuietAboutWhatItFindsAtTheEndOfThatHalfMinute)
     EXPECT_THAT(posted(), ElementsAre("low"));
 }
 
-TEST_F(AppModelSleepTest, RemindsOfWhatComesAfterThatHalfMinute)
+TEST_F(AppModelSleepTest, RemindsOfChangesAfterThatHalfMinute)
 {
     launchPluggedIn(15);
     machine.workspace.willSleep();
@@ -531,7 +531,7 @@ TEST_F(AppModelSleepTest, RemindsAfterASleepThatFailed)
     EXPECT_THAT(posted(), ElementsAre("low"));
 }
 
-TEST_F(AppModelSleepTest, LooksThreeSecondsAfterTheLastOfTwoWakes)
+TEST_F(AppModelSleepTest, RefreshesThreeSecondsAfterTheLastOfTwoWakes)
 {
     launchPluggedIn(15);
     beginSleep();

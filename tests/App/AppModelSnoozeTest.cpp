@@ -24,7 +24,7 @@ TEST_F(AppModelSnoozeTest, SnoozesForAnHour)
     EXPECT_EQ(model->historyVersion.get(), version);
 }
 
-TEST_F(AppModelSnoozeTest, SnoozesWhenTheNotificationAsksForIt)
+TEST_F(AppModelSnoozeTest, SnoozesOnTheNotificationAction)
 {
     const auto model = launch();
     machine.charge(20);
@@ -36,7 +36,7 @@ TEST_F(AppModelSnoozeTest, SnoozesWhenTheNotificationAsksForIt)
     EXPECT_EQ(model->snoozeUntil.get(), start + 1h);
 }
 
-TEST_F(AppModelSnoozeTest, StaysSilentUntilTheSnoozeHasRunOut)
+TEST_F(AppModelSnoozeTest, StaysSilentUntilTheSnoozeExpires)
 {
     machine.defaults.set("snoozeUntil", (start + 10min).secondsSince1970);
     const auto model = launch();
@@ -53,7 +53,7 @@ TEST_F(AppModelSnoozeTest, StaysSilentUntilTheSnoozeHasRunOut)
     EXPECT_EQ(machine.defaults.doubleForKey("snoozeUntil"), (start + 10min).secondsSince1970);
 }
 
-TEST_F(AppModelSnoozeTest, DeliversAtTheVeryMomentOfTheDeadline)
+TEST_F(AppModelSnoozeTest, DeliversAtExactlyTheDeadline)
 {
     const auto model = launch();
     model->snooze();
@@ -65,7 +65,7 @@ TEST_F(AppModelSnoozeTest, DeliversAtTheVeryMomentOfTheDeadline)
     EXPECT_EQ(model->snoozeUntil.get(), std::nullopt);
 }
 
-TEST_F(AppModelSnoozeTest, MindsQuietHoursOnceTheSnoozeHasRunOut)
+TEST_F(AppModelSnoozeTest, RespectsQuietHoursWhenTheSnoozeExpires)
 {
     beQuiet(0, 660);
     const auto model = launch();

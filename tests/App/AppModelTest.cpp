@@ -13,9 +13,9 @@ using namespace std::chrono_literals;
 
 using AppModelTest = AppModelFixture;
 
-// How it begins
+// Construction and start
 
-TEST_F(AppModelTest, BeginsBlank)
+TEST_F(AppModelTest, StartsWithEmptyFields)
 {
     const auto model = makeModel();
 
@@ -26,14 +26,14 @@ TEST_F(AppModelTest, BeginsBlank)
     EXPECT_EQ(model->engine.chargeSent, 0);
 }
 
-TEST_F(AppModelTest, LoadsTheHistoryAsItIsMade)
+TEST_F(AppModelTest, LoadsTheHistoryWhenConstructed)
 {
     writeHistory({plugged(start - 1h)});
 
     EXPECT_THAT(makeModel()->history.samples, ElementsAre(plugged(start - 1h)));
 }
 
-TEST_F(AppModelTest, ReadsAStoredSnoozeAsItIsMade)
+TEST_F(AppModelTest, ReadsAStoredSnoozeWhenConstructed)
 {
     machine.defaults.set("snoozeUntil", (start + 10min).secondsSince1970);
     EXPECT_EQ(makeModel()->snoozeUntil.get(), start + 10min);
@@ -42,7 +42,7 @@ TEST_F(AppModelTest, ReadsAStoredSnoozeAsItIsMade)
     EXPECT_EQ(makeModel()->snoozeUntil.get(), std::nullopt);
 }
 
-TEST_F(AppModelTest, WaitsForItsStart)
+TEST_F(AppModelTest, DoesNothingBeforeStart)
 {
     const auto model = makeModel();
 
@@ -56,9 +56,9 @@ TEST_F(AppModelTest, WaitsForItsStart)
     EXPECT_EQ(machine.files.replacements, 0);
 }
 
-// What refreshes it
+// What triggers a refresh
 
-TEST_F(AppModelTest, RefreshesOnceAtItsStart)
+TEST_F(AppModelTest, RefreshesOnceAtStart)
 {
     const auto model = launch();
 
@@ -67,7 +67,7 @@ TEST_F(AppModelTest, RefreshesOnceAtItsStart)
     EXPECT_THAT(model->history.samples, SizeIs(1));
 }
 
-TEST_F(AppModelTest, BecomesTheNotificationDelegateAtItsStart)
+TEST_F(AppModelTest, BecomesTheNotificationDelegateAtStart)
 {
     const auto model = launch();
 
@@ -87,7 +87,7 @@ TEST_F(AppModelTest, RefreshesAtEachChangeOfThePowerSources)
     EXPECT_EQ(model->state.get().percent, 49);
 }
 
-TEST_F(AppModelTest, RecordsNothingAtASignalOfThePowerSourcesWithoutAChange)
+TEST_F(AppModelTest, RecordsNothingOnASignalWithoutAChange)
 {
     const auto model = launch();
     machine.advance(10s);
@@ -98,7 +98,7 @@ TEST_F(AppModelTest, RecordsNothingAtASignalOfThePowerSourcesWithoutAChange)
     EXPECT_THAT(model->history.samples, SizeIs(1));
 }
 
-TEST_F(AppModelTest, RemindsOfWhatASignalOfThePowerSourcesFinds)
+TEST_F(AppModelTest, PostsRemindersThatBecomeDueOnASignal)
 {
     const auto model = launch();
 
@@ -161,7 +161,7 @@ TEST_F(AppModelTest, RefreshesThreeSecondsAfterTheMachineWakes)
 
 // What a refresh does
 
-TEST_F(AppModelTest, TakesTheTimeOnceAfterTheReading)
+TEST_F(AppModelTest, ReadsTheClockOnceAfterTheBattery)
 {
     // A service that takes five seconds to answer.
     class SlowSources : public FakePowerSources {
@@ -188,7 +188,7 @@ TEST_F(AppModelTest, TakesTheTimeOnceAfterTheReading)
     EXPECT_THAT(model->history.samples, ElementsAre(plugged(start + 5s)));
 }
 
-TEST_F(AppModelTest, AnnouncesItsStateOnlyWhenTheReadingChanged)
+TEST_F(AppModelTest, AnnouncesTheStateOnlyWhenTheReadingChanges)
 {
     const auto model = launch();
     int announced = 0;
@@ -202,7 +202,7 @@ TEST_F(AppModelTest, AnnouncesItsStateOnlyWhenTheReadingChanged)
     EXPECT_EQ(announced, 1);
 }
 
-TEST_F(AppModelTest, AnnouncesItsStateBeforeItIsStored)
+TEST_F(AppModelTest, AnnouncesTheStateBeforeStoringIt)
 {
     const auto model = launch();
     std::int64_t read = 0;
@@ -228,7 +228,7 @@ TEST_F(AppModelTest, BumpsTheHistoryVersionAtEachRefresh)
     EXPECT_EQ(announced, 4);
 }
 
-TEST_F(AppModelTest, ForcesASampleUnlessTheRefreshIsAChange)
+TEST_F(AppModelTest, ForcesASampleExceptOnAChange)
 {
     const std::vector<std::pair<Reason, bool>> forced{{Reason::launch, true},
                                                       {Reason::change, false},
@@ -245,7 +245,7 @@ TEST_F(AppModelTest, ForcesASampleUnlessTheRefreshIsAChange)
     }
 }
 
-TEST_F(AppModelTest, TakesFreshSettingsAtEachRefresh)
+TEST_F(AppModelTest, ReadsTheSettingsAtEachRefresh)
 {
     const auto model = launch();
     machine.plugIn();
@@ -259,7 +259,7 @@ TEST_F(AppModelTest, TakesFreshSettingsAtEachRefresh)
     EXPECT_THAT(posted(), ElementsAre("chargeLimit"));
 }
 
-TEST_F(AppModelTest, ForgetsTheHistoryWhenItIsReset)
+TEST_F(AppModelTest, DeletesTheHistoryOnReset)
 {
     const auto model = launch();
     machine.plugIn();

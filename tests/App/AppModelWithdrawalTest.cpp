@@ -19,7 +19,7 @@ protected:
     const auto& shown() const { return machine.notifications.shown; }
 };
 
-TEST_F(AppModelWithdrawalTest, TakesLowBatteryBackWhenPluggedIn)
+TEST_F(AppModelWithdrawalTest, WithdrawsLowBatteryWhenPluggedIn)
 {
     machine.charge(20);
     EXPECT_THAT(shown(), ElementsAre(Key("low")));
@@ -29,7 +29,7 @@ TEST_F(AppModelWithdrawalTest, TakesLowBatteryBackWhenPluggedIn)
     EXPECT_THAT(shown(), IsEmpty());
 }
 
-TEST_F(AppModelWithdrawalTest, KeepsTooLongAtARestartThatForgetsSinceWhen)
+TEST_F(AppModelWithdrawalTest, KeepsTooLongAfterARestartThatLosesTheSpell)
 {
     machine.plugIn();
     machine.charge(80);
@@ -44,7 +44,7 @@ TEST_F(AppModelWithdrawalTest, KeepsTooLongAtARestartThatForgetsSinceWhen)
     EXPECT_THAT(shown(), IsEmpty());
 }
 
-TEST_F(AppModelWithdrawalTest, TakesBothRemindersOfPowerBackWhenUnplugged)
+TEST_F(AppModelWithdrawalTest, WithdrawsChargeLimitAndTooLongWhenUnplugged)
 {
     machine.plugIn();
     machine.charge(80);
@@ -56,7 +56,7 @@ TEST_F(AppModelWithdrawalTest, TakesBothRemindersOfPowerBackWhenUnplugged)
     EXPECT_THAT(shown(), IsEmpty());
 }
 
-TEST_F(AppModelWithdrawalTest, LeavesTheChargeLimitWhileItHolds)
+TEST_F(AppModelWithdrawalTest, KeepsTheChargeLimitWhileItIsTrue)
 {
     machine.plugIn();
     machine.charge(80);
@@ -67,7 +67,7 @@ TEST_F(AppModelWithdrawalTest, LeavesTheChargeLimitWhileItHolds)
     EXPECT_THAT(shown(), ElementsAre(Key("chargeLimit")));
 }
 
-TEST_F(AppModelWithdrawalTest, LeavesItWhileQuietHoursHold)
+TEST_F(AppModelWithdrawalTest, KeepsAReminderDuringQuietHours)
 {
     machine.charge(20);
     beQuiet(0, 1439);
@@ -77,7 +77,7 @@ TEST_F(AppModelWithdrawalTest, LeavesItWhileQuietHoursHold)
     EXPECT_THAT(shown(), ElementsAre(Key("low")));
 }
 
-TEST_F(AppModelWithdrawalTest, TakesItBackWhenTheReminderIsSwitchedOff)
+TEST_F(AppModelWithdrawalTest, WithdrawsAReminderThatIsTurnedOff)
 {
     machine.charge(20);
     machine.defaults.set("lowEnabled", false);
@@ -87,7 +87,7 @@ TEST_F(AppModelWithdrawalTest, TakesItBackWhenTheReminderIsSwitchedOff)
     EXPECT_THAT(shown(), IsEmpty());
 }
 
-TEST_F(AppModelWithdrawalTest, TakesItBackWhenTheBatteryIsPulled)
+TEST_F(AppModelWithdrawalTest, WithdrawsAReminderWhenTheBatteryIsPulled)
 {
     machine.charge(20);
 
@@ -96,7 +96,7 @@ TEST_F(AppModelWithdrawalTest, TakesItBackWhenTheBatteryIsPulled)
     EXPECT_THAT(shown(), IsEmpty());
 }
 
-TEST_F(AppModelWithdrawalTest, TakesItBackWhenTheMachineWakesPluggedIn)
+TEST_F(AppModelWithdrawalTest, WithdrawsLowBatteryWhenItWakesPluggedIn)
 {
     machine.charge(20);
     machine.sleep();
@@ -108,7 +108,7 @@ TEST_F(AppModelWithdrawalTest, TakesItBackWhenTheMachineWakesPluggedIn)
     EXPECT_THAT(shown(), IsEmpty());
 }
 
-TEST_F(AppModelWithdrawalTest, NeverTakesTheHealthBack)
+TEST_F(AppModelWithdrawalTest, NeverWithdrawsHealth)
 {
     machine.wear(75);
     machine.plugIn();

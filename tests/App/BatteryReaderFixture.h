@@ -1,4 +1,4 @@
-// A reader of one power source and one registry entry, each described by the test.
+// A reader of one power source and one registry entry, both set by the test.
 #pragma once
 
 #include <gtest/gtest.h>

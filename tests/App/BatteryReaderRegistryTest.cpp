@@ -45,7 +45,7 @@ TEST_F(BatteryReaderRegistryTest, NeverReadsTheRegistryWithoutABattery)
     EXPECT_EQ(registry.reads, 0);
 }
 
-TEST_F(BatteryReaderRegistryTest, DoesWithoutARegistry)
+TEST_F(BatteryReaderRegistryTest, LeavesRegistryFieldsAbsentWithoutARegistry)
 {
     const auto bare = read({battery()});
 
@@ -53,7 +53,7 @@ TEST_F(BatteryReaderRegistryTest, DoesWithoutARegistry)
     EXPECT_EQ(readEntry({}), bare);
 }
 
-TEST_F(BatteryReaderRegistryTest, DropsRegistryValuesOfAnotherKind)
+TEST_F(BatteryReaderRegistryTest, DropsValuesOfAnotherType)
 {
     const auto bare = read({battery()});
     for (const auto& value : {text("120"), Value(true), Value(notANumber), Value(infinity),
@@ -77,7 +77,7 @@ TEST_F(BatteryReaderRegistryTest, KeepsACycleCountOfZeroAndDropsANegativeOne)
     EXPECT_EQ(readEntry("CycleCount", whole(-1)).cycleCount, std::nullopt);
 }
 
-TEST_F(BatteryReaderRegistryTest, NeedsADesignCapacityAboveZero)
+TEST_F(BatteryReaderRegistryTest, DropsADesignCapacityBelowOne)
 {
     EXPECT_EQ(readEntry("DesignCapacity", whole(1)).designCapacity, 1);
     for (const auto design : {std::int64_t{0}, std::int64_t{-5000}}) {
@@ -100,7 +100,7 @@ TEST_F(BatteryReaderRegistryTest, TakesTheFirstPlausibleFullCapacity)
     EXPECT_EQ(fullCapacity(std::nullopt, std::nullopt, std::nullopt), std::nullopt);
 }
 
-TEST_F(BatteryReaderRegistryTest, TakesAFullCapacityAtTheEdgesOfTheWindow)
+TEST_F(BatteryReaderRegistryTest, AcceptsAFullCapacityAtTheEdgesOfTheRange)
 {
     for (const auto edge : {1500, 6500}) EXPECT_EQ(fullCapacity(whole(edge), {}, {}), edge);
     for (const auto beyond : {1499, 6501}) {
@@ -125,7 +125,7 @@ TEST_F(BatteryReaderRegistryTest, KeepsAVoltageAboveZero)
     EXPECT_EQ(readEntry("Voltage", whole(-12000)).voltage, std::nullopt);
 }
 
-TEST_F(BatteryReaderRegistryTest, FallsBackOnTheInstantCurrent)
+TEST_F(BatteryReaderRegistryTest, FallsBackToTheInstantCurrent)
 {
     const auto current = [this](Value average) {
         return readEntry({{"Amperage", std::move(average)}, {"InstantAmperage", whole(-900)}})
@@ -139,7 +139,7 @@ TEST_F(BatteryReaderRegistryTest, FallsBackOnTheInstantCurrent)
     EXPECT_EQ(readEntry({}).amperage, std::nullopt);
 }
 
-TEST_F(BatteryReaderRegistryTest, NeedsAnAdapterOfAtLeastAWatt)
+TEST_F(BatteryReaderRegistryTest, DropsAnAdapterBelowOneWatt)
 {
     const auto watts = [this](PropertyDictionary details) {
         return readEntry("AdapterDetails", std::move(details)).adapterWatts;

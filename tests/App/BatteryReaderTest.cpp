@@ -50,7 +50,7 @@ TEST_F(BatteryReaderTest, TakesTheFirstInternalBattery)
               "first");
 }
 
-TEST_F(BatteryReaderTest, SkipsASourceThatFailsATest)
+TEST_F(BatteryReaderTest, SkipsAnUnusableSource)
 {
     const std::vector<PropertyDictionary> unusable{
         {},
@@ -76,7 +76,7 @@ TEST_F(BatteryReaderTest, SkipsASourceThatFailsATest)
     }
 }
 
-TEST_F(BatteryReaderTest, CountsABatteryAsPresentUnlessToldOtherwise)
+TEST_F(BatteryReaderTest, AssumesThatABatteryIsPresent)
 {
     EXPECT_TRUE(read({battery("Is Present", true)}).hasBattery);
     EXPECT_TRUE(read({battery("Is Present", whole(0))}).hasBattery);
@@ -137,7 +137,7 @@ TEST_F(BatteryReaderTest, KeepsATimeOfZeroAndDropsANegativeOne)
     EXPECT_EQ(read({battery()}).minutesToFull, std::nullopt);
 }
 
-TEST_F(BatteryReaderTest, DropsATimeThatIsNoWholeNumber)
+TEST_F(BatteryReaderTest, DropsAnInvalidTime)
 {
     for (const auto& value : {text("60"), Value(true), Value(notANumber), Value(1e300)}) {
         EXPECT_EQ(read({battery("Time to Empty", value)}).minutesToEmpty, std::nullopt);
@@ -146,13 +146,13 @@ TEST_F(BatteryReaderTest, DropsATimeThatIsNoWholeNumber)
     EXPECT_EQ(read({battery("Time to Empty", 59.9)}).minutesToEmpty, 59);
 }
 
-TEST_F(BatteryReaderTest, DropsANameThatIsNoString)
+TEST_F(BatteryReaderTest, DropsANameThatIsNotAString)
 {
     EXPECT_EQ(read({battery("Name", whole(0))}).sourceName, std::nullopt);
     EXPECT_EQ(read({battery("Name", text(""))}).sourceName, "");
 }
 
-TEST_F(BatteryReaderTest, StartsEachReadingFromNothing)
+TEST_F(BatteryReaderTest, CarriesNothingOverBetweenReadings)
 {
     readEntry({{"CycleCount", whole(120)}});
     registry.entry.reset();
@@ -161,7 +161,7 @@ TEST_F(BatteryReaderTest, StartsEachReadingFromNothing)
     EXPECT_EQ(read({}), BatteryState{});
 }
 
-TEST_F(BatteryReaderTest, TellsOfEachChange)
+TEST_F(BatteryReaderTest, SignalsEachChange)
 {
     int changes = 0;
     reader.startObserving([&] { ++changes; });
@@ -174,16 +174,16 @@ TEST_F(BatteryReaderTest, TellsOfEachChange)
 
 TEST_F(BatteryReaderTest, KeepsItsFirstObserver)
 {
-    std::string told;
-    reader.startObserving([&] { told += "first "; });
-    reader.startObserving([&] { told += "second "; });
+    std::string calls;
+    reader.startObserving([&] { calls += "first "; });
+    reader.startObserving([&] { calls += "second "; });
 
     sources.change();
 
-    EXPECT_EQ(told, "first ");
+    EXPECT_EQ(calls, "first ");
 }
 
-TEST_F(BatteryReaderTest, ObservesOnALaterCallWhenTheFirstOneFailed)
+TEST_F(BatteryReaderTest, ObservesOnALaterCallIfTheFirstFailed)
 {
     int changes = 0;
     sources.watchable = false;

@@ -47,7 +47,7 @@ BatteryState holding(std::optional<std::int64_t> full, std::optional<std::int64_
     return state;
 }
 
-TEST(BatteryStateTest, BeginsWithoutABattery)
+TEST(BatteryStateTest, StartsWithoutABattery)
 {
     const BatteryState state;
 
@@ -58,7 +58,7 @@ TEST(BatteryStateTest, BeginsWithoutABattery)
     EXPECT_FALSE(state.temperatureC || state.voltage || state.amperage || state.adapterWatts);
 }
 
-TEST(BatteryStateTest, WithoutABatterySaysSoAndNothingElse)
+TEST(BatteryStateTest, SaysOnlyThatNoBatteryWasFound)
 {
     const BatteryState state;
 
@@ -68,7 +68,7 @@ TEST(BatteryStateTest, WithoutABatterySaysSoAndNothingElse)
     EXPECT_THAT(state.symbolNames(), ElementsAre("battery.0"));
 }
 
-TEST(BatteryStateTest, WithoutABatteryIgnoresEveryOtherField)
+TEST(BatteryStateTest, IgnoresEveryOtherFieldWithoutABattery)
 {
     auto state = charged();
     state.isCharging = true;
@@ -80,7 +80,7 @@ TEST(BatteryStateTest, WithoutABatteryIgnoresEveryOtherField)
     EXPECT_THAT(state.symbolNames(), ElementsAre("battery.0"));
 }
 
-TEST(BatteryStateTest, BeingChargedWinsOverEveryOtherFlag)
+TEST(BatteryStateTest, GivesChargedPriorityOverOtherFlags)
 {
     for (const bool plugged : {true, false}) {
         for (const bool taking : {true, false}) {
@@ -97,7 +97,7 @@ TEST(BatteryStateTest, BeingChargedWinsOverEveryOtherFlag)
     }
 }
 
-TEST(BatteryStateTest, PluggedInWithoutChargingIsFullOnlyAtAHundredPercent)
+TEST(BatteryStateTest, IsFullWhenPluggedInWithoutChargingOnlyAt100Percent)
 {
     EXPECT_EQ(onPower(100).stateText(), "Fully charged");
     EXPECT_EQ(onPower(99).stateText(), "Plugged in, not charging");
@@ -118,7 +118,7 @@ TEST(BatteryStateTest, SaysHowLongTheBatteryLasts)
     EXPECT_EQ(lasting(61).stateText(), "On battery, 1 h 1 min left");
 }
 
-TEST(BatteryStateTest, ChargesAlsoWithoutTheAdapter)
+TEST(BatteryStateTest, ChargesEvenWithoutAnAdapter)
 {
     auto state = chargingFor(30);
     state.pluggedIn = false;
@@ -129,7 +129,7 @@ TEST(BatteryStateTest, ChargesAlsoWithoutTheAdapter)
     EXPECT_THAT(state.symbolNames(), ElementsAre("battery.100.bolt", "bolt.fill"));
 }
 
-TEST(BatteryStateTest, ChargingNeverFallsBackOnTheTimeToEmpty)
+TEST(BatteryStateTest, NeverShowsTheTimeToEmptyWhileCharging)
 {
     for (const bool plugged : {true, false}) {
         auto state = chargingFor(std::nullopt);
@@ -141,7 +141,7 @@ TEST(BatteryStateTest, ChargingNeverFallsBackOnTheTimeToEmpty)
     }
 }
 
-TEST(BatteryStateTest, RunningOnTheBatteryNeverFallsBackOnTheTimeToFull)
+TEST(BatteryStateTest, NeverShowsTheTimeToFullOnBattery)
 {
     auto state = lasting(std::nullopt);
     state.minutesToFull = 90;
@@ -150,7 +150,7 @@ TEST(BatteryStateTest, RunningOnTheBatteryNeverFallsBackOnTheTimeToFull)
     EXPECT_EQ(state.stateText(), "On battery, estimating time left\u2026");
 }
 
-TEST(BatteryStateTest, PluggedInWithoutChargingHasNoShortTime)
+TEST(BatteryStateTest, HasNoShortTimeWhenPluggedInWithoutCharging)
 {
     auto state = onPower(80);
     state.minutesToEmpty = 90;
@@ -193,7 +193,7 @@ TEST(BatteryStateTest, LabelsTheHealth)
     for (const auto& [full, label] : labels) EXPECT_EQ(holding(full, 1000).healthLabel(), label);
 }
 
-TEST(BatteryStateTest, LabelsNoHealthWithoutBothCapacities)
+TEST(BatteryStateTest, HasNoHealthWithoutBothCapacities)
 {
     EXPECT_EQ(holding(900, std::nullopt).healthLabel(), std::nullopt);
     EXPECT_EQ(holding(std::nullopt, 1000).healthLabel(), std::nullopt);
@@ -233,7 +233,7 @@ TEST(BatteryStateTest, DrawsTheLevelOnBattery)
     }
 }
 
-TEST(BatteryStateTest, EqualsOnlyWhatAgreesInEveryField)
+TEST(BatteryStateTest, IsEqualOnlyIfEveryFieldIs)
 {
     const std::vector<std::function<void(BatteryState&)>> changes{
         [](auto& s) { s.hasBattery = true; },  [](auto& s) { s.percent = 1; },

@@ -19,14 +19,14 @@ TEST(DateTest, CountsInSeconds)
     EXPECT_EQ(Date{0} - date, Seconds(-1000.5));
 }
 
-TEST(DateTest, KnowsWhatIsEarlier)
+TEST(DateTest, OrdersInstants)
 {
     EXPECT_LT(Date{1}, Date{1.001});
     EXPECT_GE(Date{1}, Date{1});
     EXPECT_LT(distantPast, Date{-1e10});
 }
 
-TEST(DateTest, IsInNoOrderWithWhatIsNoInstant)
+TEST(DateTest, IsUnorderedWithNaN)
 {
     const Date odd{std::numeric_limits<double>::quiet_NaN()};
 

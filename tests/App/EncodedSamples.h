@@ -1,4 +1,4 @@
-// The text of the samples, all pieces of it in one.
+// Encodes samples into one string.
 #pragma once
 
 #include <string>

@@ -8,12 +8,12 @@
 namespace vorlane {
 namespace {
 
-TEST(FatalErrorDeathTest, SaysWhyAndAborts)
+TEST(FatalErrorDeathTest, PrintsTheTextAndAborts)
 {
     EXPECT_EXIT(fatalError("The reason"), testing::KilledBySignal(SIGABRT), "^The reason\n$");
 }
 
-TEST(FatalErrorDeathTest, TakesATextThatIsNoCString)
+TEST(FatalErrorDeathTest, PrintsTextThatIsNotNullTerminated)
 {
     const std::string text = "The reason and more";
     EXPECT_EXIT(fatalError(std::string_view(text).substr(0, 10)), testing::KilledBySignal(SIGABRT),

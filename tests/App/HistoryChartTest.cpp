@@ -20,7 +20,7 @@ class HistoryChartTest : public AppModelFixture {
 protected:
     static constexpr Seconds wholeDay{86400};
 
-    // Samples that many seconds after the left edge of a one-day chart.
+    // Samples at these seconds after the left edge of a one-day chart.
     void record(const std::vector<double>& seconds)
     {
         model->history.samples.clear();
@@ -112,7 +112,7 @@ TEST_F(HistoryChartTest, SpansItsDaysUpToNow)
     EXPECT_EQ(week.until, start);
 }
 
-TEST_F(HistoryChartTest, KnowsItsSpanBesideTheNoticeToo)
+TEST_F(HistoryChartTest, SetsItsSpanEvenWithTheNotice)
 {
     const auto content = chart().content(start);
 
@@ -120,7 +120,7 @@ TEST_F(HistoryChartTest, KnowsItsSpanBesideTheNoticeToo)
     EXPECT_EQ(content.until, start);
 }
 
-TEST_F(HistoryChartTest, CountsPointsFromTheSpansFirstSample)
+TEST_F(HistoryChartTest, NumbersPointsFromTheFirstSampleInTheSpan)
 {
     record({-120, -60, 0, 60});
 
@@ -128,7 +128,7 @@ TEST_F(HistoryChartTest, CountsPointsFromTheSpansFirstSample)
     EXPECT_EQ(chart().points(edge).front().date, edge);
 }
 
-TEST_F(HistoryChartTest, HasAScaleOfPercentWithThreeMarks)
+TEST_F(HistoryChartTest, HasAPercentScaleWithThreeMarks)
 {
     record({0, 300});
 
@@ -150,7 +150,7 @@ TEST_F(HistoryChartTest, BreaksTheLineWhereSamplesAreMissing)
     EXPECT_THAT(segments(), ElementsAre(0, 0, 1));
 }
 
-TEST_F(HistoryChartTest, CountsTheSegmentsOn)
+TEST_F(HistoryChartTest, NumbersTheSegments)
 {
     record({0, 1000, 1060, 3000, 5000});
 
@@ -178,9 +178,9 @@ TEST_F(HistoryChartTest, AllowsThinnedSamplesALongerGap)
     EXPECT_EQ(segments().back(), 1);
 }
 
-TEST_F(HistoryChartTest, MeasuresTheGapBetweenTheSamplesThatItTakes)
+TEST_F(HistoryChartTest, MeasuresTheGapBetweenPlottedSamples)
 {
-    // Every second one is plotted: 598 and 600, with 599 at 1000 s between them.
+    // Every other sample is plotted: 598 and 600, but not 599 at 1000 s between them.
     std::vector<double> seconds(599);
     std::iota(seconds.begin(), seconds.end(), 0.0);
     seconds.push_back(598 + 1000);
@@ -206,7 +206,7 @@ TEST_F(HistoryChartTest, PlotsEachOf599Samples)
     EXPECT_THAT(ids(), SizeIs(599));
 }
 
-TEST_F(HistoryChartTest, PlotsEverySecondOf600SamplesAndTheLast)
+TEST_F(HistoryChartTest, PlotsEveryOtherOf600SamplesAndTheLast)
 {
     recordEach(60s, 600);
     std::vector<std::int64_t> expected;
@@ -234,7 +234,7 @@ TEST_F(HistoryChartTest, PlotsAtMost600PointsOfAnyHistory)
     }
 }
 
-TEST_F(HistoryChartTest, ShowsNothingButTheNoticeOfNoDays)
+TEST_F(HistoryChartTest, ShowsOnlyTheNoticeForZeroDays)
 {
     record({0, 300});
 

@@ -15,7 +15,7 @@ using namespace std::chrono_literals;
 
 using HistoryStoreClockTest = HistoryStoreFixture;
 
-TEST_F(HistoryStoreClockTest, SetsAsideWhatIsLaterThanTheClock)
+TEST_F(HistoryStoreClockTest, SetsAsideSamplesLaterThanTheClock)
 {
     auto store = open();
     store.samples = {at(start, 1), at(start + 1h, 2), at(start + 1h + 1ms, 3), at(start + 2h, 4)};
@@ -25,7 +25,7 @@ TEST_F(HistoryStoreClockTest, SetsAsideWhatIsLaterThanTheClock)
     EXPECT_THAT(store.samples, ElementsAre(at(start, 1), at(start + 1h, 2)));
 }
 
-TEST_F(HistoryStoreClockTest, SetsAsideWhatIsOlderThanThirtyDays)
+TEST_F(HistoryStoreClockTest, SetsAsideSamplesOlderThanThirtyDays)
 {
     auto store = open();
     store.samples = {at(start - 1ms, 1), at(start, 2), at(start + 1h, 3)};
@@ -35,7 +35,7 @@ TEST_F(HistoryStoreClockTest, SetsAsideWhatIsOlderThanThirtyDays)
     EXPECT_THAT(store.samples, ElementsAre(at(start, 2), at(start + 1h, 3)));
 }
 
-TEST_F(HistoryStoreClockTest, SetsAsideWhatIsLaterThanAReading)
+TEST_F(HistoryStoreClockTest, SetsAsideSamplesLaterThanAReading)
 {
     auto store = open();
     store.record(onBattery(50), {.at = start + 1h});
@@ -47,7 +47,7 @@ TEST_F(HistoryStoreClockTest, SetsAsideWhatIsLaterThanAReading)
     EXPECT_THAT(store.samples, ElementsAre(at(start, 49), at(start + 1h, 50)));
 }
 
-TEST_F(HistoryStoreClockTest, TakesBackInItsPlaceWhatWasSetAside)
+TEST_F(HistoryStoreClockTest, RestoresSamplesInOrder)
 {
     auto store = open();
     store.samples = {at(start, 1), at(start + 2h, 3), at(start + 4h, 5)};
@@ -62,7 +62,7 @@ TEST_F(HistoryStoreClockTest, TakesBackInItsPlaceWhatWasSetAside)
                 ElementsAre(at(start, 1), at(start + 1h, 2), at(start + 2h, 3), at(start + 4h, 5)));
 }
 
-TEST_F(HistoryStoreClockTest, LeavesAsideWhatAClockThatWasAheadHadTaken)
+TEST_F(HistoryStoreClockTest, DoesNotRestoreSamplesOfAClockThatWasAhead)
 {
     auto store = open();
     store.samples = {at(start, 1), at(start + 3h, 9)};
@@ -74,7 +74,7 @@ TEST_F(HistoryStoreClockTest, LeavesAsideWhatAClockThatWasAheadHadTaken)
     EXPECT_THAT(store.samples, ElementsAre(at(start, 1), at(start + 4h, 2)));
 }
 
-TEST_F(HistoryStoreClockTest, ForgetsAfterADayInWhichTheClockIsSetAgain)
+TEST_F(HistoryStoreClockTest, DiscardsAfterADayEvenIfTheClockIsSetAgain)
 {
     auto store = open();
     store.samples = {at(start, 1), at(start + 48h, 9)};
@@ -87,7 +87,7 @@ TEST_F(HistoryStoreClockTest, ForgetsAfterADayInWhichTheClockIsSetAgain)
     EXPECT_THAT(store.samples, ElementsAre(at(start, 1), at(start + 25h, 2)));
 }
 
-TEST_F(HistoryStoreClockTest, CountsTheDayByAClockThatIsSet)
+TEST_F(HistoryStoreClockTest, MeasuresTheDayInElapsedTime)
 {
     auto store = open();
     store.samples = {at(start, 1), at(start + 48h, 9)};
@@ -100,7 +100,7 @@ TEST_F(HistoryStoreClockTest, CountsTheDayByAClockThatIsSet)
     EXPECT_THAT(store.samples, ElementsAre(at(start, 1), at(start + 30h, 2), at(start + 48h, 9)));
 }
 
-TEST_F(HistoryStoreClockTest, LeavesAFileAloneMostOfWhichLiesAhead)
+TEST_F(HistoryStoreClockTest, LeavesAFileThatMostlyLiesInTheFuture)
 {
     const std::vector all{at(start, 1), at(start + 1h, 2), at(start + 2h, 3)};
     auto store = openOn(encode(all), start - 48h);
@@ -115,7 +115,7 @@ TEST_F(HistoryStoreClockTest, LeavesAFileAloneMostOfWhichLiesAhead)
     EXPECT_THAT(saved(), IsSupersetOf(all));
 }
 
-TEST_F(HistoryStoreClockTest, WritesAFileThatLiesAheadOnceTheClockIsBelieved)
+TEST_F(HistoryStoreClockTest, OverwritesAFileInTheFutureAfterADay)
 {
     auto store = openOn(encode({at(start, 1), at(start + 1h, 2)}), start - 48h);
     store.record(onBattery(4), {.at = start - 48h});
@@ -125,7 +125,7 @@ TEST_F(HistoryStoreClockTest, WritesAFileThatLiesAheadOnceTheClockIsBelieved)
     EXPECT_THAT(saved(), ElementsAre(at(start - 48h, 4), at(start - 23h, 5)));
 }
 
-TEST_F(HistoryStoreClockTest, WritesAFileHalfOfWhichLiesAhead)
+TEST_F(HistoryStoreClockTest, OverwritesAFileThatHalfLiesInTheFuture)
 {
     auto store = openOn(encode({at(start, 1), at(start + 1h, 2)}));
 
@@ -134,7 +134,7 @@ TEST_F(HistoryStoreClockTest, WritesAFileHalfOfWhichLiesAhead)
     EXPECT_THAT(saved(), ElementsAre(at(start, 1), at(start + 30min, 4)));
 }
 
-TEST_F(HistoryStoreClockTest, ForgetsAfterADayWhatWasSetAside)
+TEST_F(HistoryStoreClockTest, DiscardsSamplesSetAsideAfterADay)
 {
     const auto afterLookingAt = [&](Date date) {
         auto store = open();
@@ -150,7 +150,7 @@ TEST_F(HistoryStoreClockTest, ForgetsAfterADayWhatWasSetAside)
     EXPECT_THAT(afterLookingAt(day + 1ms), ElementsAre(at(start, 1), at(day + 1ms, 2)));
 }
 
-TEST_F(HistoryStoreClockTest, KeepsNothingAsideLongerForReadingsInBetween)
+TEST_F(HistoryStoreClockTest, DoesNotExtendTheDayForReadingsInBetween)
 {
     auto store = open();
     store.samples = {at(start, 1), at(start + 48h, 9)};
@@ -165,7 +165,7 @@ TEST_F(HistoryStoreClockTest, KeepsNothingAsideLongerForReadingsInBetween)
                                            at(start + 25h, 4)));
 }
 
-TEST_F(HistoryStoreClockTest, ForgetsWhatWasSetAsideWhenItIsCleared)
+TEST_F(HistoryStoreClockTest, DiscardsSamplesSetAsideWhenCleared)
 {
     auto store = open();
     store.samples = {at(start, 1), at(start + 2h, 2)};
@@ -177,7 +177,7 @@ TEST_F(HistoryStoreClockTest, ForgetsWhatWasSetAsideWhenItIsCleared)
     EXPECT_THAT(store.samples, IsEmpty());
 }
 
-TEST_F(HistoryStoreClockTest, SavesNoSoonerAndNoLaterThanByAClockThatWasNotSet)
+TEST_F(HistoryStoreClockTest, SavesAfterFiveElapsedMinutesWhenTheClockIsSet)
 {
     for (const Seconds set : {Seconds{1h}, Seconds{-1h}}) {
         files.contents.clear();

@@ -20,7 +20,7 @@ const std::string malformed = "[{\"t\":1767603600,\"p\":50,\"c\":true}]";
 
 // Loading
 
-TEST_F(HistoryStoreFileTest, BeginsEmptyWithoutAFile)
+TEST_F(HistoryStoreFileTest, StartsEmptyWithoutAFile)
 {
     const auto store = open();
 
@@ -28,7 +28,7 @@ TEST_F(HistoryStoreFileTest, BeginsEmptyWithoutAFile)
     EXPECT_EQ(store.lastSave, distantPast);
 }
 
-TEST_F(HistoryStoreFileTest, MakesItsFolderAndNothingElse)
+TEST_F(HistoryStoreFileTest, CreatesItsFolderAndNothingElse)
 {
     (void)open();
 
@@ -77,7 +77,7 @@ TEST_F(HistoryStoreFileTest, SortsTheFileByTime)
                             at(start + 2s, 1), at(start + 2s, 6)));
 }
 
-TEST_F(HistoryStoreFileTest, DropsWhatIsTooOldWhenItLoads)
+TEST_F(HistoryStoreFileTest, DropsOldSamplesWhenItLoads)
 {
     const std::string content =
         R"([{"t":1767603599,"p":1,"c":false,"a":false},{"t":1767603600,"p":2,"c":false,"a":false}])";
@@ -86,7 +86,7 @@ TEST_F(HistoryStoreFileTest, DropsWhatIsTooOldWhenItLoads)
     EXPECT_THAT(openOn(content, start + 31 * 24h).samples, IsEmpty());
 }
 
-TEST_F(HistoryStoreFileTest, ReadsOneBadElementAsAnEmptyHistory)
+TEST_F(HistoryStoreFileTest, StartsEmptyIfOneElementIsMalformed)
 {
     const std::string good = R"({"t":1767603600,"p":50,"c":true,"a":true})";
     const std::string noAdapter = R"({"t":1767603601,"p":50,"c":true})";
@@ -96,7 +96,7 @@ TEST_F(HistoryStoreFileTest, ReadsOneBadElementAsAnEmptyHistory)
     EXPECT_THAT(openOn("[" + noAdapter + "," + good + "]").samples, IsEmpty());
 }
 
-TEST_F(HistoryStoreFileTest, LeavesAMalformedFileAloneUntilItSaves)
+TEST_F(HistoryStoreFileTest, LeavesAMalformedFileUntilItSaves)
 {
     auto store = openOn(malformed);
     EXPECT_THAT(store.samples, IsEmpty());
@@ -130,7 +130,7 @@ TEST_F(HistoryStoreFileTest, SavesALongHistoryWhole)
     EXPECT_EQ(saved(), store.samples);
 }
 
-TEST_F(HistoryStoreFileTest, WritesNothingWhenATimeIsNotFinite)
+TEST_F(HistoryStoreFileTest, WritesNothingIfATimeIsNotFinite)
 {
     for (const double odd :
          {std::numeric_limits<double>::infinity(), -std::numeric_limits<double>::infinity(),
@@ -157,7 +157,7 @@ TEST_F(HistoryStoreFileTest, KeepsTheOldFileWhenTheDiskIsFull)
     EXPECT_EQ(store.samples.size(), 1U);
 }
 
-TEST_F(HistoryStoreFileTest, CountsOnWithoutItsFolder)
+TEST_F(HistoryStoreFileTest, KeepsRecordingWithoutItsFolder)
 {
     auto store = open();
     files.folders.clear();
@@ -168,9 +168,9 @@ TEST_F(HistoryStoreFileTest, CountsOnWithoutItsFolder)
     EXPECT_THAT(files.contents, IsEmpty());
 }
 
-// What could not be loaded
+// A file that could not be loaded
 
-TEST_F(HistoryStoreFileTest, KeepsAMalformedFileAsideBeforeTheFirstSave)
+TEST_F(HistoryStoreFileTest, RenamesAMalformedFileBeforeTheFirstSave)
 {
     auto store = openOn(malformed);
 
@@ -183,7 +183,7 @@ TEST_F(HistoryStoreFileTest, KeepsAMalformedFileAsideBeforeTheFirstSave)
     EXPECT_EQ(files.contents.size(), 2U);
 }
 
-TEST_F(HistoryStoreFileTest, KeepsAnEarlierFileThatWasKeptAside)
+TEST_F(HistoryStoreFileTest, DoesNotOverwriteAnEarlierRenamedFile)
 {
     auto first = openOn("first");
     first.save(start);
@@ -195,7 +195,7 @@ TEST_F(HistoryStoreFileTest, KeepsAnEarlierFileThatWasKeptAside)
                                      Pair(std::string(url) + ".bad2", "second")));
 }
 
-TEST_F(HistoryStoreFileTest, KeepsAnUnreadableFileAside)
+TEST_F(HistoryStoreFileTest, RenamesAnUnreadableFile)
 {
     files.contents[url] = "secret";
     files.readable = false;
@@ -208,7 +208,7 @@ TEST_F(HistoryStoreFileTest, KeepsAnUnreadableFileAside)
     EXPECT_EQ(file(), "[]");
 }
 
-TEST_F(HistoryStoreFileTest, GoesOnWithAFileThatCouldNotBeReadForAMoment)
+TEST_F(HistoryStoreFileTest, LoadsAFileThatBecomesReadableBeforeTheSave)
 {
     {
         auto before = open(start);
@@ -225,7 +225,7 @@ TEST_F(HistoryStoreFileTest, GoesOnWithAFileThatCouldNotBeReadForAMoment)
     EXPECT_EQ(aside(), std::nullopt);
 }
 
-TEST_F(HistoryStoreFileTest, WritesNoEmptyHistoryOverAFileThatCouldNotBeReadForAMoment)
+TEST_F(HistoryStoreFileTest, KeepsTheSamplesOfAFileThatBecomesReadable)
 {
     const auto content = "[{\"t\":1767603600,\"p\":50,\"c\":true,\"a\":true}]";
     files.contents[url] = content;
@@ -239,7 +239,7 @@ TEST_F(HistoryStoreFileTest, WritesNoEmptyHistoryOverAFileThatCouldNotBeReadForA
     EXPECT_EQ(aside(), std::nullopt);
 }
 
-TEST_F(HistoryStoreFileTest, StaysEmptyWhenItWasClearedBeforeTheFileCouldBeRead)
+TEST_F(HistoryStoreFileTest, StaysEmptyIfClearedBeforeTheFileIsReadable)
 {
     files.contents[url] = "[{\"t\":1767603600,\"p\":50,\"c\":true,\"a\":true}]";
     files.readable = false;
@@ -254,7 +254,7 @@ TEST_F(HistoryStoreFileTest, StaysEmptyWhenItWasClearedBeforeTheFileCouldBeRead)
     EXPECT_EQ(file(), "[]");
 }
 
-TEST_F(HistoryStoreFileTest, KeepsNothingAsideThatItCouldLoad)
+TEST_F(HistoryStoreFileTest, DoesNotRenameAFileThatItLoaded)
 {
     auto store = openOn("[]");
 
@@ -264,7 +264,7 @@ TEST_F(HistoryStoreFileTest, KeepsNothingAsideThatItCouldLoad)
     EXPECT_THAT(files.contents, ElementsAre(Pair(url, "[]")));
 }
 
-TEST_F(HistoryStoreFileTest, KeepsNothingAsideWhenThereWasNoFile)
+TEST_F(HistoryStoreFileTest, RenamesNothingIfThereWasNoFile)
 {
     auto store = open();
 
@@ -274,7 +274,7 @@ TEST_F(HistoryStoreFileTest, KeepsNothingAsideWhenThereWasNoFile)
     EXPECT_THAT(files.contents, ElementsAre(Pair(url, "[]")));
 }
 
-TEST_F(HistoryStoreFileTest, OverwritesNothingThatItCouldNotKeepAside)
+TEST_F(HistoryStoreFileTest, DoesNotOverwriteAFileThatItCouldNotRename)
 {
     auto store = openOn(malformed);
     files.pinned = true;
@@ -289,7 +289,7 @@ TEST_F(HistoryStoreFileTest, OverwritesNothingThatItCouldNotKeepAside)
     EXPECT_EQ(saved().size(), 1U);
 }
 
-TEST_F(HistoryStoreFileTest, KeepsAMalformedFileInPlaceWhileItCannotEncode)
+TEST_F(HistoryStoreFileTest, LeavesAMalformedFileWhileItCannotEncode)
 {
     auto store = openOn(malformed);
     store.samples = {at(Date{std::numeric_limits<double>::infinity()}, 50)};
@@ -299,7 +299,7 @@ TEST_F(HistoryStoreFileTest, KeepsAMalformedFileInPlaceWhileItCannotEncode)
     EXPECT_THAT(files.contents, ElementsAre(Pair(url, malformed)));
 }
 
-TEST_F(HistoryStoreFileTest, KeepsAMalformedFileAsideOnlyOnceWhenTheDiskIsFull)
+TEST_F(HistoryStoreFileTest, RenamesAMalformedFileOnlyOnceWhenTheDiskIsFull)
 {
     auto store = openOn(malformed);
     files.full = true;

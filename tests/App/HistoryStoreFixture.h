@@ -1,4 +1,4 @@
-// A history on a disk in memory.
+// A history on a fake disk.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -44,7 +44,7 @@ protected:
     std::optional<std::string> file(const std::string& path = url) { return files.read(path); }
     std::optional<std::string> aside() { return file(std::string(url) + ".bad"); }
 
-    // What the next start will read.
+    // The samples in the file.
     std::vector<Sample> saved()
     {
         return decodeSamples(file().value_or("")).value_or(std::vector<Sample>{});

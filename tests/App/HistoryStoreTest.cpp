@@ -16,7 +16,7 @@ using HistoryStoreTest = HistoryStoreFixture;
 
 // What becomes a sample
 
-TEST_F(HistoryStoreTest, SamplesTheReadingAndItsMoment)
+TEST_F(HistoryStoreTest, RecordsTheReadingAndItsTime)
 {
     auto store = open();
 
@@ -27,7 +27,7 @@ TEST_F(HistoryStoreTest, SamplesTheReadingAndItsMoment)
                                            Sample{start.secondsSince1970 + 60, 79, false, false}));
 }
 
-TEST_F(HistoryStoreTest, SamplesNothingWithoutABattery)
+TEST_F(HistoryStoreTest, RecordsNothingWithoutABattery)
 {
     auto store = open();
     auto gone = charging(80);
@@ -40,7 +40,7 @@ TEST_F(HistoryStoreTest, SamplesNothingWithoutABattery)
     EXPECT_EQ(store.lastSave, distantPast);
 }
 
-TEST_F(HistoryStoreTest, SamplesTheFirstReadingUnforced)
+TEST_F(HistoryStoreTest, RecordsTheFirstReadingUnforced)
 {
     auto store = open();
 
@@ -49,7 +49,7 @@ TEST_F(HistoryStoreTest, SamplesTheFirstReadingUnforced)
     EXPECT_THAT(store.samples, ElementsAre(at(start, 0)));
 }
 
-TEST_F(HistoryStoreTest, SamplesAnEqualReadingOnlyWhenForced)
+TEST_F(HistoryStoreTest, RecordsAnEqualReadingOnlyWhenForced)
 {
     auto store = open();
     store.record(onBattery(50), {.at = start});
@@ -61,7 +61,7 @@ TEST_F(HistoryStoreTest, SamplesAnEqualReadingOnlyWhenForced)
     EXPECT_THAT(store.samples, ElementsAre(at(start, 50), at(start + 2min, 50)));
 }
 
-TEST_F(HistoryStoreTest, SamplesEachChangeThatTheChartShows)
+TEST_F(HistoryStoreTest, RecordsEachChangeThatTheChartShows)
 {
     for (const auto& changed : {charging(51), charging(49), onPower(50), onBattery(50)}) {
         files.contents.clear();
@@ -74,7 +74,7 @@ TEST_F(HistoryStoreTest, SamplesEachChangeThatTheChartShows)
     }
 }
 
-TEST_F(HistoryStoreTest, OverlooksAChangeThatTheChartDoesNotShow)
+TEST_F(HistoryStoreTest, IgnoresAChangeThatTheChartDoesNotShow)
 {
     auto store = open();
     store.record(onBattery(50), {.at = start});
@@ -88,7 +88,7 @@ TEST_F(HistoryStoreTest, OverlooksAChangeThatTheChartDoesNotShow)
     EXPECT_EQ(store.samples.size(), 1U);
 }
 
-TEST_F(HistoryStoreTest, NeitherPrunesNorSavesWhatItDoesNotSample)
+TEST_F(HistoryStoreTest, NeitherPrunesNorSavesWithoutANewSample)
 {
     auto store = open();
     store.record(onBattery(50), {.at = start});
@@ -100,7 +100,7 @@ TEST_F(HistoryStoreTest, NeitherPrunesNorSavesWhatItDoesNotSample)
     EXPECT_EQ(files.replacements, 0);
 }
 
-TEST_F(HistoryStoreTest, KeepsThirtyDaysToTheMoment)
+TEST_F(HistoryStoreTest, KeepsExactlyThirtyDays)
 {
     auto store = open();
     const Date old = start - 30 * 24h;
@@ -111,7 +111,7 @@ TEST_F(HistoryStoreTest, KeepsThirtyDaysToTheMoment)
     EXPECT_THAT(store.samples, ElementsAre(at(old, 3), at(old + 1ms, 4), at(start, 50)));
 }
 
-TEST_F(HistoryStoreTest, DropsEverythingThatIsTooOld)
+TEST_F(HistoryStoreTest, DropsAllSamplesThatAreTooOld)
 {
     auto store = open();
     store.samples = {at(start - 32 * 24h, 1), at(start - 31 * 24h, 2)};
@@ -121,7 +121,7 @@ TEST_F(HistoryStoreTest, DropsEverythingThatIsTooOld)
     EXPECT_THAT(store.samples, ElementsAre(at(start, 50)));
 }
 
-// When it is saved
+// When it saves
 
 TEST_F(HistoryStoreTest, SavesTheFirstSampleAtOnce)
 {
@@ -133,7 +133,7 @@ TEST_F(HistoryStoreTest, SavesTheFirstSampleAtOnce)
     EXPECT_EQ(store.lastSave, start);
 }
 
-TEST_F(HistoryStoreTest, SavesAFirstSampleOnlyWhenTheLastSaveIsLongAgo)
+TEST_F(HistoryStoreTest, DoesNotSaveAFirstSampleSoonAfterASave)
 {
     auto store = open();
     store.save(start);
@@ -146,7 +146,7 @@ TEST_F(HistoryStoreTest, SavesAFirstSampleOnlyWhenTheLastSaveIsLongAgo)
     EXPECT_NE(file(), "[]");
 }
 
-TEST_F(HistoryStoreTest, SavesAPercentOnlyAfterMoreThanFiveMinutes)
+TEST_F(HistoryStoreTest, SavesAPercentChangeAfterMoreThanFiveMinutes)
 {
     auto store = open();
     store.record(onBattery(50), {.at = start});
@@ -208,9 +208,9 @@ TEST_F(HistoryStoreTest, DoesNotRetryAFailedSaveBeforeTheNextIsDue)
     EXPECT_EQ(saved().size(), 3U);
 }
 
-// What is asked of it
+// Queries
 
-TEST_F(HistoryStoreTest, GivesTheSamplesFromAMomentOn)
+TEST_F(HistoryStoreTest, ReturnsTheSamplesSinceADate)
 {
     auto store = open();
     store.samples = {at(start, 1), at(start + 1s, 2), at(start + 1s, 3), at(start + 2s, 4)};
@@ -229,7 +229,7 @@ TEST_F(HistoryStoreTest, GivesTheSamplesFromAMomentOn)
     EXPECT_THAT(since(start + 3s), IsEmpty());
 }
 
-TEST_F(HistoryStoreTest, GivesNoSamplesOfAnEmptyHistory)
+TEST_F(HistoryStoreTest, ReturnsNoSamplesOfAnEmptyHistory)
 {
     EXPECT_THAT(open().samplesSince(distantPast), IsEmpty());
 }

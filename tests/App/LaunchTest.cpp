@@ -17,7 +17,7 @@ using testing::IsEmpty;
 using testing::SizeIs;
 using namespace std::chrono_literals;
 
-TEST(LaunchTest, AsksForTheServicesInOrder)
+TEST(LaunchTest, UsesTheServicesInOrder)
 {
     NotedMachine machine;
     const auto delegate = std::make_shared<AppDelegate>(machine.services());
@@ -31,7 +31,7 @@ TEST(LaunchTest, AsksForTheServicesInOrder)
                     "reading", "power changes", "timer", "sleep", "wake", "drawing"));
 }
 
-TEST(LaunchTest, WatchesTheStateBeforeItStarts)
+TEST(LaunchTest, SubscribesToTheStateBeforeItStarts)
 {
     FakeMachine machine;
     const auto delegate = std::make_shared<AppDelegate>(machine.services());
@@ -43,9 +43,9 @@ TEST(LaunchTest, WatchesTheStateBeforeItStarts)
     EXPECT_EQ(machine.statusBar.item.drawings, 2);
 }
 
-TEST(LaunchTest, HearsOfASnoozeBeforeTheFirstReading)
+TEST(LaunchTest, HandlesASnoozeBeforeTheFirstReading)
 {
-    // A user who answers a notification of an earlier start while the battery is first read.
+    // The user answers a notification of an earlier run during the first reading.
     struct BusySources : FakePowerSources {
         explicit BusySources(FakeNotificationCenter& center) : center_(center) {}
 
@@ -89,7 +89,7 @@ TEST(LaunchTest, RunsFromLaunchToQuit)
     EXPECT_THAT(*saved, SizeIs(2));
 }
 
-TEST(LaunchTest, RemindsOfTheLastChangeBeforeARestart)
+TEST(LaunchTest, PostsAReminderDueJustBeforeARestart)
 {
     FakeMachine machine;
     machine.powerSources.watchable = false;

@@ -13,14 +13,14 @@ class ListenersTest : public testing::Test {
 protected:
     Subscription noting(const char* name)
     {
-        return listeners.add([this, name] { told += name; });
+        return listeners.add([this, name] { calls += name; });
     }
 
     Listeners listeners;
-    std::string told;
+    std::string calls;
 };
 
-TEST_F(ListenersTest, CallsEachInTheOrderOfTheirRegistration)
+TEST_F(ListenersTest, CallsEachInOrderOfRegistration)
 {
     const auto first = noting("a");
     const auto second = noting("b");
@@ -29,17 +29,17 @@ TEST_F(ListenersTest, CallsEachInTheOrderOfTheirRegistration)
     listeners.call();
     listeners.call();
 
-    EXPECT_EQ(told, "abcabc");
+    EXPECT_EQ(calls, "abcabc");
 }
 
-TEST_F(ListenersTest, CallsNobodyWithoutARegistration)
+TEST_F(ListenersTest, CallsNothingWithoutARegistration)
 {
     listeners.call();
 
-    EXPECT_EQ(told, "");
+    EXPECT_EQ(calls, "");
 }
 
-TEST_F(ListenersTest, ForgetsAListenerWhoseSubscriptionEnded)
+TEST_F(ListenersTest, RemovesAListenerWhoseSubscriptionEnded)
 {
     auto first = noting("a");
     const auto second = noting("b");
@@ -47,7 +47,7 @@ TEST_F(ListenersTest, ForgetsAListenerWhoseSubscriptionEnded)
     first = {};
     listeners.call();
 
-    EXPECT_EQ(told, "b");
+    EXPECT_EQ(calls, "b");
 }
 
 TEST_F(ListenersTest, KeepsADetachedListener)
@@ -56,7 +56,7 @@ TEST_F(ListenersTest, KeepsADetachedListener)
 
     listeners.call();
 
-    EXPECT_EQ(told, "a");
+    EXPECT_EQ(calls, "a");
 }
 
 TEST_F(ListenersTest, LetsAListenerEndItself)
@@ -65,14 +65,14 @@ TEST_F(ListenersTest, LetsAListenerEndItself)
     std::optional<Subscription> own;
     own = listeners.add([&, farewell] {
         own.reset();
-        told += farewell;
+        calls += farewell;
     });
     const auto other = noting("b");
 
     listeners.call();
     listeners.call();
 
-    EXPECT_EQ(told, farewell + "bb");
+    EXPECT_EQ(calls, farewell + "bb");
 }
 
 TEST_F(ListenersTest, DoesNotCallAListenerThatAnotherOneEnded)
@@ -83,36 +83,36 @@ TEST_F(ListenersTest, DoesNotCallAListenerThatAnotherOneEnded)
 
     listeners.call();
 
-    EXPECT_EQ(told, "");
+    EXPECT_EQ(calls, "");
 }
 
-TEST_F(ListenersTest, CallsAListenerThatWasAddedMeanwhileOnlyTheNextTime)
+TEST_F(ListenersTest, CallsAListenerAddedDuringACallOnlyNextTime)
 {
     std::vector<Subscription> added;
     const auto first = listeners.add([&] { added.push_back(noting("n")); });
 
     listeners.call();
-    EXPECT_EQ(told, "");
+    EXPECT_EQ(calls, "");
 
     listeners.call();
-    EXPECT_EQ(told, "n");
+    EXPECT_EQ(calls, "n");
 }
 
-TEST_F(ListenersTest, LetsAListenerCallThemAgain)
+TEST_F(ListenersTest, AllowsNestedCalls)
 {
     int depth = 0;
     const auto first = listeners.add([&] {
-        told += "a";
+        calls += "a";
         if (++depth < 3) listeners.call();
     });
     const auto second = noting("b");
 
     listeners.call();
 
-    EXPECT_EQ(told, "aaabbb");
+    EXPECT_EQ(calls, "aaabbb");
 }
 
-TEST_F(ListenersTest, MayEndBeforeTheirSubscriptions)
+TEST_F(ListenersTest, MayBeDestroyedBeforeTheirSubscriptions)
 {
     std::optional<Listeners> brief(std::in_place);
     auto subscription = brief->add([] {});
@@ -123,16 +123,16 @@ TEST_F(ListenersTest, MayEndBeforeTheirSubscriptions)
     EXPECT_FALSE(subscription);
 }
 
-TEST_F(ListenersTest, MayEndWhileTheyAreCalled)
+TEST_F(ListenersTest, MayBeDestroyedDuringACall)
 {
     std::optional<Listeners> brief(std::in_place);
     brief->add([&] { brief.reset(); }).detach();
-    brief->add([&] { told += "b"; }).detach();
+    brief->add([&] { calls += "b"; }).detach();
 
     brief->call();
 
     EXPECT_FALSE(brief);
-    EXPECT_EQ(told, "b");
+    EXPECT_EQ(calls, "b");
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-// A laptop whose services note the order in which they are asked for something.
+// A fake laptop whose services record the order of the calls to them.
 #pragma once
 
 #include <algorithm>
@@ -10,7 +10,7 @@
 
 namespace vorlane {
 
-// A repeated request counts once.
+// Records each entry once, at its first occurrence.
 class Journal {
 public:
     std::vector<std::string> entries;
@@ -131,7 +131,7 @@ struct NotedRunLoop : FakeRunLoop {
     Journal& journal;
 };
 
-// What is not noted is a plain laptop's.
+// The services without a recording version are those of `FakeMachine`.
 struct NotedMachine : FakeMachine {
     Journal journal;
     NotedPowerSources notedPowerSources{journal};

@@ -1,4 +1,4 @@
-// A notifier in front of a user: its service, its dialog and the loop between them.
+// A notifier with a fake notification service, dialog and run loop.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -24,10 +24,10 @@ protected:
     PlatformTexts texts;
     std::shared_ptr<Notifier> notifier =
         std::make_shared<Notifier>(Notifier::Dependencies{.center = center,
-                                                   .alertPanel = alertPanel,
-                                                   .application = application,
-                                                   .runLoop = runLoop,
-                                                   .texts = texts});
+                                                          .alertPanel = alertPanel,
+                                                          .application = application,
+                                                          .runLoop = runLoop,
+                                                          .texts = texts});
 };
 
 }  // namespace vorlane

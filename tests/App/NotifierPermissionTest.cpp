@@ -59,7 +59,7 @@ TEST_F(NotifierPermissionTest, ExplainsAgainNextTimeAfterNotNow)
     EXPECT_TRUE(alertPanel.open);
 }
 
-TEST_F(NotifierPermissionTest, AsksNothingOnceTheUserHasDecided)
+TEST_F(NotifierPermissionTest, DoesNotAskOnceTheUserHasDecided)
 {
     for (const auto status : {AuthorizationStatus::authorized, AuthorizationStatus::denied}) {
         center.status = status;
@@ -72,7 +72,7 @@ TEST_F(NotifierPermissionTest, AsksNothingOnceTheUserHasDecided)
     }
 }
 
-TEST_F(NotifierPermissionTest, WaitsForAnAnswerThatComesLater)
+TEST_F(NotifierPermissionTest, WaitsForALateAnswer)
 {
     center.status = AuthorizationStatus::notDetermined;
     center.answersLater = true;
@@ -86,7 +86,7 @@ TEST_F(NotifierPermissionTest, WaitsForAnAnswerThatComesLater)
     EXPECT_TRUE(alertPanel.open);
 }
 
-TEST_F(NotifierPermissionTest, ForgetsTheQuestionWhenItIsGone)
+TEST_F(NotifierPermissionTest, IgnoresTheStatusOnceDestroyed)
 {
     center.status = AuthorizationStatus::notDetermined;
     center.answersLater = true;
@@ -102,7 +102,7 @@ TEST_F(NotifierPermissionTest, ForgetsTheQuestionWhenItIsGone)
     EXPECT_FALSE(alertPanel.open);
 }
 
-TEST_F(NotifierPermissionTest, ForgetsTheDialogWhenItIsGone)
+TEST_F(NotifierPermissionTest, IgnoresTheDialogOnceDestroyed)
 {
     center.status = AuthorizationStatus::notDetermined;
     notifier->requestIfNeeded();

@@ -49,7 +49,7 @@ TEST_F(NotifierTest, RegistersOneCategoryWithTheSnoozeAction)
                     .actions = {{.identifier = "SNOOZE", .title = "Snooze 1 hour"}}}));
 }
 
-TEST_F(NotifierTest, DoesNothingWhereNotificationsAreNotAvailable)
+TEST_F(NotifierTest, DoesNothingWhileNotificationsAreUnavailable)
 {
     center.reachable = false;
     center.status = AuthorizationStatus::notDetermined;
@@ -88,7 +88,7 @@ TEST_F(NotifierTest, IdentifiesANotificationByItsKind)
     EXPECT_THAT(center.shown, SizeIs(4));
 }
 
-TEST_F(NotifierTest, TakesThePlaceOfTheEarlierNotificationOfAKind)
+TEST_F(NotifierTest, ReplacesTheEarlierNotificationOfAKind)
 {
     notifier->deliver({.kind = AlertKind::chargeLimit, .title = "First", .body = ""}, {});
     notifier->deliver({.kind = AlertKind::chargeLimit, .title = "Second", .body = ""}, {});
@@ -97,7 +97,7 @@ TEST_F(NotifierTest, TakesThePlaceOfTheEarlierNotificationOfAKind)
     EXPECT_EQ(center.shown.at("chargeLimit").title, "Second");
 }
 
-TEST_F(NotifierTest, ShowsWhatEachKindIsAbout)
+TEST_F(NotifierTest, ShowsASymbolForEachKind)
 {
     const auto symbolOf = [this](AlertKind kind) {
         notifier->deliver(alert(kind), {});
@@ -110,7 +110,7 @@ TEST_F(NotifierTest, ShowsWhatEachKindIsAbout)
     EXPECT_EQ(symbolOf(AlertKind::health), "battery.worn");
 }
 
-TEST_F(NotifierTest, LetsOnlyTheLowBatteryBreakThrough)
+TEST_F(NotifierTest, MarksOnlyTheLowBatteryAsUrgent)
 {
     for (const auto kind : allAlertKinds) {
         notifier->deliver(alert(kind), {});
@@ -131,13 +131,13 @@ TEST_F(NotifierTest, PostsSilentlyWithoutASound)
     EXPECT_EQ(soundWith({{AlertKind::low, "none"}}), std::nullopt);
 }
 
-TEST_F(NotifierTest, PlaysTheDefaultSoundForAKindThatHasNone)
+TEST_F(NotifierTest, PlaysTheDefaultSoundForAKindWithoutASetting)
 {
     EXPECT_EQ(soundWith({}), "default");
     EXPECT_EQ(soundWith({{AlertKind::health, "none"}}), "default");
 }
 
-TEST_F(NotifierTest, OffersTheSnoozeAlsoWhenTheServiceCameLate)
+TEST_F(NotifierTest, OffersTheSnoozeEvenIfTheServiceStartsLate)
 {
     center.reachable = false;
     notifier->setup();
@@ -148,7 +148,7 @@ TEST_F(NotifierTest, OffersTheSnoozeAlsoWhenTheServiceCameLate)
     EXPECT_TRUE(center.press("low", "Snooze 1 hour"));
 }
 
-TEST_F(NotifierTest, ShowsNotificationsAlsoWhileTheProgramIsInFront)
+TEST_F(NotifierTest, ShowsNotificationsWhileTheProgramIsFrontmost)
 {
     EXPECT_EQ(notifier->willPresent(), (PresentationOptions{
                                            .banner = true,
@@ -174,7 +174,7 @@ TEST_F(NotifierTest, SnoozesOnTheNextTurn)
     EXPECT_EQ(center.completions, 1);
 }
 
-TEST_F(NotifierTest, OverlooksEveryOtherAction)
+TEST_F(NotifierTest, IgnoresAnyOtherAction)
 {
     int snoozes = 0;
     notifier->onSnooze = [&] { ++snoozes; };
@@ -189,7 +189,7 @@ TEST_F(NotifierTest, OverlooksEveryOtherAction)
     EXPECT_EQ(snoozes, 0);
 }
 
-TEST_F(NotifierTest, CompletesASnoozeThatNobodyWaitsFor)
+TEST_F(NotifierTest, CompletesASnoozeWithoutACallback)
 {
     notifier->setup();
 
@@ -199,7 +199,7 @@ TEST_F(NotifierTest, CompletesASnoozeThatNobodyWaitsFor)
     EXPECT_EQ(center.completions, 1);
 }
 
-TEST_F(NotifierTest, ForgetsASnoozeWhenItIsGone)
+TEST_F(NotifierTest, IgnoresASnoozeOnceDestroyed)
 {
     int snoozes = 0;
     notifier->onSnooze = [&] { ++snoozes; };

@@ -61,7 +61,7 @@ TEST_F(PluggedSinceEstimateTest, WalksBackToTheFirstSample)
     EXPECT_EQ(store.pluggedSinceEstimate(start), start - 2min);
 }
 
-TEST_F(PluggedSinceEstimateTest, JudgesASpellByTheAdapterAndNotByCharging)
+TEST_F(PluggedSinceEstimateTest, FollowsTheAdapterAndNotCharging)
 {
     auto store = open();
     auto full = plugged(start - 1min);

@@ -1,4 +1,4 @@
-// A popover's view of a model whose state is set by hand.
+// A popover view of a model whose state the test sets.
 #pragma once
 
 #include <memory>
@@ -19,7 +19,7 @@ protected:
 
     BatteryBlocks blocks() const { return std::get<BatteryBlocks>(content().blocks); }
 
-    // What the popover shows of that state.
+    // The popover's content for that state.
     BatteryBlocks blocksOf(const BatteryState& state) const
     {
         model->state.set(state);
@@ -33,8 +33,8 @@ protected:
     std::shared_ptr<PopoverView> view = std::make_shared<PopoverView>(
         model, [this] { ++settingsOpened; },
         PopoverView::Dependencies{.application = machine.application,
-                           .calendar = machine.calendar,
-                           .texts = machine.texts});
+                                  .calendar = machine.calendar,
+                                  .texts = machine.texts});
 };
 
 }  // namespace vorlane

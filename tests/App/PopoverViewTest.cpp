@@ -9,7 +9,7 @@ namespace {
 using testing::ElementsAre;
 using namespace std::chrono_literals;
 
-// The blocks that every popover has, its gauge and what its controls do.
+// The popover's blocks, gauge and intents; its details are in PopoverDetailsTest.
 using PopoverViewTest = PopoverViewFixture;
 
 TEST_F(PopoverViewTest, ShowsOnlyTheNoticeAndTheButtonsWithoutABattery)
@@ -62,7 +62,7 @@ TEST_F(PopoverViewTest, ColorsTheRingRedAtLowChargeOnBattery)
     EXPECT_EQ(ringOf(charging(20)), Color::green);
 }
 
-TEST_F(PopoverViewTest, ColorsTheRingRedAtLowChargeWhateverElseTheBatteryClaims)
+TEST_F(PopoverViewTest, ColorsTheRingRedAtLowChargeDespiteOtherFlags)
 {
     auto state = onBattery(20);
     state.isCharging = true;
@@ -81,7 +81,7 @@ TEST_F(PopoverViewTest, ColorsTheRingGreenWhileChargingAndWhenFull)
     EXPECT_EQ(ringOf(onBattery(100)), Color::accent);
 }
 
-TEST_F(PopoverViewTest, ColorsTheRingGreenWhenTheBatterySaysThatItIsCharged)
+TEST_F(PopoverViewTest, ColorsTheRingGreenWhenTheBatteryReportsCharged)
 {
     auto state = onPower(90);
     state.isCharged = true;
@@ -99,7 +99,7 @@ TEST_F(PopoverViewTest, ColorsTheRingGreenWhileABatteryChargesWithoutAnAdapter)
     EXPECT_EQ(ringOf(state), Color::green);
 }
 
-TEST_F(PopoverViewTest, ColorsTheRingWithoutRegardToTheUsersLimits)
+TEST_F(PopoverViewTest, ColorsTheRingIndependentlyOfTheUsersLimits)
 {
     machine.defaults.set("low", std::int64_t{40});
     machine.defaults.set("limit", std::int64_t{60});
@@ -108,7 +108,7 @@ TEST_F(PopoverViewTest, ColorsTheRingWithoutRegardToTheUsersLimits)
     EXPECT_EQ(ringOf(onPower(70)), Color::accent);
 }
 
-TEST_F(PopoverViewTest, SaysForHowLongItIsPluggedIn)
+TEST_F(PopoverViewTest, ShowsHowLongItHasBeenPluggedIn)
 {
     model->state.set(onPower(80));
     const auto plugged = [this](Seconds span) {
@@ -126,7 +126,7 @@ TEST_F(PopoverViewTest, SaysForHowLongItIsPluggedIn)
     EXPECT_EQ(plugged(-5min), "Plugged in for 1 min");
 }
 
-TEST_F(PopoverViewTest, SaysUntilWhenAlertsAreSnoozedThoughNoneIsPending)
+TEST_F(PopoverViewTest, ShowsUntilWhenAlertsAreSnoozed)
 {
     model->state.set(onBattery(50));
 
@@ -171,7 +171,7 @@ TEST_F(PopoverViewTest, ShowsTheChosenRange)
     EXPECT_EQ(blocks().chart.from, start - 24h);
 }
 
-TEST_F(PopoverViewTest, TakesEveryOtherRangeAsAWeek)
+TEST_F(PopoverViewTest, TreatsEveryOtherRangeAsAWeek)
 {
     model->state.set(onBattery(50));
     for (const std::int64_t range : {-1, 2, 30}) {
@@ -200,14 +200,14 @@ TEST_F(PopoverViewTest, OpensTheSettings)
     EXPECT_EQ(settingsOpened, 1);
 }
 
-TEST_F(PopoverViewTest, EndsTheApplication)
+TEST_F(PopoverViewTest, QuitsTheApplication)
 {
     view->intents().quit();
 
     EXPECT_TRUE(machine.application.terminating);
 }
 
-TEST_F(PopoverViewTest, DoesNothingMoreWhenItIsGone)
+TEST_F(PopoverViewTest, IgnoresIntentsOnceDestroyed)
 {
     const auto intents = view->intents();
     model->snooze();

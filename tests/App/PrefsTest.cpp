@@ -69,7 +69,7 @@ TEST_F(PrefsTest, RegistersTheSeventeenKeys)
             Pair("showTime", DefaultsValue(false))));
 }
 
-TEST_F(PrefsTest, RegistersTheDefaultsAtEachReading)
+TEST_F(PrefsTest, RegistersTheDefaultsAtEachRead)
 {
     (void)Prefs::current(store);
     store.registered.clear();
@@ -134,7 +134,7 @@ TEST_F(PrefsTest, ReadsEachSoundFromItsOwnKey)
     EXPECT_THAT(Prefs::current(store).sounds, soundsAre("Glass", "none", "Ping", "Hero"));
 }
 
-TEST_F(PrefsTest, PassesOutOfRangeNumbersOn)
+TEST_F(PrefsTest, KeepsNumbersOutOfRange)
 {
     store.set("limit", whole(150));
     store.set("low", whole(std::numeric_limits<std::int64_t>::min()));
@@ -151,7 +151,7 @@ TEST_F(PrefsTest, PassesOutOfRangeNumbersOn)
     EXPECT_EQ(current.quietEnd, std::numeric_limits<std::int64_t>::max());
 }
 
-TEST_F(PrefsTest, PassesAnUnknownSoundOn)
+TEST_F(PrefsTest, KeepsAnUnknownSound)
 {
     store.set("limitSound", text("Trombone"));
     store.set("lowSound", text(""));
@@ -159,7 +159,7 @@ TEST_F(PrefsTest, PassesAnUnknownSoundOn)
     EXPECT_THAT(Prefs::current(store).sounds, soundsAre("Trombone", "", "default", "default"));
 }
 
-TEST_F(PrefsTest, ReadsAValueOfTheWrongKindAsTheNeutralOne)
+TEST_F(PrefsTest, ReadsAValueOfTheWrongTypeAsFalseOrZero)
 {
     for (const auto& [key, value] : Prefs::defaults()) {
         const bool isString = std::holds_alternative<std::string>(value);
@@ -191,7 +191,7 @@ TEST_F(PrefsTest, HasNoSnoozeUntilOneIsStored)
     EXPECT_EQ(Prefs::snoozeUntil(store, mondayMorning), std::nullopt);
 }
 
-TEST_F(PrefsTest, ReadsASnoozeDeadlineThatLiesAhead)
+TEST_F(PrefsTest, ReadsASnoozeDeadlineInTheFuture)
 {
     Prefs::setSnoozeUntil(store, mondayMorning + 1s);
 
@@ -233,7 +233,7 @@ TEST_F(PrefsTest, ReadsADeadlineWrittenAsAWholeNumber)
     EXPECT_EQ(Prefs::snoozeUntil(store, mondayMorning), mondayMorning + 1s);
 }
 
-TEST_F(PrefsTest, TakesAnEndlessSnoozeAsItIs)
+TEST_F(PrefsTest, AcceptsAnInfiniteSnooze)
 {
     store.set("snoozeUntil", std::numeric_limits<double>::infinity());
 
@@ -241,7 +241,7 @@ TEST_F(PrefsTest, TakesAnEndlessSnoozeAsItIs)
               Date{std::numeric_limits<double>::infinity()});
 }
 
-TEST_F(PrefsTest, HasNoSnoozeWhenTheStoredDeadlineIsNoInstant)
+TEST_F(PrefsTest, HasNoSnoozeIfTheStoredDeadlineIsInvalid)
 {
     for (const auto& odd : {text("tomorrow"), DefaultsValue(true), whole(-1),
                             DefaultsValue(std::numeric_limits<double>::quiet_NaN()),

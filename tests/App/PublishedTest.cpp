@@ -12,7 +12,7 @@ namespace {
 
 using testing::ElementsAre;
 
-TEST(PublishedTest, HoldsItsFirstValue)
+TEST(PublishedTest, HoldsItsInitialValue)
 {
     EXPECT_EQ(Published<int>(7).get(), 7);
     EXPECT_EQ(Published<int>().get(), 0);
@@ -42,7 +42,7 @@ TEST(PublishedTest, AnnouncesAnEqualValueToo)
     EXPECT_EQ(announced, 1);
 }
 
-TEST(PublishedTest, StaysSilentAfterTheSubscriptionEnded)
+TEST(PublishedTest, StopsNotifyingWhenTheSubscriptionEnds)
 {
     Published<int> field(1);
     int announced = 0;
@@ -55,7 +55,7 @@ TEST(PublishedTest, StaysSilentAfterTheSubscriptionEnded)
     EXPECT_EQ(field.get(), 2);
 }
 
-TEST(PublishedTest, TakesItsOwnValueAgain)
+TEST(PublishedTest, CanBeSetToItsOwnValue)
 {
     Published<std::string> field(std::string(100, 'x'));
 
@@ -79,7 +79,7 @@ TEST(PublishedTest, StoresTheOuterValueWhenAListenerSetsAnother)
     EXPECT_EQ(field.get(), 2);
 }
 
-TEST(PublishedTest, HoldsAValueThatCanOnlyMove)
+TEST(PublishedTest, HoldsAMoveOnlyValue)
 {
     Published<std::unique_ptr<int>> field;
 

@@ -11,7 +11,7 @@ using namespace std::chrono_literals;
 
 class QuietHoursTest : public testing::Test {
 protected:
-    // Whether it is quiet at that time of the day.
+    // Whether that time of day is quiet.
     bool quietAt(int hour, int minute) const
     {
         const Date midnight = mondayMorning - 9h;
@@ -65,7 +65,7 @@ TEST_F(QuietHoursTest, CountsASpanFromMidnightAsWithinTheDay)
     EXPECT_FALSE(quietAt(23, 59));
 }
 
-TEST_F(QuietHoursTest, IsNeverQuietInAnEmptySpan)
+TEST_F(QuietHoursTest, IsNeverQuietIfStartAndEndAreEqual)
 {
     for (const std::int64_t minute : {0, 540, 1439}) {
         prefs = quietBetween(minute, minute);
@@ -82,7 +82,7 @@ TEST_F(QuietHoursTest, IsNeverQuietWhenQuietHoursAreOff)
     for (int hour = 0; hour < 24; ++hour) EXPECT_FALSE(quietAt(hour, 30));
 }
 
-TEST_F(QuietHoursTest, TakesQuietHoursOutsideTheDayAsTheyAre)
+TEST_F(QuietHoursTest, AcceptsLimitsOutsideTheDay)
 {
     prefs = quietBetween(-60, 5000);
     EXPECT_TRUE(quietAt(0, 0));
@@ -93,7 +93,7 @@ TEST_F(QuietHoursTest, TakesQuietHoursOutsideTheDayAsTheyAre)
     EXPECT_FALSE(quietAt(23, 59));
 }
 
-TEST_F(QuietHoursTest, JudgesQuietHoursByTheLocalTime)
+TEST_F(QuietHoursTest, UsesTheLocalTime)
 {
     prefs = quietBetween(1320, 420);
     calendar.eastOfGreenwich = 2h;

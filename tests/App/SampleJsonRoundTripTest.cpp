@@ -14,7 +14,7 @@ namespace {
 
 using testing::Optional;
 
-TEST(SampleJsonRoundTripTest, ReadsWhatItWroteAtTheEdges)
+TEST(SampleJsonRoundTripTest, ReadsBackExtremeValues)
 {
     constexpr auto most = std::numeric_limits<std::int64_t>::max();
     constexpr auto least = std::numeric_limits<std::int64_t>::min();
@@ -49,7 +49,7 @@ TEST(SampleJsonRoundTripTest, ReadsWhatItWroteAtTheEdges)
     EXPECT_THAT(decodeSamples(encode(samples)), Optional(samples)) << encode(samples);
 }
 
-// Equal to zero, but another double: a second save would write another file.
+// -0.0 equals 0.0, but losing the sign would make a second save write a different file.
 TEST(SampleJsonRoundTripTest, KeepsTheSignOfZero)
 {
     const std::vector<Sample> samples{{.t = -0.0, .p = 50, .c = false, .a = false}};
@@ -61,7 +61,7 @@ TEST(SampleJsonRoundTripTest, KeepsTheSignOfZero)
     EXPECT_EQ(encode(*decoded), encode(samples));
 }
 
-TEST(SampleJsonRoundTripTest, ReadsEverySampleThatItWrote)
+TEST(SampleJsonRoundTripTest, ReadsBackEverySample)
 {
     std::mt19937_64 random(20260105);
     for (int round = 0; round < 200; ++round) {
@@ -81,7 +81,7 @@ TEST(SampleJsonRoundTripTest, ReadsEverySampleThatItWrote)
     }
 }
 
-TEST(SampleJsonRoundTripTest, SurvivesAnyDamageToAText)
+TEST(SampleJsonRoundTripTest, SurvivesDamagedText)
 {
     std::mt19937 random(20260105);
     const auto text =

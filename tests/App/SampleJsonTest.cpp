@@ -80,7 +80,7 @@ TEST(SampleJsonTest, NeverWritesAnEmptyPieceBeforeTheEnd)
     }
 }
 
-TEST(SampleJsonTest, AcceptsKeysInAnyOrderAndBlanks)
+TEST(SampleJsonTest, AcceptsKeysInAnyOrderAndWhitespace)
 {
     EXPECT_THAT(decodeSamples(" [ {\n\"a\": false ,\t\"c\" :true, \"p\": 50,\r\n\"t\": 1.5} ] \n"),
                 Optional(ElementsAre(oneSample)));
@@ -110,14 +110,14 @@ TEST(SampleJsonTest, AcceptsEveryFormOfANumberForTheTime)
     }
 }
 
-TEST(SampleJsonTest, PassesOverAByteOrderMark)
+TEST(SampleJsonTest, SkipsAByteOrderMark)
 {
     EXPECT_THAT(decodeSamples("\xEF\xBB\xBF[" + oneObject + "]"), Optional(ElementsAre(oneSample)));
     EXPECT_EQ(decodeSamples("\xEF\xBB\xBF"), std::nullopt);
     EXPECT_EQ(decodeSamples("[]\xEF\xBB\xBF"), std::nullopt);
 }
 
-TEST(SampleJsonTest, RefusesAnElementThatIsNoSample)
+TEST(SampleJsonTest, RejectsAnElementThatIsNotASample)
 {
     const std::vector<std::string> elements{
         "0",
@@ -152,14 +152,14 @@ TEST(SampleJsonTest, RefusesAnElementThatIsNoSample)
     }
 }
 
-TEST(SampleJsonTest, RefusesWhatIsNoArrayOfObjects)
+TEST(SampleJsonTest, RejectsAnythingButAnArrayOfObjects)
 {
     const std::vector<std::string> texts{"",     " ",       "\n", "null",    "0",
                                          "true", R"("[]")", "{}", oneObject, R"({"samples":[]})"};
     for (const auto& text : texts) EXPECT_EQ(decodeSamples(text), std::nullopt) << text;
 }
 
-TEST(SampleJsonTest, RefusesTextThatIsNotJson)
+TEST(SampleJsonTest, RejectsTextThatIsNotJson)
 {
     const std::string good = "[" + oneObject + "]";
     const std::vector<std::string> texts{
@@ -194,7 +194,7 @@ TEST(SampleJsonTest, RefusesTextThatIsNotJson)
     for (const auto& text : texts) EXPECT_EQ(decodeSamples(text), std::nullopt) << text;
 }
 
-TEST(SampleJsonTest, RefusesATextThatWasCutOffAnywhere)
+TEST(SampleJsonTest, RejectsTruncatedText)
 {
     const auto text = encode({oneSample, {.t = 1767603600.25, .p = 100, .c = false, .a = true}});
     ASSERT_TRUE(decodeSamples(text));
@@ -203,7 +203,7 @@ TEST(SampleJsonTest, RefusesATextThatWasCutOffAnywhere)
     }
 }
 
-TEST(SampleJsonTest, RefusesDeepNesting)
+TEST(SampleJsonTest, RejectsDeepNesting)
 {
     for (const std::size_t depth : {2U, 100U, 1023U, 1025U, 100'000U}) {
         EXPECT_EQ(decodeSamples(repeated("[", depth) + repeated("]", depth)), std::nullopt);
@@ -212,31 +212,31 @@ TEST(SampleJsonTest, RefusesDeepNesting)
     }
 }
 
-TEST(SampleJsonTest, RefusesCountlessElementsThatAreNoSamples)
+TEST(SampleJsonTest, RejectsManyElementsThatAreNotSamples)
 {
     EXPECT_EQ(decodeSamples("[0" + repeated(",0", 100'000) + "]"), std::nullopt);
 }
 
-TEST(SampleJsonTest, TakesTheFirstOfSeveralValuesOfAKey)
+TEST(SampleJsonTest, UsesTheFirstOfDuplicateKeys)
 {
     EXPECT_THAT(decodeSamples(R"([{"t":1.5,"p":50,"c":true,"a":false,"p":"odd","t":7}])"),
                 Optional(ElementsAre(oneSample)));
     EXPECT_EQ(decodeSamples(R"([{"t":"odd","t":1.5,"p":50,"c":true,"a":false}])"), std::nullopt);
 }
 
-TEST(SampleJsonTest, PassesOverKeysThatItDoesNotKnow)
+TEST(SampleJsonTest, IgnoresUnknownKeys)
 {
     EXPECT_THAT(decodeSamples(R"([{"t":1.5,"x":[{}],"p":50,"c":true,"a":false,"":null}])"),
                 Optional(ElementsAre(oneSample)));
 }
 
-// Long enough that where it may be cut falls among these elements.
+// Long enough that a cut falls among these elements.
 std::string longArrayOf(const std::string& element)
 {
     return arrayOf(std::vector<std::string>(200'000 / element.size(), element));
 }
 
-TEST(SampleJsonTest, ReadsALongTextThatSeemsToEndAnObjectInsideAnother)
+TEST(SampleJsonTest, ReadsALongTextWithASeamInsideAnObject)
 {
     const std::vector<std::string> elements{
         R"({"x":"},{},{","t":1.5,"p":50,"c":true,"a":false})",
@@ -252,7 +252,7 @@ TEST(SampleJsonTest, ReadsALongTextThatSeemsToEndAnObjectInsideAnother)
     }
 }
 
-TEST(SampleJsonTest, RefusesALongTextWithOneFault)
+TEST(SampleJsonTest, RejectsALongTextWithOneError)
 {
     const auto good = longArrayOf(oneObject);
     ASSERT_TRUE(decodeSamples(good));
@@ -269,7 +269,7 @@ TEST(SampleJsonTest, RefusesALongTextWithOneFault)
     }
 }
 
-TEST(SampleJsonTest, KnowsWhatJsonCannotHold)
+TEST(SampleJsonTest, CannotEncodeInfinitiesOrNaN)
 {
     const auto canHold = [](double t) {
         const std::vector<Sample> samples{oneSample, {.t = t, .p = 0, .c = false, .a = false}};

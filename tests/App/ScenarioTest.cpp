@@ -11,10 +11,10 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using namespace std::chrono_literals;
 
-// The program over hours and days, from one end to the other.
+// The whole program over hours and days.
 class ScenarioTest : public AppDelegateFixture {
 protected:
-    // One percent every few minutes, up or down.
+    // Moves the charge one percent at a time, every few minutes.
     void moveCharge(std::int64_t from, std::int64_t to, Seconds each)
     {
         const std::int64_t step = from < to ? 1 : -1;
@@ -82,7 +82,7 @@ TEST_F(ScenarioTest, TheLimitIsRepeatedExactlyThreeTimesFiveMinutesApart)
     EXPECT_EQ(machine.notifications.shown.size(), 1U);
 }
 
-TEST_F(ScenarioTest, ASnoozeSilencesAnHourAndThenTheRemindersGoOn)
+TEST_F(ScenarioTest, RemindersResumeAfterAnHourOfSnooze)
 {
     launch();
     machine.plugIn();
@@ -103,7 +103,7 @@ TEST_F(ScenarioTest, ASnoozeSilencesAnHourAndThenTheRemindersGoOn)
     EXPECT_EQ(posted().size(), 4U);
 }
 
-TEST_F(ScenarioTest, ASnoozeLastsOverARestart)
+TEST_F(ScenarioTest, ASnoozeSurvivesARestart)
 {
     launch();
     machine.charge(21);
@@ -121,7 +121,7 @@ TEST_F(ScenarioTest, ASnoozeLastsOverARestart)
     EXPECT_THAT(posted(), ElementsAre("low"));
 }
 
-TEST_F(ScenarioTest, QuietHoursLastOverMidnight)
+TEST_F(ScenarioTest, QuietHoursSpanMidnight)
 {
     set("quietEnabled", true);
     machine.clock.time = start + 12h + 59min + 30s;  // half a minute before 22:00
@@ -139,7 +139,7 @@ TEST_F(ScenarioTest, QuietHoursLastOverMidnight)
     EXPECT_THAT(posted(), ElementsAre("low", "chargeLimit", "tooLong"));
 }
 
-TEST_F(ScenarioTest, ARestartAboveTheLimitSaysNothing)
+TEST_F(ScenarioTest, ARestartAboveTheLimitPostsNothing)
 {
     machine.plugIn();
     machine.charge(85);
@@ -154,7 +154,7 @@ TEST_F(ScenarioTest, ARestartAboveTheLimitSaysNothing)
     EXPECT_THAT(posted(), ElementsAre("chargeLimit"));
 }
 
-TEST_F(ScenarioTest, ANightAsleepSaysNothingInTheMorning)
+TEST_F(ScenarioTest, ANightAsleepPostsNothingInTheMorning)
 {
     launch();
     machine.charge(25);
@@ -173,7 +173,7 @@ TEST_F(ScenarioTest, ANightAsleepSaysNothingInTheMorning)
     EXPECT_THAT(posted(), ElementsAre("low"));
 }
 
-TEST_F(ScenarioTest, TheSpellOnPowerLastsOverARestart)
+TEST_F(ScenarioTest, TheSpellOnPowerSurvivesARestart)
 {
     launch();
     machine.plugIn();
@@ -191,7 +191,7 @@ TEST_F(ScenarioTest, TheSpellOnPowerLastsOverARestart)
     EXPECT_THAT(posted(), ElementsAre("tooLong"));
 }
 
-TEST_F(ScenarioTest, TheSpellOnPowerBeginsAnewAfterALongPause)
+TEST_F(ScenarioTest, TheSpellOnPowerRestartsAfterALongPause)
 {
     launch();
     machine.plugIn();

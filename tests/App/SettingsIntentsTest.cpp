@@ -12,10 +12,10 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-// What the controls of the settings window do.
+// What the settings window's intents do.
 class SettingsIntentsTest : public SettingsViewFixture {
 protected:
-    // The number that is stored after the stepper asked for `value`.
+    // The number stored after the stepper sent `value`.
     DefaultsValue number(const std::string& key, std::int64_t value)
     {
         intents.setNumber(key, value);
@@ -24,7 +24,7 @@ protected:
 
     static DefaultsValue whole(std::int64_t value) { return value; }
 
-    // A fresh machine on which nobody has decided about notifications.
+    // A new machine, whose user has not yet decided about notifications.
     void decideNothing()
     {
         machine.notifications.status = AuthorizationStatus::notDetermined;
@@ -80,7 +80,7 @@ TEST_F(SettingsIntentsTest, RequestsAuthorizationAfterTheExplanation)
                 ElementsAre(AuthorizationOptions{.alert = true, .sound = true, .badge = false}));
 }
 
-TEST_F(SettingsIntentsTest, AsksNothingWhenAnAlertIsTurnedOff)
+TEST_F(SettingsIntentsTest, DoesNotAskWhenAnAlertIsTurnedOff)
 {
     decideNothing();
     machine.defaults.set("lowEnabled", true);
@@ -91,7 +91,7 @@ TEST_F(SettingsIntentsTest, AsksNothingWhenAnAlertIsTurnedOff)
     EXPECT_EQ(stored("lowEnabled"), DefaultsValue{false});
 }
 
-TEST_F(SettingsIntentsTest, AsksNothingWhenAnAlertIsOnAlready)
+TEST_F(SettingsIntentsTest, DoesNotAskWhenAnAlertIsAlreadyOn)
 {
     decideNothing();
     machine.defaults.set("lowEnabled", true);
@@ -101,7 +101,7 @@ TEST_F(SettingsIntentsTest, AsksNothingWhenAnAlertIsOnAlready)
     EXPECT_EQ(machine.alertPanel.open, std::nullopt);
 }
 
-TEST_F(SettingsIntentsTest, AsksNothingForTheOtherToggles)
+TEST_F(SettingsIntentsTest, DoesNotAskForOtherToggles)
 {
     decideNothing();
     for (const auto* const key : {"repeatReminder", "quietEnabled", "showPercent", "showTime"}) {
@@ -111,7 +111,7 @@ TEST_F(SettingsIntentsTest, AsksNothingForTheOtherToggles)
     }
 }
 
-TEST_F(SettingsIntentsTest, AsksNothingWhenTheUserHasDecided)
+TEST_F(SettingsIntentsTest, DoesNotAskOnceTheUserHasDecided)
 {
     for (const auto status : {AuthorizationStatus::authorized, AuthorizationStatus::denied}) {
         decideNothing();
@@ -121,7 +121,7 @@ TEST_F(SettingsIntentsTest, AsksNothingWhenTheUserHasDecided)
     }
 }
 
-TEST_F(SettingsIntentsTest, StoresAnAlertAndAsksNothingWithoutNotifications)
+TEST_F(SettingsIntentsTest, StoresAToggleWithoutAskingIfNotificationsAreUnavailable)
 {
     decideNothing();
     machine.notifications.reachable = false;
@@ -159,14 +159,14 @@ TEST_F(SettingsIntentsTest, KeepsTheHoursWithin1And48)
     EXPECT_EQ(number("longHours", 9), whole(9));
 }
 
-TEST_F(SettingsIntentsTest, StepsANumberWrittenByHandFromTheNearestEnd)
+TEST_F(SettingsIntentsTest, StepsANumberOutOfRangeToTheNearestEnd)
 {
     EXPECT_EQ(number("limit", 149), whole(100));
     EXPECT_EQ(number("limit", -3), whole(50));
     EXPECT_EQ(number("longHours", std::numeric_limits<std::int64_t>::max()), whole(48));
 }
 
-TEST_F(SettingsIntentsTest, StoresNoNumberThatHasNoStepper)
+TEST_F(SettingsIntentsTest, IgnoresANumberWithoutAStepper)
 {
     intents.setNumber("quietStart", 5);
 
@@ -183,7 +183,7 @@ TEST_F(SettingsIntentsTest, StoresAPickedTimeInMinutes)
     EXPECT_EQ(stored("quietStart"), whole(1439));
 }
 
-TEST_F(SettingsIntentsTest, StoresTimesOfTheDayAlone)
+TEST_F(SettingsIntentsTest, ClampsTimesToTheDay)
 {
     intents.setTime("quietStart", {.hour = std::numeric_limits<std::int64_t>::max(), .minute = -1});
 
@@ -199,7 +199,7 @@ TEST_F(SettingsIntentsTest, PlaysAChosenSoundOnce)
     EXPECT_EQ(row<SoundRow>("limitSound").value, "Sosumi");
 }
 
-TEST_F(SettingsIntentsTest, PlaysASoundAgainOnlyWhenAnotherWasChosenBetween)
+TEST_F(SettingsIntentsTest, PlaysASoundAgainOnlyAfterAnotherWasChosen)
 {
     intents.chooseSound("limitSound", "Sosumi");
     intents.chooseSound("limitSound", "Sosumi");
@@ -230,7 +230,7 @@ TEST_F(SettingsIntentsTest, PlaysNothingForNoneAndDefault)
     EXPECT_THAT(machine.soundPlayer.played, IsEmpty());
 }
 
-TEST_F(SettingsIntentsTest, RegistersAtTheLogin)
+TEST_F(SettingsIntentsTest, RegistersTheLoginItem)
 {
     intents.setLaunchAtLogin(true);
     EXPECT_TRUE(machine.loginItem.on);
@@ -243,7 +243,7 @@ TEST_F(SettingsIntentsTest, RegistersAtTheLogin)
     EXPECT_THAT(machine.defaults.values, IsEmpty());
 }
 
-TEST_F(SettingsIntentsTest, TellsWhyALoginItemCouldNotBeChangedAndKeepsTheToggle)
+TEST_F(SettingsIntentsTest, ShowsWhyTheLoginItemCouldNotBeChanged)
 {
     machine.loginItem.failure = "Read-only file system";
 
@@ -260,14 +260,14 @@ TEST_F(SettingsIntentsTest, TellsWhyALoginItemCouldNotBeChangedAndKeepsTheToggle
 TEST_F(SettingsIntentsTest, ShowsTheRealStateAfterAFailedChange)
 {
     machine.loginItem.failure = "Read-only file system";
-    machine.loginItem.on = true;  // changed from outside since
+    machine.loginItem.on = true;  // changed by another program
 
     intents.setLaunchAtLogin(false);
 
     EXPECT_TRUE(view->launchAtLogin.get());
 }
 
-TEST_F(SettingsIntentsTest, TellsAFailureUntilAChangeSucceeds)
+TEST_F(SettingsIntentsTest, ShowsTheErrorUntilAChangeSucceeds)
 {
     machine.loginItem.failure = "Read-only file system";
     intents.setLaunchAtLogin(true);
@@ -284,7 +284,7 @@ TEST_F(SettingsIntentsTest, TellsAFailureUntilAChangeSucceeds)
     EXPECT_TRUE(view->launchAtLogin.get());
 }
 
-TEST_F(SettingsIntentsTest, AnnouncesAFailedChangeSoThatTheToggleIsDrawnAgain)
+TEST_F(SettingsIntentsTest, AnnouncesAFailedChangeSoThatTheToggleIsRedrawn)
 {
     machine.loginItem.failure = "Disk full";
     intents.setLaunchAtLogin(true);
@@ -296,7 +296,7 @@ TEST_F(SettingsIntentsTest, AnnouncesAFailedChangeSoThatTheToggleIsDrawnAgain)
     EXPECT_EQ(announced, 1);
 }
 
-TEST_F(SettingsIntentsTest, AsksBeforeItResetsTheHistory)
+TEST_F(SettingsIntentsTest, ConfirmsBeforeResettingTheHistory)
 {
     model->history.samples = {plugged(start)};
 
@@ -313,7 +313,7 @@ TEST_F(SettingsIntentsTest, AsksBeforeItResetsTheHistory)
     EXPECT_EQ(model->history.samples.size(), 1);
 }
 
-TEST_F(SettingsIntentsTest, EmptiesTheHistoryByReset)
+TEST_F(SettingsIntentsTest, DeletesTheHistoryOnReset)
 {
     model->history.samples = {plugged(start)};
     const auto version = model->historyVersion.get();
@@ -328,7 +328,7 @@ TEST_F(SettingsIntentsTest, EmptiesTheHistoryByReset)
     EXPECT_EQ(model->historyVersion.get(), version + 1);
 }
 
-TEST_F(SettingsIntentsTest, ChangesNothingByCancel)
+TEST_F(SettingsIntentsTest, ChangesNothingOnCancel)
 {
     model->history.samples = {plugged(start)};
     const auto version = model->historyVersion.get();
@@ -342,7 +342,7 @@ TEST_F(SettingsIntentsTest, ChangesNothingByCancel)
     EXPECT_EQ(model->historyVersion.get(), version);
 }
 
-TEST_F(SettingsIntentsTest, AsksOnceAtATime)
+TEST_F(SettingsIntentsTest, ShowsOneConfirmationAtATime)
 {
     struct CountingPanel : FakeAlertPanel {
         int runs = 0;
@@ -357,13 +357,13 @@ TEST_F(SettingsIntentsTest, AsksOnceAtATime)
     CountingPanel panel;
     view = std::make_shared<SettingsView>(
         model, SettingsView::Dependencies{.defaults = machine.defaults,
-                                   .batteryRegistry = machine.batteryRegistry,
-                                   .loginItem = machine.loginItem,
-                                   .soundPlayer = machine.soundPlayer,
-                                   .alertPanel = panel,
-                                   .clock = machine.clock,
-                                   .calendar = machine.calendar,
-                                   .texts = machine.texts});
+                                          .batteryRegistry = machine.batteryRegistry,
+                                          .loginItem = machine.loginItem,
+                                          .soundPlayer = machine.soundPlayer,
+                                          .alertPanel = panel,
+                                          .clock = machine.clock,
+                                          .calendar = machine.calendar,
+                                          .texts = machine.texts});
     intents = view->intents();
 
     intents.resetHistory();
@@ -375,7 +375,7 @@ TEST_F(SettingsIntentsTest, AsksOnceAtATime)
     EXPECT_EQ(panel.runs, 2);
 }
 
-TEST_F(SettingsIntentsTest, DoesNothingMoreWhenTheViewIsGone)
+TEST_F(SettingsIntentsTest, IgnoresIntentsOnceDestroyed)
 {
     model->history.samples = {plugged(start)};
     intents.resetHistory();

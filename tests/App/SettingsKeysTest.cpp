@@ -10,7 +10,7 @@
 namespace vorlane {
 namespace {
 
-// What stands between backticks.
+// The texts in backticks.
 std::vector<std::string> quoted(const std::string& cell)
 {
     std::vector<std::string> found;
@@ -23,7 +23,7 @@ std::vector<std::string> quoted(const std::string& cell)
     return found;
 }
 
-// The table of docs/settings.md: one line may list several keys, with a default for each or one for
+// The table in docs/settings.md. A row may list several keys, with one default for each or one for
 // all.
 std::map<std::string, std::string> documentedDefaults()
 {

@@ -1,4 +1,4 @@
-// The view of a settings window on a laptop in memory.
+// The view of the settings window on a fake laptop.
 #pragma once
 
 #include <memory>
@@ -17,16 +17,16 @@ protected:
     {
         return std::make_shared<SettingsView>(
             model, SettingsView::Dependencies{.defaults = machine.defaults,
-                                       .batteryRegistry = machine.batteryRegistry,
-                                       .loginItem = machine.loginItem,
-                                       .soundPlayer = machine.soundPlayer,
-                                       .alertPanel = machine.alertPanel,
-                                       .clock = machine.clock,
-                                       .calendar = machine.calendar,
-                                       .texts = machine.texts});
+                                              .batteryRegistry = machine.batteryRegistry,
+                                              .loginItem = machine.loginItem,
+                                              .soundPlayer = machine.soundPlayer,
+                                              .alertPanel = machine.alertPanel,
+                                              .clock = machine.clock,
+                                              .calendar = machine.calendar,
+                                              .texts = machine.texts});
     }
 
-    // The one row of that kind with that settings key.
+    // The only row of type `Row` with that settings key.
     template <typename Row>
     Row row(const std::string& key) const
     {

@@ -9,12 +9,12 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-// What the settings window shows: every section, row and text, and what can be operated.
+// What the settings window shows: every section, row and text, and which controls are enabled.
 class SettingsViewTest : public SettingsViewFixture {
 protected:
     SettingsSection section(std::size_t index) const { return view->content().sections.at(index); }
 
-    // The sound row of that key as a fresh machine has it.
+    // The sound row of that key on a new machine.
     static SoundRow sound(const std::string& key)
     {
         return {.key = key,
@@ -82,7 +82,7 @@ TEST_F(SettingsViewTest, ShowsTheLowBattery)
                             sound("lowSound")));
 }
 
-TEST_F(SettingsViewTest, ShowsThePluggedInTooLong)
+TEST_F(SettingsViewTest, ShowsPluggedInTooLong)
 {
     EXPECT_THAT(
         section(2).rows,
@@ -132,7 +132,7 @@ TEST_F(SettingsViewTest, ShowsTheGeneralSettings)
                             ResetRow{.title = "Reset History\u2026"}));
 }
 
-TEST_F(SettingsViewTest, SaysWhereTheMachineStopsChargingAtOrBelowTheLimit)
+TEST_F(SettingsViewTest, NotesAFirmwareThresholdAtOrBelowTheLimit)
 {
     const auto noteAt = [this](std::int64_t threshold) {
         machine.batteryRegistry.entry =
@@ -151,7 +151,7 @@ TEST_F(SettingsViewTest, SaysWhereTheMachineStopsChargingAtOrBelowTheLimit)
     EXPECT_EQ(noteAt(81), "");
 }
 
-TEST_F(SettingsViewTest, SaysThatTheMachineKeepsItsChargeBelowFull)
+TEST_F(SettingsViewTest, NotesThatTheFirmwareKeepsTheChargeBelowFull)
 {
     machine.batteryRegistry.entry = PropertyDictionary{{.key = "KeepsBelowFull", .value = true}};
 
@@ -160,13 +160,13 @@ TEST_F(SettingsViewTest, SaysThatTheMachineKeepsItsChargeBelowFull)
                        .color = std::nullopt}));
 }
 
-TEST_F(SettingsViewTest, PrefersTheNumberOfTheMachinesOwnLimit)
+TEST_F(SettingsViewTest, PrefersTheExactFirmwareThreshold)
 {
     machine.batteryRegistry.entry =
         PropertyDictionary{{.key = "KeepsBelowFull", .value = true},
                            {.key = "ChargeThreshold", .value = std::int64_t{90}}};
 
-    EXPECT_EQ(section(0).rows.size(), 4);  // at 80% the reminder comes first
+    EXPECT_EQ(section(0).rows.size(), 4);  // no note: the reminder comes first
 }
 
 TEST_F(SettingsViewTest, EndsWithWhatItCannotDo)
@@ -192,7 +192,7 @@ TEST_F(SettingsViewTest, ExplainsWhyAlertsCannotBeDelivered)
                    "the command line, alerts cannot be delivered.")));
 }
 
-TEST_F(SettingsViewTest, ExplainsNothingMoreWhenTheServiceCame)
+TEST_F(SettingsViewTest, RemovesThatNoteWhenNotificationsBecomeAvailable)
 {
     machine.notifications.reachable = false;
     ASSERT_EQ(section(6).rows.size(), 3);
@@ -202,7 +202,7 @@ TEST_F(SettingsViewTest, ExplainsNothingMoreWhenTheServiceCame)
     EXPECT_EQ(section(6).rows.size(), 2);
 }
 
-TEST_F(SettingsViewTest, ShowsWhatIsStored)
+TEST_F(SettingsViewTest, ShowsStoredValues)
 {
     for (const auto* const key : {"limitEnabled", "repeatReminder", "lowEnabled", "longEnabled",
                                   "healthEnabled", "quietEnabled", "showPercent", "showTime"}) {
@@ -227,7 +227,7 @@ TEST_F(SettingsViewTest, ShowsWhatIsStored)
     }
 }
 
-TEST_F(SettingsViewTest, ShowsANumberOutsideItsRangeAsItIs)
+TEST_F(SettingsViewTest, ShowsANumberOutOfRangeUnchanged)
 {
     machine.defaults.set("limit", std::int64_t{150});
 
@@ -236,7 +236,7 @@ TEST_F(SettingsViewTest, ShowsANumberOutsideItsRangeAsItIs)
     EXPECT_EQ(row<StepperRow>("limit").maximum, 100);
 }
 
-TEST_F(SettingsViewTest, ShowsASoundThatIsNotOnOfferAsItIs)
+TEST_F(SettingsViewTest, ShowsAnUnknownSoundUnchanged)
 {
     machine.defaults.set("lowSound", std::string("Gong"));
 
@@ -244,7 +244,7 @@ TEST_F(SettingsViewTest, ShowsASoundThatIsNotOnOfferAsItIs)
     EXPECT_EQ(row<SoundRow>("lowSound").entries, sound("lowSound").entries);
 }
 
-TEST_F(SettingsViewTest, DisablesWhatBelongsToTheChargeLimitButKeepsIt)
+TEST_F(SettingsViewTest, DisablesTheRowsOfTheChargeLimitButKeepsTheirValues)
 {
     machine.defaults.set("limit", std::int64_t{70});
     machine.defaults.set("repeatReminder", false);
@@ -262,7 +262,7 @@ TEST_F(SettingsViewTest, DisablesWhatBelongsToTheChargeLimitButKeepsIt)
     EXPECT_EQ(stored("limit"), DefaultsValue{std::int64_t{70}});
 }
 
-TEST_F(SettingsViewTest, DisablesOnlyWhatBelongsToTheToggle)
+TEST_F(SettingsViewTest, DisablesOnlyTheRowsOfTheToggle)
 {
     const std::vector<std::pair<std::string, std::vector<std::string>>> groups{
         {"limitEnabled", {"limit", "repeatReminder", "limitSound"}},
@@ -288,7 +288,7 @@ TEST_F(SettingsViewTest, DisablesTheTimesOfQuietHoursThatAreOff)
     EXPECT_EQ(row<TimeRow>("quietStart").time, (TimeOfDay{.hour = 22, .minute = 0}));
 }
 
-TEST_F(SettingsViewTest, ShowsAStoredMinuteAsATimeOfToday)
+TEST_F(SettingsViewTest, ShowsStoredMinutesAsATimeOfDay)
 {
     const auto shown = [this](std::int64_t minutes) {
         machine.defaults.set("quietStart", minutes);
@@ -302,7 +302,7 @@ TEST_F(SettingsViewTest, ShowsAStoredMinuteAsATimeOfToday)
     EXPECT_EQ(shown(1439), (TimeOfDay{.hour = 23, .minute = 59}));
 }
 
-TEST_F(SettingsViewTest, ShowsTheCurrentTimeForAMinuteThatNoDayHas)
+TEST_F(SettingsViewTest, ShowsTheCurrentTimeForAnImpossibleTime)
 {
     machine.clock.time = start + Seconds{14 * 60};
     for (const std::int64_t minutes : {-1, 1440, 5000}) {
@@ -311,7 +311,7 @@ TEST_F(SettingsViewTest, ShowsTheCurrentTimeForAMinuteThatNoDayHas)
     }
 }
 
-TEST_F(SettingsViewTest, ShowsTheNextTimeForOneThatTodaySkips)
+TEST_F(SettingsViewTest, ShowsTheNextValidTimeForOneThatTodaySkips)
 {
     // On this day the clock goes from 02:00 to 03:00.
     struct SpringCalendar : FakeCalendar {
@@ -323,19 +323,19 @@ TEST_F(SettingsViewTest, ShowsTheNextTimeForOneThatTodaySkips)
     const SpringCalendar calendar;
     view = std::make_shared<SettingsView>(
         model, SettingsView::Dependencies{.defaults = machine.defaults,
-                                   .batteryRegistry = machine.batteryRegistry,
-                                   .loginItem = machine.loginItem,
-                                   .soundPlayer = machine.soundPlayer,
-                                   .alertPanel = machine.alertPanel,
-                                   .clock = machine.clock,
-                                   .calendar = calendar,
-                                   .texts = machine.texts});
+                                          .batteryRegistry = machine.batteryRegistry,
+                                          .loginItem = machine.loginItem,
+                                          .soundPlayer = machine.soundPlayer,
+                                          .alertPanel = machine.alertPanel,
+                                          .clock = machine.clock,
+                                          .calendar = calendar,
+                                          .texts = machine.texts});
     machine.defaults.set("quietStart", std::int64_t{150});
 
     EXPECT_EQ(row<TimeRow>("quietStart").time, (TimeOfDay{.hour = 3, .minute = 0}));
 }
 
-TEST_F(SettingsViewTest, ReadsTheLoginItemWhenItIsMade)
+TEST_F(SettingsViewTest, ReadsTheLoginItemWhenConstructed)
 {
     machine.loginItem.on = true;
     EXPECT_FALSE(view->launchAtLogin.get());
@@ -347,7 +347,7 @@ TEST_F(SettingsViewTest, ReadsTheLoginItemWhenItIsMade)
               SettingsRow(LoginItemRow{.title = "Launch at Login", .value = true}));
 }
 
-TEST_F(SettingsViewTest, StoresNothingByShowingIt)
+TEST_F(SettingsViewTest, StoresNothingWhenShown)
 {
     (void)view->content();
 

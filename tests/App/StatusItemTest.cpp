@@ -8,12 +8,12 @@ namespace {
 
 using testing::IsEmpty;
 
-// What the status item shows of a state and the settings.
+// What the status item shows for a state and the settings.
 class StatusItemTest : public AppDelegateFixture {
 protected:
     StatusItemTest() { launch(); }
 
-    // The title of a battery at 50%, which lasts 125 minutes or nobody knows how long.
+    // The title at 50%, with 125 minutes left or no estimate.
     std::string title(bool showPercent, bool showTime, bool timeIsKnown)
     {
         machine.minutesLeft(timeIsKnown ? 125 : -1);
@@ -25,7 +25,7 @@ protected:
     }
 };
 
-TEST_F(StatusItemTest, SaysWhatTheTitleShowsInFieldsOfTheirOwn)
+TEST_F(StatusItemTest, AlsoReturnsThePartsOfTheTitle)
 {
     EXPECT_EQ(title(true, true, true), " 50% \u00b7 2:05");
     EXPECT_EQ(shown().percent, 50);
@@ -102,7 +102,7 @@ TEST_F(StatusItemTest, DescribesTheBatteryForScreenReaders)
     EXPECT_EQ(shown().accessibilityDescription, "No battery found");
 }
 
-TEST_F(StatusItemTest, TakesTheFirstSymbolThatTheSystemHas)
+TEST_F(StatusItemTest, UsesTheFirstSymbolThatTheSystemHas)
 {
     EXPECT_EQ(shown().symbol, "battery.50");
 
@@ -110,7 +110,7 @@ TEST_F(StatusItemTest, TakesTheFirstSymbolThatTheSystemHas)
     EXPECT_EQ(shown().symbol, "battery.100.bolt");
 
     machine.charge(100);
-    EXPECT_EQ(shown().symbol, "battery.100");  // "battery.100percent" is not among the fake's
+    EXPECT_EQ(shown().symbol, "battery.100");  // the fake tray lacks "battery.100percent"
 
     machine.statusBar.item.symbols.insert("battery.100percent");
     delegate->updateStatusItem();
@@ -127,7 +127,7 @@ TEST_F(StatusItemTest, HasNoImageWhenTheSystemHasNoSymbol)
     EXPECT_EQ(shown().title, " 50%");
 }
 
-TEST_F(StatusItemTest, TellsTheStateInItsToolTip)
+TEST_F(StatusItemTest, ShowsTheStateInTheToolTip)
 {
     EXPECT_EQ(shown().toolTip, "On battery, estimating time left\u2026");
 
@@ -158,7 +158,7 @@ TEST_F(StatusItemTest, NeedsAttentionWhileTheBatteryIsLow)
     EXPECT_FALSE(shown().needsAttention);
 }
 
-TEST_F(StatusItemTest, NeedsAttentionThoughNothingIsAnnounced)
+TEST_F(StatusItemTest, NeedsAttentionEvenIfNothingWasPosted)
 {
     machine.sleep();
     machine.charge(8);
@@ -169,7 +169,7 @@ TEST_F(StatusItemTest, NeedsAttentionThoughNothingIsAnnounced)
     EXPECT_THAT(posted(), IsEmpty());
 }
 
-TEST_F(StatusItemTest, NeedsAttentionAsTheUserWantsToBeReminded)
+TEST_F(StatusItemTest, NeedsAttentionAccordingToTheUsersSettings)
 {
     machine.charge(20);
     set("lowEnabled", false);
@@ -182,7 +182,7 @@ TEST_F(StatusItemTest, NeedsAttentionAsTheUserWantsToBeReminded)
     EXPECT_FALSE(shown().needsAttention);
 }
 
-TEST_F(StatusItemTest, TakesSettingsOfTheWrongKindAsOff)
+TEST_F(StatusItemTest, TreatsSettingsOfTheWrongTypeAsOff)
 {
     set("showPercent", std::string("yes"));
     set("showTime", std::int64_t{1});

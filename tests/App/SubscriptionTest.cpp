@@ -38,7 +38,7 @@ TEST(SubscriptionTest, MovesItsRegistrationToAnotherHolder)
     EXPECT_EQ(ended, 1);
 }
 
-TEST(SubscriptionTest, EndsTheRegistrationThatItReplaces)
+TEST(SubscriptionTest, EndsARegistrationWhenItIsReplaced)
 {
     int first = 0;
     int second = 0;
@@ -53,7 +53,7 @@ TEST(SubscriptionTest, EndsTheRegistrationThatItReplaces)
     EXPECT_FALSE(subscription);
 }
 
-TEST(SubscriptionTest, SurvivesAnAssignmentToItself)
+TEST(SubscriptionTest, SurvivesSelfAssignment)
 {
     int ended = 0;
     Subscription subscription([&] { ++ended; });

@@ -11,7 +11,7 @@ using testing::Field;
 using testing::IsEmpty;
 using namespace std::chrono_literals;
 
-// The program on a machine that misbehaves.
+// The whole program on a machine with hardware, clock and file trouble.
 using TroubleTest = AppDelegateFixture;
 
 TEST_F(TroubleTest, ABatteryIsPulledAndPutBack)
@@ -50,7 +50,7 @@ TEST_F(TroubleTest, TheClockIsSetBackAndForth)
               "Plugged in for over 8 h at 80%. Unplug it to let the battery rest.");
 }
 
-TEST_F(TroubleTest, AMalformedHistoryIsKeptAsideAndANewOneBegun)
+TEST_F(TroubleTest, AMalformedHistoryIsRenamedAndANewOneStarted)
 {
     machine.files.contents[FakeMachine::historyFile] = "[{\"t\":1";
     launch();
@@ -63,7 +63,7 @@ TEST_F(TroubleTest, AMalformedHistoryIsKeptAsideAndANewOneBegun)
                 ElementsAre(Field(&Sample::p, 50), Field(&Sample::p, 50)));
 }
 
-TEST_F(TroubleTest, NothingIsThereToBeRead)
+TEST_F(TroubleTest, NoDataIsAvailable)
 {
     machine.removeBattery();
     machine.powerSources.watchable = false;
