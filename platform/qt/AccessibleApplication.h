@@ -1,5 +1,5 @@
-// The application as assistive programs see it. Qt leaves every popup out of its windows; ours is
-// one that a person stays in, and has to be found.
+// The application as assistive programs see it. Qt leaves popups out of its list of windows; this
+// adds the popover, in which users work as in any other window.
 #pragma once
 
 #include <QAccessible>
@@ -10,7 +10,7 @@ namespace vorlane::platform {
 
 class AccessibleApplication : public QAccessibleApplication {
 public:
-    // Once, when the application has been made.
+    // Call once, after the application object was created.
     static void install();
 
     int childCount() const override;

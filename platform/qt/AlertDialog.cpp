@@ -51,7 +51,7 @@ AlertDialog::AlertDialog(const AlertPanelContent& content, QWidget* parent,
 
 void AlertDialog::finish(const QAbstractButton* chosen)
 {
-    // Closing the window tells which button that stands for only after this.
+    // When the window is closed, Qt sets clickedButton() only after this signal.
     const auto found = std::ranges::find(choices, chosen ? chosen : escapeButton());
     if (found == choices.end()) return;
     if (const auto answered = std::exchange(answered_, nullptr)) {

@@ -1,4 +1,4 @@
-// A question with its buttons, as a dialog that answers later.
+// Shows a question with its buttons as a dialog, and reports the answer through a callback.
 #pragma once
 
 #include <QMessageBox>
@@ -9,7 +9,8 @@
 
 namespace vorlane::platform {
 
-// Escape and closing it are the cancel button. A destructive button is never the default.
+// Escape and closing the window choose the cancel button. A destructive button is never the
+// default.
 class AlertDialog : public QMessageBox {
     Q_OBJECT
 

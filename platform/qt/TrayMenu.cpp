@@ -6,7 +6,7 @@ namespace vorlane::platform {
 
 namespace {
 
-// A single ampersand would mark the letter after it as a shortcut.
+// Qt would take a single ampersand as the mark of a shortcut letter.
 QString label(const std::string& title)
 {
     return QString::fromStdString(title).replace('&', "&&");

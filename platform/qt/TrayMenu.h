@@ -1,4 +1,4 @@
-// The status item's menu, for trays that open none themselves.
+// The tray item's menu, for trays that do not show menus themselves.
 #pragma once
 
 #include <QMenu>

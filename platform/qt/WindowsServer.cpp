@@ -18,7 +18,8 @@ namespace {
 
 constexpr std::size_t largestMessage = 1 << 20;  // a popover with its chart has some 20 KB
 
-// Qt takes it when the next window is activated. One that was not needed must not be used later.
+// Qt uses the token when it next activates a window. Clears a leftover one, which must not serve a
+// later window.
 void useToken(const std::string& token)
 {
     qunsetenv("XDG_ACTIVATION_TOKEN");
@@ -28,7 +29,7 @@ void useToken(const std::string& token)
 }  // namespace
 
 template <typename Message>
-void WindowsServer::tell(const Message& message)
+void WindowsServer::report(const Message& message)
 {
     if (!sendFrame(socket_, wire::encodeAs<FromWindows>(message))) _exit(EXIT_FAILURE);
     idling.start();
@@ -52,26 +53,26 @@ void WindowsServer::receive()
         const auto message =
             received == Receiving::frame ? wire::decode<ToWindows>(frame) : std::nullopt;
         if (!message) _exit(EXIT_SUCCESS);
-        take(*message);
+        handle(*message);
     }
 }
 
-void WindowsServer::take(const ToWindows& message)
+void WindowsServer::handle(const ToWindows& message)
 {
-    std::visit(Overloaded{[this](const Appearance& one) { themes.setAppearance(one); },
-                          [this](const ShowPopover& one) { show(one); },
-                          [this](const UpdatePopover& one) { update(one); },
+    std::visit(Overloaded{[this](const Appearance& request) { themes.setAppearance(request); },
+                          [this](const ShowPopover& request) { show(request); },
+                          [this](const UpdatePopover& request) { update(request); },
                           [this](const ClosePopover&) {
                               if (popover) popover->dismiss();
                           },
-                          [this](const ShowSettings& one) { show(one); },
-                          [this](const UpdateSettings& one) {
-                              if (form) form->setContent(one.content);
+                          [this](const ShowSettings& request) { show(request); },
+                          [this](const UpdateSettings& request) {
+                              if (form) form->setContent(request.content);
                           },
-                          [this](const Ask& one) { ask(one); },
-                          [this](const PopUpMenu& one) { popUp(one); }},
+                          [this](const Ask& request) { ask(request); },
+                          [this](const PopUpMenu& request) { popUp(request); }},
                message);
-    tell(Handled{++handled});
+    report(Handled{++handled});
 }
 
 void WindowsServer::followTheme() const
@@ -82,12 +83,12 @@ void WindowsServer::followTheme() const
 
 void WindowsServer::show(const ShowPopover& message)
 {
-    const auto pointer = QCursor::pos();  // now, before the hand moves on
+    const auto pointer = QCursor::pos();  // now, before the user moves it
     useToken(message.token);
     if (!popover) {
         panel = new PopoverPanel(popoverIntents());
         popover = std::make_unique<PopoverWindow>(panel, [this](bool byPress) {
-            tell(PopoverClosed{.opening = popoverOpening, .byPress = byPress});
+            report(PopoverClosed{.opening = popoverOpening, .byPress = byPress});
         });
         followTheme();
     }
@@ -111,7 +112,7 @@ void WindowsServer::show(const ShowSettings& message)
             .title = message.title.c_str(), .width = message.width, .height = message.height};
         form = new SettingsForm(settingsIntents());
         settings = std::make_unique<SettingsFrame>(
-            size, form, [this] { tell(SettingsClosed{settingsOpening}); });
+            size, form, [this] { report(SettingsClosed{settingsOpening}); });
         followTheme();
     }
     settingsOpening = message.opening;
@@ -123,7 +124,7 @@ void WindowsServer::ask(const Ask& message)
 {
     auto* const above = settings && settings->isVisible() ? settings.get() : nullptr;
     const auto answered = [this, id = message.id](std::size_t button) {
-        tell(Answered{.id = id, .button = button});
+        report(Answered{.id = id, .button = button});
     };
     auto* const dialog = new AlertDialog(message.content, above, answered);  // deletes itself
     dialog->open();
@@ -132,38 +133,38 @@ void WindowsServer::ask(const Ask& message)
 void WindowsServer::popUp(const PopUpMenu& message)
 {
     auto* const menu = new TrayMenu(  // deletes itself
-        message.items, [this](MenuAction action) { tell(Chosen{action}); });
+        message.items, [this](MenuAction action) { report(Chosen{action}); });
     menu->popup(QCursor::pos());
 }
 
-// The resident program decides whether to end this process: it may just have sent a message.
+// The resident program decides whether to end this process: it may have a message in flight.
 void WindowsServer::reportIdleness()
 {
     for (const auto* const window : QApplication::topLevelWidgets()) {
         if (window->isVisible()) return;
     }
-    tell(Idle{});
+    report(Idle{});
 }
 
 PopoverIntents WindowsServer::popoverIntents()
 {
-    return {.openSettings = [this] { tell(OpenSettings{}); },
-            .quit = [this] { tell(Quit{}); },
-            .cancelSnooze = [this] { tell(CancelSnooze{}); },
-            .selectRange = [this](std::int64_t range) { tell(SelectRange{range}); }};
+    return {.openSettings = [this] { report(OpenSettings{}); },
+            .quit = [this] { report(Quit{}); },
+            .cancelSnooze = [this] { report(CancelSnooze{}); },
+            .selectRange = [this](std::int64_t range) { report(SelectRange{range}); }};
 }
 
 SettingsIntents WindowsServer::settingsIntents()
 {
     const auto set = [this](const std::string& key, auto value) {
-        tell(SetSetting{.key = key, .value = value});
+        report(SetSetting{.key = key, .value = value});
     };
     return {.setToggle = set,
             .setNumber = set,
             .setTime = set,
             .chooseSound = set,
-            .setLaunchAtLogin = [this](bool on) { tell(SetLaunchAtLogin{on}); },
-            .resetHistory = [this] { tell(ResetHistory{}); }};
+            .setLaunchAtLogin = [this](bool on) { report(SetLaunchAtLogin{on}); },
+            .resetHistory = [this] { report(ResetHistory{}); }};
 }
 
 }  // namespace vorlane::platform

@@ -30,9 +30,9 @@ public:
 
 private:
     void receive();
-    void take(const ToWindows& message);
+    void handle(const ToWindows& message);
     template <typename Message>
-    void tell(const Message& message);
+    void report(const Message& message);
     void followTheme() const;
     void show(const ShowPopover& message);
     void update(const UpdatePopover& message);
@@ -47,8 +47,8 @@ private:
     QSocketNotifier notifier;
     QTimer idling;
     ThemeSource themes;
-    std::unique_ptr<PopoverWindow> popover;  // made when it is first shown
-    PopoverPanel* panel = nullptr;           // in it
+    std::unique_ptr<PopoverWindow> popover;  // created when first shown
+    PopoverPanel* panel = nullptr;           // the content of `popover`
     std::unique_ptr<SettingsFrame> settings;
     SettingsForm* form = nullptr;
     std::uint64_t popoverOpening = 0;

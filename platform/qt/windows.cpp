@@ -1,4 +1,4 @@
-// The windows process: started by the resident program, which is at the other end of a socket.
+// The windows process. The resident program starts it and talks to it over a socket.
 #include <fcntl.h>
 #include <poll.h>
 #include <sys/prctl.h>
@@ -22,7 +22,7 @@ namespace {
 
 QtMessageHandler usualHandler = nullptr;
 
-// Qt aborts where there is no display, and an abort leaves a core dump.
+// Qt aborts when it finds no display, which would leave a core dump.
 void exitInsteadOfAborting(QtMsgType type, const QMessageLogContext& context,
                            const QString& message)
 {
@@ -45,14 +45,14 @@ bool hasDisplay()
     return isOnWayland() || !qgetenv("DISPLAY").isEmpty() || !qgetenv("QT_QPA_PLATFORM").isEmpty();
 }
 
-// What Qt reads when the application object is made.
+// Qt reads these settings when the application object is created.
 void configureQt()
 {
     usualHandler = qInstallMessageHandler(exitInsteadOfAborting);
     setDefault("QT_QPA_PLATFORM", isOnWayland() ? "wayland;xcb" : "xcb");
-    // Nothing is drawn by OpenGL, whose drivers would take more memory than all the rest.
+    // We draw nothing with OpenGL; its drivers would take more memory than everything else.
     setDefault("QT_XCB_GL_INTEGRATION", "none");
-    // A saved session would start this file, beside the resident program's autostart entry.
+    // Session restore would start this executable in addition to the autostart entry.
     QCoreApplication::setAttribute(Qt::AA_DisableSessionManager);
 }
 
@@ -75,8 +75,8 @@ int showWindows()
 {
     (void)fcntl(windowsSocket, F_SETFD, FD_CLOEXEC);
     (void)prctl(PR_SET_PDEATHSIG, SIGKILL);     // a hung process would not see its socket close
-    if (isSocketClosed()) return EXIT_SUCCESS;  // the resident program ended before that
-    if (!hasDisplay()) return EXIT_FAILURE;     // Qt would advise reinstalling the program
+    if (isSocketClosed()) return EXIT_SUCCESS;  // the resident program exited before prctl()
+    if (!hasDisplay()) return EXIT_FAILURE;     // Qt would print advice to reinstall the program
     configureQt();
 
     std::array<char, 8> name{"vorlane"};

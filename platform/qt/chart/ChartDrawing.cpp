@@ -13,7 +13,7 @@ constexpr double betweenTimes = 14;
 
 using Segment = std::span<const ChartPoint>;
 
-// What lies level between two others adds nothing to the line but work.
+// A point between two others at the same level does not change the line.
 bool isLevel(Segment segment, std::size_t i)
 {
     return i + 1 < segment.size() && segment[i - 1].pct == segment[i].pct &&
@@ -23,7 +23,7 @@ bool isLevel(Segment segment, std::size_t i)
 void add(ChartDrawing& drawing, Segment segment, const ChartGeometry& at)
 {
     const auto first = at.position(segment.front());
-    if (segment.size() == 1) return drawing.lonely.push_back(first);
+    if (segment.size() == 1) return drawing.dots.push_back(first);
 
     QPainterPath path(first);
     for (std::size_t i = 1; i < segment.size(); ++i) {

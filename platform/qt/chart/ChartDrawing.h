@@ -1,4 +1,4 @@
-// The shapes of a chart: they change only with its record, its size and its letters.
+// The shapes of a chart, cached: they change only with its content, size and font.
 #pragma once
 
 #include <QFont>
@@ -12,9 +12,9 @@ namespace vorlane::platform {
 
 struct ChartDrawing {
     std::vector<TimeMark> marks;
-    std::vector<QPainterPath> lines;  // apart: a path costs more than its parts
+    std::vector<QPainterPath> lines;  // separate: one path for all is slower to draw
     std::vector<QPainterPath> areas;  // between a line and the bottom
-    std::vector<QPointF> lonely;      // samples without neighbours
+    std::vector<QPointF> dots;        // samples without neighbours
 
     struct Frame {
         QRectF plot;

@@ -1,4 +1,4 @@
-// Where a chart's record lies on the screen.
+// Converts a chart's dates and percentages to positions in its plot, and back.
 #pragma once
 
 #include <QRectF>
@@ -26,7 +26,7 @@ private:
     double range;
 };
 
-// The point whose time is the closest; null when there is none.
+// The point closest in time; null when there is none.
 const ChartPoint* nearest(const std::vector<ChartPoint>& points, Date date);
 
 }  // namespace vorlane::platform

@@ -1,4 +1,4 @@
-// What a chart says in words.
+// A chart as text: a summary, and the reading of one sample.
 #pragma once
 
 #include "App/content/ChartContent.h"

@@ -199,7 +199,7 @@ void ChartWidget::paintGrid(QPainter& painter, const ChartDrawing& drawn) const
     painter.setPen(theme.secondary);
     const auto line = [&](const QRectF& bar) { painter.fillRect(bar, theme.separator); };
 
-    double freeAbove = height();  // where nothing is written yet
+    double freeAbove = height();  // no label is drawn above this yet
     double freeLeft = width();
     for (const auto& mark : content.marks) {
         const double y = at.y(mark.value);
@@ -229,7 +229,8 @@ void ChartWidget::paintLines(QPainter& painter, const ChartDrawing& drawn) const
     fading.setColorAt(0, tint);
     tint.setAlphaF(0.05F);
     fading.setColorAt(1, tint);
-    // A history may hold the future, when the clock was set back, or what no battery says.
+    // The history may hold samples from the future, after the clock was set back, and impossible
+    // percentages.
     painter.setClipRect(area.adjusted(-lineWidth, -lineWidth, lineWidth, lineWidth));
     for (const auto& below : drawn.areas) painter.fillPath(below, fading);
 
@@ -238,7 +239,7 @@ void ChartWidget::paintLines(QPainter& painter, const ChartDrawing& drawn) const
     for (const auto& line : drawn.lines) painter.drawPath(line);
     painter.setPen(Qt::NoPen);
     painter.setBrush(theme.accent);
-    for (const auto& dot : drawn.lonely) painter.drawEllipse(dot, lineWidth, lineWidth);
+    for (const auto& dot : drawn.dots) painter.drawEllipse(dot, lineWidth, lineWidth);
     painter.setClipping(false);
 }
 

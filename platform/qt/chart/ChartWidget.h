@@ -1,4 +1,4 @@
-// The battery's charge over time: one line per segment, a grid with its labels, and the sample
+// Draws the battery's charge over time: one line per segment, a grid with labels, and the sample
 // under the pointer or chosen by the arrow keys.
 #pragma once
 
@@ -22,7 +22,7 @@ public:
 
     void setContent(const ChartContent& next);
 
-    // What is shown beside the chosen sample; empty when there is none.
+    // The text beside the chosen sample; empty when there is none.
     QString shownReading() const;
 
     // Where the lines are drawn, and where the reading is written.
@@ -56,7 +56,7 @@ private:
 
     ChartContent content;
     std::optional<ChartDrawing> cached;
-    std::optional<Date> chosen;  // the sample that is read, by its time
+    std::optional<Date> chosen;  // the time of the sample whose reading is shown
 };
 
 }  // namespace vorlane::platform

@@ -1,4 +1,4 @@
-// Instants as the user's clock and language tell them.
+// Formats instants in the user's time zone and locale.
 #pragma once
 
 #include <QDateTime>
@@ -8,8 +8,9 @@
 
 namespace vorlane::platform {
 
-// In the C library's time zone, which Qt::LocalTime looks up at each conversion. Unlike a QTimeZone
-// it follows the system's, knows zones by file name, and always agrees with the resident part.
+// Uses the C library's time zone, which Qt::LocalTime looks up at each conversion. Unlike
+// QTimeZone, it follows the system's zone, knows zones by file name and always agrees with the
+// resident program.
 struct LocalTimes {
     QLocale locale;
 

@@ -38,7 +38,7 @@ std::vector<TimeMark> TimeMarks::everyHours(int step, const LocalTimes& times) c
         const auto day = first.addDays(index);
         for (int hour = 0; hour < 24; hour += step) {
             const QDateTime local(day, QTime(hour, 0));
-            // An hour that summer time skips is another one when asked back.
+            // QDateTime moves an hour that summer time skips.
             if (!local.isValid() || local.time().hour() != hour) continue;
             const auto date = times.date(local);
             if (contains(date)) found.push_back(mark(date, times.fullHour(date)));
@@ -54,7 +54,7 @@ std::vector<TimeMark> TimeMarks::everyDays(int step, const LocalTimes& times) co
     const auto days = first.daysTo(times.local(until).date());
     for (qint64 index = 0; index <= days; ++index) {
         const auto day = first.addDays(index);
-        // Counted from a fixed day: the marks stay on their days as time goes on.
+        // Counted from a fixed day, so that the marks stay on their days as time passes.
         if (day.toJulianDay() % step != 0) continue;
         const auto date = times.date(day.startOfDay());  // not always 00:00
         if (contains(date)) found.push_back(mark(date, times.weekday(date)));

@@ -1,4 +1,4 @@
-// The marks below a chart's time axis: round local hours, or midnights with the name of the day.
+// The marks below a chart's time axis: round local hours, or midnights with the weekday.
 #pragma once
 
 #include <functional>
@@ -18,9 +18,9 @@ struct TimeMarks {
     Date until;
     double width = 0;                                  // of the axis
     std::function<double(const QString&)> labelWidth;  // a label begins at its mark
-    double gap = 0;                                    // at least, between two labels
+    double gap = 0;                                    // minimum, between two labels
 
-    // The densest marks whose labels keep their distance; in order.
+    // In order; as dense as the labels' distance allows.
     std::vector<TimeMark> marks(const LocalTimes& times) const;
 
 private:

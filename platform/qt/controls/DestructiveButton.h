@@ -1,4 +1,4 @@
-// A button as wide as its row, for what cannot be undone.
+// A button as wide as its row, for an action that cannot be undone.
 #pragma once
 
 #include <QPushButton>

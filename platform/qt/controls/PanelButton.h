@@ -1,4 +1,4 @@
-// A quiet push button, as tall as its letters need.
+// A flat push button, as large as its text needs.
 #pragma once
 
 #include <QPushButton>

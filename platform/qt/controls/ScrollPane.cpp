@@ -16,18 +16,18 @@ ScrollPane::ScrollPane(QWidget* content)
     content->installEventFilter(this);
 }
 
-void ScrollPane::setMostHeight(int height)
+void ScrollPane::setHeightLimit(int height)
 {
-    if (height == mostHeight) return;
-    mostHeight = height;
+    if (height == heightLimit) return;
+    heightLimit = height;
     updateGeometry();
 }
 
 QSize ScrollPane::sizeHint() const
 {
     const auto whole = widget()->size();
-    if (whole.height() <= mostHeight) return whole;
-    return {whole.width() + verticalScrollBar()->sizeHint().width(), mostHeight};
+    if (whole.height() <= heightLimit) return whole;
+    return {whole.width() + verticalScrollBar()->sizeHint().width(), heightLimit};
 }
 
 bool ScrollPane::eventFilter(QObject* watched, QEvent* event)

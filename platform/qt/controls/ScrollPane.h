@@ -1,4 +1,4 @@
-// Shows its content whole where there is room, and scrolls it up and down where there is not.
+// Shows its content in full, or scrolls it vertically when it is too high.
 #pragma once
 
 #include <QScrollArea>
@@ -9,11 +9,11 @@ class ScrollPane : public QScrollArea {
     Q_OBJECT
 
 public:
-    // Takes the content, whose width never changes.
+    // Takes ownership of the content, whose width must not change.
     explicit ScrollPane(QWidget* content);
 
     // In device-independent pixels.
-    void setMostHeight(int height);
+    void setHeightLimit(int height);
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override { return sizeHint(); }
@@ -22,7 +22,7 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    int mostHeight = QWIDGETSIZE_MAX;
+    int heightLimit = QWIDGETSIZE_MAX;
 };
 
 }  // namespace vorlane::platform

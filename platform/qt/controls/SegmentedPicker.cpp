@@ -10,7 +10,7 @@ namespace vorlane::platform {
 namespace {
 
 constexpr double radius = 7;
-constexpr int margin = 2;  // between the groove and the chosen segment
+constexpr int margin = 2;  // between the groove and the selected segment
 constexpr QSize textMargins{10, 3};
 
 }  // namespace
@@ -49,7 +49,7 @@ SegmentedPicker::SegmentedPicker(std::function<void(std::int64_t)> pick, QWidget
     row->setContentsMargins(margin, margin, margin, margin);
     row->setSpacing(margin);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
-    // Built at once: Tab goes through widgets in the order in which they were made.
+    // Created together: Tab visits widgets in the order of their creation.
     while (segments.size() < choicesAtMost) addSegment();
 }
 
@@ -58,7 +58,7 @@ void SegmentedPicker::addSegment()
     auto* segment = new Segment(this);
     layout()->addWidget(segment);
     const auto index = static_cast<std::int64_t>(segments.size());
-    // Toggled, not clicked: assistive programs toggle.
+    // `toggled`, not `clicked`: assistive programs toggle without clicking.
     connect(segment, &Segment::toggled, this, [this, index](bool on) {
         if (on) pick_(index);
     });
@@ -72,7 +72,7 @@ void SegmentedPicker::setContent(const RangePicker& content)
         segments[i]->setVisible(used);
         if (!used) continue;
         segments[i]->setText(QString::fromStdString(content.choices[i]));
-        const QSignalBlocker silent(segments[i]);  // to show a choice is no wish of the user's
+        const QSignalBlocker silent(segments[i]);  // only the user's choices are reported
         if (static_cast<std::int64_t>(i) == content.selected) segments[i]->setChecked(true);
     }
     updateGeometry();

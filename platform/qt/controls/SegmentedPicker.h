@@ -1,4 +1,4 @@
-// A choice of one among two, side by side. Arrow keys move it, as radio buttons do.
+// Two choices side by side, one of them selected. The arrow keys change the selection.
 #pragma once
 
 #include <QRadioButton>
@@ -27,7 +27,7 @@ class SegmentedPicker : public QWidget {
 public:
     static constexpr std::size_t choicesAtMost = 2;
 
-    // `pick`: called with the index that the user chose.
+    // `pick` is called with the index that the user chose.
     explicit SegmentedPicker(std::function<void(std::int64_t)> pick, QWidget* parent = nullptr);
 
     void setContent(const RangePicker& content);

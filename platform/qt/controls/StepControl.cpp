@@ -13,7 +13,7 @@ namespace vorlane::platform {
 
 namespace {
 
-// A spin box for assistive programs.
+// Presents the control as a spin box to assistive programs.
 class AccessibleStepControl : public QAccessibleWidget, public QAccessibleValueInterface {
 public:
     explicit AccessibleStepControl(StepControl* stepControl)
@@ -226,7 +226,7 @@ void StepControl::leaveEvent(QEvent* /*event*/)
     update();
 }
 
-// Without the keyboard's focus the form scrolls instead.
+// Without keyboard focus, the wheel scrolls the form instead.
 void StepControl::wheelEvent(QWheelEvent* event)
 {
     if (!hasFocus() || !rect().contains(event->position().toPoint())) return event->ignore();

@@ -1,4 +1,4 @@
-// The two buttons that count a whole number up and down. The number itself is shown elsewhere.
+// Two buttons that count a number up and down. The number itself is shown elsewhere.
 #pragma once
 
 #include <QBasicTimer>
@@ -28,16 +28,16 @@ public:
 
     void setRange(Range bounds);
 
-    // May lie outside the range; the first step leads into it.
+    // May lie outside the range; the first step brings it inside.
     void setValue(std::int64_t number);
 
     std::int64_t value() const { return value_; }
     const Range& range() const { return range_; }
 
-    // What the user asks for, brought into the range.
+    // Sets the value on the user's behalf, clamped to the range.
     void request(std::int64_t number);
 
-    // That many steps; none beyond an end.
+    // Steps on the user's behalf, down if negative; stops at the ends of the range.
     void stepBy(std::int64_t steps);
 
     QSize sizeHint() const override;
@@ -72,7 +72,7 @@ private:
     Button held = Button::none;
     Button hovered = Button::none;
     QBasicTimer repeating;
-    int wheelAngle = 0;  // of less than one notch
+    int wheelAngle = 0;  // turned since the last full notch
 };
 
 }  // namespace vorlane::platform

@@ -1,4 +1,4 @@
-// A switch that is on or off, without a title.
+// An on/off switch without a title.
 #pragma once
 
 #include <QAbstractButton>

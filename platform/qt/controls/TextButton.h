@@ -14,7 +14,7 @@ public:
         : Themed<Button, textFont>(parent), margins(textMargins)
     {
         this->setAttribute(Qt::WA_Hover);
-        this->setFocusPolicy(Qt::TabFocus);  // a click leaves no focus frame
+        this->setFocusPolicy(Qt::TabFocus);  // a click shows no focus ring
         this->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     }
 
@@ -26,7 +26,7 @@ public:
     QSize minimumSizeHint() const override { return sizeHint(); }
 
 private:
-    QSize margins;  // at each side, above and below
+    QSize margins;  // width at either side, height above and below
 };
 
 }  // namespace vorlane::platform

@@ -18,7 +18,7 @@ struct Span {
     bool touches(int position) const { return begin <= position && position <= end; }
 };
 
-// The hours first, then the minutes.
+// Where the numbers are: first the hours, then the minutes.
 std::vector<Span> numbers(const QString& text)
 {
     static const QRegularExpression digits(QStringLiteral("\\p{Nd}+"));
@@ -66,7 +66,7 @@ void TimeBox::setTimeOfDay(TimeOfDay time)
     const QTime fresh(static_cast<int>(time.hour), static_cast<int>(time.minute));
     if (fresh == stored) return;
     stored = fresh;
-    if (!isHalfTyped()) showStored();
+    if (!isBeingEdited()) showStored();
 }
 
 void TimeBox::showStored()
@@ -81,12 +81,12 @@ bool TimeBox::isWholeSelected() const
     return hasFocus() && lineEdit()->selectedText() == text();
 }
 
-bool TimeBox::isHalfTyped() const
+bool TimeBox::isBeingEdited() const
 {
     return lineEdit()->isModified();
 }
 
-// After Enter and when the focus leaves.
+// Called on Enter and when the focus leaves.
 void TimeBox::commit()
 {
     const auto notation = this->notation();
@@ -125,7 +125,7 @@ TimeBox::Section TimeBox::section() const
     return cursor < spans[0].begin ? Section::hour : Section::minute;
 }
 
-// Leaves the cursor where the next step finds the section again.
+// Selects the section, so that the next step changes it again.
 void TimeBox::select(Section section)
 {
     const auto spans = numbers(text());
@@ -148,7 +148,7 @@ void TimeBox::measure()
         const auto text = notation.text(QTime(hour, 58));
         textWidth = std::max(textWidth, fontMetrics().horizontalAdvance(text));
     }
-    if (!isHalfTyped()) showStored();
+    if (!isBeingEdited()) showStored();
     updateGeometry();
     update();
 }
@@ -171,7 +171,7 @@ void TimeBox::paintEvent(QPaintEvent* /*event*/)
     if (hasFocus()) paintRing(painter, shape, radius, theme);
 }
 
-// Without the keyboard's focus the form scrolls instead.
+// Without keyboard focus, the wheel scrolls the form instead.
 void TimeBox::wheelEvent(QWheelEvent* event)
 {
     if (!hasFocus()) return event->ignore();
@@ -184,7 +184,7 @@ void TimeBox::changeEvent(QEvent* event)
     if (event->type() == QEvent::LocaleChange) measure();
 }
 
-// Typing replaces the time, unless a click said where.
+// Selects the whole time, so that typing replaces it; a click places the cursor instead.
 void TimeBox::focusInEvent(QFocusEvent* event)
 {
     QAbstractSpinBox::focusInEvent(event);

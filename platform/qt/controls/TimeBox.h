@@ -1,5 +1,5 @@
-// A time of day, hours and minutes, as the user's country writes it. It may be typed in any way
-// that `TimeNotation` reads; of anything else, the old time comes back.
+// A field for a time of day, written as in the user's locale. Accepts everything that
+// `TimeNotation` parses; anything else restores the previous time.
 #pragma once
 
 #include <QAbstractSpinBox>
@@ -16,15 +16,15 @@ class TimeBox : public QAbstractSpinBox {
     Q_OBJECT
 
 public:
-    // `changed` is called for the user's changes only, and not for what is half typed.
+    // `changed` is called for the user's changes only, once editing is finished.
     explicit TimeBox(std::function<void(TimeOfDay)> changed, QWidget* parent = nullptr);
 
     void setTheme(const Theme& shades);
 
-    // What is half typed stays.
+    // Does not replace text that the user is editing.
     void setTimeOfDay(TimeOfDay time);
 
-    // The hours, the minutes or the half of the day, where the cursor is.
+    // Steps the hours, the minutes or AM/PM, depending on where the cursor is.
     void stepBy(int steps) override;
 
     QSize sizeHint() const override;
@@ -41,7 +41,7 @@ private:
     enum class Section { hour, minute, half };
 
     TimeNotation notation() const { return {.locale = locale()}; }
-    bool isHalfTyped() const;
+    bool isBeingEdited() const;
     bool isWholeSelected() const;
     Section section() const;
     void select(Section section);

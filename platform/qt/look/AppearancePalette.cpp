@@ -9,7 +9,7 @@ struct Shades {
     QRgb base;
     QRgb button;
     QRgb text;
-    QRgb dimmed;  // placeholders and what is not enabled
+    QRgb dimmed;  // placeholders and disabled text
     QRgb highlight;
     QRgb link;
 };
@@ -36,7 +36,7 @@ bool isDark(const QPalette& palette)
 
 QPalette paletteOf(const Shades& shades)
 {
-    // The bevels between these come from the button's colour.
+    // Qt derives the colours of bevels from the button colour.
     QPalette palette{QColor(shades.button), QColor(shades.window)};
     const auto set = [&palette](QRgb color, std::initializer_list<QPalette::ColorRole> roles) {
         for (const auto role : roles) palette.setColor(role, QColor(color));

@@ -1,5 +1,5 @@
-// Which palette windows have: the desktop's own, or ours where the desktop has none or another
-// than its user asks for.
+// Chooses the windows' palette: the desktop's, or ours where the desktop has none or does not match
+// the user's light or dark preference. `ThemeSource` applies it.
 #pragma once
 
 #include <QPalette>
@@ -11,10 +11,10 @@ namespace vorlane::platform {
 
 struct DesktopPalette {
     QPalette palette;
-    bool builtIn;  // Qt's own grey, since it knows no desktop here
+    bool builtIn;  // Qt's own grey, used where Qt does not know the desktop
 };
 
-// Absent: the desktop's own is right.
+// Absent when the desktop's palette is right.
 std::optional<QPalette> ownPalette(const Appearance& appearance, const DesktopPalette& desktop);
 
 std::optional<QColor> accentColor(const Appearance& appearance);

@@ -1,4 +1,4 @@
-// The empty battery, drawn in the height of its font's letters.
+// A drawing of an empty battery.
 #pragma once
 
 #include <QWidget>

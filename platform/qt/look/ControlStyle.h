@@ -1,5 +1,4 @@
-// How our own controls look alike: their sizes, their fill and the ring of the one with the
-// keyboard.
+// The shared look of our controls: their sizes, their fill and the focus ring.
 #pragma once
 
 #include <QFocusEvent>
@@ -10,18 +9,19 @@
 
 namespace vorlane::platform {
 
-// In device-independent pixels; they grow with the desktop's font.
+// In device-independent pixels, scaled with the desktop's font.
 struct ControlMetrics {
     explicit ControlMetrics(const QFont& body);
 
     int line = 0;    // a line of text
-    int row = 0;     // the least height of a row
+    int row = 0;     // the minimum height of a row
     int field = 0;   // the height of a control
-    int indent = 0;  // from a card's edge to what lies in it
+    int indent = 0;  // between a card's edge and its content
     double radius = 0.0;
 };
 
-// Around the shape of each control, so that its ring has room and all right edges meet.
+// The margin around each control's shape: room for its focus ring. All controls have it, so that
+// their right edges align.
 constexpr int ringRoom = 3;
 
 struct FieldState {
@@ -32,10 +32,10 @@ struct FieldState {
 
 QColor fieldFill(const Theme& theme, FieldState state);
 
-// Text on a card. Disabled is dimmed, never unreadable.
+// For text on a card. Disabled text is dimmed but stays readable.
 QColor textColor(const Theme& theme, bool enabled);
 
-// Where a control with a ring is drawn.
+// The control's rectangle without the margin for its focus ring.
 QRectF shapeInRing(const QWidget& control);
 
 void paintRing(QPainter& painter, const QRectF& shape, double radius, const Theme& theme);

@@ -1,4 +1,4 @@
-// One thin line from side to side.
+// A horizontal hairline.
 #pragma once
 
 #include <QWidget>

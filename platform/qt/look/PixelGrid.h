@@ -1,4 +1,4 @@
-// Where the screen's own pixels begin, so that thin lines stay sharp at any scale.
+// Aligns thin lines with the screen's pixels, so that they stay sharp at any scale.
 #pragma once
 
 #include <QPainter>
@@ -12,7 +12,7 @@ class PixelGrid {
 public:
     explicit PixelGrid(const QPainter& painter) : toDevice(painter.deviceTransform()) {}
 
-    // The nearest positions at which a pixel begins.
+    // The nearest position at which a pixel begins.
     double x(double position) const
     {
         return (std::round(position * toDevice.m11() + toDevice.dx()) - toDevice.dx()) /
@@ -24,7 +24,7 @@ public:
                toDevice.m22();
     }
 
-    // As many whole pixels as fit into one point, at least one.
+    // The thickness of a hairline: as many whole pixels as fit into one point, at least one.
     double hairline() const { return std::max(1.0, std::floor(toDevice.m11())) / toDevice.m11(); }
 
     QRectF row(double left, double right, double top) const

@@ -1,11 +1,11 @@
-// Text that wraps in the width it is given.
+// A label that wraps its text to its width.
 #pragma once
 
 #include <QLabel>
 
 namespace vorlane::platform {
 
-// Broken where the sense pauses, if the text needs more than one line and no more of them for it.
+// If the text needs several lines, breaks it after punctuation, unless that takes more lines.
 QString brokenAtPauses(const QString& text, const QFontMetrics& metrics, int width);
 
 class TextLabel : public QLabel {

@@ -4,7 +4,7 @@ namespace vorlane::platform {
 
 namespace {
 
-// Strong enough for small text on the window's colour, light or dark.
+// With enough contrast for small text on a light or a dark window.
 struct Signals {
     QRgb green;
     QRgb orange;
@@ -13,7 +13,7 @@ struct Signals {
 constexpr Signals onLight{0xff1b7a33, 0xffb35300, 0xffcf1b2b};
 constexpr Signals onDark{0xff3ccf62, 0xffffa42e, 0xffff6e64};
 
-// For areas, which are seen at less contrast than letters are read at.
+// For areas, which need less contrast than text.
 constexpr Signals fillOnLight{0xff2a9d48, 0xffe07800, 0xffe0343f};
 constexpr Signals fillOnDark{0xff34c759, 0xffff9f0a, 0xffff5f57};
 

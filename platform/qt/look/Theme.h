@@ -1,4 +1,4 @@
-// The shades and letter sizes of our windows, all derived from the desktop's own.
+// The colours and fonts of our windows, derived from the desktop's palette and font.
 #pragma once
 
 #include <QColor>
@@ -17,12 +17,12 @@ struct Theme {
     QColor text;
     QColor secondary;  // dimmed text, still easy to read
     QColor separator;  // hairlines
-    QColor track;      // the part of a gauge that is not filled
+    QColor track;      // the unfilled part of a gauge
     QColor control;    // behind a button's or a picker's text
     QColor controlHover;
     QColor controlPressed;
-    QColor raised;  // the chosen part of a picker
-    QColor shadow;  // below it
+    QColor raised;  // the selected part of a picker
+    QColor shadow;  // below `raised`
     QColor accent;
     QColor green;
     QColor orange;
@@ -32,16 +32,16 @@ struct Theme {
     QColor redFill;
 
     QFont body;
-    QFont headline;  // the state, a section's header
+    QFont headline;  // the battery's state, section headers
     QFont callout;   // details
     QFont caption;   // lines of small text
     QFont caption2;  // the footnote
     QFont gauge;     // the number in the ring
 
-    // `accent`: the user's choice, else the palette's highlight.
+    // Without an `accent` of the user's choice, the palette's highlight.
     static Theme of(const QPalette& palette, const QFont& base, std::optional<QColor> accent);
 
-    // For letters. Secondary where a record names no colour.
+    // For text. `secondary` when absent.
     QColor shade(std::optional<Color> color) const;
 
     // For areas and thick lines.

@@ -10,7 +10,7 @@ namespace vorlane::platform {
 
 namespace {
 
-// The application has no palette of its own at this moment.
+// Call while the application has the desktop's palette.
 DesktopPalette desktopPalette()
 {
     const auto palette = QApplication::palette();
@@ -52,7 +52,7 @@ void ThemeSource::choosePalette()
     QApplication::setPalette(QPalette());  // back to the desktop's
     if (QApplication::style()->name() != desktopStyle) QApplication::setStyle(desktopStyle);
     if (const auto palette = ownPalette(appearance, desktopPalette())) {
-        // The one style that takes every colour from the palette.
+        // The only style that takes every colour from the palette.
         if (QApplication::style()->name() != "fusion") QApplication::setStyle("fusion");
         QApplication::setPalette(*palette);
     }

@@ -1,4 +1,4 @@
-// The theme that all windows share, derived anew when the desktop or its user changes the looks.
+// The theme that all windows share. Follows the desktop and the user's appearance settings.
 #pragma once
 
 #include <QObject>
@@ -9,7 +9,7 @@
 
 namespace vorlane::platform {
 
-// One for the application, whose palette it sets.
+// One per application, whose palette and style it sets.
 class ThemeSource : public QObject {
     Q_OBJECT
 

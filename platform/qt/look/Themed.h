@@ -1,4 +1,4 @@
-// A widget with a theme: it has one of the theme's fonts and paints itself in its colours.
+// A widget that takes its font and colours from a theme.
 #pragma once
 
 #include "platform/qt/look/Theme.h"

@@ -19,7 +19,7 @@ QString withoutQuoted(QString format)
     return format.remove(quoted);
 }
 
-// Letters to compare: one case, one width, digits from 0 to 9, no marks that show nothing.
+// Normalized for comparison: one case, one width, digits from 0 to 9, no invisible characters.
 QString plain(const QString& text)
 {
     static const QRegularExpression unseen(QStringLiteral("\\p{Cf}"));
@@ -31,7 +31,7 @@ QString plain(const QString& text)
     return found.toCaseFolded().remove(unseen);
 }
 
-// "a. m." and "AM" are one.
+// "a. m." becomes "am".
 QString squeezed(QString words)
 {
     static const QRegularExpression spaces(QStringLiteral("[\\s\\p{Z}.]"));
@@ -68,7 +68,7 @@ QString TimeNotation::shortFormat(const QLocale& locale)
 {
     static const QRegularExpression seconds(QStringLiteral("[:.]?ss?"));
     auto format = locale.timeFormat(QLocale::ShortFormat).remove(seconds);
-    // Qt 6.4 leaves the "B" of zh_TW, the part of the day, which it cannot write.
+    // Qt 6.4 keeps the "B" (part of the day) of zh_TW, which it cannot format.
     return format.replace(QLatin1Char('B'), QLatin1String("AP"));
 }
 
@@ -87,7 +87,7 @@ std::optional<QTime> TimeNotation::time(const QString& typed) const
                                  QStringLiteral("h"), shown(*this, morning).separator};
     if (!half || !separators.contains(entry->separator)) return std::nullopt;
 
-    // "21:30 PM" says one thing twice; "21:30 AM" contradicts itself.
+    // "21:30 PM" is redundant; "21:30 AM" contradicts itself.
     int hour = entry->hour;
     if (*half == Half::am && hour > 12) return std::nullopt;
     if (*half != Half::none && hour <= 12) hour = hour % 12 + (*half == Half::pm ? 12 : 0);
@@ -100,7 +100,7 @@ bool TimeNotation::has12Hours() const
     return withoutQuoted(format).contains(QLatin1Char('a'), Qt::CaseInsensitive);
 }
 
-// The locale's words go first: what is English for one half may be its word for the other.
+// The locale's words come first: the English word for one half may be its word for the other.
 std::optional<TimeNotation::Half> TimeNotation::halfOf(const QString& words) const
 {
     const auto known = [](const QString& word) { return squeezed(plain(word)); };

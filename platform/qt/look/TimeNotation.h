@@ -1,4 +1,4 @@
-// How a country writes a time of day: as text, and read back from what a user types.
+// How a locale writes a time of day. Formats times and parses what users type.
 #pragma once
 
 #include <QLocale>
@@ -10,7 +10,7 @@ namespace vorlane::platform {
 
 struct TimeNotation {
     QLocale locale;
-    QString format = shortFormat(locale);  // in the letters of QLocale::toString()
+    QString format = shortFormat(locale);  // as for QLocale::toString()
 
     // Qt's short time format without seconds.
     static QString shortFormat(const QLocale& locale);
@@ -18,8 +18,8 @@ struct TimeNotation {
     // "21:30" or "9:30 PM"
     QString text(QTime time) const;
 
-    // Reads what `text()` writes and, by either clock, what is shorter: "21.30", "2130", "9pm".
-    // AM and PM may be in English or in the locale's words, digits in any script.
+    // Parses what `text()` writes and, in 12 or 24 hours, shorter forms: "21.30", "2130", "9pm". AM
+    // and PM may be in English or in the locale's language, digits in any script.
     std::optional<QTime> time(const QString& typed) const;
 
     bool has12Hours() const;

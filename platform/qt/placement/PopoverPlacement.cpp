@@ -7,11 +7,11 @@ namespace vorlane::platform {
 
 namespace {
 
-constexpr int gap = 6;  // to the panel, to the pointer and to the ends of the work area
+constexpr int gap = 6;  // to the panel, the pointer and the edges of the work area
 
 enum class Edge { top, bottom, left, right };
 
-// In this order where two are equally near: most panels lie along the top or the bottom.
+// The first wins a tie: most panels are at the top or at the bottom.
 Edge nearestEdge(QPoint point, const QRect& area)
 {
     const std::array distances{
@@ -35,7 +35,7 @@ QPoint PopoverPlacement::position(QSize popover) const
 {
     const auto width = popover.width();
     const auto height = popover.height();
-    // Pushed into the work area, a pointer on a panel stands at the panel's edge.
+    // Clamped to the work area, a pointer on a panel is at the panel's edge.
     const QPoint anchor(within(pointer.x(), workArea.left(), workArea.right()),
                         within(pointer.y(), workArea.top(), workArea.bottom()));
 
@@ -59,7 +59,7 @@ QPoint PopoverPlacement::position(QSize popover) const
             within(corner.y(), workArea.top() + gap, workArea.bottom() + 1 - gap - height)};
 }
 
-int PopoverPlacement::mostHeight() const
+int PopoverPlacement::maximumHeight() const
 {
     return workArea.height() - 2 * gap;
 }

@@ -1,4 +1,4 @@
-// Where the popover goes on a screen whose panel was clicked. Decides only: it moves nothing.
+// Computes where the popover goes on a screen whose panel was clicked. Moves nothing.
 #pragma once
 
 #include <QPoint>
@@ -12,13 +12,13 @@ struct PopoverPlacement {
     QRect screen;
     QRect workArea;  // the part of the screen that panels leave free
 
-    // The top left corner of a popover: beside the panel under the pointer and centred on the
-    // pointer; beside the pointer itself where no panel is known. Inside the work area, at its
-    // top left when it does not fit.
+    // The popover's top left corner: beside the panel under the pointer and centred on the pointer;
+    // beside the pointer itself when no panel is known. Inside the work area, or at its top left
+    // when the popover does not fit.
     QPoint position(QSize popover) const;
 
-    // Of a popover that fits.
-    int mostHeight() const;
+    // The height of the highest popover that fits.
+    int maximumHeight() const;
 };
 
 }  // namespace vorlane::platform

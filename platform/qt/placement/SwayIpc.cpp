@@ -21,7 +21,7 @@ constexpr std::uint32_t getTree = 4;
 constexpr std::uint32_t longest = 16 << 20;  // bytes of an answer
 constexpr int patience = 200;                // milliseconds for a message and its answer
 
-// Both ways alike, the numbers in the machine's own order.
+// The same in both directions; numbers in native byte order.
 struct Header {
     char magic[6] = {'i', '3', '-', 'i', 'p', 'c'};
     std::uint32_t length = 0;
@@ -36,7 +36,7 @@ public:
         if (fd < 0 || path.size() >= static_cast<qsizetype>(sizeof address.sun_path)) return;
         address.sun_family = AF_UNIX;
         std::memcpy(address.sun_path, path.constData(), static_cast<std::size_t>(path.size()));
-        // It holds for connect(), too, which waits while the queue of connections is full.
+        // Applies to connect() too, which blocks while the listen queue is full.
         const timeval longestWait{.tv_sec = 0, .tv_usec = 1000L * patience};
         (void)setsockopt(fd, SOL_SOCKET, SO_SNDTIMEO, &longestWait, sizeof longestWait);
         connected = connect(fd, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0;
@@ -54,7 +54,7 @@ public:
                                  MSG_NOSIGNAL) == data.size();
     }
 
-    // In as many pieces as it comes in, as long as all of it comes in time.
+    // Reads piece by piece until the deadline.
     bool read(void* data, std::size_t length) const
     {
         for (auto* at = static_cast<char*>(data); length > 0;) {

@@ -1,4 +1,4 @@
-// The commands and questions that sway takes over its socket (the i3 IPC protocol).
+// Sends commands and queries to sway over its socket (the i3 IPC protocol).
 #pragma once
 
 #include <QByteArray>
@@ -8,8 +8,8 @@
 
 namespace vorlane::platform {
 
-// A connection for each message. An answer is waited for, a fifth of a second at most; after one
-// that did not come, nothing is sent until `tryAgain`.
+// Opens a connection per message and waits up to 0.2 s for the answer. After a failure it sends
+// nothing until `tryAgain`.
 class SwayIpc {
 public:
     // Absent outside of sway.

@@ -30,10 +30,10 @@ bool SwayPlacer::prepare()
 {
     if (!sway) return false;
     sway->tryAgain();
-    if (!ruled) {
+    if (!hasRule) {
         const QString rule("for_window [pid=%1 title=\"^%2$\"] floating enable, border none");
         sway->run(rule.arg(name.process).arg(name.title).toUtf8());
-        ruled = sway->answers();
+        hasRule = sway->answers();
     }
     return sway->answers();
 }
@@ -69,7 +69,7 @@ void SwayPlacer::place(SwayWindow shown)
 {
     const auto ours = QString("[con_id=%1] ").arg(shown.id);
     if (std::exchange(atPointer, false)) {
-        // Not in the rule: sway puts a new window into the middle after its rules have run.
+        // Not part of the rule: sway centres a new window after it has applied the rules.
         sway->run((ours + "move position mouse").toUtf8());
         if (const auto moved = find()) shown = *moved;
     }

@@ -1,4 +1,5 @@
-// Puts a window beside sway's bar, which no Wayland client can do for itself.
+// Places a window beside sway's bar through sway's IPC; a Wayland client cannot place its own
+// windows.
 #pragma once
 
 #include <QDeadlineTimer>
@@ -17,23 +18,23 @@ class SwayPlacer : public QObject {
     Q_OBJECT
 
 public:
-    // Windows of this title are told by it, and by being our process's.
+    // Places this process's windows with this title.
     explicit SwayPlacer(const QString& title);
 
     // Around the visible panel, for its shadow.
     void setMargin(int around) { margin = around; }
 
-    // Before the window is shown: has sway float it. False when it will not be placed.
+    // Call before the window is shown: makes sway float it. False when it will not be placed.
     bool prepare();
 
-    // As soon as sway shows the window: moves it to the pointer and beside the bar.
+    // Waits for sway to show the window, then moves it to the pointer and beside the bar.
     void placeAtPointer();
 
-    // After a change of its size: beside the bar, where it is.
+    // Call after a resize: moves the window beside the bar, without following the pointer.
     void placeAgain();
 
 Q_SIGNALS:
-    // The window is in its place, or stays where it is.
+    // The window was placed, or placing it failed and it stays where it is.
     void placed();
 
 private:
@@ -47,7 +48,7 @@ private:
     int margin = 0;
     QTimer retry;
     QDeadlineTimer patience;
-    bool ruled = false;  // sway has the rule for our windows
+    bool hasRule = false;  // sway has the rule for our windows
     bool atPointer = false;
 };
 

@@ -14,7 +14,7 @@ QRect rectOf(const QJsonObject& node)
     return {rect["x"].toInt(), rect["y"].toInt(), rect["width"].toInt(), rect["height"].toInt()};
 }
 
-// `around` holds the output and the workspace that were met on the way down.
+// `around` collects the output and the workspace on the way down.
 std::optional<SwayWindow> findBelow(const QJsonObject& node, const SwayWindowName& name,
                                     SwayWindow around)
 {
@@ -35,8 +35,8 @@ std::optional<SwayWindow> findBelow(const QJsonObject& node, const SwayWindowNam
     return std::nullopt;
 }
 
-// Of the range in which the pointer may be, the end at the output's edge where the window touches
-// it: the panel would have come nearer to the edge without the margin.
+// Where the pointer was, from the range in which it may be: at the output's edge if the window
+// touches that edge, because only the window's margin kept the panel away from it.
 int pointerAlong(int first, int last, int outputFirst, int outputLast)
 {
     if (first <= outputFirst) return outputFirst;
@@ -44,7 +44,8 @@ int pointerAlong(int first, int last, int outputFirst, int outputLast)
     return (first + last) / 2;
 }
 
-// On the bar, since the pointer itself is not told; on the window where there is no bar.
+// sway does not report the pointer, so this assumes it on the bar, or on the window when there is
+// no bar.
 QPoint pointerOnBar(const SwayWindow& shown)
 {
     const QPoint middle(pointerAlong(shown.window.left(), shown.window.right(), shown.output.left(),

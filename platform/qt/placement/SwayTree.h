@@ -1,5 +1,5 @@
-// Our window in sway's tree of outputs, workspaces and windows, and where it is to go. Decides
-// only.
+// Finds our window in sway's tree of outputs, workspaces and windows, and computes where it goes.
+// Moves nothing.
 #pragma once
 
 #include <QJsonObject>
@@ -12,12 +12,12 @@ namespace vorlane::platform {
 
 struct SwayWindow {
     qint64 id;
-    QRect window;  // sway has centred it on the pointer, as far as the output lets it
-    int margin;    // of it around the visible panel
+    QRect window;  // centred on the pointer by sway, within the output
+    int margin;    // of the window around the visible panel
     QRect output;
-    QRect workspace;  // what bars leave of the output
+    QRect workspace;  // the part of the output that bars leave free
 
-    // Of the window, so that the panel is beside the bar, where there is one.
+    // The window position that puts the panel beside the bar, if there is one.
     QPoint position() const;
 };
 

@@ -1,4 +1,4 @@
-// All that the popover says of a battery: gauge, cycles, details and the chart with its range.
+// What the popover shows of a battery: gauge, cycles, details and the chart with its range.
 #pragma once
 
 #include <QWidget>
@@ -33,7 +33,7 @@ private:
     DetailRowLabel* cycleRow;
     CycleBar* cycleBar;
     QWidget* details;
-    std::vector<DetailRowLabel*> rows;  // built when first needed, then kept
+    std::vector<DetailRowLabel*> rows;  // created when first needed, then reused
     SegmentedPicker* picker;
     ChartWidget* chart;
     Theme theme;

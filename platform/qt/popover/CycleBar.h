@@ -1,4 +1,4 @@
-// A thin bar that is filled from the left.
+// A thin progress bar for the charge cycles.
 #pragma once
 
 #include <QProgressBar>

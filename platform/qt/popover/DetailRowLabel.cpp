@@ -6,7 +6,7 @@ namespace vorlane::platform {
 
 namespace {
 
-constexpr int gap = 12;  // at least, between label and value
+constexpr int gap = 12;  // minimum, between label and value
 constexpr int wrapping = Qt::TextWrapAnywhere | Qt::TextWordWrap;
 
 }  // namespace

@@ -1,5 +1,5 @@
-// One row of details: what it is at the left, its value at the right. Where both do not fit into
-// one line, the value moves below.
+// One row of details: label at the left, value at the right, or below the label if the line is too
+// short.
 #pragma once
 
 #include <QLabel>
@@ -9,7 +9,7 @@
 
 namespace vorlane::platform {
 
-// One label with one text, so that a screen reader says name and value together.
+// A single label, so that a screen reader reads label and value together.
 class DetailRowLabel : public Themed<QLabel, &Theme::callout> {
     Q_OBJECT
 

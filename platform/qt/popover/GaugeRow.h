@@ -1,4 +1,4 @@
-// The ring, and beside it the state, the time on power and the snooze.
+// The ring, with the state, the time on power and the snooze beside it.
 #pragma once
 
 #include <QWidget>

@@ -1,4 +1,4 @@
-// What the popover says where there is no battery.
+// What the popover shows when there is no battery.
 #pragma once
 
 #include <QWidget>

@@ -67,7 +67,7 @@ void PopoverPanel::setTheme(const Theme& theme)
 
 void PopoverPanel::showEvent(QShowEvent* event)
 {
-    // No control is in focus until a key asks for one.
+    // No control has the focus until the user moves it there by keyboard.
     setFocus();
     QWidget::showEvent(event);
 }

@@ -1,5 +1,5 @@
-// The popover's content: shows its record and reports what its user asks for. The window around
-// it is somebody else's.
+// The popover's content: shows its record and reports the user's intents. `PopoverWindow` is the
+// window around it.
 #pragma once
 
 #include <QWidget>
@@ -23,7 +23,7 @@ public:
 
     explicit PopoverPanel(PopoverIntents intents, QWidget* parent = nullptr);
 
-    // Both fit the panel's height before they return.
+    // Both adjust the panel's height before they return.
     void setContent(const PopoverContent& content);
     void setTheme(const Theme& theme);
 

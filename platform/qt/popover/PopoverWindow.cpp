@@ -49,7 +49,8 @@ PopoverWindow::PopoverWindow(QWidget* content, ClosedByUser closedByUser,
     connect(&resting, &QTimer::timeout, this, [this] {
         if (const auto pointer = std::exchange(waiting, std::nullopt)) openAt(*pointer);
     });
-    // Where the focus follows the pointer, it goes astray on the way from the bar to here.
+    // With focus-follows-mouse, the focus may go astray while the pointer moves from the bar to the
+    // popover.
     leaving.setSingleShot(true);
     leaving.setInterval(400ms);
     connect(&leaving, &QTimer::timeout, this, &QWidget::close);
@@ -67,7 +68,7 @@ PopoverWindow::PopoverWindow(QWidget* content, ClosedByUser closedByUser,
         pane->addScrollBarWidget(clear, end);
     }
 
-    // Under sway nothing is seen of it until it is in its place.
+    // Under sway, invisible until sway has placed it.
     auto policy = pane->sizePolicy();
     policy.setRetainSizeWhenHidden(true);
     pane->setSizePolicy(policy);
@@ -83,8 +84,8 @@ void PopoverWindow::openAt(QPoint pointer)
         waiting = pointer;
         return;
     }
-    // On Wayland some compositors ignore a window that asks for the keyboard; a new one gets it,
-    // and appears on the workspace in use.
+    // Some Wayland compositors ignore an open window's request for focus. A new window gets the
+    // focus and appears on the current workspace.
     if (!canGrabPointer() && !isActiveWindow()) hide();
     if (!isVisible()) {
         pointer_ = pointer;
@@ -105,7 +106,7 @@ void PopoverWindow::dismiss()
 }
 
 // On X, Qt notices 0.1 s late that a closed popup has lost the focus, and then closes any popup
-// that was opened meanwhile.
+// that was opened in the meantime.
 bool PopoverWindow::isResting() const
 {
     return canGrabPointer() && resting.isActive();
@@ -140,7 +141,8 @@ void PopoverWindow::hideEvent(QHideEvent* event)
     resting.start();
 }
 
-// A Wayland window that never got the focus learns only of presses on our other windows.
+// A Wayland window that never had the focus cannot lose it; it sees only presses on our other
+// windows.
 bool PopoverWindow::eventFilter(QObject* watched, QEvent* event)
 {
     const auto type = event->type();
@@ -202,7 +204,7 @@ void PopoverWindow::place()
         .pointer = pointer_, .screen = screen->geometry(), .workArea = screen->availableGeometry()};
     // A Wayland compositor fits the whole window to the screen.
     const int inside = border + (canGrabPointer() ? 0 : frame.margin());
-    pane->setMostHeight(placement.mostHeight() - 2 * inside);
+    pane->setHeightLimit(placement.maximumHeight() - 2 * inside);
     layout()->activate();
     const QPoint shadow(frame.margin(), frame.margin());
     move(placement.position(frame.panel(rect()).size()) - shadow);

@@ -1,4 +1,4 @@
-// The frameless window around the popover's content: where it stands, and how its user closes it.
+// The frameless window around the popover's content: where it is placed and how the user closes it.
 #pragma once
 
 #include <QPoint>
@@ -14,14 +14,14 @@
 
 namespace vorlane::platform {
 
-// Where the platform lets a window grab the pointer (X) it is a popup, which an outside press
-// closes; elsewhere it closes when another window becomes active, or one of ours is pressed.
+// On X it is a popup, which grabs the pointer and closes on a press outside. Elsewhere it closes
+// when another window becomes active or one of ours is pressed.
 class PopoverWindow : public QWidget {
     Q_OBJECT
 
 public:
-    // `byPress`: a press elsewhere may have closed it. If that was on the status item, it is about
-    // to be reported as a click, too.
+    // `byPress`: a press outside may have closed it. A press on the tray item is also reported as a
+    // click, soon after.
     using ClosedByUser = std::function<void(bool byPress)>;
 
     // Takes ownership of `content`. `closedByUser` is not called for `dismiss`. `composited` is
@@ -29,15 +29,14 @@ public:
     PopoverWindow(QWidget* content, ClosedByUser closedByUser,
                   std::function<bool()> composited = isComposited);
 
-    // Opens beside the panel at the pointer's position, or brings the open window to the front.
-    // Gives it the keyboard. Shortly after closing it opens with a short delay.
+    // Opens beside the panel at the pointer's position, or raises the open window, and gives it the
+    // keyboard focus. Right after it was closed, opens with a short delay.
     void openAt(QPoint pointer);
 
-    // Also cancels an opening that is still delayed.
+    // Hides the window and cancels a delayed opening.
     void dismiss();
 
-    // Takes the size that the content now has, as far as the screen has room for it, and stays
-    // beside the panel.
+    // Resizes to the content, as far as the screen allows, and stays beside the panel.
     void fit();
 
 protected:
@@ -59,7 +58,7 @@ private:
     std::function<bool()> composited_;
     PopoverFrame frame;
     ScrollPane* pane;
-    QTimer resting;                 // since it was closed
+    QTimer resting;                 // runs for a moment after closing
     std::optional<QPoint> waiting;  // where to open once `resting` has elapsed
     QTimer leaving;                 // runs while another window is active
     SwayPlacer sway;

@@ -12,7 +12,7 @@ constexpr double padding = 6;
 constexpr double ringWidth = 11;
 constexpr double roomForText = 66;  // between the sides of the ring, at the height of the digits
 
-// Digits take equal room, whatever the font: the text must not jitter as the battery drains.
+// Gives all digits the same width in any font: the text must not jitter as the battery drains.
 struct Typesetting {
     explicit Typesetting(const QFont& font) : metrics(font)
     {
@@ -37,7 +37,7 @@ struct Typesetting {
     double digitWidth = 0;
 };
 
-// Shrunk, where the desktop's letters are too large for the ring at its fullest.
+// Shrinks a font in which "100%" does not fit into the ring.
 QFont fitted(QFont font, const QString& text)
 {
     const auto widest =

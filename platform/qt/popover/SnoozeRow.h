@@ -1,4 +1,5 @@
-// The snooze in words and the link that ends it: beside it, or below where there is no room.
+// The snooze's text and the link that ends it, beside the text or below it if the line is too
+// short.
 #pragma once
 
 #include <QWidget>

@@ -1,4 +1,4 @@
-// A row with its title at one side and its control at the other.
+// A settings row with its title at one side and its control at the other.
 #pragma once
 
 #include <QLabel>
@@ -19,7 +19,7 @@ public:
 protected:
     virtual void setControlTheme(const Theme& theme) = 0;
 
-    // To be called once.
+    // Call once.
     void setControl(QWidget* widget);
 
     // Also the control's name for assistive programs.

@@ -1,4 +1,4 @@
-// Rows on one sheet with round corners, a hairline between each two of them.
+// Shows rows on a card with round corners, separated by hairlines.
 #pragma once
 
 #include <QBoxLayout>
@@ -17,7 +17,7 @@ public:
 
     void addRow(SettingsRowView* row);
 
-    // Belongs to the row above it. `after`: how many rows are above.
+    // Inserts the note below the first `after` rows.
     void insertNote(QLabel* note, std::size_t after);
 
     void setTheme(const Theme& theme);

@@ -13,7 +13,7 @@ namespace {
 
 constexpr int barWidth = 12;
 
-// A thumb and nothing else: the form is short, and its margin is as wide as the bar.
+// Just a thumb, without arrows: the form is short, and its margin is as wide as the bar.
 QString barStyle(const Theme& theme)
 {
     const auto thumb = [&theme](int alpha) {
@@ -56,7 +56,7 @@ SettingsForm::SettingsForm(SettingsIntents intents)
     setTheme(Theme::of(palette(), font(), std::nullopt));
 }
 
-// The focus leaves its child while a widget is destroyed, too late to ask anything of this one.
+// Deleting a focused child changes the focus, when this object is already half destroyed.
 SettingsForm::~SettingsForm()
 {
     disconnect(qApp, nullptr, this, nullptr);
@@ -81,10 +81,10 @@ void SettingsForm::setTheme(const Theme& theme)
     for (auto* const section : sections) section->setTheme(theme);
 }
 
-// The same at both sides, with the bar and without.
+// Keeps the margins at both sides equal, with and without the scroll bar.
 void SettingsForm::setMargins()
 {
-    // Large letters need the width more.
+    // Capped, because large fonts need the width.
     const int side = std::min(qRound(1.25 * ControlMetrics(theme_.body).line), 24);
     const bool hasBar = verticalScrollBar()->maximum() > 0;
     stack->setContentsMargins(side, side / 2, side - (hasBar ? barWidth : 0), side);

@@ -1,4 +1,4 @@
-// The settings window's inside: the sections below each other, scrolled when there is no room.
+// The settings window's content: a scrolling column of sections.
 #pragma once
 
 #include <QBoxLayout>
@@ -9,8 +9,8 @@
 
 namespace vorlane::platform {
 
-// Rows are made once and updated where they are; only notes come and go. The keyboard's focus and
-// what is half typed stay. An intent tells of the user's own change, once.
+// Updates its rows in place; only notes come and go. New content keeps the keyboard focus and
+// half-typed text. Reports each of the user's changes once.
 class SettingsForm : public QScrollArea {
     Q_OBJECT
 

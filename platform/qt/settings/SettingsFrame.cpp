@@ -13,7 +13,7 @@ namespace vorlane::platform {
 
 namespace {
 
-constexpr int titleBar = 40;  // which the desktop puts above the window; about
+constexpr int titleBar = 40;  // approximate height of the desktop's title bar
 
 }  // namespace
 
@@ -34,7 +34,7 @@ void SettingsFrame::bringToFront()
 {
     const auto* const screen = QGuiApplication::screenAt(QCursor::pos());
     if (screen && !centred) {
-        // The form scrolls where the screen is too low for it.
+        // On a low screen the form scrolls.
         const auto room = screen->availableGeometry().size() - QSize(0, titleBar);
         setFixedSize(size().boundedTo(room));
         QRect place(QPoint(), size() + QSize(0, titleBar));
@@ -42,7 +42,7 @@ void SettingsFrame::bringToFront()
         move(place.topLeft());
         centred = true;
     }
-    // Window managers minimize a window without that button all the same.
+    // Window managers can minimize a window even without the button.
     setWindowState(windowState() & ~Qt::WindowMinimized);
     show();
     raise();

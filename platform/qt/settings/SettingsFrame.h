@@ -1,4 +1,4 @@
-// An ordinary titled window of fixed size around the settings. Closing hides it.
+// The window around the settings: titled, of fixed size. Closing hides it.
 #pragma once
 
 #include <QWidget>
@@ -12,10 +12,10 @@ class SettingsFrame : public QWidget {
     Q_OBJECT
 
 public:
-    // Takes the content.
+    // Takes ownership of the content.
     SettingsFrame(SettingsWindowFrame frame, QWidget* content, std::function<void()> closedByUser);
 
-    // Shows it with the keyboard, the first time in the middle of the screen.
+    // Shows the window and gives it the keyboard focus; the first time, centres it on the screen.
     void bringToFront();
 
 protected:

@@ -1,4 +1,4 @@
-// One row of the settings window that holds a control. Notes are no rows here.
+// A settings row with a control. Notes are not rows.
 #pragma once
 
 #include <QWidget>
@@ -14,7 +14,7 @@ class SettingsRowView : public QWidget {
 public:
     using QWidget::QWidget;
 
-    // `row` is of the type that the view was made for. Never an intent.
+    // `row` has the type that the view was made for. Never calls an intent.
     virtual void showRow(const SettingsRow& row) = 0;
     virtual void setTheme(const Theme& theme) = 0;
 };

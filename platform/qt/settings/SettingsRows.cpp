@@ -61,21 +61,21 @@ private:
     Control* control;
 };
 
-// On or off, and clickable from end to end.
+// A switch that a click anywhere on the row toggles.
 class SwitchRowView : public ControlRowView {
 public:
     explicit SwitchRowView(std::function<void(const std::string& key, bool on)> switched)
         : control(new Switch)
     {
         setControl(control);
-        // Toggled, not clicked: assistive programs toggle.
+        // `toggled`, not `clicked`: assistive programs toggle without clicking.
         connect(control, &Switch::toggled, this,
                 [this, call = std::move(switched)](bool on) { call(key, on); });
     }
 
     void showRow(const SettingsRow& row) override
     {
-        const QSignalBlocker silent(control);  // to show a value is no wish of the user's
+        const QSignalBlocker silent(control);  // only the user's changes are reported
         if (const auto* const login = std::get_if<LoginItemRow>(&row)) {
             setTitle(login->title);
             return control->setChecked(login->value);

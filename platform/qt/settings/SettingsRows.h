@@ -1,11 +1,11 @@
-// Makes the view for each type of settings row.
+// Creates the view for a settings row.
 #pragma once
 
 #include "platform/qt/settings/SettingsRowView.h"
 
 namespace vorlane::platform {
 
-// The view has no content yet; null for a note. `intents` must outlive it.
+// The view is empty until `showRow`; null for a note. `intents` must outlive it.
 SettingsRowView* makeSettingsRowView(const SettingsRow& row, const SettingsIntents& intents);
 
 }  // namespace vorlane::platform

@@ -108,9 +108,9 @@ void SettingsSectionView::showNotes(const std::vector<Note>& fresh)
     for (std::size_t i = 0; i < notes.size(); ++i) paintNote(*noteLabels[i], notes[i]);
 }
 
-// A note with controls below it lies on the card, under the row that it tells of; the others lie
-// below the card. Backwards, so that those with the same place keep their order. They are made
-// forwards, which is the order in which they are read out.
+// A note between rows goes on the card, below the row it belongs to; the others go below the card.
+// Inserted backwards, so that notes at the same place keep their order, but created forwards, the
+// order in which screen readers read them.
 void SettingsSectionView::placeNotes()
 {
     for (auto* const label : noteLabels) delete label;

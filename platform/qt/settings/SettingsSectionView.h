@@ -1,4 +1,4 @@
-// One section of the settings window: its header, its card of rows, its notes.
+// One section of the settings window: its header, its card of rows and its notes.
 #pragma once
 
 #include <QBoxLayout>
@@ -17,7 +17,7 @@ public:
     // `intents` outlives it.
     SettingsSectionView(const SettingsSection& section, const SettingsIntents& intents);
 
-    // Whether it can show this section in place: the same controls, whatever the notes.
+    // Whether it can show this section in place: the types of the rows match, apart from notes.
     bool fits(const SettingsSection& section) const;
 
     void showSection(const SettingsSection& section);
@@ -43,7 +43,7 @@ private:
     QLabel* header;
     SettingsCard* card;
     std::vector<SettingsRowView*> rows;
-    std::vector<std::size_t> rowTypes;  // of `rows`, as indices of the variant
+    std::vector<std::size_t> rowTypes;  // of `rows`, as variant indices
     std::vector<Note> notes;
     std::vector<QLabel*> noteLabels;  // one for each note
 };

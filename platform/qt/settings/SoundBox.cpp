@@ -107,7 +107,7 @@ void SoundBox::paintArrows(QPainter& painter, const QRectF& room) const
     }
 }
 
-// The wheel scrolls the form. The list is there to choose from.
+// The wheel scrolls the form; sounds are chosen from the list.
 void SoundBox::wheelEvent(QWheelEvent* event)
 {
     event->ignore();
@@ -115,7 +115,7 @@ void SoundBox::wheelEvent(QWheelEvent* event)
 
 void SoundBox::keyPressEvent(QKeyEvent* event)
 {
-    // The window's, not a letter to look an entry up by.
+    // Closes the window; QComboBox would search for an entry by its letter.
     if (event->matches(QKeySequence::Close)) return event->ignore();
     QComboBox::keyPressEvent(event);
 }

@@ -1,4 +1,4 @@
-// A list of sounds to choose one of.
+// A drop-down list of sounds.
 #pragma once
 
 #include <QComboBox>

@@ -24,13 +24,13 @@ TEST_F(ScrollPaneTest, IsAsLargeAsItsContentWhereThereIsRoom)
 {
     EXPECT_EQ(pane.sizeHint(), QSize(340, 900));
 
-    pane.setMostHeight(900);
+    pane.setHeightLimit(900);
     EXPECT_EQ(pane.sizeHint(), QSize(340, 900));
 }
 
 TEST_F(ScrollPaneTest, ScrollsWhatDoesNotFitWithoutCoveringIt)
 {
-    pane.setMostHeight(500);
+    pane.setHeightLimit(500);
     pane.resize(pane.sizeHint());
     pane.show();
 
@@ -41,7 +41,7 @@ TEST_F(ScrollPaneTest, ScrollsWhatDoesNotFitWithoutCoveringIt)
 
 TEST_F(ScrollPaneTest, FollowsItsContent)
 {
-    pane.setMostHeight(500);
+    pane.setHeightLimit(500);
 
     content->setFixedSize(340, 420);
     pane.show();
