@@ -13,18 +13,18 @@ namespace vorlane::platform {
 namespace {
 
 constexpr std::string_view platformData = "a{sv}";
-constexpr std::size_t longestToken = 1024;  // desktops make them of some dozens of characters
+constexpr std::size_t longestToken = 1024;  // desktops use a few dozen characters
 
-struct Kept {
+struct TokenKind {
     std::string_view key;  // in the platform data
     const char* variable;
 };
-constexpr Kept kinds[] = {{"activation-token", "XDG_ACTIVATION_TOKEN"},
-                          {"desktop-startup-id", "DESKTOP_STARTUP_ID"}};
+constexpr TokenKind kinds[] = {{"activation-token", "XDG_ACTIVATION_TOKEN"},
+                               {"desktop-startup-id", "DESKTOP_STARTUP_ID"}};
 
-// In memory of our own: the C library never frees a value that it was given for a variable. Who
-// sends an endless one would leave no program room to start in.
-void keep(const Kept& kind, std::string_view token)
+// In static memory, because setenv() never frees old values. Limited in length, because no program
+// could be started with a huge variable.
+void keep(const TokenKind& kind, std::string_view token)
 {
     static std::array<std::array<char, 64 + longestToken>, std::size(kinds)> texts;
     if (token.size() > longestToken) return;
@@ -44,14 +44,14 @@ bool skipToPlatformData(sd_bus_message* call)
     return before.empty() || sd_bus_message_skip(call, before.c_str()) >= 0;
 }
 
-// Reads one entry to its end; false when it is not as it should be.
+// Reads one entry; false when it is malformed.
 bool keepEntry(sd_bus_message* call)
 {
     const char* key = nullptr;
     const char* type = nullptr;
     if (sd_bus_message_read(call, "s", &key) < 0) return false;
     if (sd_bus_message_peek_type(call, nullptr, &type) < 0) return false;
-    const auto* const kind = std::ranges::find(kinds, std::string_view(key), &Kept::key);
+    const auto* const kind = std::ranges::find(kinds, std::string_view(key), &TokenKind::key);
     if (kind == std::end(kinds) || std::string_view(type) != "s") {
         return sd_bus_message_skip(call, "v") >= 0;
     }
@@ -61,7 +61,7 @@ bool keepEntry(sd_bus_message* call)
     return true;
 }
 
-// As desktops make them. A variable may hold anything; a message takes only UTF-8.
+// Printable ASCII, as desktops use it. A variable may hold any bytes, but a message only UTF-8.
 bool isPlain(std::string_view token)
 {
     return !token.empty() &&

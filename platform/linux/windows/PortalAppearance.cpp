@@ -20,7 +20,7 @@ constexpr const char* rule =
     "interface='org.freedesktop.portal.Settings',member='SettingChanged',"
     "arg0='org.freedesktop.appearance'";
 
-// Values that are not defined mean no preference.
+// Undefined values mean no preference.
 Appearance::Scheme scheme(std::uint32_t value)
 {
     if (value == 1) return Appearance::Scheme::dark;
@@ -28,7 +28,7 @@ Appearance::Scheme scheme(std::uint32_t value)
     return Appearance::Scheme::noPreference;
 }
 
-// Each part of sRGB from 0 to 1; what lies outside stands for no accent.
+// sRGB components from 0 to 1; values outside mean no accent.
 std::optional<Rgb> accent(const std::array<double, 3>& parts)
 {
     const auto inside = [](double part) { return part >= 0.0 && part <= 1.0; };
@@ -39,7 +39,7 @@ std::optional<Rgb> accent(const std::array<double, 3>& parts)
     return Rgb{.red = byte(parts[0]), .green = byte(parts[1]), .blue = byte(parts[2])};
 }
 
-// Reads the variant that follows; other types and other keys are passed over.
+// Reads the next variant; skips other keys and types.
 bool readValue(sd_bus_message* message, std::string_view key, Appearance& appearance)
 {
     const char* type = nullptr;
@@ -88,19 +88,19 @@ PortalAppearance::PortalAppearance(sd_bus* session, std::function<void(const App
       }))
 {
     names.ask();
-    ask();  // by its name, which starts it where it is to be started
+    ask();  // by the well-known name, which starts a portal on demand
 }
 
 void PortalAppearance::setOwner(const char* name)
 {
     if (owner == name) return;
-    if (!owner.empty()) question.reset();  // who could answer it has gone
+    if (!owner.empty()) question.reset();  // its recipient is gone
     owner = name;
     if (!owner.empty() && !question) ask();
 }
 
-// All of one namespace: reading single keys is done differently by each version. No time limit: a
-// portal may take half a minute to start, and what it says holds then as well.
+// Reads a whole namespace, because the call for a single key depends on the portal's version. No
+// timeout: a portal may take half a minute to start, and its answer is still right then.
 void PortalAppearance::ask()
 {
     const auto call = owned<MessagePointer>([this](sd_bus_message** message) {

@@ -1,4 +1,5 @@
-// How the user wants windows to look, from org.freedesktop.appearance of the settings portal.
+// The user's colour scheme and accent colour, from org.freedesktop.appearance of the settings
+// portal.
 #pragma once
 
 #include <functional>
@@ -10,12 +11,12 @@
 
 namespace vorlane::platform {
 
-// Asks each portal that comes and follows the changes. A desktop without one has no preference; a
-// portal that goes leaves what it said.
+// Reads the settings of each portal that appears and follows changes. Without a portal there is no
+// preference; when one exits, its last values remain.
 class PortalAppearance {
 public:
-    // `session` is attached to the main loop and outlives this object. `changed` is called for what
-    // differs from `known`.
+    // `session` is attached to the main loop and outlives this object. `changed` is called for
+    // values that differ from `known`.
     PortalAppearance(sd_bus* session, std::function<void(const Appearance&)> changed,
                      const Appearance& known = {});
 

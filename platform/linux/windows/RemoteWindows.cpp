@@ -15,10 +15,10 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-// The press that closed the popover may also be reported as a click on the status item.
+// The press that closed the popover may also be reported as a click on the tray item.
 constexpr std::chrono::milliseconds justClosed{150};
 
-// The second attempt gets more time: by then even a slow machine has read the files.
+// The retry gets more time: enough to load the files even on a slow machine.
 constexpr double retryFactor = 5;
 
 std::size_t cancelButton(const AlertPanelContent& content)
@@ -89,7 +89,7 @@ RemoteWindows::RemoteWindows(SdEventRunLoop& loop, Origin origin)
     : loop_(loop),
       origin_(std::move(origin)),
       process(loop, {.program = origin_.program,
-                     .received = [this](const FromWindows& message) { take(message); },
+                     .received = [this](const FromWindows& message) { handle(message); },
                      .answered = [this] { answered(); },
                      .ended = [this](WindowsProcess::End how) { ended(how); },
                      .isOfOtherBuild = [this] { origin_.refused(); }})
@@ -162,8 +162,8 @@ void RemoteWindows::showSettings()
     settings.shown = started;
 }
 
-// Call it after the process was started, which inherits both variables: the startup id of X11 is
-// used only there.
+// Call after starting the process, which inherits both variables. The X11 startup id is used only
+// there.
 void RemoteWindows::takeToken()
 {
     if (const char* const given = std::getenv("XDG_ACTIVATION_TOKEN")) token = given;
@@ -191,7 +191,7 @@ bool RemoteWindows::start()
     return true;
 }
 
-// Windows that a hung process was to show are shown by another one, once.
+// Shows the windows of a hung process in a new one, once.
 void RemoteWindows::ended(WindowsProcess::End how)
 {
     const bool retries = how == WindowsProcess::End::hung && !isRetrying;
@@ -215,28 +215,29 @@ void RemoteWindows::forgetWindows()
     (void)malloc_trim(0);  // the windows' contents were its largest allocations
 }
 
-void RemoteWindows::take(const FromWindows& message)
+void RemoteWindows::handle(const FromWindows& message)
 {
     std::visit(
-        Overloaded{
-            [this](const PopoverClosed& one) { popoverClosed(one); },
-            [this](const SettingsClosed& one) {
-                if (one.opening == settings.opening) settings.shown = false;
-            },
-            [this](const OpenSettings&) { popover.intents.openSettings(); },
-            [this](const Quit&) { popover.intents.quit(); },
-            [this](const CancelSnooze&) { popover.intents.cancelSnooze(); },
-            [this](const SelectRange& one) { popover.intents.selectRange(one.range); },
-            [this](const SetSetting& one) { set(one); },
-            [this](const SetLaunchAtLogin& one) { settings.intents.setLaunchAtLogin(one.on); },
-            [this](const ResetHistory&) { settings.intents.resetHistory(); },
-            [this](const Answered& one) {
-                if (const auto asked = questions.extract(one.id)) {
-                    asked.mapped().answered(static_cast<std::size_t>(one.button));
-                }
-            },
-            [this](const Chosen& one) { menuChosen(one.action); },
-            [this](const Idle&) { endIfIdle(); }, [](const Handled&) {}},
+        Overloaded{[this](const PopoverClosed& report) { popoverClosed(report); },
+                   [this](const SettingsClosed& report) {
+                       if (report.opening == settings.opening) settings.shown = false;
+                   },
+                   [this](const OpenSettings&) { popover.intents.openSettings(); },
+                   [this](const Quit&) { popover.intents.quit(); },
+                   [this](const CancelSnooze&) { popover.intents.cancelSnooze(); },
+                   [this](const SelectRange& report) { popover.intents.selectRange(report.range); },
+                   [this](const SetSetting& report) { set(report); },
+                   [this](const SetLaunchAtLogin& report) {
+                       settings.intents.setLaunchAtLogin(report.on);
+                   },
+                   [this](const ResetHistory&) { settings.intents.resetHistory(); },
+                   [this](const Answered& report) {
+                       if (const auto asked = questions.extract(report.id)) {
+                           asked.mapped().answered(static_cast<std::size_t>(report.button));
+                       }
+                   },
+                   [this](const Chosen& report) { menuChosen(report.action); },
+                   [this](const Idle&) { endIfIdle(); }, [](const Handled&) {}},
         message);
 }
 
@@ -258,7 +259,7 @@ void RemoteWindows::popoverClosed(const PopoverClosed& message)
     if (message.byPress) popover.closedByPress = Clock::now();
 }
 
-// It stays while a message is in flight, which may open a window.
+// Keeps the process while a message is in flight, which may open a window.
 void RemoteWindows::endIfIdle()
 {
     if (popover.shown || settings.shown || !questions.empty() || !process.hasAnswered()) return;

@@ -1,4 +1,4 @@
-// The program's windows, dialogs and menu, which another process shows.
+// The windows, dialogs and menu as the resident program sees them; the windows process shows them.
 #pragma once
 
 #include <chrono>
@@ -19,18 +19,18 @@
 namespace vorlane::platform {
 
 // The process starts with the first window and exits a minute after the last one has closed. When
-// it cannot be started, dialogs are answered with their cancel button; the next request tries
-// again. The windows of a process that hung after a request are shown again once, by a new one.
+// it cannot be started, dialogs are answered with their cancel button, and the next request tries
+// again. When it hangs after a request, a new process shows its windows again, once.
 class RemoteWindows : public Windows, public AlertPanel {
 public:
     struct Origin {
         std::string program;                    // the path of its file
         sd_bus* session;                        // for the portal's appearance; may be null
-        std::function<void()> refused = [] {};  // the file is of another build
+        std::function<void()> refused = [] {};  // called when the file is of another build
         Seconds patience{2};                    // before a process that does not answer is killed
     };
 
-    // The loop and the session's bus outlive this object, which outlives what it makes.
+    // The loop and the session's bus outlive this object, which outlives the windows it makes.
     RemoteWindows(SdEventRunLoop& loop, Origin origin);
 
     std::unique_ptr<Popover> makePopover(PopoverIntents intents) override;
@@ -39,7 +39,7 @@ public:
     void runModal(const AlertPanelContent& content,
                   std::function<void(std::size_t button)> answered) override;
 
-    // Opens at the pointer; does nothing where no window can be shown.
+    // Opens at the pointer; does nothing when the process cannot be started.
     void popUpMenu(const std::vector<MenuItem>& items, std::function<void(MenuAction)> chosen);
 
 private:
@@ -59,7 +59,7 @@ private:
     bool start();
     void ended(WindowsProcess::End how);
     void forgetWindows();
-    void take(const FromWindows& message);
+    void handle(const FromWindows& message);
     void set(const SetSetting& message);
     void endIfIdle();
     void popoverClosed(const PopoverClosed& message);
@@ -67,8 +67,8 @@ private:
     SdEventRunLoop& loop_;
     Origin origin_;
     WindowsProcess process;
-    bool isRetrying = false;  // in place of a process that hung
-    std::string token;        // for XDG activation, valid for one window; empty once it is answered
+    bool isRetrying = false;  // this process replaces one that hung
+    std::string token;        // for XDG activation, cleared once a request was answered
     std::optional<PortalAppearance> portal;
     Appearance appearance;  // the portal's last answer
 
@@ -76,7 +76,7 @@ private:
         PopoverIntents intents;
         PopoverContent content;
         bool shown = false;
-        std::uint64_t opening = 0;  // how often it was shown
+        std::uint64_t opening = 0;  // the number of times it was shown
         std::chrono::steady_clock::time_point closedByPress;
     } popover;
     struct {

@@ -92,11 +92,11 @@ void WindowsProcess::receive()
         const auto message =
             received == Receiving::frame ? wire::decode<FromWindows>(frame) : std::nullopt;
         if (!message) return lose(end);
-        take(*message);
+        handle(*message);
     }
 }
 
-void WindowsProcess::take(const FromWindows& message)
+void WindowsProcess::handle(const FromWindows& message)
 {
     const auto* const progress = std::get_if<Handled>(&message);
     if (!progress) return setup_.received(message);

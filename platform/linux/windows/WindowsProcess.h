@@ -21,13 +21,13 @@ class WindowsProcess {
 public:
     enum class End {
         gone,  // it exited, crashed or sent an invalid message
-        hung   // it left a request unanswered, or could not be sent it
+        hung   // it did not answer a request, or could not be sent one
     };
 
     struct Setup {
         std::string program;  // the path of its file
         std::function<void(const FromWindows&)> received;
-        std::function<void()> answered;  // what was awaited is handled
+        std::function<void()> answered;  // all awaited messages were handled
         // Its windows are gone. Called from the event loop, never from within a call to this class.
         std::function<void(End how)> ended;
         std::function<void()> isOfOtherBuild;  // it refused our build and exited
@@ -36,7 +36,7 @@ public:
     // The loop outlives this object.
     WindowsProcess(SdEventRunLoop& loop, Setup setup);
 
-    // Starts it unless it runs. False when it cannot be started.
+    // Does nothing when it is running. False when it cannot be started.
     bool start();
 
     bool isRunning() const { return static_cast<bool>(channel); }
@@ -44,8 +44,8 @@ public:
     // Whether it has handled every message.
     bool hasAnswered() const { return handled == sent && unsent.empty(); }
 
-    // Kills it when it has not handled all messages sent so far, and makes no progress for as long
-    // as this.
+    // Kills the process unless it handles all messages sent so far. Any progress restarts the
+    // timeout.
     void expectAnswer(Seconds patience);
 
     // Closes the socket, which makes it exit. `ended` is not called.
@@ -74,7 +74,7 @@ private:
     void sendUpdates();
     void sendBytes(const std::string& bytes);
     void receive();
-    void take(const FromWindows& message);
+    void handle(const FromWindows& message);
     void lose(End how);
 
     SdEventRunLoop& loop_;
