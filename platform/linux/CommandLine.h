@@ -1,4 +1,4 @@
-// What the program's arguments ask for.
+// The program's arguments, parsed.
 #pragma once
 
 #include <span>
@@ -11,7 +11,7 @@ struct CommandLine {
     enum class Kind { start, help, version, unknown };
 
     Kind kind = Kind::start;
-    MenuAction action = MenuAction::none;  // of the one instance, whether it runs or starts now
+    MenuAction action = MenuAction::none;  // for the single instance, running or about to start
 
     friend bool operator==(const CommandLine&, const CommandLine&) = default;
 };
@@ -23,12 +23,12 @@ constexpr const char* commandLineHelp =
     "Usage: vorlane [--open | --settings | --snooze | --quit]\n"
     "\n"
     "Reminds you to look after the laptop's battery. Started again, it shows the popover\n"
-    "of the instance that runs.\n"
+    "of the running instance.\n"
     "\n"
     "  --open      show the popover\n"
     "  --settings  show the settings\n"
     "  --snooze    give no reminders for an hour\n"
-    "  --quit      end the instance that runs\n"
+    "  --quit      end the running instance\n"
     "  --help      print this\n"
     "  --version   print the version\n";
 

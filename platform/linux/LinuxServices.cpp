@@ -52,13 +52,13 @@ LinuxServices::LinuxServices(Dependencies dependencies)
                                    .session = dependencies_.session,
                                    .refused =
                                        [&application = dependencies_.application] {
-                                           // A new version's windows need its program.
+                                           // The new windows need the new program.
                                            if (!programWasReplaced()) return;
                                            application.restart(MenuAction::open);
                                        }}),
       statusBar(
           {.session = dependencies_.session, .loop = dependencies_.loop, .xTray = xTray(windows)}),
-      // Before the model, which reads the battery at the wake.
+      // Registered before the model, which reads the battery on wake-up.
       wake(workspace.observeDidWake([this] {
           battery.resumed();
           statusBar.registerAgain();
@@ -72,7 +72,7 @@ LinuxServices::LinuxServices(Dependencies dependencies)
 
 void LinuxServices::finish()
 {
-    notifications.finish();  // first: a snooze may come meanwhile
+    notifications.finish();  // first: it may still receive a snooze
     defaults.writeWhatWaits();
 }
 

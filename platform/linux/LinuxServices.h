@@ -1,4 +1,4 @@
-// One of each adapter, and the few wires between them.
+// Owns one adapter for each service and connects them.
 #pragma once
 
 #include "App/Subscription.h"
@@ -33,13 +33,13 @@ public:
 
     Services services();
 
-    // Writes settings and sends messages that are pending.
+    // Writes pending settings and sends pending messages.
     void finish();
 
-    // Whether the last reading is shown as it is.
+    // False while the battery holds back a change of the plug.
     bool showsLastReading() const { return !battery.holdsBackPlugChange(); }
 
-    // Passes on what the process image that is about to be executed cannot find out by itself.
+    // Before a restart in place: hands over what the new process image cannot find out by itself.
     void handOver() const;
 
 private:

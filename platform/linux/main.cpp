@@ -1,4 +1,5 @@
-// Starts the resident program: one instance, the platform's services, the rules, the loop.
+// Starts the resident program: claims the single instance, creates the platform's services and runs
+// the main loop.
 #include <fcntl.h>
 #include <malloc.h>
 #include <unistd.h>
@@ -24,15 +25,16 @@ BusPointer openBus(int (*opening)(sd_bus**), sd_event* event)
     return bus;
 }
 
-// Blocks from 128 KiB go back to the system when they are freed. Unless told, the C library stops
-// doing so after the first one, and what loading the history took would stay for weeks.
+// Makes the C library return blocks of 128 KiB and more to the system when they are freed. By
+// default it raises that threshold with the first such block, and the memory that loading the
+// history took would be kept for weeks.
 void returnFreedMemory()
 {
     (void)mallopt(M_MMAP_THRESHOLD, 128 * 1024);
 }
 
-// Started with a standard stream closed, the first socket would take its number, and whatever a
-// library prints would go to a bus.
+// If a standard stream were closed, the first socket would get its number, and output of libraries
+// would go to a bus.
 void openStandardStreams()
 {
     int lowest = open("/dev/null", O_RDWR);
@@ -40,8 +42,8 @@ void openStandardStreams()
     if (lowest > STDERR_FILENO) (void)close(lowest);
 }
 
-// Where the size of files is limited, a save that is too long fails as on a full disk; unless told,
-// the kernel ends the program.
+// With a limit on the size of files, makes a write that is too long fail as on a full disk. By
+// default, the kernel kills the program.
 void outliveFileSizeLimits()
 {
     (void)std::signal(SIGXFSZ, SIG_IGN);
@@ -62,11 +64,11 @@ End endOf(const DesktopApplication& application)
     return *action == MenuAction::open ? End::restartAndOpen : End::restart;
 }
 
-// Once the loop has ended, the session bus was left and nothing of this run is needed any more.
-int startAnew(const std::string& program, bool open)
+// Call after `run`, which has left the session bus.
+int restartInPlace(const std::string& program, bool open)
 {
     (void)execl(program.c_str(), program.c_str(), open ? "--open" : nullptr, nullptr);
-    (void)refuse("cannot be started again");
+    (void)refuse("cannot restart");
     return EXIT_FAILURE;
 }
 
@@ -87,10 +89,10 @@ End run(MenuAction action)
         case DesktopApplication::Claim::activated:
             return End::done;
         case DesktopApplication::Claim::failed:
-            return refuse("the session bus, or the Vorlane that runs already, does not answer");
+            return refuse("the session bus or the running instance does not answer");
     }
 
-    if (action == MenuAction::quit) return End::done;  // there was none to quit
+    if (action == MenuAction::quit) return End::done;  // no instance was running
 
     LinuxServices platform(
         {.loop = loop,
@@ -108,16 +110,16 @@ End run(MenuAction action)
 
 int start(const CommandLine& commandLine)
 {
-    const auto program = programPath().string();  // now: it may be replaced
+    const auto program = programPath().string();  // now: an upgrade may replace the file
     switch (run(commandLine.action)) {
         case End::failed:
             return EXIT_FAILURE;
         case End::done:
             return EXIT_SUCCESS;
         case End::restart:
-            return startAnew(program, false);
+            return restartInPlace(program, false);
         case End::restartAndOpen:
-            return startAnew(program, true);
+            return restartInPlace(program, true);
     }
     return EXIT_FAILURE;
 }

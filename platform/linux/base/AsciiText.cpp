@@ -11,20 +11,20 @@ namespace {
 constexpr char mark = '~';
 constexpr std::string_view hexDigits = "0123456789ABCDEF";
 
-// How UTF-8 spells characters beyond ASCII: by the first byte, what the second must lie in (so that
-// nothing has two spellings and no half of a surrogate pair has any) and how many more follow.
-struct Spelling {
+// The multi-byte sequences of UTF-8: the range of the first byte, that of the second (which
+// excludes overlong forms and surrogates) and the number of bytes that follow.
+struct Sequence {
     unsigned char first;
     unsigned char last;
     unsigned char secondFirst;
     unsigned char secondLast;
     std::size_t more;
 };
-constexpr std::array spellings{
-    Spelling{0xC2, 0xDF, 0x80, 0xBF, 0}, Spelling{0xE0, 0xE0, 0xA0, 0xBF, 1},
-    Spelling{0xE1, 0xEC, 0x80, 0xBF, 1}, Spelling{0xED, 0xED, 0x80, 0x9F, 1},
-    Spelling{0xEE, 0xEF, 0x80, 0xBF, 1}, Spelling{0xF0, 0xF0, 0x90, 0xBF, 2},
-    Spelling{0xF1, 0xF3, 0x80, 0xBF, 2}, Spelling{0xF4, 0xF4, 0x80, 0x8F, 2}};
+constexpr std::array sequences{
+    Sequence{0xC2, 0xDF, 0x80, 0xBF, 0}, Sequence{0xE0, 0xE0, 0xA0, 0xBF, 1},
+    Sequence{0xE1, 0xEC, 0x80, 0xBF, 1}, Sequence{0xED, 0xED, 0x80, 0x9F, 1},
+    Sequence{0xEE, 0xEF, 0x80, 0xBF, 1}, Sequence{0xF0, 0xF0, 0x90, 0xBF, 2},
+    Sequence{0xF1, 0xF3, 0x80, 0xBF, 2}, Sequence{0xF4, 0xF4, 0x80, 0x8F, 2}};
 
 bool isWithin(char c, unsigned char first, unsigned char last)
 {
@@ -32,16 +32,16 @@ bool isWithin(char c, unsigned char first, unsigned char last)
     return first <= byte && byte <= last;
 }
 
-// How many bytes the character at the front takes; 0 when it is none.
+// The length in bytes of the first character; 0 when it is invalid.
 std::size_t characterLength(std::string_view text)
 {
     if (isWithin(text[0], 0x00, 0x7F)) return 1;
-    for (const auto& spelling : spellings) {
-        if (!isWithin(text[0], spelling.first, spelling.last)) continue;
-        const auto length = 2 + spelling.more;
+    for (const auto& sequence : sequences) {
+        if (!isWithin(text[0], sequence.first, sequence.last)) continue;
+        const auto length = 2 + sequence.more;
         if (text.size() < length) return 0;
-        if (!isWithin(text[1], spelling.secondFirst, spelling.secondLast)) return 0;
-        for (const char c : text.substr(2, spelling.more)) {
+        if (!isWithin(text[1], sequence.secondFirst, sequence.secondLast)) return 0;
+        for (const char c : text.substr(2, sequence.more)) {
             if (!isWithin(c, 0x80, 0xBF)) return 0;
         }
         return length;
@@ -54,7 +54,7 @@ bool needsMark(char c)
     return c == mark || isWithin(c, 0x80, 0xFF);
 }
 
-// The byte that a mark stands for; absent for what `asciiOf` never writes.
+// The byte that an escape stands for; absent when `asciiOf` never writes it.
 std::optional<char> marked(std::string_view ascii)
 {
     unsigned char byte = 0;

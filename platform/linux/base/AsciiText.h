@@ -1,5 +1,5 @@
-// Any text spelt in ASCII, and back: "~" and two hexadecimal digits for each byte beyond, and for
-// "~" itself. For readers of text that are not to be trusted with other characters.
+// Escapes any UTF-8 text as ASCII, and back: "~" and two hexadecimal digits for each non-ASCII byte
+// and for "~" itself. For parsers that cannot be trusted with other characters.
 #pragma once
 
 #include <optional>

@@ -11,7 +11,8 @@ namespace vorlane::platform {
 
 namespace {
 
-// A child would otherwise inherit the signals that the main loop blocks, and all its streams.
+// Keeps a child from inheriting the signals that the main loop blocks and, if quiet, the standard
+// streams.
 class SpawnOptions {
 public:
     explicit SpawnOptions(const ChildProcesses::Program& program)
@@ -75,7 +76,7 @@ bool ChildProcesses::start(Program program, Exited exited)
         return sd_event_add_child(event_, source, id, WEXITED, onExit, &child);
     });
     if (child.source) {
-        // From now on sd-event kills and reaps it with its source.
+        // From now on, sd-event kills and reaps the child when the source is freed.
         (void)sd_event_source_set_child_process_own(child.source.get(), 1);
         return true;
     }
@@ -97,7 +98,7 @@ int ChildProcesses::onExit(sd_event_source* /*source*/, const siginfo_t* how, vo
     auto* const gone = static_cast<Child*>(child);
     const auto exited = std::move(gone->exited);
     const int code = how->si_code == CLD_EXITED ? how->si_status : -1;
-    gone->owner->children.remove_if([gone](const Child& one) { return &one == gone; });
+    gone->owner->children.remove_if([gone](const Child& candidate) { return &candidate == gone; });
     if (exited) exited(code);
     return 0;
 }

@@ -1,4 +1,4 @@
-// Child processes, which sd-event watches by pidfd and reaps.
+// Starts child processes. sd-event watches and reaps them.
 #pragma once
 
 #include <csignal>
@@ -14,7 +14,7 @@ namespace vorlane::platform {
 class ChildProcesses {
 public:
     // Blocks SIGCHLD, which sd-event requires. `event` outlives this object. The destructor kills
-    // what still runs, without calling `exited`.
+    // running children without calling `exited`.
     explicit ChildProcesses(sd_event* event);
     ChildProcesses(const ChildProcesses&) = delete;
     ChildProcesses& operator=(const ChildProcesses&) = delete;

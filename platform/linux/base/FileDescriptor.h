@@ -1,4 +1,4 @@
-// An open file that closes with its holder.
+// Owns a file descriptor and closes it.
 #pragma once
 
 #include <unistd.h>

@@ -15,7 +15,7 @@ std::filesystem::path programPath()
 
 bool programWasReplaced()
 {
-    constexpr std::string_view mark = " (deleted)";  // the kernel's, after the path
+    constexpr std::string_view mark = " (deleted)";  // appended to the path by the kernel
     const auto path = programPath().string();
     if (!path.ends_with(mark)) return false;
     return access(path.substr(0, path.size() - mark.size()).c_str(), X_OK) == 0;

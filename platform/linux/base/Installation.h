@@ -1,4 +1,4 @@
-// Where the program lies, and what was installed with it. A build tree is laid out alike.
+// Where the program and the files installed with it are. A build tree has the same layout.
 #pragma once
 
 #include <filesystem>
@@ -6,13 +6,13 @@
 
 namespace vorlane::platform {
 
-// Empty when the kernel does not tell, as without /proc.
+// Empty when the kernel does not say, as without /proc.
 std::filesystem::path programPath();
 
-// Whether another file has taken the place of the one that runs, as in an upgrade.
+// Whether the program's file was replaced, as by an upgrade.
 bool programWasReplaced();
 
-// Below the folder that holds bin/: "share/icons".
+// `relative` is relative to the folder above bin/: "share/icons".
 std::filesystem::path installedPath(std::string_view relative);
 
 }  // namespace vorlane::platform

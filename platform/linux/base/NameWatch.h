@@ -1,4 +1,4 @@
-// Who owns a name on the bus, as the bus itself tells it.
+// Watches who owns a name on the bus.
 #pragma once
 
 #include <functional>
@@ -8,18 +8,18 @@
 
 namespace vorlane::platform {
 
-// Anybody can send anybody a signal that looks like the bus's own, and the bus delivers it: nothing
-// but the true sender, which the bus writes on each message, tells them apart.
+// Any client can send a forged copy of the bus's signals. Only the sender, which the bus writes
+// into each message, shows that it is forged.
 class NameWatch {
 public:
-    // Calls `changed` from the bus's loop with each new owner's unique name, which is empty when
-    // the name has none any more. The bus outlives this object.
+    // Calls `changed` from the bus's loop with each new owner's unique name; empty when the name
+    // has lost its owner. The bus outlives this object.
     NameWatch(sd_bus* bus, const char* name, std::function<void(const char* owner)> changed);
     NameWatch(const NameWatch&) = delete;
     NameWatch& operator=(const NameWatch&) = delete;
 
-    // Has the bus tell who owns the name already, if anybody does. However long the bus takes: its
-    // answer is right when it comes.
+    // Asks the bus for the current owner; calls `changed` if there is one. Does not time out: a
+    // late answer is still right.
     void ask();
 
 private:
@@ -33,7 +33,7 @@ private:
     SlotPointer question;
 };
 
-// Whether it is the owner of that unique name who says this; never when nobody owns it.
+// Whether the message's sender is `owner`, a unique name; false when that is empty.
 bool isFrom(sd_bus_message* message, const std::string& owner);
 
 }  // namespace vorlane::platform

@@ -1,11 +1,12 @@
-// Keeps a lack of memory from ending the program. No exception may pass through the callers in C.
+// Stops a failed allocation from ending the program. For callbacks: their callers are C code,
+// through which no exception may pass.
 #pragma once
 
 #include <new>
 
 namespace vorlane::platform {
 
-// Runs `work`; false when memory ran out, and `work` stopped where it was.
+// Runs `work`; false when it ran out of memory and was left unfinished.
 template <typename Work>
 bool hasMemoryFor(Work&& work)
 {

@@ -11,7 +11,7 @@ namespace vorlane::platform {
 
 namespace {
 
-// Short enough for a person, long enough for the kernel to join wake-ups.
+// Too short for users to notice, long enough for the kernel to coalesce wake-ups.
 constexpr Seconds usualTolerance{0.02};
 
 std::uint64_t microseconds(Seconds span)
@@ -19,7 +19,7 @@ std::uint64_t microseconds(Seconds span)
     return span.count() > 0 ? static_cast<std::uint64_t>(span.count() * 1e6) : 0;
 }
 
-// To sd-event no accuracy at all means a quarter of a second.
+// To sd-event an accuracy of 0 means its default, a quarter of a second.
 std::uint64_t accuracy(Seconds tolerance)
 {
     return std::max<std::uint64_t>(microseconds(tolerance), 1);
@@ -98,13 +98,13 @@ int SdEventRunLoop::fire(sd_event_source* source, std::uint64_t due, void* userd
     const auto* const firing = static_cast<Timer*>(userdata);
     const auto timers = firing->timers.lock();
     if (!timers) return 0;
-    const auto timer = timers->at(firing->id);  // stays alive when its own work ends it
+    const auto timer = timers->at(firing->id);  // keeps it alive if its work ends the subscription
 
     if (timer->interval == 0) {
         timers->erase(timer->id);
     } else {
-        // From the time that was due, not from now: lateness must not add up. What a stopped
-        // process or a stepped clock missed is skipped.
+        // From the time that was due, not from now: delays must not add up. Missed repetitions are
+        // skipped.
         std::uint64_t now = due;
         (void)sd_event_now(sd_event_source_get_event(source), CLOCK_MONOTONIC, &now);
         const auto missed = now > due ? (now - due) / timer->interval : 0;
@@ -117,7 +117,7 @@ int SdEventRunLoop::fire(sd_event_source* source, std::uint64_t due, void* userd
 
 int SdEventRunLoop::runPosted(sd_event_source* /*source*/, void* self)
 {
-    // What the work itself posts is for the next turn.
+    // Work that is posted from here on runs in the next turn.
     const auto work = std::exchange(static_cast<SdEventRunLoop*>(self)->queue, {});
     for (const auto& item : work) (void)hasMemoryFor(item);
     return 0;

@@ -1,4 +1,4 @@
-// The main loop on sd-event.
+// The main loop, implemented with sd-event.
 #pragma once
 
 #include <cstdint>
@@ -13,7 +13,7 @@
 
 namespace vorlane::platform {
 
-// Timers do not count the time that the machine sleeps.
+// Timers stop while the machine is suspended.
 class SdEventRunLoop : public RunLoop {
 public:
     SdEventRunLoop();

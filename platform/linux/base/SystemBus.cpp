@@ -7,13 +7,13 @@ namespace vorlane::platform {
 
 namespace {
 
-constexpr Seconds shortest{1};
-constexpr Seconds longest{64};
+constexpr Seconds shortestDelay{1};
+constexpr Seconds longestDelay{64};
 
 }  // namespace
 
 SystemBus::SystemBus(RunLoop& loop, Opener opener)
-    : loop_(loop), opener_(std::move(opener)), patience(shortest)
+    : loop_(loop), opener_(std::move(opener)), retryDelay(shortestDelay)
 {
     open();
 }
@@ -21,7 +21,7 @@ SystemBus::SystemBus(RunLoop& loop, Opener opener)
 void SystemBus::open()
 {
     bus = opener_();
-    if (!bus) return tryLater();
+    if (!bus) return retryLater();
 
     disconnection = owned<SlotPointer>([this](sd_bus_slot** slot) {
         return sd_bus_match_signal(bus.get(), slot, "org.freedesktop.DBus.Local",
@@ -37,19 +37,19 @@ void SystemBus::open()
     changed_(bus.get());
 }
 
-// Not before: one that only hangs up must not be tried every second.
+// Not before: a bus that accepts a connection and hangs up must not be retried every second.
 void SystemBus::greeted(sd_bus_message* reply)
 {
-    if (!sd_bus_message_is_method_error(reply, nullptr)) patience = shortest;
+    if (!sd_bus_message_is_method_error(reply, nullptr)) retryDelay = shortestDelay;
 }
 
-void SystemBus::tryLater()
+void SystemBus::retryLater()
 {
-    later = loop_.after(patience, [this] { open(); });
-    patience = std::min(patience * 2, longest);
+    later = loop_.after(retryDelay, [this] { open(); });
+    retryDelay = std::min(retryDelay * 2, longestDelay);
 }
 
-// On a turn of its own: a connection cannot go while it tells of its end.
+// In the next turn: a connection must not be freed inside its own callback.
 void SystemBus::disconnected(sd_bus_message* /*message*/)
 {
     later = loop_.after(Seconds{0}, [this] { lost(); });
@@ -61,7 +61,7 @@ void SystemBus::lost()
     disconnection.reset();
     greeting.reset();
     bus.reset();
-    tryLater();
+    retryLater();
 }
 
 }  // namespace vorlane::platform

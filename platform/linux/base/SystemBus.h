@@ -1,4 +1,4 @@
-// The connection to the system bus, made anew whenever it is lost.
+// The connection to the system bus. Reconnects when it is lost.
 #pragma once
 
 #include <functional>
@@ -9,21 +9,21 @@
 
 namespace vorlane::platform {
 
-// Tries once a second after a loss, then half as often each time, down to about once a minute.
+// Retries after a second, then backs off to about a minute.
 class SystemBus {
 public:
-    // Makes a connection that is attached to the main loop; null where there is no bus.
+    // Opens a connection that is attached to the main loop; null when there is no bus.
     using Opener = std::function<BusPointer()>;
 
     SystemBus(RunLoop& loop, Opener opener);
     SystemBus(const SystemBus&) = delete;
     SystemBus& operator=(const SystemBus&) = delete;
 
-    // Null while there is none.
+    // Null while disconnected.
     sd_bus* connection() const { return bus.get(); }
 
-    // Calls `changed` when the connection was lost, with null, and with each new one. The one that
-    // was lost stays until that returns.
+    // Calls `changed` with null when the connection is lost, and with each new connection. The lost
+    // one stays valid until the call returns.
     void onChange(std::function<void(sd_bus* connection)> changed)
     {
         changed_ = std::move(changed);
@@ -31,7 +31,7 @@ public:
 
 private:
     void open();
-    void tryLater();
+    void retryLater();
     void lost();
     void greeted(sd_bus_message* reply);
     void disconnected(sd_bus_message* message);
@@ -42,7 +42,7 @@ private:
     BusPointer bus;
     SlotPointer disconnection;
     SlotPointer greeting;
-    Seconds patience;
+    Seconds retryDelay;
     Subscription later;
 };
 

@@ -23,7 +23,7 @@ std::optional<std::tm> localTime(Date date)
     const double seconds = std::floor(date.secondsSince1970);
     if (!(std::abs(seconds) < limit)) return std::nullopt;
 
-    tzset();  // the user may have travelled since
+    tzset();  // the time zone may have changed
     const auto instant = static_cast<std::time_t>(seconds);
     std::tm local{};
     if (!localtime_r(&instant, &local)) return std::nullopt;
@@ -40,7 +40,7 @@ std::int64_t minutes(TimeOfDay time)
     return time.hour * 60 + time.minute;
 }
 
-// One reading of a local time, taken as summer time or not.
+// The instant of a local time, read as summer time or as standard time.
 std::time_t instant(std::tm day, TimeOfDay time, int summerTime)
 {
     day.tm_hour = static_cast<int>(time.hour);
@@ -50,7 +50,7 @@ std::time_t instant(std::tm day, TimeOfDay time, int summerTime)
     return std::mktime(&day);
 }
 
-// Cuts a field out, together with the character that set it apart.
+// Removes a field together with its separator.
 void cut(std::string& format, std::string_view field, std::string_view separators)
 {
     const auto found = format.find(field);
@@ -69,7 +69,7 @@ void cut(std::string& format, std::string_view field, std::string_view separator
     }
 }
 
-// Where a word follows each number, the word of the seconds goes with them.
+// In locales with a word after each number, removes the seconds' word as well.
 void cutSeconds(std::string& format)
 {
     for (const std::string_view field : {"%OS", "%S"}) {
@@ -89,7 +89,7 @@ void replace(std::string& format, std::string_view field, std::string_view by)
     if (found != std::string::npos) format.replace(found, field.size(), by);
 }
 
-// A locale that counts to twelve writes its usual time as "%r".
+// 12-hour locales give "%r" as their time format.
 std::string shortFormat(locale_t locale)
 {
     std::string format = nl_langinfo_l(T_FMT, locale);
@@ -99,14 +99,14 @@ std::string shortFormat(locale_t locale)
     cut(format, "%Z", " ");
     cut(format, "%z", " ");
 
-    // Nobody writes "02:05 PM"; "%l" and "%k" would pad with a blank.
+    // "2:05 PM", not "02:05 PM"; "%l" and "%k" would pad with a space.
     replace(format, "%I", "%-I");
     replace(format, "%l", "%-I");
     replace(format, "%k", "%-H");
     return format;
 }
 
-// The user's; the plain one where that is not installed.
+// The user's locale; "C" when it is not installed.
 Locale userLocale()
 {
     constexpr int categories = LC_TIME_MASK | LC_CTYPE_MASK;
@@ -129,8 +129,8 @@ std::optional<Date> SystemCalendar::today(Date now, TimeOfDay time) const
     const auto day = localTime(now);
     if (!day) return std::nullopt;
 
-    // A time that comes twice, or is skipped, reads as two instants, by summer time and without:
-    // from the earlier one on, the first minute that is late enough.
+    // A time that is repeated or skipped maps to two instants, as summer and as standard time.
+    // Searches from the earlier one for the first minute that is late enough.
     constexpr int longestGap = 24 * 60;
     auto seconds = std::min(instant(*day, time, 0), instant(*day, time, 1));
     for (int minute = 0; minute <= longestGap; ++minute, seconds += 60) {

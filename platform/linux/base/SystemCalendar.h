@@ -1,4 +1,4 @@
-// Local time as the C library knows it, in the user's locale.
+// Local time from the C library, formatted for the user's locale.
 #pragma once
 
 #include "App/services/Calendar.h"

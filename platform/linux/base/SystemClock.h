@@ -1,4 +1,4 @@
-// The system's wall clock, and the one that nobody sets.
+// The system's wall clock, and the time since it was started.
 #pragma once
 
 #include <chrono>

@@ -1,4 +1,4 @@
-// Ownership for libsystemd's handles, and member functions as its callbacks.
+// Owning pointers for libsystemd's handles, and member functions as its callbacks.
 #pragma once
 
 #include <systemd/sd-bus.h>
@@ -22,8 +22,8 @@ struct Releaser {
     }
 };
 
-// Sends what waits to be sent, except where the bus has never answered: sd-bus would wait 90 s for
-// its greeting.
+// Flushes pending messages, except to a bus that has never answered: sd-bus would wait 90 s for its
+// greeting.
 inline sd_bus* leaveBus(sd_bus* bus)
 {
     return sd_bus_is_ready(bus) > 0 ? sd_bus_flush_close_unref(bus) : sd_bus_close_unref(bus);
@@ -37,10 +37,10 @@ using EventSourcePointer =
     std::unique_ptr<sd_event_source, Releaser<sd_event_source_disable_unref>>;
 using DeviceMonitorPointer = std::unique_ptr<sd_device_monitor, Releaser<sd_device_monitor_unref>>;
 
-// For a call whose answer holds whenever it comes.
+// The timeout of a call whose answer is right however late it arrives.
 inline constexpr std::uint64_t forever = UINT64_MAX;
 
-// An error that a call fills in.
+// Owns an error that a call fills in.
 struct BusError {
     sd_bus_error error{};
 
@@ -67,14 +67,14 @@ int onCall(sd_bus_message* call, void* self, sd_bus_error* /*error*/)
     return result;
 }
 
-// Takes note that the bus answered the asking for a match. Where nobody does, sd-bus ends the
-// whole connection when the answer is an error or does not come in time.
+// Ignores the result of installing a match. Without such a handler, sd-bus closes the whole
+// connection when the bus reports an error or does not answer in time.
 inline int matchInstalled(sd_bus_message* /*answer*/, void* /*self*/, sd_bus_error* /*error*/)
 {
     return 0;
 }
 
-// Owns what `call` gives through a pointer to a handle; empty when it failed.
+// Owns the handle that `call` stores through its argument; empty when it failed.
 template <typename Pointer, typename Call>
 Pointer owned(Call&& call)
 {

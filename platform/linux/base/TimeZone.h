@@ -1,4 +1,4 @@
-// Which time zone the C library tells the time in.
+// Makes the C library follow the system's time zone.
 #pragma once
 
 #include <cstdlib>
@@ -6,8 +6,8 @@
 
 namespace vorlane::platform {
 
-// The C library looks whether the system's zone was changed, but not whether the file that TZ names
-// was. Some systems name the system's own there, which means the same as nothing.
+// The C library notices when the system's zone changes, but not when the file named by TZ does.
+// Some systems set TZ to the file of the system's zone, which is the default anyway.
 inline void followSystemTimeZone()
 {
     const char* const named = std::getenv("TZ");

@@ -1,4 +1,4 @@
-// A clock that nobody sets and that also runs while the machine sleeps.
+// A clock that is never set and keeps running while the machine is suspended.
 #pragma once
 
 #include <ctime>
