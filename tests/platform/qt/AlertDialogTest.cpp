@@ -50,7 +50,7 @@ protected:
     }
 };
 
-TEST_F(AlertDialogTest, SaysTheTextsAsTheyAre)
+TEST_F(AlertDialogTest, ShowsItsTextsUnchanged)
 {
     askToClear();
 
@@ -69,7 +69,7 @@ TEST_F(AlertDialogTest, AnswersWithTheChosenButton)
     EXPECT_EQ(answers, 1);
 }
 
-TEST_F(AlertDialogTest, TakesEscapeForTheCancelButton)
+TEST_F(AlertDialogTest, TreatsEscapeAsTheCancelButton)
 {
     askToClear();
 
@@ -78,7 +78,7 @@ TEST_F(AlertDialogTest, TakesEscapeForTheCancelButton)
     EXPECT_EQ(answer, 1U);
 }
 
-TEST_F(AlertDialogTest, TakesClosingForTheCancelButton)
+TEST_F(AlertDialogTest, TreatsClosingAsTheCancelButton)
 {
     askToClear();
 
@@ -106,7 +106,7 @@ TEST_F(AlertDialogTest, MakesTheFirstHarmlessButtonTheDefault)
     EXPECT_EQ(answer, 0U);
 }
 
-TEST_F(AlertDialogTest, IsGoneOnceItIsAnswered)
+TEST_F(AlertDialogTest, IsDeletedOnceItIsAnswered)
 {
     askToClear();
 

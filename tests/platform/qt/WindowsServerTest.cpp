@@ -6,6 +6,8 @@
 #include <QApplication>
 #include <QPushButton>
 #include <QTest>
+#include <QTimer>
+#include <chrono>
 #include <optional>
 #include <string>
 #include <variant>
@@ -42,7 +44,30 @@ QWidget* visible(const char* title)
     return nullptr;
 }
 
-// The test speaks for the resident program.
+// Counts how often timers with this interval expire.
+class TimerCount : public QObject {
+public:
+    explicit TimerCount(std::chrono::milliseconds interval) : interval_(interval)
+    {
+        qApp->installEventFilter(this);
+    }
+
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        const auto* const timer = qobject_cast<QTimer*>(watched);
+        if (timer && event->type() == QEvent::Timer && timer->intervalAsDuration() == interval_) {
+            ++expired;
+        }
+        return false;
+    }
+
+    int expired = 0;
+
+private:
+    std::chrono::milliseconds interval_;
+};
+
+// The test plays the resident program.
 class WindowsServerTest : public testing::Test {
 protected:
     template <typename Message>
@@ -67,7 +92,7 @@ protected:
                           .opening = opening});
     }
 
-    // The first message of that type, for which Qt's loop is run; absent when none comes.
+    // Runs Qt's loop until a message of this type arrives; absent when none does.
     template <typename Message>
     std::optional<Message> receive()
     {
@@ -91,12 +116,14 @@ protected:
         ADD_FAILURE() << "no button " << title.toStdString();
     }
 
+    static constexpr auto idleness = 50ms;
+
     SocketPair sockets;
     std::string frame;
-    WindowsServer server{sockets.windows.get(), 50ms};
+    WindowsServer server{sockets.windows.get(), idleness};
 };
 
-TEST_F(WindowsServerTest, CountsTheMessagesThatItHandled)
+TEST_F(WindowsServerTest, CountsHandledMessages)
 {
     send(Appearance{});
     showPopover(1);
@@ -117,7 +144,7 @@ TEST_F(WindowsServerTest, ShowsTheSettingsBesideThePopover)
     EXPECT_NE(visible("Some Settings"), nullptr);
 }
 
-TEST_F(WindowsServerTest, ReportsWhichOpeningItsUserClosed)
+TEST_F(WindowsServerTest, ReportsWhichOpeningTheUserClosed)
 {
     showPopover(3);
     QTest::keyClick(visible("Vorlane"), Qt::Key_Escape);
@@ -133,7 +160,7 @@ TEST_F(WindowsServerTest, ReportsWhichOpeningItsUserClosed)
     EXPECT_EQ(settings->opening, 4U);
 }
 
-TEST_F(WindowsServerTest, ReportsWhatItsUserPresses)
+TEST_F(WindowsServerTest, ReportsAPressedButton)
 {
     showPopover(1);
 
@@ -160,7 +187,7 @@ TEST_F(WindowsServerTest, ReportsTheAnswerOfADialog)
     EXPECT_EQ(answer->button, 0U);
 }
 
-TEST_F(WindowsServerTest, IgnoresUpdatesOfWindowsThatItNeverShowed)
+TEST_F(WindowsServerTest, IgnoresUpdatesOfWindowsThatWereNeverShown)
 {
     send(UpdatePopover{noBattery()});
     send(UpdateSettings{sampleSettings()});
@@ -199,7 +226,8 @@ TEST_F(WindowsServerTest, ReportsThatItIsIdleOnlyWithoutAWindow)
 {
     showPopover(1);
     EXPECT_TRUE(receive<Handled>());
-    QTest::qWait(150);
+    const TimerCount idling(idleness);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return idling.expired > 0; }));
     EXPECT_EQ(receiveFrame(sockets.program.get(), frame, 4096), Receiving::nothing);
 
     send(ClosePopover{});
@@ -207,7 +235,7 @@ TEST_F(WindowsServerTest, ReportsThatItIsIdleOnlyWithoutAWindow)
     EXPECT_TRUE(receive<Idle>());
 }
 
-// The exit code, once Qt has handled what was sent.
+// Expects this exit code once Qt has handled what was sent.
 void expectExit(const SocketPair& sockets, int code)
 {
     const auto run = [&] {
@@ -225,7 +253,7 @@ TEST(WindowsServerDeathTest, ExitsWhenTheProgramClosesTheSocket)
     expectExit(sockets, EXIT_SUCCESS);
 }
 
-TEST(WindowsServerDeathTest, ExitsAtAMessageThatItCannotRead)
+TEST(WindowsServerDeathTest, ExitsOnAnInvalidMessage)
 {
     for (const std::string bytes : {"", "\xff", "\x01"}) {
         const SocketPair sockets;

@@ -1,4 +1,4 @@
-// Draws the windows in every situation: gallery FOLDER [FONT]. The pictures are for people.
+// Saves pictures of the windows in every situation for people to look at: gallery FOLDER [FONT].
 #include <QApplication>
 #include <QDir>
 #include <QImage>
@@ -79,7 +79,7 @@ QPalette palette(bool dark)
     return colors;
 }
 
-// What a screen of this scale would show.
+// The widget as a screen of this scale shows it.
 QImage picture(QWidget& widget, const QColor& behind, double scale)
 {
     QImage image(widget.size() * scale, QImage::Format_RGB32);
@@ -114,11 +114,11 @@ bool draw(const Scene& scene, const Theme& theme, const QDir& folder)
     return savePictures(panel, scene.name, theme, folder);
 }
 
-// As wide as its window, and as high as all that it scrolls.
+// A settings form as wide as its window and as high as its whole content.
 struct FormScene {
     const char* name;
     SettingsContent content;
-    int focused = -1;  // the child of the Tab key
+    int focused = -1;  // the index of the focused control in Tab order; -1: none
 };
 
 bool draw(const FormScene& scene, const Theme& theme, const QDir& folder)

@@ -1,4 +1,4 @@
-// Qt wants its application before any test makes a widget.
+// Creates the application object, which Qt needs before any test creates a widget.
 #include <gmock/gmock.h>
 
 #include <QApplication>

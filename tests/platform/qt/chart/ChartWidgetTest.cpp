@@ -154,7 +154,7 @@ TEST_F(ChartWidgetTest, KeepsGridLinesOnWholePixelsAtAnyScale)
     }
 }
 
-TEST_F(ChartWidgetTest, ShowsTheNoticeAloneInTheMiddle)
+TEST_F(ChartWidgetTest, ShowsOnlyTheNoticeCentred)
 {
     show({});
     content.notice = "Collecting history";
@@ -190,7 +190,7 @@ TEST_F(ChartWidgetTest, ReadsTheSampleUnderThePointer)
     EXPECT_EQ(drawnAt(20, 90), "none");
 }
 
-TEST_F(ChartWidgetTest, NamesTheDayInAChartOfSeveral)
+TEST_F(ChartWidgetTest, NamesTheWeekdayInAChartOfSeveralDays)
 {
     show({{100, 40}, {0, 78}}, 7);
 
@@ -215,7 +215,7 @@ TEST_F(ChartWidgetTest, MovesTheReadingByKeys)
     EXPECT_EQ(reading(), "40% · 16:00");
 }
 
-TEST_F(ChartWidgetTest, KeepsTheReadingWhileItsSampleIsInSight)
+TEST_F(ChartWidgetTest, KeepsTheReadingWhileItsSampleIsShown)
 {
     show({{20, 40}, {10, 80}, {0, 78}});
     point(11);
@@ -252,7 +252,7 @@ TEST_F(ChartWidgetTest, MovesItsMarksToAnotherTimeZoneWithTheNextContent)
     EXPECT_NE(painted(chart), fresh());
 }
 
-TEST_F(ChartWidgetTest, TellsTheReadingInAnotherTimeZoneWithTheNextContent)
+TEST_F(ChartWidgetTest, ShowsTheReadingInAnotherTimeZoneWithTheNextContent)
 {
     show({{20, 40}, {10, 80}, {0, 78}});
     point(11);
@@ -265,7 +265,7 @@ TEST_F(ChartWidgetTest, TellsTheReadingInAnotherTimeZoneWithTheNextContent)
     EXPECT_EQ(reading(), "80% · 10:00");
 }
 
-TEST_F(ChartWidgetTest, WritesTheReadingInsideItselfAndBesideItsSample)
+TEST_F(ChartWidgetTest, PlacesTheReadingInsideItselfAndBesideTheSample)
 {
     show({{24, 100}, {18, 3}, {12, 50}, {6, 97}, {0, 0}});
 
@@ -280,7 +280,7 @@ TEST_F(ChartWidgetTest, WritesTheReadingInsideItselfAndBesideItsSample)
     }
 }
 
-TEST_F(ChartWidgetTest, SaysInASentenceWhatItShows)
+TEST_F(ChartWidgetTest, SummarizesItselfInASentence)
 {
     auto* read = QAccessible::queryAccessibleInterface(&chart);
     show({{20, 45}, {10, 80}, {0, 78}});
@@ -299,7 +299,7 @@ TEST_F(ChartWidgetTest, SaysInASentenceWhatItShows)
     EXPECT_EQ(read->text(QAccessible::Description), "");
 }
 
-TEST_F(ChartWidgetTest, SurvivesARecordWithoutPointsOrSpan)
+TEST_F(ChartWidgetTest, SurvivesContentWithoutPointsOrSpan)
 {
     show({});
     point(3);

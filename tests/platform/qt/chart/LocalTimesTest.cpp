@@ -15,21 +15,21 @@ const std::filesystem::path zones = "/usr/share/zoneinfo";
 const std::filesystem::path chosen = "/etc/localtime";
 const std::filesystem::path next = "/etc/localtime.new";
 
-// As the system's settings do it.
+// Replaces the symbolic link, as system settings do.
 void travelTo(const char* zone)
 {
     std::filesystem::create_symlink(zones / zone, next);
     std::filesystem::rename(next, chosen);
 }
 
-// As systems without symbolic links do it.
+// Replaces the file with a copy, as systems without symbolic links do.
 void travelByCopyTo(const char* zone)
 {
     std::filesystem::copy_file(zones / zone, next);
     std::filesystem::rename(next, chosen);
 }
 
-TEST(LocalTimesTest, FollowTheUserToAnotherTimeZone)
+TEST(LocalTimesTest, FollowChangesOfTheSystemsTimeZone)
 {
     if (const auto reason = cannotMount(); !reason.empty()) GTEST_SKIP() << reason;
 

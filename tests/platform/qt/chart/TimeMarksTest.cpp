@@ -23,7 +23,7 @@ protected:
         return times.date(QDateTime(QDate(year, month, dayOfMonth), QTime(hours, minutes)));
     }
 
-    // Six pixels a letter, in a chart of the popover's width.
+    // The axis of the popover's chart, with letters six pixels wide.
     static TimeMarks axis(Date from, Date until, double width = 270)
     {
         return {.from = from,
@@ -34,7 +34,7 @@ protected:
                 .gap = 14};
     }
 
-    // Where the axis shows this time.
+    // The position of this time on the axis.
     static double place(const TimeMarks& axis, Date date)
     {
         return axis.width * ((date - axis.from) / (axis.until - axis.from));
@@ -48,14 +48,14 @@ protected:
     }
 };
 
-TEST_F(TimeMarksTest, StandAtRoundHoursOfADay)
+TEST_F(TimeMarksTest, AreAtRoundHours)
 {
     const auto now = at(2026, 3, 4, 14, 5);
 
     EXPECT_THAT(labels(axis(now - day, now)), ElementsAre("18:00", "00:00", "06:00", "12:00"));
 }
 
-TEST_F(TimeMarksTest, StandWhereTheirTimeIs)
+TEST_F(TimeMarksTest, AreAtThePositionOfTheirTime)
 {
     const auto until = at(2026, 3, 4, 18);
 
@@ -67,7 +67,7 @@ TEST_F(TimeMarksTest, StandWhereTheirTimeIs)
     EXPECT_THAT(places, ElementsAre(0, 60, 120, 180, 240));
 }
 
-TEST_F(TimeMarksTest, StandCloserInAWiderChart)
+TEST_F(TimeMarksTest, AreDenserInAWiderChart)
 {
     const auto now = at(2026, 3, 4, 14, 5);
 
@@ -89,7 +89,7 @@ TEST_F(TimeMarksTest, NameTheDaysOfAWeekAtMidnight)
     }
 }
 
-TEST_F(TimeMarksTest, LeaveDaysOutWhereTheLettersAreLarge)
+TEST_F(TimeMarksTest, SkipDaysWhenTheFontIsLarge)
 {
     const auto now = at(2026, 3, 4, 14, 5);
     auto large = axis(now - 7 * day, now);
@@ -98,7 +98,7 @@ TEST_F(TimeMarksTest, LeaveDaysOutWhereTheLettersAreLarge)
     EXPECT_THAT(labels(large), ElementsAre("Thu", "Sat", "Mon", "Wed"));
 }
 
-TEST_F(TimeMarksTest, StayOnTheirDaysAsTimeGoesOn)
+TEST_F(TimeMarksTest, StayOnTheirDaysAsTimePasses)
 {
     const auto now = at(2026, 3, 4, 14, 5);
     auto large = axis(now - 7 * day + 30 * hour, now + 30 * hour);
@@ -151,7 +151,7 @@ TEST_F(TimeMarksTest, MarkARepeatedHourOnce)
                 ElementsAre("18:00", "21:00", "00:00", "03:00", "06:00", "09:00", "12:00"));
 }
 
-TEST_F(TimeMarksTest, BeginADayWithoutAMidnightAtItsFirstHour)
+TEST_F(TimeMarksTest, MarkADayWithoutMidnightAtItsFirstHour)
 {
     zone.set("Africa/Cairo");  // 2024-04-26 began at 01:00
     const auto now = at(2024, 4, 27, 12);
@@ -163,7 +163,7 @@ TEST_F(TimeMarksTest, BeginADayWithoutAMidnightAtItsFirstHour)
     EXPECT_DOUBLE_EQ(marks[1].x, place(days, at(2024, 4, 26, 1)));
 }
 
-TEST_F(TimeMarksTest, StandInAZoneThatOnlyTheCLibraryKnows)
+TEST_F(TimeMarksTest, WorkInAZoneThatOnlyTheCLibraryKnows)
 {
     const auto now = at(2026, 3, 4, 14, 5);
 
@@ -175,7 +175,7 @@ TEST_F(TimeMarksTest, StandInAZoneThatOnlyTheCLibraryKnows)
     }
 }
 
-TEST_F(TimeMarksTest, StandInUniversalTimeWhereTheZoneIsUnknown)
+TEST_F(TimeMarksTest, FallBackToUniversalTimeInAnUnknownZone)
 {
     const auto now = at(2026, 3, 4, 14, 5);
 
@@ -187,7 +187,7 @@ TEST_F(TimeMarksTest, StandInUniversalTimeWhereTheZoneIsUnknown)
     }
 }
 
-TEST_F(TimeMarksTest, SpeakTheUsersLanguage)
+TEST_F(TimeMarksTest, UseTheUsersLanguage)
 {
     const auto now = at(2026, 3, 4, 14, 5);
 
@@ -202,7 +202,7 @@ TEST_F(TimeMarksTest, SpeakTheUsersLanguage)
     EXPECT_THAT(labels(axis(now - day, now)), ElementsAre("18:00", "00:00", "06:00", "12:00"));
 }
 
-TEST_F(TimeMarksTest, AreAbsentWhereThereIsNoSpanOrNoRoom)
+TEST_F(TimeMarksTest, AreAbsentWithoutASpanOrRoom)
 {
     const auto now = at(2026, 3, 4, 14, 5);
 
@@ -211,7 +211,7 @@ TEST_F(TimeMarksTest, AreAbsentWhereThereIsNoSpanOrNoRoom)
     EXPECT_THAT(labels(axis(now - day, now, 0)), IsEmpty());
 }
 
-TEST_F(TimeMarksTest, TellAShortTimeWithoutSeconds)
+TEST_F(TimeMarksTest, ShowAShortTimeWithoutSeconds)
 {
     const auto now = at(2026, 3, 4, 14, 5);
 

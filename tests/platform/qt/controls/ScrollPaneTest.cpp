@@ -20,7 +20,7 @@ protected:
     }
 };
 
-TEST_F(ScrollPaneTest, IsAsLargeAsItsContentWhereThereIsRoom)
+TEST_F(ScrollPaneTest, IsAsLargeAsItsContentWhenThereIsRoom)
 {
     EXPECT_EQ(pane.sizeHint(), QSize(340, 900));
 
@@ -28,7 +28,7 @@ TEST_F(ScrollPaneTest, IsAsLargeAsItsContentWhereThereIsRoom)
     EXPECT_EQ(pane.sizeHint(), QSize(340, 900));
 }
 
-TEST_F(ScrollPaneTest, ScrollsWhatDoesNotFitWithoutCoveringIt)
+TEST_F(ScrollPaneTest, WidensForTheScrollBarWhenTheContentDoesNotFit)
 {
     pane.setHeightLimit(500);
     pane.resize(pane.sizeHint());
@@ -39,7 +39,7 @@ TEST_F(ScrollPaneTest, ScrollsWhatDoesNotFitWithoutCoveringIt)
     EXPECT_EQ(pane.verticalScrollBar()->maximum(), 400);
 }
 
-TEST_F(ScrollPaneTest, FollowsItsContent)
+TEST_F(ScrollPaneTest, ResizesWithItsContent)
 {
     pane.setHeightLimit(500);
 

@@ -15,7 +15,7 @@ QColor windowOf(const std::optional<QPalette>& palette)
     return palette ? palette->color(QPalette::Window) : QColor();
 }
 
-TEST(AppearancePaletteTest, LeavesADesktopsOwnPaletteWhenItAgrees)
+TEST(AppearancePaletteTest, KeepsTheDesktopsPaletteWhenItMatchesThePreference)
 {
     const DesktopPalette light{.palette = lightDesktop, .builtIn = false};
     const DesktopPalette dark{.palette = darkDesktop, .builtIn = false};
@@ -26,7 +26,7 @@ TEST(AppearancePaletteTest, LeavesADesktopsOwnPaletteWhenItAgrees)
     EXPECT_FALSE(ownPalette({.scheme = Scheme::dark, .accent = std::nullopt}, dark));
 }
 
-TEST(AppearancePaletteTest, TakesTheUsersSideWhenTheDesktopsPaletteDisagrees)
+TEST(AppearancePaletteTest, FollowsTheUsersPreferenceWhenTheDesktopsPaletteDiffers)
 {
     const auto dark = ownPalette({.scheme = Scheme::dark, .accent = std::nullopt},
                                  {.palette = lightDesktop, .builtIn = false});
@@ -37,7 +37,7 @@ TEST(AppearancePaletteTest, TakesTheUsersSideWhenTheDesktopsPaletteDisagrees)
     EXPECT_EQ(windowOf(light), QColor(0xf6f6f7));
 }
 
-TEST(AppearancePaletteTest, ReplacesTheGreyThatQtHasOfItsOwn)
+TEST(AppearancePaletteTest, ReplacesQtsBuiltInGrey)
 {
     const DesktopPalette grey{.palette = lightDesktop, .builtIn = true};
 
@@ -46,7 +46,7 @@ TEST(AppearancePaletteTest, ReplacesTheGreyThatQtHasOfItsOwn)
               QColor(0x26262a));
 }
 
-TEST(AppearancePaletteTest, HighlightsInTheUsersAccentWithTextThatStandsOut)
+TEST(AppearancePaletteTest, HighlightsInTheUsersAccentWithContrastingText)
 {
     const DesktopPalette grey{.palette = lightDesktop, .builtIn = true};
     const Rgb yellow{.red = 255, .green = 230, .blue = 120};
@@ -61,7 +61,7 @@ TEST(AppearancePaletteTest, HighlightsInTheUsersAccentWithTextThatStandsOut)
     EXPECT_EQ(onBlue->color(QPalette::HighlightedText), QColor(Qt::white));
 }
 
-TEST(AppearancePaletteTest, DimsWhatIsNotEnabled)
+TEST(AppearancePaletteTest, DimsDisabledText)
 {
     const auto palette = ownPalette({}, {.palette = lightDesktop, .builtIn = true});
 

@@ -25,7 +25,7 @@ protected:
         settle();
     }
 
-    // Qt hands palettes on by events.
+    // Qt propagates palettes through events.
     static void settle()
     {
         for (int i = 0; i < 10; ++i) QCoreApplication::processEvents();
@@ -51,7 +51,7 @@ TEST_F(ThemeSourceTest, ShowsTheUsersAccent)
     EXPECT_EQ(themes.current().accent, QColor(200, 30, 90));
 }
 
-TEST_F(ThemeSourceTest, ComesToRestAfterAChange)
+TEST_F(ThemeSourceTest, DoesNotReactToItsOwnChange)
 {
     themes.setAppearance({.scheme = Appearance::Scheme::dark, .accent = std::nullopt});
     settle();

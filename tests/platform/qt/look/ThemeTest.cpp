@@ -27,7 +27,7 @@ double luminance(const QColor& color)
            0.0722 * channel(color.blueF());
 }
 
-// The ratio that accessibility guidelines ask to be 4.5 at least for small text.
+// The contrast ratio, for which accessibility guidelines require 4.5 for small text.
 double contrast(const QColor& a, const QColor& b)
 {
     const auto [dim, bright] = std::minmax({luminance(a), luminance(b)});
@@ -46,7 +46,7 @@ TEST_F(ThemeTest, IsDarkWhenThePaletteIs)
     EXPECT_TRUE(dark.dark);
 }
 
-TEST_F(ThemeTest, KeepsEverySmallTextReadable)
+TEST_F(ThemeTest, KeepsSmallTextReadable)
 {
     for (const auto& theme : {light, dark}) {
         for (const auto& color :
@@ -58,7 +58,7 @@ TEST_F(ThemeTest, KeepsEverySmallTextReadable)
     }
 }
 
-TEST_F(ThemeTest, KeepsEveryAreaInSight)
+TEST_F(ThemeTest, KeepsEveryAreaVisible)
 {
     for (const auto& theme : {light, dark}) {
         for (const auto color : {Color::accent, Color::green, Color::orange, Color::red}) {
@@ -68,7 +68,7 @@ TEST_F(ThemeTest, KeepsEveryAreaInSight)
     }
 }
 
-TEST_F(ThemeTest, TakesTheUsersAccentBeforeThePalettes)
+TEST_F(ThemeTest, PrefersTheUsersAccentToThePalettes)
 {
     const QColor chosen(0xc0, 0x20, 0x90);
 
@@ -77,7 +77,7 @@ TEST_F(ThemeTest, TakesTheUsersAccentBeforeThePalettes)
               chosen);
 }
 
-TEST_F(ThemeTest, ShowsAValueWithoutAColourInTheSecondaryShade)
+TEST_F(ThemeTest, ShowsAValueWithoutAColourInTheSecondaryColour)
 {
     EXPECT_EQ(light.shade(std::optional<Color>()), light.secondary);
     EXPECT_EQ(light.shade(std::optional(Color::red)), light.red);

@@ -16,7 +16,7 @@ using testing::Optional;
 const std::vector<QTime> times{QTime(0, 0),   QTime(0, 30),  QTime(9, 5),  QTime(12, 0),
                                QTime(12, 30), QTime(21, 30), QTime(23, 59)};
 
-// For what a failure prints.
+// Describes a failed case.
 std::string where(const TimeNotation& notation, const QString& text)
 {
     return (notation.locale.name() + " " + notation.format + ": " + text).toStdString();
@@ -29,7 +29,7 @@ std::vector<QLocale> allLocales()
     return {found.begin(), found.end()};
 }
 
-// One for each set of digits and words.
+// One locale for each combination of digits and AM/PM words.
 std::vector<QLocale> differentLocales()
 {
     std::set<QString> seen;
@@ -59,7 +59,7 @@ TEST(TimeNotationTest, ReadsWhatItWritesInEveryLocale)
     }
 }
 
-// Of other versions of Qt, with each locale's digits and words.
+// The formats of other Qt versions, with each locale's digits and words.
 TEST(TimeNotationTest, ReadsWhatItWritesInEveryFormat)
 {
     for (const auto* const format : {"HH:mm",        "H:mm",         "H:m",
@@ -79,7 +79,7 @@ TEST(TimeNotationTest, ReadsWhatItWritesInEveryFormat)
     }
 }
 
-TEST(TimeNotationTest, ReadsBothClocksInEveryLocale)
+TEST(TimeNotationTest, Reads12And24HourTimesInEveryLocale)
 {
     for (const auto& locale : allLocales()) {
         const TimeNotation notation{.locale = locale};
@@ -100,7 +100,7 @@ TEST(TimeNotationTest, ReadsBothClocksInEveryLocale)
     }
 }
 
-TEST(TimeNotationTest, ReadsTheHalvesInMostSpellings)
+TEST(TimeNotationTest, ReadsCommonSpellingsOfAmAndPm)
 {
     for (const auto* const locale : {"en_US", "en_CA", "es_MX", "de_DE", "zh_TW", "ar_EG", "C"}) {
         for (const auto* const text :
@@ -126,7 +126,7 @@ TEST(TimeNotationTest, ReadsDigitsOfAnyScript)
     }
 }
 
-TEST(TimeNotationTest, BeginsBothHalvesWithTwelve)
+TEST(TimeNotationTest, ReadsTwelveAsTheFirstHourOfAmAndPm)
 {
     EXPECT_THAT(read("en_US", "12:00 AM"), Optional(QTime(0, 0)));
     EXPECT_THAT(read("en_US", "12:30 AM"), Optional(QTime(0, 30)));
@@ -136,14 +136,14 @@ TEST(TimeNotationTest, BeginsBothHalvesWithTwelve)
     EXPECT_THAT(read("ja_JP", "午後0:30"), Optional(QTime(12, 30))) << "as many write it there";
 }
 
-TEST(TimeNotationTest, AcceptsAHalfBeside24HoursWhenItAgrees)
+TEST(TimeNotationTest, AcceptsAmAndPmInA24HourTimeWhenTheyAgree)
 {
     EXPECT_THAT(read("en_US", "21:30 PM"), Optional(QTime(21, 30)));
     EXPECT_THAT(read("en_US", "0:30 AM"), Optional(QTime(0, 30)));
     EXPECT_EQ(read("en_US", "21:30 AM"), std::nullopt);
 }
 
-TEST(TimeNotationTest, ReadsNothingElse)
+TEST(TimeNotationTest, RejectsEverythingElse)
 {
     for (const auto* const locale : {"C", "en_US", "de_DE", "ar_EG", "zh_TW"}) {
         for (const auto* const text :
@@ -154,8 +154,8 @@ TEST(TimeNotationTest, ReadsNothingElse)
     }
 }
 
-// A letter that Qt does not know would stand in the time as it is.
-TEST(TimeNotationTest, HasOnlyLettersThatQtReplaces)
+// Qt would print a format letter that it does not know as it is.
+TEST(TimeNotationTest, UsesOnlyFormatLettersThatQtReplaces)
 {
     for (const auto& locale : allLocales()) {
         auto format = TimeNotation::shortFormat(locale).toStdString();

@@ -20,22 +20,22 @@ QPoint position(QPoint pointer, const QRect& workArea, QSize size = popover)
     return placement.position(size);
 }
 
-TEST(PopoverPlacementTest, HangsUnderAPanelAtTheTopCentredOnThePointer)
+TEST(PopoverPlacementTest, IsBelowATopPanelCentredOnThePointer)
 {
     EXPECT_EQ(position({600, 15}, screen.adjusted(0, 30, 0, 0)), QPoint(430, 36));
 }
 
-TEST(PopoverPlacementTest, StandsOnAPanelAtTheBottom)
+TEST(PopoverPlacementTest, IsAboveABottomPanel)
 {
     EXPECT_EQ(position({600, 790}, screen.adjusted(0, 0, 0, -30)), QPoint(430, 800 - 30 - 6 - 500));
 }
 
-TEST(PopoverPlacementTest, StandsBesideAPanelAtTheLeft)
+TEST(PopoverPlacementTest, IsToTheRightOfALeftPanel)
 {
     EXPECT_EQ(position({10, 400}, screen.adjusted(48, 0, 0, 0)), QPoint(54, 150));
 }
 
-TEST(PopoverPlacementTest, StandsBesideAPanelAtTheRight)
+TEST(PopoverPlacementTest, IsToTheLeftOfARightPanel)
 {
     EXPECT_EQ(position({1270, 400}, screen.adjusted(0, 0, -48, 0)),
               QPoint(1280 - 48 - 6 - 340, 150));
@@ -49,13 +49,13 @@ TEST(PopoverPlacementTest, StaysInsideTheWorkAreaAtTheEndsOfAPanel)
     EXPECT_EQ(position({3, 15}, area), QPoint(6, 36));
 }
 
-TEST(PopoverPlacementTest, KeepsClearOfThePointerWhereNoPanelReservesItsSpace)
+TEST(PopoverPlacementTest, IsBesideThePointerWhenNoPanelReservesSpace)
 {
     EXPECT_EQ(position({600, 12}, screen), QPoint(430, 18));
     EXPECT_EQ(position({600, 790}, screen), QPoint(430, 791 - 6 - 500));
 }
 
-TEST(PopoverPlacementTest, KeepsItsEdgeAtThePanelWhenItsHeightChanges)
+TEST(PopoverPlacementTest, StaysAtThePanelWhenItsHeightChanges)
 {
     const auto bottom = screen.adjusted(0, 0, 0, -30);
 

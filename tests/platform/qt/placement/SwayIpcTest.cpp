@@ -34,14 +34,14 @@ protected:
     void TearDown() override
     {
         if (server.joinable()) server.join();
-        for (const int one : opened) (void)close(one);
+        for (const int connection : opened) (void)close(connection);
         (void)close(listener);
         qunsetenv("SWAYSOCK");
     }
 
     void listenTo(int waiting) const { ASSERT_EQ(listen(listener, waiting), 0); }
 
-    // Has a thread take one connection and, once it has asked, hand it over.
+    // Accepts one connection in a thread and calls `answer` with it once a query has arrived.
     void serve(const std::function<void(int connection)>& answer)
     {
         if (server.joinable()) server.join();
@@ -55,7 +55,7 @@ protected:
         });
     }
 
-    // Connections that wait to be taken, which then do not wait any more.
+    // Accepts all pending connections and returns their number.
     int questions()
     {
         int count = 0;
@@ -66,7 +66,7 @@ protected:
         return count;
     }
 
-    // Connects until there is no room for more.
+    // Connects until the listen queue is full.
     void fillUp()
     {
         listenTo(0);
@@ -110,7 +110,7 @@ TEST_F(SwayIpcTest, IsAbsentOutsideOfSway)
     EXPECT_FALSE(SwayIpc::find());
 }
 
-TEST_F(SwayIpcTest, ReadsAnAnswerThatComesInPieces)
+TEST_F(SwayIpcTest, ReadsAnAnswerInPieces)
 {
     serve([](int connection) {
         for (const char byte : answer(getTree, R"({"type": "root"})")) write(connection, {byte});
@@ -121,7 +121,7 @@ TEST_F(SwayIpcTest, ReadsAnAnswerThatComesInPieces)
     EXPECT_TRUE(sway.answers());
 }
 
-TEST_F(SwayIpcTest, AsksNoMoreAfterAnAnswerThatDidNotCome)
+TEST_F(SwayIpcTest, SendsNothingAfterATimeoutUntilTryAgain)
 {
     listenTo(100);
     auto sway = *SwayIpc::find();
@@ -137,7 +137,7 @@ TEST_F(SwayIpcTest, AsksNoMoreAfterAnAnswerThatDidNotCome)
     EXPECT_EQ(questions(), 1);
 }
 
-TEST_F(SwayIpcTest, GivesUpASocketThatTakesNoConnection)
+TEST_F(SwayIpcTest, GivesUpWhenTheListenQueueIsFull)
 {
     fillUp();
     auto sway = *SwayIpc::find();
@@ -146,15 +146,15 @@ TEST_F(SwayIpcTest, GivesUpASocketThatTakesNoConnection)
     EXPECT_FALSE(sway.answers());
 }
 
-TEST_F(SwayIpcTest, GivesUpASocketThatIsNotThere)
+TEST_F(SwayIpcTest, GivesUpWhenTheSocketRefusesTheConnection)
 {
-    auto sway = *SwayIpc::find();  // bound, but nobody listens
+    auto sway = *SwayIpc::find();  // bound, but not listening
 
     EXPECT_TRUE(sway.tree().isEmpty());
     EXPECT_FALSE(sway.answers());
 }
 
-TEST_F(SwayIpcTest, GivesUpAnAnswerThatComesTooSlowly)
+TEST_F(SwayIpcTest, GivesUpOnASlowAnswer)
 {
     serve([](int connection) {
         const auto whole = answer(getTree, R"({"type": "root"})" + std::string(1000, ' '));
@@ -172,7 +172,7 @@ TEST_F(SwayIpcTest, GivesUpAnAnswerThatComesTooSlowly)
 
 class StrangeAnswerTest : public SwayIpcTest, public testing::WithParamInterface<std::string> {};
 
-TEST_P(StrangeAnswerTest, IsNone)
+TEST_P(StrangeAnswerTest, IsIgnored)
 {
     for (const bool staysOpen : {false, true}) {
         serve([&](int connection) {
@@ -190,7 +190,7 @@ TEST_P(StrangeAnswerTest, IsNone)
 INSTANTIATE_TEST_SUITE_P(
     All, StrangeAnswerTest,
     testing::Values(""s, "i3-ip"s, "i3-ipc\x04\0\0\0"s, "HTTP/1.1 400 Bad Request\r\n\r\n"s,
-                    "i3-ipc\x02\0\0\0\x07\0\0\0{}"s,                    // to another question
+                    "i3-ipc\x02\0\0\0\x07\0\0\0{}"s,                    // answers another query
                     "i3-ipc\xff\xff\xff\xff\x04\0\0\0{}"s,              // 4 GiB
                     "i3-ipc\x09\0\0\0\x04\0\0\0{\"type\": \"root\"}"s,  // cut off
                     "i3-ipc\x09\0\0\0\x04\0\0\0{\"type\""s, "i3-ipc\0\0\0\0\x04\0\0\0"s,

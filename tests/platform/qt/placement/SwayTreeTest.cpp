@@ -10,7 +10,7 @@ namespace {
 
 const SwayWindowName ours{.process = 42, .title = "Vorlane"};
 
-// One output with a workspace, which a bar may shorten, and a floating window of ours in it.
+// One output with a workspace, which a bar may shorten, and our floating window on it.
 QJsonObject tree(const char* workspace, const char* window)
 {
     const auto text = QByteArray(R"({"type": "root", "nodes": [
@@ -54,26 +54,26 @@ TEST(SwayTreeTest, FindsNothingInATreeWithoutIt)
     EXPECT_FALSE(findWindow(tree(belowTopBar, "{}"), {.process = 42, .title = "Other"}));
 }
 
-TEST(SwayTreeTest, HangsUnderABarAtTheTop)
+TEST(SwayTreeTest, PlacesTheWindowBelowATopBar)
 {
     EXPECT_EQ(positionIn(tree(belowTopBar, R"({"x": 400, "y": 0, "width": 342, "height": 476})")),
               QPoint(399, 36));
 }
 
-TEST(SwayTreeTest, StandsOnABarAtTheBottom)
+TEST(SwayTreeTest, PlacesTheWindowAboveABottomBar)
 {
     EXPECT_EQ(
         positionIn(tree(aboveBottomBar, R"({"x": 400, "y": 324, "width": 342, "height": 476})")),
         QPoint(399, 770 - 6 - 476));
 }
 
-TEST(SwayTreeTest, KeepsClearOfTheEndOfTheBar)
+TEST(SwayTreeTest, KeepsTheWindowOnTheScreenAtTheEndOfTheBar)
 {
     EXPECT_EQ(positionIn(tree(belowTopBar, R"({"x": 938, "y": 0, "width": 342, "height": 476})")),
               QPoint(1280 - 6 - 342, 36));
 }
 
-TEST(SwayTreeTest, StaysOnTheScreenWithoutABar)
+TEST(SwayTreeTest, KeepsTheWindowOnTheScreenWithoutABar)
 {
     EXPECT_EQ(positionIn(tree(whole, R"({"x": 938, "y": 0, "width": 342, "height": 476})")),
               QPoint(1280 - 6 - 342, 6));

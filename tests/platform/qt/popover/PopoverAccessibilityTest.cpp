@@ -1,4 +1,4 @@
-// What a screen reader meets in the popover.
+// What screen readers find in the popover.
 #include <gmock/gmock.h>
 
 #include <QAccessible>
@@ -19,8 +19,8 @@ protected:
         panel.show();
     }
 
-    // Role and name of everything that says something.
-    std::vector<std::pair<QAccessible::Role, std::string>> said(const PopoverContent& content)
+    // Role and name of everything with a name.
+    std::vector<std::pair<QAccessible::Role, std::string>> announced(const PopoverContent& content)
     {
         panel.setContent(content);
         std::vector<std::pair<QAccessible::Role, std::string>> found;
@@ -43,7 +43,7 @@ protected:
                         .selectRange = [](std::int64_t) {}}};
 };
 
-TEST_F(PopoverAccessibilityTest, EverythingHasItsRoleAndName)
+TEST_F(PopoverAccessibilityTest, EverythingHasARoleAndAName)
 {
     using Role = QAccessible::Role;
     const auto text = [](const char* name) {
@@ -51,7 +51,7 @@ TEST_F(PopoverAccessibilityTest, EverythingHasItsRoleAndName)
     };
 
     EXPECT_THAT(
-        said(snoozed()),
+        announced(snoozed()),
         testing::UnorderedElementsAre(
             text("100%"), text("Fully charged"), text("Plugged in for 36 min"),
             text("Alerts snoozed until 19:36"), std::pair(Role::Button, "Cancel"),
@@ -64,13 +64,13 @@ TEST_F(PopoverAccessibilityTest, EverythingHasItsRoleAndName)
             std::pair(Role::Button, "Settings"), std::pair(Role::Button, "Quit")));
 }
 
-TEST_F(PopoverAccessibilityTest, NothingIsSaidOfAMissingBattery)
+TEST_F(PopoverAccessibilityTest, AMissingBatteryHidesAllItsDetails)
 {
     using Role = QAccessible::Role;
-    said(charging());
+    announced(charging());
 
     EXPECT_THAT(
-        said(noBattery()),
+        announced(noBattery()),
         testing::UnorderedElementsAre(
             std::pair(Role::StaticText, "No battery found"),
             std::pair(Role::StaticText,
@@ -79,7 +79,7 @@ TEST_F(PopoverAccessibilityTest, NothingIsSaidOfAMissingBattery)
             std::pair(Role::Button, "Settings"), std::pair(Role::Button, "Quit")));
 }
 
-TEST_F(PopoverAccessibilityTest, TheCyclesAreAValueOfATotal)
+TEST_F(PopoverAccessibilityTest, TheCyclesAreAValueAndAMaximum)
 {
     panel.setContent(wornBattery());
 

@@ -42,7 +42,7 @@ protected:
         panel.show();
     }
 
-    // Every visible text in the order in which it is read.
+    // All visible texts, in reading order.
     std::vector<std::string> texts()
     {
         std::vector<std::pair<QPoint, std::string>> found;
@@ -54,7 +54,7 @@ protected:
             const auto text = label ? label->text() : button->text();
             found.emplace_back(widget->mapTo(&panel, QPoint()), text.toStdString());
         }
-        // The ring is taller than what stands beside it.
+        // The ring is taller than the text beside it.
         std::stable_sort(found.begin(), found.end(), [](const auto& a, const auto& b) {
             return std::pair(a.first.y(), a.first.x()) < std::pair(b.first.y(), b.first.x());
         });
@@ -125,7 +125,7 @@ TEST_F(PopoverPanelTest, ShowsOnlyTheNoticeWithoutABattery)
     EXPECT_FALSE(panel.findChild<ChartWidget*>()->isVisible());
 }
 
-TEST_F(PopoverPanelTest, TurnsBackWhenTheBatteryIsPutIn)
+TEST_F(PopoverPanelTest, ShowsTheBatteryAgainWhenItIsInserted)
 {
     const auto before = texts();
     const auto height = panel.height();
@@ -160,7 +160,7 @@ TEST_F(PopoverPanelTest, ShowsAndHidesLinesInPlace)
     EXPECT_THAT(texts(), testing::Not(testing::Contains("Temperature: 31.4 °C")));
 }
 
-TEST_F(PopoverPanelTest, BuildsNoWidgetTwice)
+TEST_F(PopoverPanelTest, ReusesItsWidgets)
 {
     const std::vector shown{charging(),  noBattery(), snoozed(),
                             onBattery(), sevenDays(), collecting()};
@@ -172,7 +172,7 @@ TEST_F(PopoverPanelTest, BuildsNoWidgetTwice)
     EXPECT_EQ(panel.findChildren<QObject*>(), children);
 }
 
-TEST_F(PopoverPanelTest, KeepsItsWidthAndFitsItsHeight)
+TEST_F(PopoverPanelTest, KeepsItsWidthAndAdjustsItsHeight)
 {
     for (const auto& content : {charging(), snoozed(), noBattery()}) {
         update(content);
@@ -181,7 +181,7 @@ TEST_F(PopoverPanelTest, KeepsItsWidthAndFitsItsHeight)
     }
 }
 
-TEST_F(PopoverPanelTest, ReportsWhatItsUserAsksFor)
+TEST_F(PopoverPanelTest, ReportsTheUsersIntents)
 {
     update(snoozed());
 
@@ -193,7 +193,7 @@ TEST_F(PopoverPanelTest, ReportsWhatItsUserAsksFor)
     EXPECT_THAT(asked, ElementsAre("cancel", "range 1", "settings", "quit"));
 }
 
-TEST_F(PopoverPanelTest, AsksForNothingWhenOnlyShown)
+TEST_F(PopoverPanelTest, ReportsNothingWhenOnlyShown)
 {
     update(sevenDays());
     update(charging());
@@ -201,7 +201,7 @@ TEST_F(PopoverPanelTest, AsksForNothingWhenOnlyShown)
     EXPECT_THAT(asked, IsEmpty());
 }
 
-TEST_F(PopoverPanelTest, SelectsTheRangeOfTheRecord)
+TEST_F(PopoverPanelTest, SelectsTheRangeOfItsContent)
 {
     update(sevenDays());
     EXPECT_TRUE(button<QRadioButton>("7 days")->isChecked());
@@ -210,7 +210,7 @@ TEST_F(PopoverPanelTest, SelectsTheRangeOfTheRecord)
     EXPECT_TRUE(button<QRadioButton>("24 hours")->isChecked());
 }
 
-TEST_F(PopoverPanelTest, PressesItsButtonsByReturnToo)
+TEST_F(PopoverPanelTest, PressesButtonsByReturn)
 {
     press(button<PanelButton>("Settings"), Qt::Key_Return);
     press(button<PanelButton>("Quit"), Qt::Key_Enter);
@@ -218,7 +218,7 @@ TEST_F(PopoverPanelTest, PressesItsButtonsByReturnToo)
     EXPECT_THAT(asked, ElementsAre("settings", "quit"));
 }
 
-TEST_F(PopoverPanelTest, MovesTheRangeByArrowKeys)
+TEST_F(PopoverPanelTest, ChangesTheRangeByArrowKeys)
 {
     panel.activateWindow();
     QApplication::processEvents();
@@ -231,7 +231,7 @@ TEST_F(PopoverPanelTest, MovesTheRangeByArrowKeys)
     EXPECT_THAT(asked, ElementsAre("range 1", "range 0"));
 }
 
-TEST_F(PopoverPanelTest, WalksByTabInReadingOrder)
+TEST_F(PopoverPanelTest, MovesTheFocusByTabInReadingOrder)
 {
     update(snoozed());
     panel.activateWindow();
@@ -246,7 +246,7 @@ TEST_F(PopoverPanelTest, WalksByTabInReadingOrder)
     EXPECT_EQ(keyTab(), button<QPushButton>("Cancel"));
 }
 
-TEST_F(PopoverPanelTest, ClipsNothingInLettersOfTwiceTheSize)
+TEST_F(PopoverPanelTest, ClipsNothingAtTwiceTheFontSize)
 {
     auto content = wornBattery();
     auto& worn = std::get<BatteryBlocks>(content.blocks);

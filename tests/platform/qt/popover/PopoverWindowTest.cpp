@@ -62,10 +62,10 @@ TEST_F(PopoverWindowTest, OpensAndClosesWhenAsked)
     popover.dismiss();
 
     EXPECT_FALSE(window()->isVisible());
-    EXPECT_EQ(closings, 0) << "its user did not close it";
+    EXPECT_EQ(closings, 0) << "the user did not close it";
 }
 
-TEST_F(PopoverWindowTest, SaysThatAPressElsewhereClosedIt)
+TEST_F(PopoverWindowTest, ReportsThatAPressOutsideClosedIt)
 {
     open();
 
@@ -76,7 +76,7 @@ TEST_F(PopoverWindowTest, SaysThatAPressElsewhereClosedIt)
     EXPECT_TRUE(closedByPress);
 }
 
-TEST_F(PopoverWindowTest, OpensAgainAfterItsUserClosedIt)
+TEST_F(PopoverWindowTest, OpensAgainAfterTheUserClosedIt)
 {
     open();
     QTest::keyClick(window(), Qt::Key_Escape);
@@ -89,7 +89,7 @@ TEST_F(PopoverWindowTest, OpensAgainAfterItsUserClosedIt)
     EXPECT_TRUE(QTest::qWaitFor([] { return window()->isVisible(); }));
 }
 
-TEST_F(PopoverWindowTest, OpensAtAClickRightAfterTheOneThatClosedIt)
+TEST_F(PopoverWindowTest, OpensOnAClickRightAfterTheClickThatClosedIt)
 {
     open();
     popover.dismiss();
@@ -97,11 +97,12 @@ TEST_F(PopoverWindowTest, OpensAtAClickRightAfterTheOneThatClosedIt)
 
     open();
 
-    EXPECT_FALSE(window()->isVisible()) << "while Qt may still close popups for the one before";
+    EXPECT_FALSE(window()->isVisible())
+        << "Qt may still close the new popup instead of the old one";
     EXPECT_TRUE(QTest::qWaitFor([] { return window()->isVisible(); }));
 }
 
-TEST_F(PopoverWindowTest, StaysClosedWhenItIsClosedBeforeItCouldOpenAgain)
+TEST_F(PopoverWindowTest, StaysClosedWhenADelayedOpeningIsCancelled)
 {
     open();
     popover.dismiss();

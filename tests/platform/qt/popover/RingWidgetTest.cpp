@@ -23,7 +23,7 @@ protected:
         image = painted(ring);
     }
 
-    // On the middle of the line, at so many hours of a clock's face.
+    // The colour on the ring at this hour of a clock face.
     std::string atHour(double hour) const
     {
         const double angle = hour / 12 * 2 * std::numbers::pi;
@@ -45,16 +45,16 @@ TEST_F(RingWidgetTest, FillsAQuarterFromTheTopToThreeOClock)
         EXPECT_EQ(atHour(hour), nameOf(theme.track)) << hour;
 }
 
-TEST_F(RingWidgetTest, EndsRound)
+TEST_F(RingWidgetTest, HasARoundEnd)
 {
     show(25);
 
-    // Half of the line's width beyond the end: 5.5 of the 289 points around.
+    // The round end adds half of the line's width: 5.5 of the circumference of 289.
     EXPECT_EQ(atHour(3 + 12 * 4.0 / 289), nameOf(theme.greenFill));
     EXPECT_EQ(atHour(3 + 12 * 7.5 / 289), nameOf(theme.track));
 }
 
-TEST_F(RingWidgetTest, TrimsWhatLiesOutsideOfTheCircle)
+TEST_F(RingWidgetTest, ClampsTheArcButNotTheText)
 {
     show(0);
     EXPECT_EQ(atHour(0), nameOf(theme.track));
@@ -70,7 +70,7 @@ TEST_F(RingWidgetTest, TrimsWhatLiesOutsideOfTheCircle)
     EXPECT_EQ(ring.text(), "101%");
 }
 
-TEST_F(RingWidgetTest, TakesTheColourOfItsRecord)
+TEST_F(RingWidgetTest, HasTheColourOfItsContent)
 {
     for (const auto color : {Color::accent, Color::green, Color::orange, Color::red}) {
         show(60, color);
@@ -92,7 +92,7 @@ TEST_F(RingWidgetTest, KeepsItsTextInsideTheRing)
     }
 }
 
-TEST_F(RingWidgetTest, SaysItsPercentage)
+TEST_F(RingWidgetTest, OffersItsPercentageToScreenReaders)
 {
     show(80);
 

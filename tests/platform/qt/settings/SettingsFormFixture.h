@@ -1,4 +1,4 @@
-// The settings form on an offscreen display, its controls by their names, and what it asks for.
+// The settings form on an offscreen display. Finds controls by name and records intents.
 #pragma once
 
 #include <gmock/gmock.h>
@@ -29,7 +29,7 @@ protected:
         QApplication::processEvents();
     }
 
-    // The nth widget that takes the keyboard and has this name.
+    // The nth control with this name that takes the keyboard focus.
     QWidget* control(const QString& name, int nth = 0) const
     {
         for (auto* const widget : controls()) {
@@ -39,7 +39,7 @@ protected:
         return nullptr;
     }
 
-    // In the order of the Tab key.
+    // In Tab order.
     std::vector<QWidget*> controls() const
     {
         std::vector<QWidget*> found;
@@ -56,7 +56,7 @@ protected:
         return *QAccessible::queryAccessibleInterface(widget);
     }
 
-    // The label's where there is one: a combo box has its choice for a name.
+    // The label's name if there is one: a combo box has its current entry as its name.
     static QString nameOf(QWidget* widget)
     {
         const auto labels = accessible(widget).relations(QAccessible::Label);
@@ -69,9 +69,9 @@ protected:
         const QPointF middle = widget->rect().center();
         QWheelEvent event(middle, widget->mapToGlobal(middle), {}, {0, 120 * notches}, Qt::NoButton,
                           Qt::NoModifier, Qt::NoScrollPhase, false);
-        // As from the window system: whoever ignores it hands it on.
+        // As if from the window system, so that an ignored event goes to the parent.
         QSpontaneKeyEvent::setSpontaneous(&event);
-        qApp->notify(widget, &event);  // sending would make it ours
+        qApp->notify(widget, &event);  // sendEvent() would mark it as not spontaneous
     }
 
     void note(const std::string& intent) { intents.push_back(intent); }

@@ -19,7 +19,7 @@ using testing::IsEmpty;
 
 class SettingsFormTest : public SettingsFormFixture {
 protected:
-    // What can be read, from the top down.
+    // All visible texts, from top to bottom.
     std::vector<std::string> texts() const
     {
         std::vector<std::pair<int, std::string>> found;
@@ -54,7 +54,7 @@ TEST_F(SettingsFormTest, ShowsEverySectionInOrder)
                             testing::StartsWith("The laptop's firmware")));
 }
 
-TEST_F(SettingsFormTest, ShowsNotesWhereTheyBelongAndTakesThemAwayAgain)
+TEST_F(SettingsFormTest, ShowsNotesWhereTheyBelongAndRemovesThem)
 {
     const auto before = texts();
 
@@ -77,7 +77,7 @@ TEST_F(SettingsFormTest, ShowsNotesWhereTheyBelongAndTakesThemAwayAgain)
     EXPECT_EQ(texts(), before);
 }
 
-TEST_F(SettingsFormTest, ShowsNotesInTheirShades)
+TEST_F(SettingsFormTest, ShowsNotesInTheirColours)
 {
     const auto theme = Theme::of(form.palette(), form.font(), std::nullopt);
     show(sampleTroubledSettings());
@@ -96,7 +96,7 @@ TEST_F(SettingsFormTest, ShowsNotesInTheirShades)
     }
 }
 
-TEST_F(SettingsFormTest, KeepsShowingTheValueOfWhatIsDisabled)
+TEST_F(SettingsFormTest, KeepsShowingTheValuesOfDisabledControls)
 {
     auto content = sampleSettings();
     content.sections[0] = sampleAlerts(false);
@@ -129,7 +129,7 @@ TEST_F(SettingsFormTest, ListsTheSoundsWithADividerAfterNone)
     EXPECT_EQ(box->itemText(16), "Tink");
 }
 
-TEST_F(SettingsFormTest, SelectsNoSoundThatIsNotOnTheList)
+TEST_F(SettingsFormTest, ShowsAnUnlistedSoundWithoutSelectingIt)
 {
     auto content = sampleSettings();
     std::get<SoundRow>(content.sections[0].rows[3]).value = "Thunder";
@@ -141,7 +141,7 @@ TEST_F(SettingsFormTest, SelectsNoSoundThatIsNotOnTheList)
     EXPECT_EQ(box->placeholderText(), "Thunder");
 }
 
-TEST_F(SettingsFormTest, MakesNoWidgetTwice)
+TEST_F(SettingsFormTest, ReusesItsWidgets)
 {
     show(sampleTroubledSettings());
     show(sampleSettings());
@@ -155,7 +155,7 @@ TEST_F(SettingsFormTest, MakesNoWidgetTwice)
     EXPECT_EQ(form.findChildren<QWidget*>(), before);
 }
 
-TEST_F(SettingsFormTest, AsksForNothingWhenItShowsNewContent)
+TEST_F(SettingsFormTest, ReportsNothingWhenItShowsNewContent)
 {
     auto content = sampleTroubledSettings();
     std::get<StepperRow>(content.sections[1].rows[1]).value = 33;
@@ -169,7 +169,7 @@ TEST_F(SettingsFormTest, AsksForNothingWhenItShowsNewContent)
     EXPECT_THAT(intents, IsEmpty());
 }
 
-TEST_F(SettingsFormTest, LeavesTheFocusAndTheScrollPositionAlone)
+TEST_F(SettingsFormTest, KeepsTheFocusAndTheScrollPosition)
 {
     auto* const toggle = control("Show time remaining");
     toggle->setFocus(Qt::TabFocusReason);
@@ -183,7 +183,7 @@ TEST_F(SettingsFormTest, LeavesTheFocusAndTheScrollPositionAlone)
     }
 }
 
-TEST_F(SettingsFormTest, ScrollsToWhatHasTheFocus)
+TEST_F(SettingsFormTest, ScrollsToTheFocusedControl)
 {
     auto content = sampleSettings();
     content.sections[4] = sampleQuietHours(true);
@@ -197,7 +197,7 @@ TEST_F(SettingsFormTest, ScrollsToWhatHasTheFocus)
     }
 }
 
-TEST_F(SettingsFormTest, ScrollsWhenTheWheelTurnsOverAnythingWithoutTheFocus)
+TEST_F(SettingsFormTest, ScrollsByWheelOverUnfocusedControls)
 {
     show(sampleTroubledSettings());
     for (auto* const widget : controls()) {
@@ -233,7 +233,7 @@ TEST_F(SettingsFormTest, NamesEveryControlForAssistivePrograms)
                    is("Launch at Login", CheckBox), is("Reset History…", Button)));
 }
 
-TEST_F(SettingsFormTest, FitsItsWidthWithLettersTwiceAsLarge)
+TEST_F(SettingsFormTest, FitsItsWidthAtTwiceTheFontSize)
 {
     auto large = form.font();
     large.setPointSizeF(2 * large.pointSizeF());

@@ -14,7 +14,7 @@ SettingsWindowFrame frameOf(int height)
     return {.title = "Vorlane Settings", .width = 480, .height = height};
 }
 
-TEST(SettingsFrameTest, HasItsSizeWhereThereIsRoom)
+TEST(SettingsFrameTest, HasItsSizeWhenThereIsRoom)
 {
     SettingsFrame frame(frameOf(640), new QWidget, [] {});
 
@@ -34,7 +34,7 @@ TEST(SettingsFrameTest, StaysInsideALowScreen)
     EXPECT_TRUE(room.contains(frame.geometry())) << frame.height();
 }
 
-TEST(SettingsFrameTest, LeavesTheKeyboardToTheQuestionThatItAsks)
+TEST(SettingsFrameTest, LeavesTheFocusToAnOpenDialog)
 {
     SettingsFrame frame(frameOf(640), new QWidget, [] {});
     frame.bringToFront();

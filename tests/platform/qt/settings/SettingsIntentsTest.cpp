@@ -57,7 +57,7 @@ TEST_F(SettingsIntentsTest, TogglesByAClickAnywhereOnItsRow)
     EXPECT_THAT(intents, ElementsAre("lowEnabled off"));
 }
 
-TEST_F(SettingsIntentsTest, DoesNotToggleWhatIsDisabled)
+TEST_F(SettingsIntentsTest, DoesNotToggleDisabledControls)
 {
     show(sampleTroubledSettings());
     auto* const toggle = control("Repeat every 5 minutes, up to 3 times");
@@ -68,7 +68,7 @@ TEST_F(SettingsIntentsTest, DoesNotToggleWhatIsDisabled)
     EXPECT_THAT(intents, IsEmpty());
 }
 
-TEST_F(SettingsIntentsTest, ReturnsToTheRealStateWhenLaunchAtLoginFails)
+TEST_F(SettingsIntentsTest, ShowsTheRealStateAgainWhenLaunchAtLoginFails)
 {
     auto* const toggle = qobject_cast<Switch*>(control("Launch at Login"));
 
@@ -79,7 +79,7 @@ TEST_F(SettingsIntentsTest, ReturnsToTheRealStateWhenLaunchAtLoginFails)
     EXPECT_FALSE(toggle->isChecked());
 }
 
-TEST_F(SettingsIntentsTest, CountsByTheButtons)
+TEST_F(SettingsIntentsTest, StepsByButtons)
 {
     QTest::mouseClick(limit(), Qt::LeftButton, {}, plus(limit()));
     QTest::mouseClick(limit(), Qt::LeftButton, {}, minus(limit()));
@@ -88,7 +88,7 @@ TEST_F(SettingsIntentsTest, CountsByTheButtons)
     EXPECT_THAT(intents, ElementsAre("limit 81", "limit 80", "limit 79"));
 }
 
-TEST_F(SettingsIntentsTest, CountsByTheKeys)
+TEST_F(SettingsIntentsTest, StepsByKeys)
 {
     for (const auto key :
          {Qt::Key_Up, Qt::Key_Down, Qt::Key_PageUp, Qt::Key_PageDown, Qt::Key_Home, Qt::Key_End}) {
@@ -99,7 +99,7 @@ TEST_F(SettingsIntentsTest, CountsByTheKeys)
                                      "limit 100"));
 }
 
-TEST_F(SettingsIntentsTest, CountsByTheWheelOnceItHasTheFocus)
+TEST_F(SettingsIntentsTest, StepsByWheelWhenFocused)
 {
     limit()->setFocus(Qt::MouseFocusReason);
 
@@ -109,7 +109,7 @@ TEST_F(SettingsIntentsTest, CountsByTheWheelOnceItHasTheFocus)
     EXPECT_THAT(intents, ElementsAre("limit 81", "limit 79"));
 }
 
-TEST_F(SettingsIntentsTest, CountsOnWhileAButtonIsHeld)
+TEST_F(SettingsIntentsTest, RepeatsStepsWhileAButtonIsHeld)
 {
     QTest::mousePress(limit(), Qt::LeftButton, {}, plus(limit()));
     ASSERT_TRUE(QTest::qWaitFor([&] { return intents.size() >= 3; }));
@@ -120,7 +120,7 @@ TEST_F(SettingsIntentsTest, CountsOnWhileAButtonIsHeld)
     EXPECT_EQ(intents[2], "limit 83");
 }
 
-TEST_F(SettingsIntentsTest, StopsAtTheEnds)
+TEST_F(SettingsIntentsTest, StopsAtTheEndsOfTheRange)
 {
     showLimit(100);
     QTest::mouseClick(limit(), Qt::LeftButton, {}, plus(limit()));
@@ -139,7 +139,7 @@ TEST_F(SettingsIntentsTest, StopsAtTheEnds)
     EXPECT_THAT(intents, SizeIs(1));
 }
 
-TEST_F(SettingsIntentsTest, LeadsFromOutsideTheRangeIntoIt)
+TEST_F(SettingsIntentsTest, StepsFromOutsideIntoTheRange)
 {
     showLimit(150);
     EXPECT_EQ(accessible(limit()).valueInterface()->currentValue().toInt(), 150);
@@ -154,7 +154,7 @@ TEST_F(SettingsIntentsTest, LeadsFromOutsideTheRangeIntoIt)
     EXPECT_THAT(intents, ElementsAre("limit 100", "limit 50"));
 }
 
-TEST_F(SettingsIntentsTest, CountsForAssistivePrograms)
+TEST_F(SettingsIntentsTest, StepsForAssistivePrograms)
 {
     auto& value = *accessible(limit()).valueInterface();
     auto& actions = *accessible(limit()).actionInterface();
@@ -169,19 +169,19 @@ TEST_F(SettingsIntentsTest, CountsForAssistivePrograms)
     EXPECT_THAT(intents, ElementsAre("limit 90", "limit 100", "limit 99"));
 }
 
-TEST_F(SettingsIntentsTest, ChoosesASoundOnce)
+TEST_F(SettingsIntentsTest, ReportsAChosenSoundOnce)
 {
     auto* const box = qobject_cast<QComboBox*>(control("Sound"));
 
     press(box, Qt::Key_Down);
-    press(box, Qt::Key_Down);  // over the divider
+    press(box, Qt::Key_Down);  // skips the divider
     press(box, Qt::Key_Home);
     press(box, Qt::Key_Home);
 
     EXPECT_THAT(intents, ElementsAre("limitSound none", "limitSound Glass", "limitSound default"));
 }
 
-TEST_F(SettingsIntentsTest, AsksForTheResetByClickAndByKey)
+TEST_F(SettingsIntentsTest, RequestsTheResetByClickAndByKey)
 {
     QTest::mouseClick(control("Reset History…"), Qt::LeftButton);
     press(control("Reset History…"), Qt::Key_Return);

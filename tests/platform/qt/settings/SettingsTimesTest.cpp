@@ -33,7 +33,7 @@ protected:
         return qobject_cast<QAbstractSpinBox*>(control(title));
     }
 
-    // By the Tab key from the control before.
+    // Focuses the control by pressing Tab on the one before.
     QAbstractSpinBox* reach(const char* title)
     {
         auto* const wanted = box(title);
@@ -52,7 +52,7 @@ protected:
                                 {});
     }
 
-    // What the box shows after it was reached, the text was typed and Enter was pressed.
+    // Types the text, presses Enter and returns what the box then shows.
     std::string enter(const QString& text)
     {
         auto* const until = reach("Until");
@@ -65,7 +65,7 @@ protected:
     std::vector<std::string> takeIntents() { return std::exchange(intents, {}); }
 };
 
-TEST_F(SettingsTimesTest, TakeATypedTimeOnce)
+TEST_F(SettingsTimesTest, ReportATypedTimeOnce)
 {
     auto* const until = reach("Until");
 
@@ -76,7 +76,7 @@ TEST_F(SettingsTimesTest, TakeATypedTimeOnce)
     EXPECT_THAT(intents, ElementsAre("quietEnd 6:30"));
 }
 
-TEST_F(SettingsTimesTest, TakeATypedTimeWhenTheirUserGoesOn)
+TEST_F(SettingsTimesTest, ReportATypedTimeWhenTheFocusLeaves)
 {
     QTest::keyClicks(reach("Until"), "0630");
     control("Launch at Login")->setFocus(Qt::MouseFocusReason);
@@ -85,7 +85,7 @@ TEST_F(SettingsTimesTest, TakeATypedTimeWhenTheirUserGoesOn)
     EXPECT_EQ(box("Until")->text(), "06:30");
 }
 
-TEST_F(SettingsTimesTest, AreTypedAsTheyAreShown)
+TEST_F(SettingsTimesTest, AreTypedInTheFormatTheyAreShownIn)
 {
     for (const auto* const locale : {"C", "en_US", "en_CA", "es_MX", "zh_TW", "zh_HK", "de_DE",
                                      "ar_EG", "fa_IR", "ko_KR", "fr_CA", "hi_IN", "el_GR"}) {
@@ -105,7 +105,7 @@ TEST_F(SettingsTimesTest, AreTypedAsTheyAreShown)
     }
 }
 
-TEST_F(SettingsTimesTest, AreTypedByEitherClock)
+TEST_F(SettingsTimesTest, AreTypedIn12Or24Hours)
 {
     for (const auto* const locale :
          {"C", "en_US", "en_CA", "es_MX", "zh_TW", "de_DE", "ar_EG", "fa_IR"}) {
@@ -122,7 +122,7 @@ TEST_F(SettingsTimesTest, AreTypedByEitherClock)
     }
 }
 
-TEST_F(SettingsTimesTest, ComeBackWhenWhatWasTypedIsNoTime)
+TEST_F(SettingsTimesTest, AreRestoredWhenTheTypedTextIsNoTime)
 {
     for (const auto* const text : {"25:00", "soon", "21:30:15", ":"}) {
         EXPECT_EQ(enter(text), "07:00");
@@ -137,7 +137,7 @@ TEST_F(SettingsTimesTest, ComeBackWhenWhatWasTypedIsNoTime)
     EXPECT_THAT(intents, IsEmpty());
 }
 
-TEST_F(SettingsTimesTest, AreReplacedAsAWholeWhenReachedByKey)
+TEST_F(SettingsTimesTest, AreReplacedAsAWholeWhenFocusedByKey)
 {
     for (const auto* const locale : {"en_US", "zh_TW", "ar_EG"}) {
         form.setLocale(QLocale(locale));
@@ -195,7 +195,7 @@ TEST_F(SettingsTimesTest, StepByTheArrowKeysAndTheWheelWhereTheCursorIs)
                             "quietEnd 8:2", "quietEnd 18:2", "quietEnd 4:2"));
 }
 
-TEST_F(SettingsTimesTest, StepFromHalfToHalfOfTheDay)
+TEST_F(SettingsTimesTest, StepBetweenAmAndPm)
 {
     for (const auto& [locale, key] :
          {std::pair{"en_US", Qt::Key_End}, {"ar_EG", Qt::Key_End}, {"ko_KR", Qt::Key_Home}}) {
@@ -211,7 +211,7 @@ TEST_F(SettingsTimesTest, StepFromHalfToHalfOfTheDay)
     }
 }
 
-TEST_F(SettingsTimesTest, StepTheNumberBesideAWordOf24Hours)
+TEST_F(SettingsTimesTest, StepTheNumberNextToAWordOfA24HourFormat)
 {
     form.setLocale(QLocale("bg_BG"));  // "7:00 ч."
     QTest::keyClick(reach("Until"), Qt::Key_End);
@@ -224,7 +224,7 @@ TEST_F(SettingsTimesTest, StepTheNumberBesideAWordOf24Hours)
     EXPECT_THAT(intents, ElementsAre("quietEnd 7:1", "quietEnd 8:1"));
 }
 
-TEST_F(SettingsTimesTest, StepFromWhatIsTyped)
+TEST_F(SettingsTimesTest, StepFromTheTypedTime)
 {
     auto* const until = reach("Until");
 
@@ -236,7 +236,7 @@ TEST_F(SettingsTimesTest, StepFromWhatIsTyped)
     EXPECT_EQ(until->text(), "22:00");
 }
 
-TEST_F(SettingsTimesTest, KeepWhatIsHalfTypedWhenNewContentComes)
+TEST_F(SettingsTimesTest, KeepHalfTypedTextWhenNewContentArrives)
 {
     auto* const until = reach("Until");
     QTest::keyClicks(until, "06:3");
@@ -249,7 +249,7 @@ TEST_F(SettingsTimesTest, KeepWhatIsHalfTypedWhenNewContentComes)
     EXPECT_THAT(intents, ElementsAre("quietEnd 6:30"));
 }
 
-TEST_F(SettingsTimesTest, FollowNewContentAgainWhenDone)
+TEST_F(SettingsTimesTest, FollowNewContentAgainAfterEditing)
 {
     type(reach("Until"), "07:00");
     reach("From");
@@ -262,7 +262,7 @@ TEST_F(SettingsTimesTest, FollowNewContentAgainWhenDone)
     EXPECT_THAT(intents, IsEmpty());
 }
 
-TEST_F(SettingsTimesTest, AreWrittenAsTheCountryDoes)
+TEST_F(SettingsTimesTest, AreWrittenInTheLocalesFormat)
 {
     auto* const until = box("Until");
 

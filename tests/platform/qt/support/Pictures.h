@@ -1,4 +1,4 @@
-// What a widget paints, to be looked at pixel by pixel.
+// Paints widgets into images whose pixels tests examine.
 #pragma once
 
 #include <QImage>

@@ -9,7 +9,7 @@ namespace {
 
 constexpr std::int64_t pointsAtMost = 600;
 
-// One day's habits, in hours after midnight in Berlin.
+// How the laptop is used on one day, in hours after midnight in Berlin.
 struct Day {
     double wakes;
     double plugged;
@@ -27,7 +27,7 @@ constexpr std::array week{
 struct Laptop {
     double charge = 62;
 
-    // One minute later; false while it sleeps.
+    // Advances by one minute; false while the laptop is asleep.
     bool live(double hour, const Day& day)
     {
         const auto within = [hour](double begin, double end) {
@@ -71,7 +71,7 @@ std::vector<ChartPoint> lived(const Recorded& recorded)
     return points;
 }
 
-// Bent in its last stretch, so that it ends at `percent`.
+// The chart, with its last stretch bent to end at `percent`.
 ChartContent endingAt(std::int64_t percent, ChartContent chart)
 {
     auto& points = chart.points;
@@ -87,7 +87,7 @@ ChartContent endingAt(std::int64_t percent, ChartContent chart)
     return chart;
 }
 
-// Of a laptop whose charge is what the chart ends with.
+// The content for a laptop whose current charge is the chart's last value.
 BatteryBlocks battery(const ChartContent& chart, Color color)
 {
     const auto percent = chart.points.back().pct;

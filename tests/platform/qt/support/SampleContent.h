@@ -1,4 +1,4 @@
-// Records as a real laptop gives them, for tests and pictures.
+// Popover content as on a real laptop, for tests and pictures.
 #pragma once
 
 #include "App/content/PopoverContent.h"

@@ -1,4 +1,4 @@
-// What the settings window shows when nothing was changed yet.
+// The settings window's content before the user has changed anything.
 #pragma once
 
 #include "App/content/SettingsContent.h"
@@ -100,7 +100,7 @@ inline SettingsContent sampleSettings()
                  .color = std::nullopt}}}}};
 }
 
-// The same with all that can go wrong and all that can be off.
+// The same content with every warning shown and every optional part off.
 inline SettingsContent sampleTroubledSettings()
 {
     auto content = sampleSettings();

@@ -1,4 +1,4 @@
-// The C library's time zone for the length of a test.
+// Sets the C library's time zone for the duration of a test.
 #pragma once
 
 #include <QByteArray>
