@@ -5,7 +5,7 @@
 namespace vorlane::platform {
 namespace {
 
-TEST(AsciiTextTest, SpellsEveryTextInAsciiAndBack)
+TEST(AsciiTextTest, RoundTripsEveryText)
 {
     for (const std::string text :
          {"", "plain [text] = 1\r\n", "~", "~~7E ~C3", "\xC3\xA4\xE2\x80\xA8\xF0\x9F\x94\x8B",
@@ -19,7 +19,7 @@ TEST(AsciiTextTest, SpellsEveryTextInAsciiAndBack)
     EXPECT_EQ(asciiOf("a\xC3\xA4~"), "a~C3~A4~7E");
 }
 
-TEST(AsciiTextTest, RefusesWhatIsNotUtf8)
+TEST(AsciiTextTest, RejectsInvalidUtf8)
 {
     for (const std::string text :
          {"\x80", "\xFF", "\xC3", "\xC3(", "\xC0\x80", "\xC1\xBF", "\xE0\x9F\xBF", "\xED\xA0\x80",
@@ -29,7 +29,7 @@ TEST(AsciiTextTest, RefusesWhatIsNotUtf8)
     }
 }
 
-TEST(AsciiTextTest, LeavesMarksAloneThatStandForNothing)
+TEST(AsciiTextTest, LeavesInvalidEscapesUnchanged)
 {
     for (const std::string text : {"~", "~4", "~41", "~zz", "~8", "a~-1"}) {
         EXPECT_EQ(textOfAscii(text), text);

@@ -38,12 +38,12 @@ protected:
 
     void invokeSnooze() const
     {
-        impostor.say({"/org/freedesktop/Notifications", service, "ActionInvoked"}, "us",
-                     server.lastId, "SNOOZE");
+        impostor.send({"/org/freedesktop/Notifications", service, "ActionInvoked"}, "us",
+                      server.lastId, "SNOOZE");
     }
 };
 
-TEST_F(NotificationImpostorTest, ChoosesNoAction)
+TEST_F(NotificationImpostorTest, CannotInvokeAnAction)
 {
     showOne();
 
@@ -55,23 +55,23 @@ TEST_F(NotificationImpostorTest, ChoosesNoAction)
     EXPECT_TRUE(runUntil(loop, [&] { return receiver->actions.size() == 1; }));
 }
 
-TEST_F(NotificationImpostorTest, DoesNotBecomeTheServerBySayingSo)
+TEST_F(NotificationImpostorTest, CannotPoseAsTheServer)
 {
     showOne();
 
-    impostor.tellOfOwner(service, "", impostor.name());
+    impostor.sendOwnerChange(service, "", impostor.name());
     impostor.settle();
     center->add(request("two"));
 
     ASSERT_TRUE(untilReceived(2));
-    EXPECT_EQ(server.questions, 1);  // it is still the same server
+    EXPECT_EQ(server.questions, 1);  // nothing was asked of a new server
 }
 
-TEST_F(NotificationImpostorTest, DoesNotMakeTheServerGoneBySayingSo)
+TEST_F(NotificationImpostorTest, CannotReportTheServerAsGone)
 {
     showOne();
 
-    impostor.tellOfOwner(service, impostor.name(), "");
+    impostor.sendOwnerChange(service, impostor.name(), "");
     impostor.settle();
 
     EXPECT_TRUE(center->available());
@@ -80,7 +80,7 @@ TEST_F(NotificationImpostorTest, DoesNotMakeTheServerGoneBySayingSo)
     EXPECT_THAT(server.closed, ElementsAre(server.lastId));
 }
 
-TEST_F(NotificationImpostorTest, IsNoServerAnyMoreOnceAnotherOneHasTheName)
+TEST_F(NotificationImpostorTest, IsIgnoredAfterItLostTheNameToAnotherServer)
 {
     showOne();
     FakeNotificationServer next{bus, loop};
@@ -110,7 +110,7 @@ protected:
     Impostor impostor{bus, loop, victim.get()};
 };
 
-TEST_F(BusImpostorTest, GivesNoEstimates)
+TEST_F(BusImpostorTest, CannotGiveEstimates)
 {
     FakeUPower upower(bus, loop);
     upower.properties = {{"State", 'u', 2}, {"TimeToEmpty", 'x', 3600}};
@@ -118,65 +118,65 @@ TEST_F(BusImpostorTest, GivesNoEstimates)
     const auto toEmpty = [&] { return estimates.estimate(ChargeStatus::discharging).toEmpty; };
     ASSERT_TRUE(runUntil(loop, [&] { return toEmpty() == 60; }));
 
-    impostor.tellOfOwner("org.freedesktop.UPower", "", impostor.name());
+    impostor.sendOwnerChange("org.freedesktop.UPower", "", impostor.name());
     impostor.settle();
-    impostor.say({"/org/freedesktop/UPower/devices/DisplayDevice",
-                  "org.freedesktop.DBus.Properties", "PropertiesChanged"},
-                 "sa{sv}as", "org.freedesktop.UPower.Device", 1, "TimeToEmpty", "x",
-                 std::int64_t{60}, 0);
+    impostor.send({"/org/freedesktop/UPower/devices/DisplayDevice",
+                   "org.freedesktop.DBus.Properties", "PropertiesChanged"},
+                  "sa{sv}as", "org.freedesktop.UPower.Device", 1, "TimeToEmpty", "x",
+                  std::int64_t{60}, 0);
     impostor.settle();
 
     EXPECT_EQ(toEmpty(), 60);
     EXPECT_EQ(upower.questions, 1);
 }
 
-TEST_F(BusImpostorTest, PutsNobodyToSleepAndWakesNobody)
+TEST_F(BusImpostorTest, CannotAnnounceSleepOrWakeUp)
 {
     FakeLogind logind(bus, loop);
     LogindWorkspace workspace(victim.get());
-    std::vector<std::string> heard;
-    const auto asleep = workspace.observeWillSleep([&] { heard.emplace_back("sleep"); });
-    const auto awake = workspace.observeDidWake([&] { heard.emplace_back("wake"); });
+    std::vector<std::string> events;
+    const auto asleep = workspace.observeWillSleep([&] { events.emplace_back("sleep"); });
+    const auto awake = workspace.observeDidWake([&] { events.emplace_back("wake"); });
     ASSERT_TRUE(runUntil(loop, [&] { return logind.isLockHeld(); }));
     impostor.settle();
 
     for (const int goingToSleep : {1, 0}) {
-        impostor.say(
+        impostor.send(
             {"/org/freedesktop/login1", "org.freedesktop.login1.Manager", "PrepareForSleep"}, "b",
             goingToSleep);
     }
-    impostor.tellOfOwner("org.freedesktop.login1", "", impostor.name());
+    impostor.sendOwnerChange("org.freedesktop.login1", "", impostor.name());
     impostor.settle();
 
-    EXPECT_THAT(heard, IsEmpty());
+    EXPECT_THAT(events, IsEmpty());
     EXPECT_TRUE(logind.isLockHeld());
     EXPECT_EQ(logind.locksGiven, 1);
 }
 
-TEST_F(BusImpostorTest, IsNoTray)
+TEST_F(BusImpostorTest, CannotPoseAsTheTray)
 {
     const ProcessName process("waybar");
     const auto desktop = bus.connect(loop);
     FakeWatcher watcher(desktop.get());
     watcher.appear();
-    std::vector<bool> told;
+    std::vector<bool> reports;
     TrayHost host(victim.get(), [] {});
     TrayRegistration registration(victim.get(), loop);
-    registration.onWatcher([&](bool present) { told.push_back(present); });
-    ASSERT_TRUE(runUntil(loop, [&] { return !told.empty(); }));
+    registration.onWatcher([&](bool present) { reports.push_back(present); });
+    ASSERT_TRUE(runUntil(loop, [&] { return !reports.empty(); }));
     impostor.settle();
-    told.clear();
+    reports.clear();
     const auto registered = watcher.items.size();
 
-    impostor.tellOfOwner(FakeWatcher::name, impostor.name(), "");
-    impostor.tellOfOwner(FakeWatcher::name, "", impostor.name());
+    impostor.sendOwnerChange(FakeWatcher::name, impostor.name(), "");
+    impostor.sendOwnerChange(FakeWatcher::name, "", impostor.name());
     impostor.settle();
 
-    EXPECT_THAT(told, IsEmpty());
+    EXPECT_THAT(reports, IsEmpty());
     EXPECT_EQ(watcher.items.size(), registered);
 }
 
-TEST_F(BusImpostorTest, ChangesNoColours)
+TEST_F(BusImpostorTest, CannotChangeTheAppearance)
 {
     const auto desktop = bus.connect(loop);
     ASSERT_GT(sd_bus_request_name(desktop.get(), "org.freedesktop.portal.Desktop", 0), 0);
@@ -184,8 +184,8 @@ TEST_F(BusImpostorTest, ChangesNoColours)
     const PortalAppearance appearance(victim.get(), [&](const Appearance&) { ++changes; });
     impostor.settle();
 
-    impostor.tellOfOwner("org.freedesktop.portal.Desktop", "", impostor.name());
-    impostor.say(
+    impostor.sendOwnerChange("org.freedesktop.portal.Desktop", "", impostor.name());
+    impostor.send(
         {"/org/freedesktop/portal/desktop", "org.freedesktop.portal.Settings", "SettingChanged"},
         "ssv", "org.freedesktop.appearance", "color-scheme", "u", 1U);
     impostor.settle();

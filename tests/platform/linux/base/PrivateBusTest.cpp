@@ -5,7 +5,7 @@
 namespace vorlane::platform {
 namespace {
 
-TEST(PrivateBusTest, HoldsNothingButTheTestsOwnConnections)
+TEST(PrivateBusTest, OffersNoInstalledServices)
 {
     SdEventRunLoop loop;
     const PrivateBus bus;

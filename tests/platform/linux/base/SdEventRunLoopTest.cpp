@@ -21,21 +21,21 @@ protected:
     SdEventRunLoop loop;
     std::vector<std::string> done;
 
-    std::function<void()> note(std::string what)
+    std::function<void()> note(std::string name)
     {
-        return [this, what = std::move(what)] { done.push_back(what); };
+        return [this, name = std::move(name)] { done.push_back(name); };
     }
 
-    std::function<void()> noteAndStop(std::string what)
+    std::function<void()> noteAndStop(std::string name)
     {
-        return [this, what = std::move(what)] {
-            done.push_back(what);
+        return [this, name = std::move(name)] {
+            done.push_back(name);
             loop.stop();
         };
     }
 };
 
-TEST_F(SdEventRunLoopTest, DoesPostedWorkInTheOrderOfAsking)
+TEST_F(SdEventRunLoopTest, RunsPostedWorkInOrder)
 {
     loop.async(note("first"));
     loop.async(note("second"));
@@ -46,7 +46,7 @@ TEST_F(SdEventRunLoopTest, DoesPostedWorkInTheOrderOfAsking)
     EXPECT_THAT(done, ElementsAre("first", "second", "third"));
 }
 
-TEST_F(SdEventRunLoopTest, GoesOnAfterWorkThatRanOutOfMemory)
+TEST_F(SdEventRunLoopTest, ContinuesAfterWorkThatRanOutOfMemory)
 {
     const auto fail = [] { throw std::bad_alloc(); };
     loop.async(fail);
@@ -59,14 +59,14 @@ TEST_F(SdEventRunLoopTest, GoesOnAfterWorkThatRanOutOfMemory)
     EXPECT_THAT(done, ElementsAre("the next posted work", "the next timer"));
 }
 
-TEST_F(SdEventRunLoopTest, DoesNotDoPostedWorkBeforeTheNextTurn)
+TEST_F(SdEventRunLoopTest, DoesNotRunPostedWorkBeforeTheNextTurn)
 {
     loop.async(note("work"));
 
     EXPECT_THAT(done, IsEmpty());
 }
 
-TEST_F(SdEventRunLoopTest, LeavesWhatPostedWorkPostsForTheTurnAfter)
+TEST_F(SdEventRunLoopTest, RunsWorkThatPostedWorkPostsInTheTurnAfter)
 {
     loop.async([this] {
         loop.async(noteAndStop("posted by the first"));
@@ -79,7 +79,7 @@ TEST_F(SdEventRunLoopTest, LeavesWhatPostedWorkPostsForTheTurnAfter)
     EXPECT_THAT(done, ElementsAre("first", "second", "posted by the first"));
 }
 
-TEST_F(SdEventRunLoopTest, DoesDelayedWorkOnceInTheOrderOfItsDelays)
+TEST_F(SdEventRunLoopTest, RunsDelayedWorkOnceInTheOrderOfTheDelays)
 {
     const auto late = loop.after(60ms, noteAndStop("late"));
     const auto early = loop.after(1ms, note("early"));
@@ -89,7 +89,7 @@ TEST_F(SdEventRunLoopTest, DoesDelayedWorkOnceInTheOrderOfItsDelays)
     EXPECT_THAT(done, ElementsAre("early", "late"));
 }
 
-TEST_F(SdEventRunLoopTest, DoesNotDoDelayedWorkWhoseSubscriptionEnded)
+TEST_F(SdEventRunLoopTest, DoesNotRunDelayedWorkWhoseSubscriptionEnded)
 {
     auto cancelled = loop.after(1ms, note("cancelled"));
     const auto end = loop.after(60ms, noteAndStop("end"));
@@ -100,7 +100,7 @@ TEST_F(SdEventRunLoopTest, DoesNotDoDelayedWorkWhoseSubscriptionEnded)
     EXPECT_THAT(done, ElementsAre("end"));
 }
 
-TEST_F(SdEventRunLoopTest, DoesDetachedDelayedWork)
+TEST_F(SdEventRunLoopTest, RunsDetachedDelayedWork)
 {
     loop.after(1ms, noteAndStop("detached")).detach();
 
@@ -123,9 +123,9 @@ TEST_F(SdEventRunLoopTest, RepeatsWorkUntilItsSubscriptionEnds)
     EXPECT_THAT(done, ElementsAre("again", "again", "again", "end"));
 }
 
-TEST_F(SdEventRunLoopTest, SkipsTheRepetitionsThatItMissed)
+TEST_F(SdEventRunLoopTest, SkipsMissedRepetitions)
 {
-    const auto hold = [](Seconds span) {  // as a process that is stopped for a while
+    const auto hold = [](Seconds span) {  // as when the process is stopped for a while
         const auto end = std::chrono::steady_clock::now() + span;
         while (std::chrono::steady_clock::now() < end) std::this_thread::yield();
     };
@@ -142,7 +142,7 @@ TEST_F(SdEventRunLoopTest, SkipsTheRepetitionsThatItMissed)
     EXPECT_THAT(done, ElementsAre("again", "breather", "again"));
 }
 
-TEST_F(SdEventRunLoopTest, KeepsNoWorkBeyondItsOwnLife)
+TEST_F(SdEventRunLoopTest, DropsPendingWorkWhenDestroyed)
 {
     Subscription outliving;
     {
@@ -155,7 +155,7 @@ TEST_F(SdEventRunLoopTest, KeepsNoWorkBeyondItsOwnLife)
     EXPECT_THAT(done, IsEmpty());
 }
 
-TEST_F(SdEventRunLoopTest, KnowsItsThread)
+TEST_F(SdEventRunLoopTest, KnowsTheMainThread)
 {
     bool elsewhere = true;
     std::thread([&] { elsewhere = loop.isMainThread(); }).join();

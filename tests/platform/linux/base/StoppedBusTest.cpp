@@ -18,8 +18,9 @@ protected:
     BusPointer connection = bus.connect(loop);
     int unanswered = 0;
 
-    // The bus then answers nothing, and what was asked before this returns has timed out.
-    void askInVain()
+    // Returns after a call has timed out, and with it all calls made before, on a bus that does not
+    // answer.
+    void waitForTimeouts()
     {
         const auto slot = owned<SlotPointer>([this](sd_bus_slot** made) {
             return sd_bus_call_method_async(connection.get(), made, "org.freedesktop.DBus", "/",
@@ -39,7 +40,7 @@ private:
     }
 };
 
-TEST_F(StoppedBusTest, DoesNotLoseItsConnectionWhenItsMatchesAreNotAnswered)
+TEST_F(StoppedBusTest, KeepsTheConnectionWhenMatchesAreNotAnswered)
 {
     ASSERT_TRUE(runUntil(loop, [this] { return sd_bus_is_ready(connection.get()) > 0; }));
     ASSERT_GE(sd_bus_set_method_call_timeout(connection.get(), patience), 0);
@@ -49,7 +50,7 @@ TEST_F(StoppedBusTest, DoesNotLoseItsConnectionWhenItsMatchesAreNotAnswered)
     const UPowerEstimates estimates(connection.get(), [] { return Seconds{0}; });
     const TrayRegistration registration(connection.get(), loop);
     const PortalAppearance appearance(connection.get(), [](const Appearance&) {});
-    askInVain();
+    waitForTimeouts();
 
     EXPECT_GT(sd_bus_is_open(connection.get()), 0);
     bus.resume();

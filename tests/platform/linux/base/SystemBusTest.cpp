@@ -24,11 +24,11 @@ protected:
     SdEventRunLoop loop;
     PrivateBus bus;
     FakeClock time;
-    FakeRunLoop clock{time};  // for the times between the tries
+    FakeRunLoop clock{time};  // for the delays between retries
     bool isThere = true;
     int tries = 0;
     std::unique_ptr<SystemBus> system;
-    std::vector<std::string> heard;
+    std::vector<std::string> reports;
 
     void open()
     {
@@ -36,8 +36,9 @@ protected:
             ++tries;
             return isThere ? bus.connect(loop) : nullptr;
         });
-        system->onChange(
-            [this](sd_bus* connection) { heard.emplace_back(connection ? "connected" : "lost"); });
+        system->onChange([this](sd_bus* connection) {
+            reports.emplace_back(connection ? "connected" : "lost");
+        });
     }
 
     void lose()
@@ -51,14 +52,14 @@ protected:
     }
 };
 
-TEST_F(SystemBusTest, IsThereFromTheBeginning)
+TEST_F(SystemBusTest, ConnectsWhenCreated)
 {
     open();
 
     EXPECT_NE(system->connection(), nullptr);
 }
 
-TEST_F(SystemBusTest, TellsOfItsLossAndOfTheNextConnection)
+TEST_F(SystemBusTest, ReportsALossAndTheNextConnection)
 {
     open();
 
@@ -68,10 +69,10 @@ TEST_F(SystemBusTest, TellsOfItsLossAndOfTheNextConnection)
     clock.advance(1s);
 
     EXPECT_NE(system->connection(), nullptr);
-    EXPECT_THAT(heard, ElementsAre("lost", "connected"));
+    EXPECT_THAT(reports, ElementsAre("lost", "connected"));
 }
 
-TEST_F(SystemBusTest, TriesLessAndLessOftenDownToOnceAMinute)
+TEST_F(SystemBusTest, BacksOffToOneRetryAMinute)
 {
     isThere = false;
     open();
@@ -86,7 +87,7 @@ TEST_F(SystemBusTest, TriesLessAndLessOftenDownToOnceAMinute)
     EXPECT_THAT(triesWithin, ElementsAre(6, 1, 1, 1, 1));
 }
 
-TEST_F(SystemBusTest, IsTriedSoonAgainOnceItHasAnswered)
+TEST_F(SystemBusTest, RetriesWithoutBackOffAfterAConnectionThatAnswered)
 {
     isThere = false;
     open();
@@ -106,7 +107,7 @@ TEST_F(SystemBusTest, IsTriedSoonAgainOnceItHasAnswered)
     EXPECT_NE(system->connection(), nullptr);
 }
 
-// The adapters as the program wires them.
+// The adapters, connected as in the program.
 class LostSystemBusTest : public SystemBusTest {
 protected:
     std::unique_ptr<UPowerEstimates> estimates;
@@ -126,7 +127,7 @@ protected:
         });
     }
 
-    std::unique_ptr<FakeUPower> upowerSaying(std::int64_t seconds)
+    std::unique_ptr<FakeUPower> upowerWith(std::int64_t seconds)
     {
         auto upower = std::make_unique<FakeUPower>(bus, loop);
         upower->properties = {{"State", 'u', 2}, {"TimeToEmpty", 'x', seconds}};
@@ -141,9 +142,9 @@ protected:
     }
 };
 
-TEST_F(LostSystemBusTest, LeavesNeitherAnEstimateNorALockBehind)
+TEST_F(LostSystemBusTest, DropsTheEstimateAndReleasesTheSleepLock)
 {
-    const auto upower = upowerSaying(3600);
+    const auto upower = upowerWith(3600);
     FakeLogind logind(bus, loop);
     connect();
     ASSERT_TRUE(untilMinutes(60));
@@ -152,19 +153,19 @@ TEST_F(LostSystemBusTest, LeavesNeitherAnEstimateNorALockBehind)
     lose();
 
     EXPECT_EQ(estimates->estimate(ChargeStatus::discharging).toEmpty, std::nullopt);
-    EXPECT_FALSE(logind.isLockHeld());  // or each sleep would wait for us in vain
+    EXPECT_FALSE(logind.isLockHeld());  // a lock left behind would delay every suspend
 }
 
-TEST_F(LostSystemBusTest, GivesEstimatesAndHearsOfSleepAgainWhenItIsBack)
+TEST_F(LostSystemBusTest, RestoresEstimatesAndSleepEventsWhenItIsBack)
 {
-    auto upower = upowerSaying(3600);
+    auto upower = upowerWith(3600);
     auto logind = std::make_unique<FakeLogind>(bus, loop);
     connect();
     ASSERT_TRUE(untilMinutes(60));
 
     lose();
     bus.begin();
-    upower = upowerSaying(1800);
+    upower = upowerWith(1800);
     logind = std::make_unique<FakeLogind>(bus, loop);
     clock.advance(1s);
 

@@ -10,7 +10,7 @@
 
 #include "tests/support/Printing.h"
 
-// The C library does not free the list of folders that LOCPATH names.
+// A leak in the C library: it never frees the list of folders from LOCPATH.
 extern "C" const char* __lsan_default_suppressions();  // NOLINT(bugprone-reserved-identifier)
 const char* __lsan_default_suppressions()              // NOLINT(bugprone-reserved-identifier)
 {
@@ -27,7 +27,8 @@ constexpr Date autumnNoonUtc{1792929600.0};  // 2026-10-25 12:00 UTC
 
 constexpr const char* berlin = "CET-1CEST,M3.5.0,M10.5.0/3";
 constexpr const char* beirut = "EET-2EEST,M3.5.0/0,M10.5.0/0";
-constexpr const char* dublin = "IST-1GMT0,M10.5.0,M3.5.0/1";  // winter time is the exception
+constexpr const char* dublin =
+    "IST-1GMT0,M10.5.0,M3.5.0/1";  // summer time is the standard, winter time the exception
 
 using namespace std::chrono_literals;
 
@@ -45,7 +46,7 @@ protected:
         return std::to_string(time.hour) + ":" + std::to_string(time.minute);
     }
 
-    // How long before or after `noon` today's time is.
+    // The time between `noon` and today's `time`, negative before noon.
     Seconds fromNoon(Date noon, TimeOfDay time) const
     {
         const auto date = calendar.today(noon, time);
@@ -54,7 +55,7 @@ protected:
     }
 };
 
-TEST_F(SystemCalendarTest, TellsLocalTime)
+TEST_F(SystemCalendarTest, GivesLocalTime)
 {
     travelTo(berlin);
 
@@ -62,7 +63,7 @@ TEST_F(SystemCalendarTest, TellsLocalTime)
     EXPECT_EQ(timeAt(summerNoonUtc), "14:0");
 }
 
-TEST_F(SystemCalendarTest, FollowsTheUserToAnotherTimeZone)
+TEST_F(SystemCalendarTest, FollowsChangesOfTheTimeZone)
 {
     travelTo("UTC0");
     EXPECT_EQ(timeAt(winterNoonUtc), "12:0");
@@ -71,7 +72,7 @@ TEST_F(SystemCalendarTest, FollowsTheUserToAnotherTimeZone)
     EXPECT_EQ(timeAt(winterNoonUtc), "17:30");
 }
 
-TEST_F(SystemCalendarTest, CountsAStartedMinuteOnlyWhenItIsOver)
+TEST_F(SystemCalendarTest, RoundsDownToTheMinute)
 {
     travelTo("UTC0");
 
@@ -79,7 +80,7 @@ TEST_F(SystemCalendarTest, CountsAStartedMinuteOnlyWhenItIsOver)
     EXPECT_EQ(timeAt(Date{-0.5}), "23:59");
 }
 
-TEST_F(SystemCalendarTest, TellsMidnightForInstantsBeyondTheCalendar)
+TEST_F(SystemCalendarTest, GivesMidnightForInstantsBeyondTheCalendar)
 {
     travelTo("UTC0");
 
@@ -98,7 +99,7 @@ TEST_F(SystemCalendarTest, FindsATimeOfToday)
     EXPECT_EQ(fromNoon(winterNoonUtc, {.hour = 23, .minute = 59}), 6h + 29min);
 }
 
-TEST_F(SystemCalendarTest, FindsTheTimeOfTheSameDayAtEveryMomentOfIt)
+TEST_F(SystemCalendarTest, FindsTheSameTimeThroughoutADay)
 {
     travelTo(berlin);
     const auto expected = calendar.today(springNoonUtc, {.hour = 6, .minute = 30});
@@ -118,7 +119,7 @@ TEST_F(SystemCalendarTest, HasNoSecondsInATimeOfToday)
               winterNoonUtc);
 }
 
-TEST_F(SystemCalendarTest, FindsTheTimesOnBothSidesOfAChange)
+TEST_F(SystemCalendarTest, FindsTheTimesOnBothSidesOfAClockChange)
 {
     travelTo(berlin);
 
@@ -128,7 +129,7 @@ TEST_F(SystemCalendarTest, FindsTheTimesOnBothSidesOfAChange)
     EXPECT_EQ(fromNoon(autumnNoonUtc, {.hour = 3, .minute = 0}), -10h);
 }
 
-TEST_F(SystemCalendarTest, TakesTheNextTimeForOneThatTodaySkips)
+TEST_F(SystemCalendarTest, UsesTheNextTimeInsteadOfASkippedOne)
 {
     travelTo(berlin);
 
@@ -137,7 +138,7 @@ TEST_F(SystemCalendarTest, TakesTheNextTimeForOneThatTodaySkips)
     EXPECT_EQ(timeAt(*calendar.today(springNoonUtc, {.hour = 2, .minute = 59})), "3:0");
 }
 
-TEST_F(SystemCalendarTest, TakesTheFirstOfTwoEqualTimes)
+TEST_F(SystemCalendarTest, UsesTheFirstOfARepeatedTime)
 {
     travelTo(berlin);
 
@@ -145,7 +146,7 @@ TEST_F(SystemCalendarTest, TakesTheFirstOfTwoEqualTimes)
     EXPECT_EQ(fromNoon(autumnNoonUtc, {.hour = 2, .minute = 30}), -11h - 30min);
 }
 
-TEST_F(SystemCalendarTest, BeginsADayAtOneWhereMidnightIsSkipped)
+TEST_F(SystemCalendarTest, BeginsADayAtOneWhenMidnightIsSkipped)
 {
     travelTo(beirut);
 
@@ -155,9 +156,9 @@ TEST_F(SystemCalendarTest, BeginsADayAtOneWhereMidnightIsSkipped)
     EXPECT_EQ(timeAt(*calendar.today(springNoonUtc, {.hour = 0, .minute = 0})), "1:0");
 }
 
-TEST_F(SystemCalendarTest, EndsADayTwiceWhereTheHourBeforeMidnightIsRepeated)
+TEST_F(SystemCalendarTest, FindsTimesInARepeatedHourBeforeMidnight)
 {
-    travelTo(beirut);  // at midnight the clock goes back to 23:00 of Saturday
+    travelTo(beirut);  // at midnight the clock goes back to 23:00 on Saturday
     const Date saturday = autumnNoonUtc - 24h;
 
     EXPECT_EQ(fromNoon(saturday, {.hour = 23, .minute = 30}), 8h + 30min);
@@ -165,7 +166,7 @@ TEST_F(SystemCalendarTest, EndsADayTwiceWhereTheHourBeforeMidnightIsRepeated)
     EXPECT_EQ(fromNoon(autumnNoonUtc, {.hour = 0, .minute = 0}), -14h);
 }
 
-TEST_F(SystemCalendarTest, KnowsASummerTimeThatIsTheStandard)
+TEST_F(SystemCalendarTest, SupportsZonesWhereSummerTimeIsTheStandard)
 {
     for (const auto* const zone : {dublin, "Europe/Dublin"}) {
         travelTo(zone);
@@ -177,7 +178,7 @@ TEST_F(SystemCalendarTest, KnowsASummerTimeThatIsTheStandard)
     }
 }
 
-TEST_F(SystemCalendarTest, FindsNoTimeThatNoDayHas)
+TEST_F(SystemCalendarTest, RejectsInvalidTimes)
 {
     travelTo("UTC0");
     for (const auto time :
@@ -186,7 +187,7 @@ TEST_F(SystemCalendarTest, FindsNoTimeThatNoDayHas)
     }
 }
 
-TEST_F(SystemCalendarTest, FindsNoTimeOnADayBeyondTheCalendar)
+TEST_F(SystemCalendarTest, FindsNoTimeBeyondTheCalendar)
 {
     for (const double seconds : {1e300, -1e300, std::numeric_limits<double>::quiet_NaN()}) {
         EXPECT_EQ(calendar.today(Date{seconds}, {.hour = 12, .minute = 0}), std::nullopt);
@@ -194,7 +195,7 @@ TEST_F(SystemCalendarTest, FindsNoTimeOnADayBeyondTheCalendar)
     }
 }
 
-// Locales of its own, so that it does not matter which ones this machine has.
+// Builds its own locales, so that it does not depend on the installed ones.
 class SystemCalendarLocaleTest : public SystemCalendarTest {
 protected:
     static void SetUpTestSuite()
@@ -204,8 +205,8 @@ protected:
         folder = path;
         std::string command = "echo";
         for (const std::string name : names) command += " " + name;
-        // Not the shell's own jobs: with SIGCHLD blocked, as other tests leave it, it waits
-        // forever.
+        // xargs, not background jobs of the shell: with SIGCHLD blocked, as other tests leave it,
+        // the shell would wait forever.
         command += " | xargs -n 1 | xargs -P 8 -I{} localedef --no-archive -f UTF-8 -i {} ";
         (void)std::system((command + built("{}")).c_str());
         for (const auto* const name : names) {
@@ -229,7 +230,7 @@ protected:
         SystemCalendarTest::TearDown();
     }
 
-    // Midnight and five minutes, and five past two in the afternoon, as that locale writes them.
+    // 00:05 and 14:05 in this locale.
     std::string times(const char* locale) const
     {
         (void)setenv("LC_ALL", locale, 1);
@@ -248,7 +249,7 @@ private:
 
 std::filesystem::path SystemCalendarLocaleTest::folder;
 
-TEST_F(SystemCalendarLocaleTest, WritesTheTimeAsTheLocaleDoesWithoutSeconds)
+TEST_F(SystemCalendarLocaleTest, WritesTheLocalesTimeWithoutSeconds)
 {
     EXPECT_EQ(times("de_DE.UTF-8"), "00:05, 14:05");
     EXPECT_EQ(times("en_US.UTF-8"), "12:05 AM, 2:05 PM");
@@ -262,23 +263,23 @@ TEST_F(SystemCalendarLocaleTest, WritesNoTimeZone)
     EXPECT_EQ(times("hi_IN.UTF-8"), "12:05 पूर्वाह्न, 2:05 अपराह्न");
 }
 
-TEST_F(SystemCalendarLocaleTest, PadsNoHourWithABlank)
+TEST_F(SystemCalendarLocaleTest, DoesNotPadTheHour)
 {
     EXPECT_EQ(times("am_ET.UTF-8"), "12:05 ጡዋት, 2:05 ከሰዓት");
 }
 
-TEST_F(SystemCalendarLocaleTest, WritesTheLocalesOwnDigitsWithoutSecondsToo)
+TEST_F(SystemCalendarLocaleTest, WritesTheLocalesDigits)
 {
     EXPECT_EQ(times("fa_IR.UTF-8"), "۰۰:۰۵, ۱۴:۰۵");
 }
 
-TEST_F(SystemCalendarLocaleTest, WritesPlainTimesInALocaleThatIsNotInstalled)
+TEST_F(SystemCalendarLocaleTest, FallsBackTo24HoursWithoutTheLocale)
 {
     EXPECT_EQ(times("xx_XX.UTF-8"), "00:05, 14:05");
     EXPECT_EQ(times("C"), "00:05, 14:05");
 }
 
-TEST_F(SystemCalendarLocaleTest, FollowsTheUsersTimesBeforeTheUsersLanguage)
+TEST_F(SystemCalendarLocaleTest, PrefersTheTimeLocaleToTheLanguage)
 {
     (void)setenv("LANG", "en_US.UTF-8", 1);
     EXPECT_EQ(calendar.shortTime(winterNoonUtc + 2h), "2:00 PM");

@@ -18,19 +18,19 @@ namespace {
 
 constexpr Date noonUtc{1767268800.0};  // 2026-01-01 12:00 UTC
 
-// In a process of its own, to which alone the system's zone changes.
+// Changes the system's time zone, for a child process only.
 class TimeZoneTest : public testing::Test {
 protected:
-    // The hours at noon in Greenwich, before and after the user travels from Berlin to Tokyo.
-    // Nothing where a process may not have mounts of its own.
+    // The local hours at noon UTC, before and after the system's zone changes from Berlin to Tokyo.
+    // Empty when a process may not have its own mounts.
     static std::string hours(const std::function<void()>& prepare)
     {
         std::array<int, 2> ends{};
         if (pipe(ends.data()) != 0) return "no pipe";
         const pid_t child = fork();
         if (child == 0) {
-            const auto told = inOwnMounts() ? travelled(prepare) : std::string();
-            _exit(write(ends[1], told.data(), told.size()) < 0);
+            const auto seenHours = inOwnMounts() ? travelled(prepare) : std::string();
+            _exit(write(ends[1], seenHours.data(), seenHours.size()) < 0);
         }
         (void)close(ends[1]);
         std::array<char, 16> text{};
@@ -68,7 +68,7 @@ private:
     }
 };
 
-TEST_F(TimeZoneTest, FollowsTheSystemsZoneWhereTheEnvironmentNamesNone)
+TEST_F(TimeZoneTest, FollowsTheSystemsZoneWithoutTZ)
 {
     const auto seen = hours([] { (void)unsetenv("TZ"); });
     if (seen.empty()) GTEST_SKIP() << "no user namespaces here";
@@ -76,7 +76,7 @@ TEST_F(TimeZoneTest, FollowsTheSystemsZoneWhereTheEnvironmentNamesNone)
     EXPECT_EQ(seen, "13, 21");
 }
 
-TEST_F(TimeZoneTest, FollowsTheSystemsZoneWhereTheEnvironmentNamesItsFile)
+TEST_F(TimeZoneTest, FollowsTheSystemsZoneWhenTZNamesItsFile)
 {
     for (const auto* const named : {":/etc/localtime", "/etc/localtime"}) {
         const auto seen = hours([named] {
@@ -89,7 +89,7 @@ TEST_F(TimeZoneTest, FollowsTheSystemsZoneWhereTheEnvironmentNamesItsFile)
     }
 }
 
-TEST_F(TimeZoneTest, LeavesAZoneThatTheUserChose)
+TEST_F(TimeZoneTest, KeepsAZoneThatTheUserChose)
 {
     (void)setenv("TZ", "Asia/Tokyo", 1);
 

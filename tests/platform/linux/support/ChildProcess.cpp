@@ -19,7 +19,7 @@ namespace {
 
 constexpr unsigned patience = 20;  // seconds
 
-// As root at once; as anybody else in a world where that user is root.
+// Root may do it directly; other users need a user namespace.
 bool ownMounts()
 {
     const auto user = std::to_string(getuid());
@@ -56,7 +56,8 @@ std::string cannotMount()
     int status = 0;
     (void)waitpid(child, &status, 0);
     if (WIFEXITED(status) && WEXITSTATUS(status) == 0) return "";
-    return std::string("no mounts of one's own here: ") + std::strerror(WEXITSTATUS(status));
+    return std::string("private mounts are not possible here: ") +
+           std::strerror(WEXITSTATUS(status));
 }
 
 bool mountDisk(const std::filesystem::path& folder, const std::string& bytes)

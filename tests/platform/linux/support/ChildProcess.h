@@ -1,4 +1,4 @@
-// Expectations in a process of their own: as another user, or with mounts that nobody else sees.
+// Runs expectations in a child process: as another user, or with private mounts.
 #pragma once
 
 #include <sys/types.h>
@@ -9,20 +9,20 @@
 
 namespace vorlane::platform {
 
-// Forks; true when `work` ended in the child, in time, with all its expectations met.
+// Forks; true when `work` finished in the child in time and all its expectations were met.
 bool holdsInChild(const std::function<void()>& work);
 
 // Why a child cannot mount; empty when it can.
 std::string cannotMount();
 
-// In a child: gives it mounts of its own, then a disk of `bytes` at the folder.
+// In a child: gives it private mounts, then mounts a disk of `bytes` at the folder.
 bool mountDisk(const std::filesystem::path& folder, const std::string& bytes);
 
-// In a child: what it mounted there is for reading only, or for writing as well.
+// In a child: remounts that disk read-only or writable.
 bool remount(const std::filesystem::path& folder, bool readOnly);
 
-// In a child: nobody in particular from here on, who owns `folder` and all in it. Only where the
-// tests are run by root, whom no permission stops; others stay who they are.
+// In a child: becomes the user "nobody" and gives `folder` and everything in it to that user. Does
+// nothing unless the tests run as root, whom permissions do not stop.
 bool dropRights(const std::filesystem::path& folder);
 
 constexpr uid_t nobody = 65'534;

@@ -1,5 +1,4 @@
-// The whole program on a laptop in memory, with its files on the real disk. The reminder for the
-// charge limit is set to 70%.
+// Runs the whole program with a simulated laptop and real files. The charge limit is 70%.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -69,7 +68,7 @@ protected:
         loop.reset();
     }
 
-    // All that the files' watch and the program have to do now.
+    // Runs everything that is due in both loops.
     void settle()
     {
         while (sd_event_run(loop->event(), 0) > 0) {
@@ -83,7 +82,7 @@ protected:
         folder.write("vorlane/settings.toml", settingsText);
     }
 
-    // One more reminder comes when the battery is charged beyond the limit, and is put off by hand.
+    // Expects one more reminder when the battery is charged beyond the limit.
     void expectReminders(std::int64_t beyond)
     {
         const auto before = machine.notifications.posted.size();

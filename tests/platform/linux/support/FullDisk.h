@@ -1,4 +1,4 @@
-// While it lives, no file may grow beyond so many bytes, as on a disk that is full.
+// During its lifetime no file may grow beyond this size, as on a full disk.
 #pragma once
 
 #include <sys/resource.h>

@@ -1,5 +1,5 @@
-// A client that says to one other what only the bus or a service may say. The bus delivers what is
-// addressed to somebody whatever he listens to, and writes the true sender on it alone.
+// A client that sends forged signals to another one, the victim. The bus delivers every message
+// that is addressed to a client, but with the true sender.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -14,9 +14,9 @@ public:
     Impostor(const PrivateBus& bus, const SdEventRunLoop& loop, sd_bus* victim)
         : loop_(loop), victim_(victim), connection(bus.connect(loop))
     {
-        ping(victim_);  // it has its name then
+        ping(victim_);  // a connection has a unique name once it was answered
         ping(connection.get());
-        (void)sd_bus_get_unique_name(victim_, &whom);
+        (void)sd_bus_get_unique_name(victim_, &victimName);
         (void)sd_bus_get_unique_name(connection.get(), &name_);
     }
 
@@ -30,25 +30,26 @@ public:
     };
 
     template <typename... Arguments>
-    void say(const Signal& what, const char* types, Arguments... arguments) const
+    void send(const Signal& forged, const char* types, Arguments... arguments) const
     {
         const auto signal = owned<MessagePointer>([&](sd_bus_message** message) {
-            return sd_bus_message_new_signal(connection.get(), message, what.path, what.interface,
-                                             what.member);
+            return sd_bus_message_new_signal(connection.get(), message, forged.path,
+                                             forged.interface, forged.member);
         });
         EXPECT_GE(sd_bus_message_append(signal.get(), types, arguments...), 0);
-        EXPECT_GE(sd_bus_message_set_destination(signal.get(), whom), 0);
+        EXPECT_GE(sd_bus_message_set_destination(signal.get(), victimName), 0);
         EXPECT_GE(sd_bus_send(connection.get(), signal.get(), nullptr), 0);
     }
 
-    // As the bus would tell of it.
-    void tellOfOwner(const char* service, const char* before, const char* after) const
+    // A forged NameOwnerChanged, which only the bus may send.
+    void sendOwnerChange(const char* service, const char* before, const char* after) const
     {
-        say({"/org/freedesktop/DBus", "org.freedesktop.DBus", "NameOwnerChanged"}, "sss", service,
-            before, after);
+        send({"/org/freedesktop/DBus", "org.freedesktop.DBus", "NameOwnerChanged"}, "sss", service,
+             before, after);
     }
 
-    // Until the victim has heard all that was said, and the answers to what it asked then.
+    // Waits until the victim has received all signals and the answers to the calls that they
+    // caused.
     void settle() const
     {
         for (int round = 0; round < 3; ++round) {
@@ -70,7 +71,7 @@ private:
     const SdEventRunLoop& loop_;
     sd_bus* victim_;
     BusPointer connection;
-    const char* whom = nullptr;
+    const char* victimName = nullptr;
     const char* name_ = nullptr;
 };
 

@@ -1,5 +1,4 @@
-// What a message says, as text that a test can compare: (1, 'two', [<true>], {'key': <3>}, 4
-// bytes).
+// A message's content as text for comparison: (1, 'two', [<true>], {'key': <3>}, 4 bytes).
 #pragma once
 
 #include <string>
@@ -8,7 +7,7 @@
 
 namespace vorlane::platform {
 
-// The whole content; of an error reply its name.
+// All arguments; of an error reply, its name.
 std::string messageText(sd_bus_message* message);
 
 }  // namespace vorlane::platform

@@ -1,4 +1,4 @@
-// While it lives, the process cannot open any more files.
+// During its lifetime the process cannot open any more files.
 #pragma once
 
 #include <sys/resource.h>

@@ -25,14 +25,14 @@ std::string configuration(const std::filesystem::path& folder)
            "</policy></busconfig>";
 }
 
-// Only what is safe between fork and exec.
+// Calls only functions that are safe between fork and exec.
 [[noreturn]] void runDaemon(const char* config, const char* print)
 {
     (void)prctl(PR_SET_PDEATHSIG, SIGKILL);  // also when the test crashes
     sigset_t none;
     (void)sigemptyset(&none);
     (void)sigprocmask(SIG_SETMASK, &none, nullptr);                      // it reloads on SIGHUP
-    (void)dup2(open("/dev/null", O_WRONLY | O_CLOEXEC), STDERR_FILENO);  // it warns of small limits
+    (void)dup2(open("/dev/null", O_WRONLY | O_CLOEXEC), STDERR_FILENO);  // warnings of low limits
     (void)execlp("dbus-daemon", "dbus-daemon", "--nofork", "--nopidfile", "--nosyslog", config,
                  print, nullptr);
     _exit(127);
@@ -63,7 +63,7 @@ void PrivateBus::start()
     writing.reset();
     ASSERT_GT(daemon, 0);
 
-    // It prints when it listens.
+    // It prints its address once it listens.
     std::array<char, 512> text{};
     const auto length = read(reading.get(), text.data(), text.size());
     ASSERT_GT(length, 0) << "dbus-daemon did not start";
@@ -112,11 +112,11 @@ BusPointer PrivateBus::connect(const SdEventRunLoop& loop) const
     return bus;
 }
 
-bool runUntil(const SdEventRunLoop& loop, const std::function<bool()>& holds)
+bool runUntil(const SdEventRunLoop& loop, const std::function<bool()>& condition)
 {
     using namespace std::chrono_literals;
     const auto deadline = std::chrono::steady_clock::now() + 20s;
-    while (!holds()) {
+    while (!condition()) {
         const auto left = deadline - std::chrono::steady_clock::now();
         const auto patience = std::chrono::duration_cast<std::chrono::microseconds>(left).count();
         if (patience <= 0) {

@@ -1,5 +1,4 @@
-// A message bus of the test's own: a real daemon that knows no service but those given, and ends
-// with the test.
+// A private message bus: a real daemon that offers only the given services and ends with the test.
 #pragma once
 
 #include <sys/types.h>
@@ -16,13 +15,13 @@ namespace vorlane::platform {
 
 class PrivateBus {
 public:
-    // What the daemon starts when the name is called and has no owner.
+    // A service that the daemon starts on demand.
     struct Service {
         std::string name;
         std::string command;
     };
 
-    // A failure to start is a failure of the test; connections are then empty.
+    // Fails the test if the daemon does not start; connections are then empty.
     explicit PrivateBus(const std::vector<Service>& services = {});
     PrivateBus(const PrivateBus&) = delete;
     PrivateBus& operator=(const PrivateBus&) = delete;
@@ -30,20 +29,21 @@ public:
 
     const std::string& address() const { return address_; }
 
-    // A connection of its own, served by the loop.
+    // A new connection, served by the loop.
     BusPointer connect(const SdEventRunLoop& loop) const;
 
-    // Ends the daemon, as when the user's session goes away.
+    // Ends the daemon, as at the end of the user's session.
     void end();
 
-    // After `end`: a new daemon at the same address, which knows nothing of the first.
+    // Call after `end`: starts a new daemon at the same address.
     void begin() { start(); }
 
-    // Hangs the daemon, until `resume`.
+    // Suspends the daemon until `resume`.
     void stop() const;
     void resume() const;
 
-    // As when a package is installed: the daemon sees it by itself once it has served somebody.
+    // Adds a service, as when a package is installed. The daemon notices it after serving its next
+    // message.
     void add(const Service& service) const;
 
 private:
@@ -54,12 +54,11 @@ private:
     pid_t daemon = 0;
 };
 
-// Turns the loop until the condition holds; false, and a failure of the test, when it does not
-// within twenty seconds.
-bool runUntil(const SdEventRunLoop& loop, const std::function<bool()>& holds);
+// Runs the loop until the condition holds. Returns false and fails the test after twenty seconds.
+bool runUntil(const SdEventRunLoop& loop, const std::function<bool()>& condition);
 
-// Sends a call and turns the loop until it is answered. Needed where both ends of the call are
-// served by this one loop: waiting for the reply alone would wait for ever.
+// Sends a call and runs the loop until it is answered. Needed when the loop serves both ends of the
+// call, where a blocking call would never return.
 MessagePointer answer(const SdEventRunLoop& loop, sd_bus_message* call);
 
 }  // namespace vorlane::platform

@@ -1,4 +1,4 @@
-// The name that the kernel has for the test's process, as it is for the time of the object.
+// Changes the test process's name, as the kernel reports it, for the lifetime of the object.
 #pragma once
 
 #include <sys/prctl.h>

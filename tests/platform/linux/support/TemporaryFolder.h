@@ -1,4 +1,4 @@
-// A folder of its own for each test, gone when the test is over.
+// A temporary folder for one test, deleted at its end.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -13,7 +13,7 @@ namespace vorlane::platform {
 
 class TemporaryFolder {
 public:
-    static constexpr const char* memory = "/dev/shm";  // where there is such a disk
+    static constexpr const char* memory = "/dev/shm";  // a disk in memory, where there is one
 
     TemporaryFolder() { make(testing::TempDir()); }
 
@@ -32,7 +32,7 @@ public:
 
     std::filesystem::path path() const { return folder; }
 
-    // Makes the folders on the way.
+    // Creates missing parent folders.
     void write(const std::filesystem::path& file, std::string_view text) const
     {
         std::filesystem::create_directories((folder / file).parent_path());

@@ -22,7 +22,7 @@ namespace {
 constexpr unsigned patience = 60;  // seconds
 constexpr int refused = 97;        // the child's exit code when it may not be traced
 
-// Calls that no kernel knows: what the child has to say to its parent.
+// System calls that do not exist, by which the child talks to its parent.
 constexpr long beginCall = 6001;
 constexpr long endCall = 6002;
 
@@ -30,14 +30,14 @@ constexpr long endCall = 6002;
 
 constexpr int syscallStop = SIGTRAP | 0x80;
 
-// What the kernel is asked for memory, signals and the end is no file's fault.
+// System calls for memory, signals and exiting, which no fault of a file can affect.
 constexpr std::array uncounted{
     SYS_mmap,          SYS_munmap,       SYS_mremap,         SYS_mprotect,   SYS_madvise,
     SYS_brk,           SYS_futex,        SYS_sched_yield,    SYS_getpid,     SYS_gettid,
     SYS_rt_sigaction,  SYS_sigaltstack,  SYS_rt_sigprocmask, SYS_exit_group, SYS_exit,
     SYS_clock_gettime, SYS_rt_sigreturn, SYS_prctl,          SYS_getrlimit,  SYS_prlimit64};
 
-// The registers of a child that stands at the entry or at the exit of a call.
+// The registers of a child that is stopped at the entry or the exit of a system call.
 class Stop {
 public:
     explicit Stop(pid_t process) : child(process)
@@ -55,14 +55,14 @@ public:
                 .onwards = registers.r10 != 0};
     }
 
-    // At the entry: the kernel shall do nothing.
+    // At the entry: makes the kernel skip the call.
     void skip()
     {
         registers.orig_rax = static_cast<unsigned long long>(-1);
         store();
     }
 
-    // At the entry: half of what is asked for, where that is less. True when it is.
+    // At the entry: halves the number of bytes to read or write. False when it cannot.
     bool halve()
     {
         const bool moves = number() == SYS_read || number() == SYS_write;
@@ -72,7 +72,7 @@ public:
         return true;
     }
 
-    // At the exit.
+    // At the exit: sets the call's result.
     void answer(int result)
     {
         registers.rax = static_cast<unsigned long long>(result);
@@ -101,7 +101,7 @@ public:
     }
 
 private:
-    // The signal that the child shall get of it.
+    // Handles a stop and returns the signal to deliver to the child.
     int react(int signal)
     {
         if (signal == syscallStop) {
@@ -157,7 +157,7 @@ private:
         interfered = true;
     }
 
-    // The sanitizers try an address by writing from it into a pipe, and close both ends.
+    // The sanitizers probe an address by writing from it into a pipe, whose ends they then close.
     bool counts(long number)
     {
         if (number == SYS_pipe2) sanitizers = 4;
@@ -172,8 +172,8 @@ private:
     bool counting = false;
     bool interfered = false;
     bool inside = false;
-    int sanitizers = 0;  // how many of the next calls are theirs
-    int result = 0;      // what the call that is inside shall return instead
+    int sanitizers = 0;  // the number of the next calls that are theirs
+    int result = 0;      // what the current call returns instead
 };
 
 #endif
@@ -215,10 +215,10 @@ std::string TracedChild::impossibleBecause()
 {
 #ifdef __x86_64__
     const int status = statusOf([] {}, nullptr);
-    if (WIFEXITED(status) && WEXITSTATUS(status) == refused) return "no process may be traced here";
+    if (WIFEXITED(status) && WEXITSTATUS(status) == refused) return "tracing is not permitted here";
     return "";
 #else
-    return "calls are interfered with by the registers of x86-64 alone";
+    return "system calls can be traced on x86-64 only";
 #endif
 }
 

@@ -1,5 +1,5 @@
-// A child process whose calls to the kernel its parent stops, one by one, to let one of them fail,
-// do less than it was asked to, or be the last thing that the child did.
+// A child process whose parent stops it at its system calls, to make one of them fail, do less than
+// requested, or be the last one.
 #pragma once
 
 #include <cstddef>
@@ -14,29 +14,29 @@ public:
 
     struct Plan {
         Trouble trouble = Trouble::none;
-        int call = 0;          // which one, from 0
+        int call = 0;          // index of the call, from 0
         int error = 0;         // of Trouble::error
-        bool onwards = false;  // it and all that follow
+        bool onwards = false;  // also all later calls
     };
 
-    // Why there can be no such child here; empty when there can.
+    // Why no child can be traced here; empty when it can.
     static std::string impossibleBecause();
 
-    // Runs `work` in a child, which ends after it; how it ended, as waitpid tells. The parent calls
-    // `happening` where the plan says so, while the child waits.
+    // Runs `work` in a child that exits afterwards; returns its status as from waitpid. The parent
+    // calls `happening` at the call that the plan names, while the child waits.
     static int statusOf(const std::function<void()>& work, const std::function<void()>& happening);
 
-    // The same; whether it ended by itself with all its expectations met.
+    // The same; true when it exited normally with all its expectations met.
     static bool holds(const std::function<void()>& work,
                       const std::function<void()>& happening = nullptr);
 
-    // In the child: interferes with what it calls from here to `end`. Calls for memory and signals
-    // do not count, nor do the sanitizers'.
+    // In the child: interferes with its system calls until `end`. Calls for memory and signals do
+    // not count, nor do those of the sanitizers.
     static void begin(const Plan& plan);
 
     struct Outcome {
         int calls = 0;
-        bool interfered = false;  // it came as far as the plan's call
+        bool interfered = false;  // the plan's call was reached
     };
     static Outcome end();
 };

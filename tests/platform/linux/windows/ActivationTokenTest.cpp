@@ -36,7 +36,7 @@ protected:
         (void)unsetenv(startupVariable);
     }
 
-    // What the process that is called makes of it, which has no leave of its own.
+    // Lets the called process receive the call, without a token in its environment.
     void arrive() const
     {
         forget();
@@ -46,7 +46,7 @@ protected:
     }
 };
 
-TEST_F(ActivationTokenTest, ReachesTheInstanceThatIsCalled)
+TEST_F(ActivationTokenTest, ReachesTheCalledInstance)
 {
     (void)setenv(tokenVariable, "token", 1);
     (void)setenv(startupVariable, "launcher/vorlane/7-0-host_TIME42", 1);
@@ -58,7 +58,7 @@ TEST_F(ActivationTokenTest, ReachesTheInstanceThatIsCalled)
     EXPECT_STREQ(std::getenv(startupVariable), "launcher/vorlane/7-0-host_TIME42");
 }
 
-TEST_F(ActivationTokenTest, IsTheNewestOne)
+TEST_F(ActivationTokenTest, IsReplacedByANewerOne)
 {
     keepActivationToken("a long one that came first");
     keepActivationToken("newer");
@@ -66,18 +66,18 @@ TEST_F(ActivationTokenTest, IsTheNewestOne)
     EXPECT_STREQ(std::getenv(tokenVariable), "newer");
 }
 
-TEST_F(ActivationTokenTest, IsKeptInTheSamePlaceHoweverManyCome)
+TEST_F(ActivationTokenTest, IsKeptInTheSameMemoryEachTime)
 {
     keepActivationToken("first");
     const char* const place = std::getenv(tokenVariable);
 
     for (int i = 0; i < 1000; ++i) keepActivationToken(("token-" + std::to_string(i)).c_str());
 
-    EXPECT_EQ(std::getenv(tokenVariable), place);  // the C library keeps all that it is given
+    EXPECT_EQ(std::getenv(tokenVariable), place);  // the C library never frees a value
     EXPECT_STREQ(place, "token-999");
 }
 
-TEST_F(ActivationTokenTest, IsNotKeptWhenItWouldLeaveNoRoomForOtherVariables)
+TEST_F(ActivationTokenTest, IsDiscardedWhenItIsTooLong)
 {
     keepActivationToken("token");
 
@@ -94,7 +94,7 @@ TEST_F(ActivationTokenTest, IsNotKeptWhenItWouldLeaveNoRoomForOtherVariables)
     EXPECT_EQ(WEXITSTATUS(status), 0);
 }
 
-TEST_F(ActivationTokenTest, IsNotMadeUp)
+TEST_F(ActivationTokenTest, IsAbsentWithoutAToken)
 {
     ASSERT_TRUE(passActivationToken(call.get()));
     arrive();
@@ -103,7 +103,7 @@ TEST_F(ActivationTokenTest, IsNotMadeUp)
     EXPECT_EQ(std::getenv(startupVariable), nullptr);
 }
 
-TEST_F(ActivationTokenTest, IsLeftOutWhenAMessageCannotHoldIt)
+TEST_F(ActivationTokenTest, IsLeftOutWhenItIsNotPlainText)
 {
     (void)setenv(tokenVariable, "\xff\xfe", 1);
     (void)setenv(startupVariable, "", 1);

@@ -31,7 +31,7 @@ TEST_F(HungProcessTest, IsReplacedOncePerRequest)
     start();
 
     ASSERT_TRUE(puppet.takeOver()) << "the second process";
-    EXPECT_THAT(said(), ElementsAre("appearance", "show first"));
+    EXPECT_THAT(received(), ElementsAre("appearance", "show first"));
     EXPECT_TRUE(popover->isShown());
 
     EXPECT_TRUE(runUntil(loop, [] { return !hasChildren(); })) << "it hangs, too";
@@ -39,19 +39,19 @@ TEST_F(HungProcessTest, IsReplacedOncePerRequest)
     EXPECT_FALSE(puppet.wasStarted());
 }
 
-TEST_F(HungProcessTest, IsReplacedByOneThatShowsAllWindowsWithTheirNewestContent)
+TEST_F(HungProcessTest, IsReplacedByOneThatShowsAllWindowsWithNewestContent)
 {
     start();
     settings->makeKeyAndOrderFront({});
-    popover->update(popoverSaying("newer"));
+    popover->update(popoverWith("newer"));
 
     ASSERT_TRUE(puppet.takeOver());
 
-    EXPECT_THAT(said(), ElementsAre("appearance", "settings", "show newer"));
+    EXPECT_THAT(received(), ElementsAre("appearance", "settings", "show newer"));
     EXPECT_TRUE(settings->isShown());
 }
 
-TEST_F(HungProcessTest, IsNotReplacedForAWindowThatIsToBeClosed)
+TEST_F(HungProcessTest, IsNotReplacedForAWindowBeingClosed)
 {
     start();
     popover->performClose();
@@ -60,7 +60,7 @@ TEST_F(HungProcessTest, IsNotReplacedForAWindowThatIsToBeClosed)
     EXPECT_FALSE(puppet.wasStarted());
 }
 
-TEST_F(HungProcessTest, AnswersItsDialogsByTheCancelButton)
+TEST_F(HungProcessTest, HasItsDialogsAnsweredByTheCancelButton)
 {
     open();
     std::optional<std::size_t> answer;
@@ -83,10 +83,10 @@ TEST_F(HungProcessTest, IsNotAssumedOfAProcessThatAnswers)
 TEST_F(HungProcessTest, IsNotAssumedForAnUpdateThatFollowsTheAnswer)
 {
     start();
-    popover->update(popoverSaying("later"));
-    EXPECT_THAT(said(), ElementsAre("appearance", "show first"));
+    popover->update(popoverWith("later"));
+    EXPECT_THAT(received(), ElementsAre("appearance", "show first"));
     answerAll();
-    EXPECT_THAT(said(), ElementsAre("update later"));
+    EXPECT_THAT(received(), ElementsAre("update later"));
 
     waitLongerThanItsPatience();
 

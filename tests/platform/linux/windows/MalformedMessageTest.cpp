@@ -12,16 +12,16 @@ using testing::IsEmpty;
 class MalformedMessageTest : public RemoteWindowsFixture,
                              public testing::WithParamInterface<std::string> {};
 
-TEST_P(MalformedMessageTest, EndsTheConnectionAndNothingElse)
+TEST_P(MalformedMessageTest, EndsOnlyTheConnection)
 {
     open();
 
-    puppet.sayBytes(GetParam());
+    puppet.sendBytes(GetParam());
 
     EXPECT_TRUE(runUntil(loop, [] { return !hasChildren(); }));
     EXPECT_FALSE(popover->isShown());
     EXPECT_THAT(user, IsEmpty());
-    popover->show(popoverSaying("again"));
+    popover->show(popoverWith("again"));
     EXPECT_TRUE(puppet.takeOver());
 }
 

@@ -20,13 +20,13 @@ constexpr const char* path = "/org/freedesktop/portal/desktop";
 constexpr const char* interfaceName = "org.freedesktop.portal.Settings";
 constexpr const char* appearanceNamespace = "org.freedesktop.appearance";
 
-// The settings portal, with the two keys that matter and one that does not.
+// A fake settings portal with the two keys that matter and one that does not.
 class FakePortal {
 public:
     std::optional<std::uint32_t> scheme;
     std::optional<std::array<double, 3>> accent;
     int readings = 0;
-    bool hangs = false;  // leaves what it is asked until `answerLate`
+    bool hangs = false;  // leaves calls unanswered until `answerLate`
 
     explicit FakePortal(sd_bus* bus, std::uint64_t flags = SD_BUS_NAME_ALLOW_REPLACEMENT)
         : bus_(bus), object(owned<SlotPointer>([this](sd_bus_slot** slot) {
@@ -36,14 +36,14 @@ public:
         EXPECT_GT(sd_bus_request_name(bus_, "org.freedesktop.portal.Desktop", flags), 0);
     }
 
-    void tellScheme(std::uint32_t value, const char* space = appearanceNamespace)
+    void sendScheme(std::uint32_t value, const char* space = appearanceNamespace)
     {
         EXPECT_GE(sd_bus_emit_signal(bus_, path, interfaceName, "SettingChanged", "ssv", space,
                                      "color-scheme", "u", value),
                   0);
     }
 
-    void tellAccent(std::array<double, 3> rgb)
+    void sendAccent(std::array<double, 3> rgb)
     {
         EXPECT_GE(sd_bus_emit_signal(bus_, path, interfaceName, "SettingChanged", "ssv",
                                      appearanceNamespace, "accent-color", "(ddd)", rgb[0], rgb[1],
@@ -51,7 +51,7 @@ public:
                   0);
     }
 
-    void tellText(const char* key)
+    void sendText(const char* key)
     {
         EXPECT_GE(sd_bus_emit_signal(bus_, path, interfaceName, "SettingChanged", "ssv",
                                      appearanceNamespace, key, "s", "dark"),
@@ -115,18 +115,18 @@ protected:
     BusPointer desktop = bus.connect(loop);
     BusPointer stranger = bus.connect(loop);
     std::optional<FakePortal> portal;
-    std::vector<Appearance> told;
+    std::vector<Appearance> reports;
     std::optional<PortalAppearance> appearance;
 
     FakePortal& offerPortal() { return portal.emplace(desktop.get()); }
 
     void ask(const Appearance& known = {})
     {
-        const auto changed = [this](const Appearance& next) { told.push_back(next); };
+        const auto changed = [this](const Appearance& next) { reports.push_back(next); };
         appearance.emplace(session.get(), changed, known);
     }
 
-    // Everything sent before has arrived.
+    // Waits until everything sent so far has arrived.
     void settle()
     {
         for (auto* const end : {session.get(), desktop.get(), stranger.get(), session.get()}) {
@@ -139,20 +139,21 @@ protected:
     }
 };
 
-TEST_F(PortalAppearanceTest, TellsWhatThePortalSays)
+TEST_F(PortalAppearanceTest, ReportsThePortalsSettings)
 {
     auto& there = offerPortal();
     there.scheme = 1;
     there.accent = {1.0, 0.5, 0.0};
 
     ask();
-    ASSERT_TRUE(runUntil(loop, [&] { return !told.empty(); }));
+    ASSERT_TRUE(runUntil(loop, [&] { return !reports.empty(); }));
 
-    EXPECT_THAT(told, ElementsAre(Appearance{.scheme = Scheme::dark,
-                                             .accent = Rgb{.red = 255, .green = 128, .blue = 0}}));
+    EXPECT_THAT(reports,
+                ElementsAre(Appearance{.scheme = Scheme::dark,
+                                       .accent = Rgb{.red = 255, .green = 128, .blue = 0}}));
 }
 
-TEST_F(PortalAppearanceTest, TellsNothingWhenThereIsNoPreference)
+TEST_F(PortalAppearanceTest, ReportsNothingWithoutAPreference)
 {
     auto& there = offerPortal();
     there.scheme = 0;
@@ -161,17 +162,17 @@ TEST_F(PortalAppearanceTest, TellsNothingWhenThereIsNoPreference)
     ASSERT_TRUE(runUntil(loop, [&] { return there.readings == 1; }));
     settle();
 
-    EXPECT_THAT(told, IsEmpty());
+    EXPECT_THAT(reports, IsEmpty());
 }
 
-TEST_F(PortalAppearanceTest, TellsThatAKnownPreferenceWasWithdrawn)
+TEST_F(PortalAppearanceTest, ReportsThatAKnownPreferenceWasWithdrawn)
 {
     offerPortal().scheme = 0;
 
     ask({.scheme = Scheme::dark, .accent = std::nullopt});
-    ASSERT_TRUE(runUntil(loop, [&] { return !told.empty(); }));
+    ASSERT_TRUE(runUntil(loop, [&] { return !reports.empty(); }));
 
-    EXPECT_THAT(told, ElementsAre(Appearance{}));
+    EXPECT_THAT(reports, ElementsAre(Appearance{}));
 }
 
 TEST_F(PortalAppearanceTest, FollowsTheUsersChanges)
@@ -181,47 +182,47 @@ TEST_F(PortalAppearanceTest, FollowsTheUsersChanges)
     ASSERT_TRUE(runUntil(loop, [&] { return there.readings == 1; }));
     settle();
 
-    there.tellScheme(2);
-    there.tellScheme(2);
-    there.tellAccent({0.0, 0.0, 1.0});
-    there.tellScheme(1);
-    ASSERT_TRUE(runUntil(loop, [&] { return told.size() == 3; }));
+    there.sendScheme(2);
+    there.sendScheme(2);
+    there.sendAccent({0.0, 0.0, 1.0});
+    there.sendScheme(1);
+    ASSERT_TRUE(runUntil(loop, [&] { return reports.size() == 3; }));
 
     const Rgb blue{.red = 0, .green = 0, .blue = 255};
-    EXPECT_THAT(told, ElementsAre(Appearance{.scheme = Scheme::light, .accent = std::nullopt},
-                                  Appearance{.scheme = Scheme::light, .accent = blue},
-                                  Appearance{.scheme = Scheme::dark, .accent = blue}));
+    EXPECT_THAT(reports, ElementsAre(Appearance{.scheme = Scheme::light, .accent = std::nullopt},
+                                     Appearance{.scheme = Scheme::light, .accent = blue},
+                                     Appearance{.scheme = Scheme::dark, .accent = blue}));
 }
 
-TEST_F(PortalAppearanceTest, TakesAnImpossibleAccentForNone)
+TEST_F(PortalAppearanceTest, TreatsAnInvalidAccentAsNone)
 {
     auto& there = offerPortal();
     there.accent = {0.2, 0.4, 0.6};
     ask();
-    ASSERT_TRUE(runUntil(loop, [&] { return told.size() == 1; }));
+    ASSERT_TRUE(runUntil(loop, [&] { return reports.size() == 1; }));
 
-    there.tellAccent({-1.0, -1.0, -1.0});
-    ASSERT_TRUE(runUntil(loop, [&] { return told.size() == 2; }));
+    there.sendAccent({-1.0, -1.0, -1.0});
+    ASSERT_TRUE(runUntil(loop, [&] { return reports.size() == 2; }));
 
-    EXPECT_EQ(told.back(), Appearance{});
+    EXPECT_EQ(reports.back(), Appearance{});
 }
 
-TEST_F(PortalAppearanceTest, PassesOverWhatItDoesNotKnow)
+TEST_F(PortalAppearanceTest, IgnoresUnknownKeysAndTypes)
 {
     auto& there = offerPortal();
     ask();
     ASSERT_TRUE(runUntil(loop, [&] { return there.readings == 1; }));
 
-    there.tellText("color-scheme");
-    there.tellText("accent-color");
-    there.tellScheme(1, "org.example.other");
-    there.tellScheme(2);
-    ASSERT_TRUE(runUntil(loop, [&] { return !told.empty(); }));
+    there.sendText("color-scheme");
+    there.sendText("accent-color");
+    there.sendScheme(1, "org.example.other");
+    there.sendScheme(2);
+    ASSERT_TRUE(runUntil(loop, [&] { return !reports.empty(); }));
 
-    EXPECT_THAT(told, ElementsAre(Appearance{.scheme = Scheme::light, .accent = std::nullopt}));
+    EXPECT_THAT(reports, ElementsAre(Appearance{.scheme = Scheme::light, .accent = std::nullopt}));
 }
 
-TEST_F(PortalAppearanceTest, BelievesThePortalAlone)
+TEST_F(PortalAppearanceTest, IgnoresSignalsOfOtherClients)
 {
     auto& there = offerPortal();
     ask();
@@ -232,38 +233,38 @@ TEST_F(PortalAppearanceTest, BelievesThePortalAlone)
                                  appearanceNamespace, "color-scheme", "u", 1),
               0);
     settle();
-    there.tellScheme(2);
-    ASSERT_TRUE(runUntil(loop, [&] { return !told.empty(); }));
+    there.sendScheme(2);
+    ASSERT_TRUE(runUntil(loop, [&] { return !reports.empty(); }));
 
-    EXPECT_EQ(told.front().scheme, Scheme::light);
+    EXPECT_EQ(reports.front().scheme, Scheme::light);
 }
 
-TEST_F(PortalAppearanceTest, AsksAPortalThatComesLater)
+TEST_F(PortalAppearanceTest, AsksAPortalThatStartsLater)
 {
     ask();
     settle();
 
     offerPortal().scheme = 1;
-    ASSERT_TRUE(runUntil(loop, [&] { return !told.empty(); }));
+    ASSERT_TRUE(runUntil(loop, [&] { return !reports.empty(); }));
 
-    EXPECT_EQ(told.front().scheme, Scheme::dark);
+    EXPECT_EQ(reports.front().scheme, Scheme::dark);
 }
 
 TEST_F(PortalAppearanceTest, AsksAPortalThatIsRestarted)
 {
     offerPortal().scheme = 1;
     ask();
-    ASSERT_TRUE(runUntil(loop, [&] { return told.size() == 1; }));
+    ASSERT_TRUE(runUntil(loop, [&] { return reports.size() == 1; }));
 
     portal.reset();
     desktop = bus.connect(loop);
     offerPortal().scheme = 2;
-    ASSERT_TRUE(runUntil(loop, [&] { return told.size() == 2; }));
+    ASSERT_TRUE(runUntil(loop, [&] { return reports.size() == 2; }));
 
-    EXPECT_EQ(told.back().scheme, Scheme::light);
+    EXPECT_EQ(reports.back().scheme, Scheme::light);
 }
 
-TEST_F(PortalAppearanceTest, AsksTheNextPortalWhenOneDiedBeforeItAnswered)
+TEST_F(PortalAppearanceTest, AsksTheNextPortalWhenOneDiesBeforeAnswering)
 {
     offerPortal().hangs = true;
     ask();
@@ -272,12 +273,12 @@ TEST_F(PortalAppearanceTest, AsksTheNextPortalWhenOneDiedBeforeItAnswered)
     portal.reset();
     desktop = bus.connect(loop);
     offerPortal().scheme = 1;
-    ASSERT_TRUE(runUntil(loop, [&] { return !told.empty(); }));
+    ASSERT_TRUE(runUntil(loop, [&] { return !reports.empty(); }));
 
-    EXPECT_EQ(told.front().scheme, Scheme::dark);
+    EXPECT_EQ(reports.front().scheme, Scheme::dark);
 }
 
-TEST_F(PortalAppearanceTest, AsksTheOneThatTookThePlaceOfAPortalThatHadNotAnswered)
+TEST_F(PortalAppearanceTest, AsksThePortalThatReplacedOneBeforeItAnswered)
 {
     auto& first = offerPortal();
     first.hangs = true;
@@ -286,17 +287,17 @@ TEST_F(PortalAppearanceTest, AsksTheOneThatTookThePlaceOfAPortalThatHadNotAnswer
 
     FakePortal next(stranger.get(), SD_BUS_NAME_REPLACE_EXISTING);
     next.scheme = 1;
-    ASSERT_TRUE(runUntil(loop, [&] { return !told.empty(); }));
+    ASSERT_TRUE(runUntil(loop, [&] { return !reports.empty(); }));
 
-    EXPECT_EQ(told.front().scheme, Scheme::dark);
+    EXPECT_EQ(reports.front().scheme, Scheme::dark);
 }
 
-TEST_F(PortalAppearanceTest, TakesAnAnswerThatComesLate)
+TEST_F(PortalAppearanceTest, AcceptsALateAnswer)
 {
     auto& there = offerPortal();
     there.scheme = 1;
     there.hangs = true;
-    constexpr std::uint64_t usualPatience = 20'000;  // microseconds; others wait 25 s
+    constexpr std::uint64_t usualPatience = 20'000;  // in microseconds, instead of the usual 25 s
     ASSERT_GE(sd_bus_set_method_call_timeout(session.get(), usualPatience), 0);
     ask();
     ASSERT_TRUE(runUntil(loop, [&] { return there.readings == 1; }));
@@ -305,9 +306,9 @@ TEST_F(PortalAppearanceTest, TakesAnAnswerThatComesLate)
     ASSERT_TRUE(runUntil(loop, [&] { return isOver; }));
 
     there.answerLate();
-    ASSERT_TRUE(runUntil(loop, [&] { return !told.empty(); }));
+    ASSERT_TRUE(runUntil(loop, [&] { return !reports.empty(); }));
 
-    EXPECT_EQ(told.front().scheme, Scheme::dark);
+    EXPECT_EQ(reports.front().scheme, Scheme::dark);
 }
 
 TEST_F(PortalAppearanceTest, HasNoPreferenceWithoutAPortal)
@@ -315,7 +316,7 @@ TEST_F(PortalAppearanceTest, HasNoPreferenceWithoutAPortal)
     ask();
     settle();
 
-    EXPECT_THAT(told, IsEmpty());
+    EXPECT_THAT(reports, IsEmpty());
 }
 
 }  // namespace

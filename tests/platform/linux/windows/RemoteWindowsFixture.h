@@ -1,4 +1,4 @@
-// Windows shown by a fake process, and what the user does in them.
+// RemoteWindows with a fake windows process, whose messages stand for the user's actions.
 #pragma once
 
 #include <gmock/gmock.h>
@@ -16,7 +16,7 @@
 
 namespace vorlane::platform {
 
-inline PopoverContent popoverSaying(const std::string& text)
+inline PopoverContent popoverWith(const std::string& text)
 {
     PopoverContent content;
     content.footnote = text;
@@ -36,21 +36,21 @@ inline bool hasChildren()
     return waitid(P_ALL, 0, &status, WEXITED | WNOHANG | WNOWAIT) == 0;
 }
 
-// "show one", "update two", "close", "settings": what the windows process is to do.
+// A message to the windows process as text: "show one", "update two", "close", "settings".
 inline std::string inWords(const ToWindows& message)
 {
-    if (const auto* const one = std::get_if<ShowPopover>(&message)) {
-        return "show " + one->content.footnote;
+    if (const auto* const shown = std::get_if<ShowPopover>(&message)) {
+        return "show " + shown->content.footnote;
     }
-    if (const auto* const one = std::get_if<UpdatePopover>(&message)) {
-        return "update " + one->content.footnote;
+    if (const auto* const update = std::get_if<UpdatePopover>(&message)) {
+        return "update " + update->content.footnote;
     }
     if (std::holds_alternative<ClosePopover>(message)) return "close";
     if (std::holds_alternative<ShowSettings>(message)) return "settings";
     if (std::holds_alternative<UpdateSettings>(message)) return "update settings";
-    if (const auto* const one = std::get_if<Ask>(&message)) return "ask " + one->content.message;
-    if (const auto* const one = std::get_if<PopUpMenu>(&message)) {
-        return "menu " + one->items.front().title;
+    if (const auto* const ask = std::get_if<Ask>(&message)) return "ask " + ask->content.message;
+    if (const auto* const menu = std::get_if<PopUpMenu>(&message)) {
+        return "menu " + menu->items.front().title;
     }
     return "appearance";
 }
@@ -73,21 +73,21 @@ protected:
     void start()
     {
         puppet.install();
-        popover->show(popoverSaying("first"));
+        popover->show(popoverWith("first"));
         ASSERT_TRUE(puppet.takeOver());
     }
 
-    // Started, and the first request answered.
+    // Starts the process and answers the first request.
     void open()
     {
         start();
-        ASSERT_THAT(said(), testing::ElementsAre("appearance", "show first"));
+        ASSERT_THAT(received(), testing::ElementsAre("appearance", "show first"));
         answerAll();
     }
 
     void answerAll()
     {
-        puppet.sayHandled();
+        puppet.sendHandled();
         turn();
     }
 
@@ -98,15 +98,15 @@ protected:
         }
     }
 
-    std::vector<std::string> said()
+    std::vector<std::string> received()
     {
         std::vector<std::string> words;
         for (const auto& message : puppet.all()) words.push_back(inWords(message));
         return words;
     }
 
-    // All that the user did, in the order in which it was reported.
-    void note(const std::string& what) { user.push_back(what); }
+    // Records the user's actions in the order in which they are reported.
+    void note(const std::string& action) { user.push_back(action); }
 
     PopoverIntents popoverIntents()
     {

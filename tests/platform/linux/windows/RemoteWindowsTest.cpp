@@ -18,7 +18,7 @@ TEST_F(RemoteWindowsTest, StartsNoProcessBeforeAWindowIsShown)
 {
     puppet.install();
 
-    popover->update(popoverSaying("early"));
+    popover->update(popoverWith("early"));
     popover->performClose();
     settings->update({});
     turn();
@@ -36,7 +36,7 @@ TEST_F(RemoteWindowsTest, ShowsAllWindowsInOneProcess)
     answerAll();
     popover->performClose();
 
-    EXPECT_THAT(said(), ElementsAre("settings", "update settings", "close"));
+    EXPECT_THAT(received(), ElementsAre("settings", "update settings", "close"));
     EXPECT_FALSE(puppet.wasStarted());
     EXPECT_TRUE(settings->isShown());
     EXPECT_FALSE(popover->isShown());
@@ -57,27 +57,27 @@ TEST_F(RemoteWindowsTest, HandsOverTheActivationTokenOnce)
     EXPECT_EQ(std::getenv("DESKTOP_STARTUP_ID"), nullptr);
 }
 
-TEST_F(RemoteWindowsTest, PassesOnWhatTheUserDoes)
+TEST_F(RemoteWindowsTest, ReportsTheUsersActions)
 {
     open();
 
-    puppet.say(SelectRange{7});
-    puppet.say(CancelSnooze{});
-    puppet.say(OpenSettings{});
-    puppet.say(SetSetting{.key = "a", .value = true});
-    puppet.say(SetSetting{.key = "b", .value = std::int64_t{80}});
-    puppet.say(SetSetting{.key = "c", .value = TimeOfDay{.hour = 1, .minute = 1}});
-    puppet.say(SetSetting{.key = "d", .value = "Glass"});
-    puppet.say(SetLaunchAtLogin{true});
-    puppet.say(ResetHistory{});
-    puppet.say(Quit{});
+    puppet.send(SelectRange{7});
+    puppet.send(CancelSnooze{});
+    puppet.send(OpenSettings{});
+    puppet.send(SetSetting{.key = "a", .value = true});
+    puppet.send(SetSetting{.key = "b", .value = std::int64_t{80}});
+    puppet.send(SetSetting{.key = "c", .value = TimeOfDay{.hour = 1, .minute = 1}});
+    puppet.send(SetSetting{.key = "d", .value = "Glass"});
+    puppet.send(SetLaunchAtLogin{true});
+    puppet.send(ResetHistory{});
+    puppet.send(Quit{});
     turn();
 
     EXPECT_THAT(user, ElementsAre("range 7", "cancel snooze", "settings", "a = on", "b = 80",
                                   "c = 61", "d = Glass", "login", "reset", "quit"));
 }
 
-TEST_F(RemoteWindowsTest, TakesTheAnswerOfADialogAndTheChoiceInAMenu)
+TEST_F(RemoteWindowsTest, ReportsTheAnswerOfADialogAndTheChoiceInAMenu)
 {
     open();
     std::optional<std::size_t> answer;
@@ -85,42 +85,42 @@ TEST_F(RemoteWindowsTest, TakesTheAnswerOfADialogAndTheChoiceInAMenu)
     windows.runModal(question, [&](std::size_t button) { answer = button; });
     windows.popUpMenu({{.action = MenuAction::quit, .title = "Quit"}},
                       [&](MenuAction action) { choice = action; });
-    EXPECT_THAT(said(), ElementsAre("ask Really?", "menu Quit"));
+    EXPECT_THAT(received(), ElementsAre("ask Really?", "menu Quit"));
 
-    puppet.say(Answered{.id = 0, .button = 2});
-    puppet.say(Answered{.id = 7, .button = 1});
-    puppet.say(Chosen{MenuAction::quit});
+    puppet.send(Answered{.id = 0, .button = 2});
+    puppet.send(Answered{.id = 7, .button = 1});
+    puppet.send(Chosen{MenuAction::quit});
     turn();
 
     EXPECT_EQ(answer, 2U);
     EXPECT_EQ(choice, MenuAction::quit);
 }
 
-TEST_F(RemoteWindowsTest, IsNotShownOnceItsUserClosedIt)
+TEST_F(RemoteWindowsTest, IsNotShownOnceTheUserClosedIt)
 {
     open();
     settings->makeKeyAndOrderFront({});
 
-    puppet.say(PopoverClosed{.opening = 1, .byPress = false});
-    puppet.say(SettingsClosed{.opening = 1});
+    puppet.send(PopoverClosed{.opening = 1, .byPress = false});
+    puppet.send(SettingsClosed{.opening = 1});
     turn();
 
     EXPECT_FALSE(popover->isShown());
     EXPECT_FALSE(settings->isShown());
 }
 
-TEST_F(RemoteWindowsTest, StaysShownForTheMomentInWhichTheClosingPressMayBeReportedAsAClick)
+TEST_F(RemoteWindowsTest, StaysShownWhileTheClosingPressMayBeReportedAsAClick)
 {
     open();
 
-    puppet.say(PopoverClosed{.opening = 1, .byPress = true});
+    puppet.send(PopoverClosed{.opening = 1, .byPress = true});
     turn();
     EXPECT_TRUE(popover->isShown());
     popover->performClose();  // which that click asks for
 
     loop.repeat({.interval = Seconds{0.02}, .tolerance = Seconds{0.01}}, [] {}).detach();
     EXPECT_TRUE(runUntil(loop, [this] { return !popover->isShown(); }));
-    EXPECT_THAT(said(), IsEmpty());
+    EXPECT_THAT(received(), IsEmpty());
 }
 
 TEST_F(RemoteWindowsTest, IgnoresTheReportOfAnEarlierClosing)
@@ -131,45 +131,45 @@ TEST_F(RemoteWindowsTest, IgnoresTheReportOfAnEarlierClosing)
     popover->show({});
     settings->makeKeyAndOrderFront({});
 
-    puppet.say(PopoverClosed{.opening = 1, .byPress = false});
-    puppet.say(SettingsClosed{.opening = 1});
+    puppet.send(PopoverClosed{.opening = 1, .byPress = false});
+    puppet.send(SettingsClosed{.opening = 1});
     turn();
 
     EXPECT_TRUE(popover->isShown());
     EXPECT_TRUE(settings->isShown());
 }
 
-TEST_F(RemoteWindowsTest, IgnoresThePressAfterAClickHasClosedIt)
+TEST_F(RemoteWindowsTest, IgnoresThePressReportedAfterAClickClosedIt)
 {
     open();
     popover->performClose();
-    puppet.say(PopoverClosed{.opening = 1, .byPress = true});
+    puppet.send(PopoverClosed{.opening = 1, .byPress = true});
     turn();
 
     EXPECT_FALSE(popover->isShown());
 }
 
-TEST_F(RemoteWindowsTest, KeepsTheNewestUpdateForAProcessThatIsBusy)
+TEST_F(RemoteWindowsTest, KeepsOnlyTheNewestUpdateForABusyProcess)
 {
     open();
 
-    for (const auto* const text : {"one", "two", "three"}) popover->update(popoverSaying(text));
-    EXPECT_THAT(said(), ElementsAre("update one"));
+    for (const auto* const text : {"one", "two", "three"}) popover->update(popoverWith(text));
+    EXPECT_THAT(received(), ElementsAre("update one"));
     answerAll();
 
-    EXPECT_THAT(said(), ElementsAre("update three"));
+    EXPECT_THAT(received(), ElementsAre("update three"));
 }
 
 TEST_F(RemoteWindowsTest, SendsUpdatesBeforeALaterRequest)
 {
     open();
 
-    popover->update(popoverSaying("one"));
-    popover->update(popoverSaying("two"));
-    popover->show(popoverSaying("three"));
+    popover->update(popoverWith("one"));
+    popover->update(popoverWith("two"));
+    popover->show(popoverWith("three"));
     answerAll();
 
-    EXPECT_THAT(said(), ElementsAre("update one", "update two", "show three"));
+    EXPECT_THAT(received(), ElementsAre("update one", "update two", "show three"));
 }
 
 TEST_F(RemoteWindowsTest, ForgetsTheWindowsOfAProcessThatDies)
@@ -188,12 +188,12 @@ TEST_F(RemoteWindowsTest, ForgetsTheWindowsOfAProcessThatDies)
     EXPECT_FALSE(puppet.wasStarted());
 }
 
-TEST_F(RemoteWindowsTest, StartsNoProcessForAnUpdateOfOneThatHasJustDied)
+TEST_F(RemoteWindowsTest, StartsNoProcessForAnUpdateAfterOneDied)
 {
     open();
     puppet.die();
 
-    popover->update(popoverSaying("late"));
+    popover->update(popoverWith("late"));
 
     EXPECT_TRUE(runUntil(loop, [] { return !hasChildren(); }));
     EXPECT_TRUE(runUntil(loop, [this] { return !popover->isShown(); }));
@@ -206,33 +206,33 @@ TEST_F(RemoteWindowsTest, StartsAnotherProcessAfterOneThatDied)
     puppet.die();
     ASSERT_TRUE(runUntil(loop, [] { return !hasChildren(); }));
 
-    popover->show(popoverSaying("second"));
+    popover->show(popoverWith("second"));
 
     ASSERT_TRUE(puppet.takeOver());
-    EXPECT_THAT(said(), ElementsAre("appearance", "show second"));
+    EXPECT_THAT(received(), ElementsAre("appearance", "show second"));
     EXPECT_TRUE(popover->isShown());
 }
-TEST_F(RemoteWindowsTest, RepeatsARequestToAProcessThatHasJustDied)
+TEST_F(RemoteWindowsTest, RepeatsARequestToAProcessThatJustDied)
 {
     open();
-    popover->update(popoverSaying("one"));
-    popover->update(popoverSaying("two"));
+    popover->update(popoverWith("one"));
+    popover->update(popoverWith("two"));
     puppet.die();
 
-    popover->show(popoverSaying("second"));
+    popover->show(popoverWith("second"));
 
     ASSERT_TRUE(puppet.takeOver());
-    EXPECT_THAT(said(), ElementsAre("appearance", "show second"));
-    puppet.say(PopoverClosed{.opening = 3, .byPress = false});
+    EXPECT_THAT(received(), ElementsAre("appearance", "show second"));
+    puppet.send(PopoverClosed{.opening = 3, .byPress = false});
     turn();
-    EXPECT_FALSE(popover->isShown()) << "the third is the one on the screen";
+    EXPECT_FALSE(popover->isShown()) << "the third opening is on the screen";
 }
 
 TEST_F(RemoteWindowsTest, EndsAnIdleProcess)
 {
     open();
-    puppet.say(PopoverClosed{.opening = 1, .byPress = false});
-    puppet.say(Idle{});
+    puppet.send(PopoverClosed{.opening = 1, .byPress = false});
+    puppet.send(Idle{});
     turn();
 
     EXPECT_EQ(puppet.next(), std::nullopt) << "the socket is closed";
@@ -244,28 +244,28 @@ TEST_F(RemoteWindowsTest, KeepsAProcessWithAVisibleWindow)
 {
     open();
 
-    puppet.say(Idle{});
+    puppet.send(Idle{});
     turn();
-    popover->update(popoverSaying("still there"));
+    popover->update(popoverWith("still there"));
 
-    EXPECT_THAT(said(), ElementsAre("update still there"));
+    EXPECT_THAT(received(), ElementsAre("update still there"));
 }
 
 TEST_F(RemoteWindowsTest, KeepsAnIdleProcessWithAMessageInFlight)
 {
     open();
-    puppet.say(PopoverClosed{.opening = 1, .byPress = false});
+    puppet.send(PopoverClosed{.opening = 1, .byPress = false});
     turn();
 
     windows.popUpMenu({{.action = MenuAction::quit, .title = "Quit"}}, [](MenuAction) {});
-    puppet.say(Idle{});
+    puppet.send(Idle{});
     turn();
 
-    EXPECT_THAT(said(), ElementsAre("menu Quit"));
+    EXPECT_THAT(received(), ElementsAre("menu Quit"));
     EXPECT_TRUE(hasChildren());
 }
 
-TEST_F(RemoteWindowsTest, ShowsNothingWithoutItsProgramAndTriesAgain)
+TEST_F(RemoteWindowsTest, ShowsNothingWhenTheProcessCannotStartAndTriesAgain)
 {
     popover->show({});
     settings->makeKeyAndOrderFront({});
@@ -278,12 +278,12 @@ TEST_F(RemoteWindowsTest, ShowsNothingWithoutItsProgramAndTriesAgain)
     EXPECT_TRUE(popover->isShown());
 }
 
-TEST_F(RemoteWindowsTest, AnswersByTheCancelButtonWithoutItsProgram)
+TEST_F(RemoteWindowsTest, AnswersByTheCancelButtonWhenTheProcessCannotStart)
 {
     std::optional<std::size_t> answer;
 
     windows.runModal(question, [&](std::size_t button) { answer = button; });
-    EXPECT_EQ(answer, std::nullopt) << "not before the asking has returned";
+    EXPECT_EQ(answer, std::nullopt) << "not before runModal has returned";
     turn();
 
     EXPECT_EQ(answer, 1U);
@@ -301,7 +301,7 @@ TEST_F(RemoteWindowsTest, AnswersByTheLastButtonWhenNoneCancels)
     EXPECT_EQ(answer, 1U);
 }
 
-TEST_F(RemoteWindowsTest, SaysThatItsProgramIsOfAnotherBuild)
+TEST_F(RemoteWindowsTest, ReportsAProgramOfAnotherBuild)
 {
     start();
 
@@ -311,7 +311,7 @@ TEST_F(RemoteWindowsTest, SaysThatItsProgramIsOfAnotherBuild)
     EXPECT_TRUE(runUntil(loop, [this] { return !popover->isShown(); }));
 }
 
-TEST_F(RemoteWindowsTest, LeavesNoProcessBehind)
+TEST_F(RemoteWindowsTest, KillsItsProcessWhenDestroyed)
 {
     {
         RemoteWindows shortLived(loop, {.program = puppet.program(), .session = nullptr});

@@ -74,13 +74,13 @@ bool WindowsPuppet::wasStarted()
     return poll(&waiting, 1, 0) > 0;
 }
 
-// The test's end of the sockets is not watched by the loop.
-bool WindowsPuppet::turnUntil(const std::function<bool()>& holds) const
+// Polls, because the loop does not watch the test's end of the sockets.
+bool WindowsPuppet::turnUntil(const std::function<bool()>& condition) const
 {
     using namespace std::chrono_literals;
     constexpr std::uint64_t turn = 10'000;  // microseconds
     const auto deadline = std::chrono::steady_clock::now() + 20s;
-    while (!holds()) {
+    while (!condition()) {
         if (std::chrono::steady_clock::now() > deadline) {
             ADD_FAILURE() << "it did not happen";
             return false;
@@ -124,7 +124,7 @@ std::vector<ToWindows> WindowsPuppet::all()
     return messages;
 }
 
-void WindowsPuppet::sayBytes(const std::string& bytes)
+void WindowsPuppet::sendBytes(const std::string& bytes)
 {
     EXPECT_TRUE(sendFrame(channel.get(), bytes));
 }
@@ -139,7 +139,7 @@ void WindowsPuppet::exit(int code)
 {
     constexpr int longest = 20'000;  // milliseconds
     const auto byte = static_cast<unsigned char>(code);
-    EXPECT_EQ(send(control.get(), &byte, 1, MSG_NOSIGNAL), 1);
+    EXPECT_EQ(::send(control.get(), &byte, 1, MSG_NOSIGNAL), 1);
     pollfd gone{.fd = control.get(), .events = POLLIN, .revents = 0};
     EXPECT_EQ(poll(&gone, 1, longest), 1);
     channel.reset();

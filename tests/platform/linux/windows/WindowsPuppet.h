@@ -23,35 +23,35 @@ public:
     std::string program() const { return (folder.path() / "windows").string(); }
     void install() const;
 
-    // Takes over the next process that was started. False when none comes.
+    // Takes over the next started process. False when none is started.
     bool takeOver();
 
-    // Whether a process was started that was not taken over yet.
+    // Whether a process was started that is not taken over yet.
     bool wasStarted();
 
-    // The next message, running the loop until it comes; absent at the end of the connection.
+    // Runs the loop until the next message comes; absent at the end of the connection.
     std::optional<ToWindows> next();
 
-    // All messages that have been sent.
+    // All messages that have arrived.
     std::vector<ToWindows> all();
 
     template <typename Message>
-    void say(const Message& message)
+    void send(const Message& message)
     {
-        sayBytes(wire::encodeAs<FromWindows>(message));
+        sendBytes(wire::encodeAs<FromWindows>(message));
     }
-    void sayBytes(const std::string& bytes);
+    void sendBytes(const std::string& bytes);
 
-    // Says that it has handled all messages read so far.
-    void sayHandled() { say(Handled{count}); }
+    // Reports all messages read so far as handled.
+    void sendHandled() { send(Handled{count}); }
 
-    // As a crash: the socket closes.
+    // Closes the sockets, as in a crash.
     void die();
 
     void exit(int code);
 
 private:
-    bool turnUntil(const std::function<bool()>& holds) const;
+    bool turnUntil(const std::function<bool()>& condition) const;
     bool acceptOne();
     bool receiveOne();
 

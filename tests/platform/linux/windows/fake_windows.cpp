@@ -1,5 +1,5 @@
-// Stands in for the windows process: hands its socket to the test, which then speaks in its place,
-// and exits when the test says so.
+// Stands in for the windows process: hands its socket to the test, which then plays its part, and
+// exits when the test asks it to.
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <unistd.h>
