@@ -19,7 +19,7 @@ constexpr int corner = shadowMargin + PopoverFrame::radius + drop;
 constexpr int stretched = 4;
 constexpr int tile = 2 * corner + stretched;
 
-// From a point to the panel's outline; negative inside.
+// The distance from a point to the panel's outline; negative inside.
 double distanceToPanel(double x, double y)
 {
     const double middle = tile / 2.0;
@@ -31,7 +31,7 @@ double distanceToPanel(double x, double y)
            std::min(std::max(outX, outY), 0.0) - PopoverFrame::radius;
 }
 
-// As of a panel that a Gaussian has blurred.
+// The opacity of a panel after a Gaussian blur.
 double shadowAt(double x, double y)
 {
     const double distance = distanceToPanel(x, y - drop);

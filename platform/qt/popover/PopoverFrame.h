@@ -1,5 +1,5 @@
-// What the popover's content lies on: a panel with round corners and a soft shadow where the
-// display composites windows, a plain square elsewhere.
+// Draws what the popover's content lies on: a panel with round corners and a soft shadow when the
+// display composites windows, otherwise a plain rectangle.
 #pragma once
 
 #include <QPainter>
@@ -14,7 +14,7 @@ public:
 
     void setComposited(bool now) { composited = now; }
 
-    // Of the window around the panel, for the shadow.
+    // The width of the margin around the panel, for the shadow.
     int margin() const;
     QRect panel(const QRect& window) const;
 

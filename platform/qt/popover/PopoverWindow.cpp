@@ -59,7 +59,7 @@ PopoverWindow::PopoverWindow(QWidget* content, ClosedByUser closedByUser,
     box->setSizeConstraint(QLayout::SetFixedSize);
     box->addWidget(pane);
     setAttribute(Qt::WA_TranslucentBackground);
-    // These, and the ends of a scroll bar, would cover the round corners.
+    // These backgrounds and the ends of a scroll bar would cover the round corners.
     content->setAutoFillBackground(false);
     pane->viewport()->setAutoFillBackground(false);
     for (const auto end : {Qt::AlignTop, Qt::AlignBottom}) {
@@ -161,7 +161,7 @@ void PopoverWindow::keyPressEvent(QKeyEvent* event)
     closedByUser_(false);
 }
 
-// On the shadow is outside of the panel.
+// A press on the shadow counts as outside the panel.
 void PopoverWindow::mousePressEvent(QMouseEvent* event)
 {
     if (frame.panel(rect()).contains(event->position().toPoint())) {
