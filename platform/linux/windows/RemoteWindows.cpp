@@ -85,14 +85,14 @@ private:
     RemoteWindows& windows_;
 };
 
-RemoteWindows::RemoteWindows(SdEventRunLoop& loop, Origin origin)
+RemoteWindows::RemoteWindows(SdEventRunLoop& loop, Dependencies dependencies)
     : loop_(loop),
-      origin_(std::move(origin)),
-      process(loop, {.program = origin_.program,
+      dependencies_(std::move(dependencies)),
+      process(loop, {.program = dependencies_.program,
                      .received = [this](const FromWindows& message) { handle(message); },
                      .answered = [this] { answered(); },
                      .ended = [this](WindowsProcess::End how) { ended(how); },
-                     .isOfOtherBuild = [this] { origin_.refused(); }})
+                     .isOfOtherBuild = [this] { dependencies_.refused(); }})
 {}
 
 std::unique_ptr<Popover> RemoteWindows::makePopover(PopoverIntents intents)
@@ -121,7 +121,7 @@ void RemoteWindows::runModal(const AlertPanelContent& content,
     const auto id = nextQuestion++;
     questions.emplace(id, Question{.answered = std::move(answered), .cancel = cancel});
     process.send(Ask{.id = id, .content = content});
-    process.expectAnswer(origin_.patience);
+    process.expectAnswer(dependencies_.patience);
 }
 
 void RemoteWindows::popUpMenu(const std::vector<MenuItem>& items,
@@ -137,7 +137,7 @@ void RemoteWindows::request(const std::function<void()>& send)
 {
     isRetrying = false;
     send();
-    process.expectAnswer(origin_.patience);
+    process.expectAnswer(dependencies_.patience);
 }
 
 void RemoteWindows::showPopover()
@@ -182,12 +182,12 @@ bool RemoteWindows::start()
     if (process.isRunning()) return true;
     if (!process.start()) return false;
     process.send(appearance);
-    if (!origin_.session) return true;
+    if (!dependencies_.session) return true;
     const auto changed = [this](const Appearance& next) {
         appearance = next;
         process.update(appearance);
     };
-    portal.emplace(origin_.session, changed, appearance);
+    portal.emplace(dependencies_.session, changed, appearance);
     return true;
 }
 
@@ -201,7 +201,7 @@ void RemoteWindows::ended(WindowsProcess::End how)
     isRetrying = retries;
     if (showsSettings) showSettings();
     if (showsPopover) showPopover();
-    process.expectAnswer(retryFactor * origin_.patience);
+    process.expectAnswer(retryFactor * dependencies_.patience);
 }
 
 void RemoteWindows::forgetWindows()

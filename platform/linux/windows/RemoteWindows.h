@@ -23,7 +23,7 @@ namespace vorlane::platform {
 // again. When it hangs after a request, a new process shows its windows again, once.
 class RemoteWindows : public Windows, public AlertPanel {
 public:
-    struct Origin {
+    struct Dependencies {
         std::string program;                    // the path of its file
         sd_bus* session;                        // for the portal's appearance; may be null
         std::function<void()> refused = [] {};  // called when the file is of another build
@@ -31,7 +31,7 @@ public:
     };
 
     // The loop and the session's bus outlive this object, which outlives the windows it makes.
-    RemoteWindows(SdEventRunLoop& loop, Origin origin);
+    RemoteWindows(SdEventRunLoop& loop, Dependencies dependencies);
 
     std::unique_ptr<Popover> makePopover(PopoverIntents intents) override;
     std::unique_ptr<SettingsWindow> makeSettingsWindow(SettingsWindowFrame frame,
@@ -65,7 +65,7 @@ private:
     void popoverClosed(const PopoverClosed& message);
 
     SdEventRunLoop& loop_;
-    Origin origin_;
+    Dependencies dependencies_;
     WindowsProcess process;
     bool isRetrying = false;  // this process replaces one that hung
     std::string token;        // for XDG activation, cleared once a request was answered

@@ -20,8 +20,8 @@ static_assert(ChildProcesses::passedAs == windowsSocket);
 
 }  // namespace
 
-WindowsProcess::WindowsProcess(SdEventRunLoop& loop, Setup setup)
-    : loop_(loop), setup_(std::move(setup)), children(loop.event())
+WindowsProcess::WindowsProcess(SdEventRunLoop& loop, Dependencies dependencies)
+    : loop_(loop), dependencies_(std::move(dependencies)), children(loop.event())
 {}
 
 bool WindowsProcess::start()
@@ -40,10 +40,11 @@ bool WindowsProcess::start()
         return sd_event_add_io(loop_.event(), made, ours.get(), EPOLLIN, onReadable, this);
     });
     const auto onExit = [this](int exitCode) {
-        if (exitCode == otherBuildExit) setup_.isOfOtherBuild();
+        if (exitCode == otherBuildExit) dependencies_.isOfOtherBuild();
     };
     if (!source ||
-        !children.start({.words = {setup_.program, uiBuild}, .passed = theirs.get()}, onExit)) {
+        !children.start({.words = {dependencies_.program, uiBuild}, .passed = theirs.get()},
+                        onExit)) {
         return false;
     }
     channel = std::move(ours);
@@ -99,14 +100,14 @@ void WindowsProcess::receive()
 void WindowsProcess::handle(const FromWindows& message)
 {
     const auto* const progress = std::get_if<Handled>(&message);
-    if (!progress) return setup_.received(message);
+    if (!progress) return dependencies_.received(message);
 
     const bool wasAwaited = handled < awaited;
     handled = progress->messages;
     if (wasAwaited && handled < awaited) startDeadline();
     if (wasAwaited && handled >= awaited) {
         deadline = {};
-        setup_.answered();
+        dependencies_.answered();
     }
     if (handled == sent) sendUpdates();
 }
@@ -115,7 +116,7 @@ void WindowsProcess::lose(End how)
 {
     dismiss();
     children.killAll();
-    setup_.ended(how);
+    dependencies_.ended(how);
 }
 
 void WindowsProcess::dismiss()

@@ -24,7 +24,7 @@ public:
         hung   // it did not answer a request, or could not be sent one
     };
 
-    struct Setup {
+    struct Dependencies {
         std::string program;  // the path of its file
         std::function<void(const FromWindows&)> received;
         std::function<void()> answered;  // all awaited messages were handled
@@ -34,7 +34,7 @@ public:
     };
 
     // The loop outlives this object.
-    WindowsProcess(SdEventRunLoop& loop, Setup setup);
+    WindowsProcess(SdEventRunLoop& loop, Dependencies dependencies);
 
     // Does nothing when it is running. False when it cannot be started.
     bool start();
@@ -78,7 +78,7 @@ private:
     void lose(End how);
 
     SdEventRunLoop& loop_;
-    Setup setup_;
+    Dependencies dependencies_;
     FileDescriptor channel;
     EventSourcePointer readable;
     std::string frame;

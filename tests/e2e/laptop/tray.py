@@ -1,6 +1,7 @@
 """The program's item in one kind of tray: what the screen shows, and the pointer and keyboard to use it."""
-from .desktop import POPOVER, SETTINGS
+from .desktop import POPOVER, SETTINGS, without_shadow
 from .pictures import picture_that_differs, picture_with_panel, still_picture
+from .sway import Sway
 from .waiting import wait_until
 
 AWAY = (640, 15)  # parks the pointer, which may be in the picture, clear of every menu and window
@@ -50,7 +51,9 @@ class Tray:
             self.screen.click(right - MENU_INSIDE, bottom - above_edge)
 
     def popover(self):
-        return self.screen.window_titled(f'^{POPOVER}$')
+        """The panel's box; none while it is closed."""
+        window = self.screen.window_titled(f'^{POPOVER}$')
+        return without_shadow(window) if window and isinstance(self.screen, Sway) else window
 
     def settings(self):
         return self.screen.window_titled(f'^{SETTINGS}$')
