@@ -55,7 +55,7 @@ TEST_F(PowerSupplyTroubleTest, PassesOverWhatFailsToBeRead)
 {
     std::array<char, 1> byte{};
     const FileDescriptor memory(open("/proc/self/mem", O_RDONLY | O_CLOEXEC));
-    ASSERT_EQ(read(memory.get(), byte.data(), byte.size()), -1);
+    ASSERT_EQ(::read(memory.get(), byte.data(), byte.size()), -1);
     ASSERT_EQ(errno, EIO);
     folder.write("BAT1/uevent", batteryText);
     std::filesystem::create_directory(folder.path() / "BAT0");

@@ -10,7 +10,7 @@
 namespace vorlane::platform {
 namespace {
 
-constexpr std::int64_t charging = 1;
+constexpr std::int64_t stateCharging = 1;
 constexpr std::int64_t stateDischarging = 2;
 
 class UPowerEstimatesTest : public testing::Test {
@@ -51,7 +51,7 @@ protected:
     // Everything that UPower has said before is heard when this returns.
     void hearUPowerOut()
     {
-        upower->say({{"State", 'u', charging}, {"TimeToFull", 'x', 420}});
+        upower->say({{"State", 'u', stateCharging}, {"TimeToFull", 'x', 420}});
         EXPECT_TRUE(runUntil(loop, [&] { return toFull() == 7; }));
         upower->say({{"State", 'u', stateDischarging}});
         EXPECT_TRUE(runUntil(loop, [&] { return !toFull(); }));
@@ -86,7 +86,8 @@ TEST_F(UPowerEstimatesTest, GivesTheTimeToEmptyWhileDischarging)
 
 TEST_F(UPowerEstimatesTest, GivesTheTimeToFullWhileCharging)
 {
-    startUPower({{"State", 'u', charging}, {"TimeToFull", 'x', 3600}, {"TimeToEmpty", 'x', 60}});
+    startUPower(
+        {{"State", 'u', stateCharging}, {"TimeToFull", 'x', 3600}, {"TimeToEmpty", 'x', 60}});
 
     EXPECT_TRUE(runUntil(loop, [&] { return toFull() == 60; }));
 
