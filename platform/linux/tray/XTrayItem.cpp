@@ -73,8 +73,7 @@ XTrayHost XTrayItem::host()
     return {.build = uiBuild,
             .picture =
                 [this](int size, std::optional<Rgb> color) {
-                    auto pixmap = xIconPicture(content, size, color).draw(size);
-                    return TrayPicture{.size = pixmap.size, .argb = std::move(pixmap.argb)};
+                    return xIconPicture(content, size, color).draw(size);
                 },
             .clicked = [this] { clicked(); },
             .menuWanted = [this] { menuWanted(); }};

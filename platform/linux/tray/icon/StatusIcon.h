@@ -7,7 +7,6 @@
 #include <string>
 
 #include "App/content/StatusItemContent.h"
-#include "platform/Rgb.h"
 #include "platform/linux/tray/icon/StatusPicture.h"
 #include "platform/linux/tray/icon/TrayKind.h"
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 
 #include "platform/linux/tray/icon/NumberDrawing.h"
 #include "platform/linux/tray/icon/SymbolMask.h"
@@ -49,7 +50,7 @@ std::uint8_t mixed(std::uint8_t over, std::uint8_t under, std::uint8_t share)
 
 }  // namespace
 
-Pixmap StatusPicture::draw(int size) const
+TrayPicture StatusPicture::draw(int size) const
 {
     if (size < 1 || size > largestSize) return {};
     const int margin = plate ? marginOf(size) : 0;
@@ -57,18 +58,18 @@ Pixmap StatusPicture::draw(int size) const
     const auto mask = lines.empty() ? symbolMask(symbol, size) : numberMask(number, margin);
     if (mask.empty()) return {};
 
-    Pixmap pixmap{.size = size, .argb = {}};
-    pixmap.argb.reserve(mask.size() * 4);
+    TrayPicture pixels{.size = size, .argb = {}};
+    pixels.argb.reserve(mask.size() * 4);
     const auto ground = plate.value_or(ink);
     for (std::size_t pixel = 0; pixel < mask.size(); ++pixel) {
         const auto share = mask[pixel];
         const bool plated = plate && onPlate(pixel, size);
         const std::uint8_t alpha = plated ? 255 : share;
-        pixmap.argb.insert(pixmap.argb.end(), {alpha, mixed(ink.red, ground.red, share),
+        pixels.argb.insert(pixels.argb.end(), {alpha, mixed(ink.red, ground.red, share),
                                                mixed(ink.green, ground.green, share),
                                                mixed(ink.blue, ground.blue, share)});
     }
-    return pixmap;
+    return pixels;
 }
 
 }  // namespace vorlane::platform

@@ -1,21 +1,13 @@
 // The status item as pixels: the symbol alone, or the symbol with numbers below it.
 #pragma once
 
-#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
 
-#include "platform/Rgb.h"
+#include "platform/XTrayPlugin.h"
 
 namespace vorlane::platform {
-
-// Square. Four bytes a pixel: alpha, red, green, blue; row by row. The colours are not multiplied
-// by alpha.
-struct Pixmap {
-    int size = 0;
-    std::vector<std::uint8_t> argb;  // size * size * 4 bytes; empty when there is no picture
-};
 
 // What to draw. Any size from 1 to 512 pixels can be drawn; numbers want 16 and more.
 struct StatusPicture {
@@ -25,7 +17,7 @@ struct StatusPicture {
     std::optional<Rgb> plate;  // a tile below it; absent: the picture has no ground
 
     // Empty when there is nothing to draw, or the size cannot be drawn.
-    Pixmap draw(int size) const;
+    TrayPicture draw(int size) const;
 
     friend bool operator==(const StatusPicture&, const StatusPicture&) = default;
 };

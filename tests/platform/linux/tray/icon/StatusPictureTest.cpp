@@ -17,7 +17,7 @@ constexpr Rgb tile{200, 210, 220};
 
 using Pixel = std::array<int, 4>;
 
-Pixel pixel(const Pixmap& pixmap, int x, int y)
+Pixel pixel(const TrayPicture& pixmap, int x, int y)
 {
     const int offset = (y * pixmap.size + x) * 4;
     const auto* const argb = pixmap.argb.data() + offset;
