@@ -1,9 +1,11 @@
 #include "platform/linux/tray/StatusNotifierItem.h"
 
 #include <cerrno>
+#include <filesystem>
+#include <system_error>
 #include <utility>
 
-#include "platform/linux/tray/icon/StatusIcon.h"
+#include "platform/linux/base/Installation.h"
 #include "platform/linux/windows/ActivationToken.h"
 
 namespace vorlane::platform {
@@ -12,6 +14,13 @@ namespace {
 
 constexpr const char* path = "/StatusNotifierItem";
 constexpr const char* interfaceName = "org.kde.StatusNotifierItem";
+
+std::string installedThemes()
+{
+    std::error_code error;
+    const auto icons = installedPath("share/icons");
+    return std::filesystem::is_directory(icons, error) ? icons.string() : std::string();
+}
 
 // Scrolling, the other buttons: neither means anything here.
 int ignore(sd_bus_message* call, void* /*self*/, sd_bus_error* /*error*/)
@@ -82,6 +91,7 @@ const sd_bus_vtable StatusNotifierItem::vtable[] = {
 StatusNotifierItem::StatusNotifierItem(sd_bus* session, RunLoop& loop)
     : session_(session),
       loop_(loop),
+      themePath(installedThemes()),
       menu(session, loop),
       action(std::make_shared<Action>([] {})),
       object(owned<SlotPointer>([this](sd_bus_slot** slot) {
@@ -182,7 +192,7 @@ std::string StatusNotifierItem::text(std::string_view property) const
     if (property == "Category") return "Hardware";
     if (property == "Title") return face.title;
     if (property == "Status") return face.status();
-    if (property == "IconThemePath") return icons.themePath();
+    if (property == "IconThemePath") return themePath;
     if (property == "IconName" || property == "AttentionIconName") return face.icon.name;
     if (property.ends_with("AccessibleDesc")) return face.description;
     if (property == "XAyatanaLabel") return face.label;

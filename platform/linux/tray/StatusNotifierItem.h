@@ -13,7 +13,7 @@
 #include "platform/linux/tray/TrayFace.h"
 #include "platform/linux/tray/TrayHost.h"
 #include "platform/linux/tray/TrayRegistration.h"
-#include "platform/linux/tray/icon/SymbolIcons.h"
+#include "platform/linux/tray/icon/SymbolMask.h"
 
 namespace vorlane::platform {
 
@@ -24,7 +24,7 @@ public:
     // the first `show` must come before that. The session bus outlives this object.
     StatusNotifierItem(sd_bus* session, RunLoop& loop);
 
-    bool hasSymbol(const std::string& name) const override { return icons.hasSymbol(name); }
+    bool hasSymbol(const std::string& name) const override { return hasSymbolMask(name); }
     void show(const StatusItemContent& fresh) override;
     void onAction(std::function<void()> callback) override;
     void onMenu(std::function<void(MenuAction)> callback) override;
@@ -59,7 +59,7 @@ private:
 
     sd_bus* session_;
     RunLoop& loop_;
-    SymbolIcons icons;
+    std::string themePath;  // empty when no icon themes are installed
     StatusMenu menu;
     StatusItemContent content;
     std::shared_ptr<Action> action;
