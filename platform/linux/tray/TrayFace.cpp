@@ -1,7 +1,5 @@
 #include "platform/linux/tray/TrayFace.h"
 
-#include "platform/linux/tray/icon/StatusIcon.h"
-
 namespace vorlane::platform {
 
 namespace {
@@ -27,7 +25,28 @@ TrayToolTip toolTipFor(const StatusItemContent& content, TrayKind tray)
     return {.title = content.toolTip, .text = whole.substr(0, whole.size() - said.size())};
 }
 
+// The title without the space before it.
+std::string labelFor(const StatusItemContent& content)
+{
+    if (content.imagePosition == ImagePosition::imageOnly) return {};
+    const auto start = content.title.find_first_not_of(' ');
+    return start == std::string::npos ? std::string() : content.title.substr(start);
+}
+
+std::string labelGuideFor(const StatusItemContent& content)
+{
+    if (content.percent && content.time) return "100% · 00:00";
+    if (content.percent) return "100%";
+    return content.time ? "00:00" : "";
+}
+
 }  // namespace
+
+std::string spokenTitle(const StatusItemContent& content)
+{
+    const auto& description = content.accessibilityDescription;
+    return description.empty() ? "Vorlane" : "Vorlane: " + description;
+}
 
 TrayFace TrayFace::of(const StatusItemContent& content, TrayKind tray)
 {
@@ -36,8 +55,8 @@ TrayFace TrayFace::of(const StatusItemContent& content, TrayKind tray)
             .title = titleFor(content, tray),
             .description = content.accessibilityDescription,
             .toolTip = toolTipFor(content, tray),
-            .label = statusLabel(content),
-            .labelGuide = statusLabelGuide(content)};
+            .label = labelFor(content),
+            .labelGuide = labelGuideFor(content)};
 }
 
 }  // namespace vorlane::platform

@@ -5,9 +5,11 @@
 
 #include "App/content/StatusItemContent.h"
 #include "platform/linux/tray/icon/StatusIcon.h"
-#include "platform/linux/tray/icon/TrayKind.h"
 
 namespace vorlane::platform {
+
+// The program's name and the description, for screen readers.
+std::string spokenTitle(const StatusItemContent& content);
 
 struct TrayToolTip {
     std::string title;
@@ -23,7 +25,7 @@ struct TrayFace {
     std::string description;  // of the icon
     TrayToolTip toolTip;
     std::string label;
-    std::string labelGuide;  // the widest text that the label can become
+    std::string labelGuide;  // the widest label possible, so that the panel does not shift
 
     static TrayFace of(const StatusItemContent& content, TrayKind tray);
 

@@ -2,13 +2,16 @@
 #pragma once
 
 #include <functional>
-#include <string>
+#include <string_view>
 
 #include "platform/linux/base/NameWatch.h"
 #include "platform/linux/base/Systemd.h"
-#include "platform/linux/tray/icon/TrayKind.h"
+#include "platform/linux/tray/icon/StatusIcon.h"
 
 namespace vorlane::platform {
+
+// The kind of a tray by its process's name in /proc/PID/comm, which is cut after 15 letters.
+TrayKind trayKind(std::string_view process);
 
 // Asks the bus for the process that owns org.kde.StatusNotifierWatcher, now and for each new owner.
 class TrayHost {

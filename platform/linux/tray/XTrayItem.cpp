@@ -6,6 +6,7 @@
 
 #include "platform/UiBuild.h"
 #include "platform/linux/tray/PluginFile.h"
+#include "platform/linux/tray/TrayFace.h"
 #include "platform/linux/tray/icon/StatusIcon.h"
 
 namespace vorlane::platform {

@@ -62,24 +62,4 @@ StatusPicture xIconPicture(const StatusItemContent& content, int size, std::opti
     return picture;
 }
 
-std::string statusLabel(const StatusItemContent& content)
-{
-    if (content.imagePosition == ImagePosition::imageOnly) return {};
-    const auto start = content.title.find_first_not_of(' ');
-    return start == std::string::npos ? std::string() : content.title.substr(start);
-}
-
-std::string statusLabelGuide(const StatusItemContent& content)
-{
-    if (content.percent && content.time) return "100% · 00:00";
-    if (content.percent) return "100%";
-    return content.time ? "00:00" : "";
-}
-
-std::string spokenTitle(const StatusItemContent& content)
-{
-    const auto& description = content.accessibilityDescription;
-    return description.empty() ? "Vorlane" : "Vorlane: " + description;
-}
-
 }  // namespace vorlane::platform

@@ -8,9 +8,15 @@
 
 #include "App/content/StatusItemContent.h"
 #include "platform/linux/tray/icon/StatusPicture.h"
-#include "platform/linux/tray/icon/TrayKind.h"
 
 namespace vorlane::platform {
+
+enum class TrayKind {
+    labels,          // shows a text beside the icon; passes the title to screen readers
+    icons,           // shows the icon alone
+    titledIcons,     // the same; passes the title to screen readers
+    describedIcons,  // the same; adds the description to the tooltip
+};
 
 struct StatusIcon {
     std::string name;  // of a theme; empty: the tray is to take the pixels
@@ -27,14 +33,5 @@ struct StatusIcon {
 // In an X tray, which has no labels: in the tray's own colour for symbols, where it names one;
 // `size` in pixels.
 StatusPicture xIconPicture(const StatusItemContent& content, int size, std::optional<Rgb> color);
-
-// The text beside the image: the title without the space before it.
-std::string statusLabel(const StatusItemContent& content);
-
-// The widest text the label can become, so that the panel does not shift with each percent.
-std::string statusLabelGuide(const StatusItemContent& content);
-
-// The program's name and the description, for screen readers.
-std::string spokenTitle(const StatusItemContent& content);
 
 }  // namespace vorlane::platform
