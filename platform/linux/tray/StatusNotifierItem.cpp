@@ -36,18 +36,11 @@ int keepToken(sd_bus_message* call, void* /*self*/, sd_bus_error* /*error*/)
     return sd_bus_reply_method_return(call, "");
 }
 
-int getMenu(sd_bus* /*bus*/, const char* /*path*/, const char* /*interface*/,
-            const char* /*property*/, sd_bus_message* reply, void* /*self*/,
-            sd_bus_error* /*error*/)
+int getMenu(sd_bus* /*bus*/, const char* /*path*/, const char* /*interface*/, const char* property,
+            sd_bus_message* reply, void* /*self*/, sd_bus_error* /*error*/)
 {
+    if (std::string_view(property) == "ItemIsMenu") return sd_bus_message_append(reply, "b", 0);
     return sd_bus_message_append(reply, "o", StatusMenu::path);
-}
-
-int getItemIsMenu(sd_bus* /*bus*/, const char* /*path*/, const char* /*interface*/,
-                  const char* /*property*/, sd_bus_message* reply, void* /*self*/,
-                  sd_bus_error* /*error*/)
-{
-    return sd_bus_message_append(reply, "b", 0);
 }
 
 }  // namespace
@@ -58,7 +51,7 @@ const sd_bus_vtable StatusNotifierItem::vtable[] = {
     SD_BUS_PROPERTY("Category", "s", getText, 0, SD_BUS_VTABLE_PROPERTY_CONST),
     SD_BUS_PROPERTY("Title", "s", getText, 0, 0),
     SD_BUS_PROPERTY("Status", "s", getText, 0, 0),
-    SD_BUS_PROPERTY("ItemIsMenu", "b", getItemIsMenu, 0, SD_BUS_VTABLE_PROPERTY_CONST),
+    SD_BUS_PROPERTY("ItemIsMenu", "b", getMenu, 0, SD_BUS_VTABLE_PROPERTY_CONST),
     SD_BUS_PROPERTY("Menu", "o", getMenu, 0, SD_BUS_VTABLE_PROPERTY_CONST),
     SD_BUS_PROPERTY("IconThemePath", "s", getText, 0, SD_BUS_VTABLE_PROPERTY_CONST),
     SD_BUS_PROPERTY("IconName", "s", getText, 0, 0),
@@ -127,54 +120,25 @@ void StatusNotifierItem::announce(const TrayFace& before)
     const bool isNewStatus = face.needsAttention != before.needsAttention;
     if (isNewIcon) emit("NewIcon");
     if (face.needsAttention && (isNewIcon || isNewStatus)) emit("NewAttentionIcon");
-    if (isNewStatus) emit("NewStatus", face.status());
+    if (isNewStatus) {
+        (void)sd_bus_emit_signal(session_, path, interfaceName, "NewStatus", "s", face.status());
+    }
     if (face.title != before.title) emit("NewTitle");
     if (face.toolTip != before.toolTip) emit("NewToolTip");
-    if (face.description != before.description) announceDescription();
-    if (face.label != before.label) announceLabel();
+    if (face.description != before.description) {
+        // NewIcon is the interface's signal for it, but makes trays read the whole icon again.
+        (void)sd_bus_emit_properties_changed(session_, path, interfaceName, "IconAccessibleDesc",
+                                             "AttentionAccessibleDesc", nullptr);
+    }
+    if (face.label != before.label) {
+        (void)sd_bus_emit_signal(session_, path, interfaceName, "XAyatanaNewLabel", "ss",
+                                 face.label.c_str(), face.labelGuide.c_str());
+    }
 }
 
-// The interface's own signal for it is NewIcon, which makes trays read the whole icon again.
-void StatusNotifierItem::announceDescription()
-{
-    (void)sd_bus_emit_properties_changed(session_, path, interfaceName, "IconAccessibleDesc",
-                                         "AttentionAccessibleDesc", nullptr);
-}
-
-void StatusNotifierItem::announceLabel()
-{
-    (void)sd_bus_emit_signal(session_, path, interfaceName, "XAyatanaNewLabel", "ss",
-                             face.label.c_str(), face.labelGuide.c_str());
-}
-
-void StatusNotifierItem::emit(const char* signal)
+void StatusNotifierItem::emit(const char* signal) const
 {
     (void)sd_bus_emit_signal(session_, path, interfaceName, signal, "");
-}
-
-void StatusNotifierItem::emit(const char* signal, const char* value)
-{
-    (void)sd_bus_emit_signal(session_, path, interfaceName, signal, "s", value);
-}
-
-void StatusNotifierItem::onAction(std::function<void()> callback)
-{
-    *action = std::move(callback);
-}
-
-void StatusNotifierItem::onMenu(std::function<void(MenuAction)> callback)
-{
-    menu.onMenu(std::move(callback));
-}
-
-void StatusNotifierItem::registerAgain()
-{
-    registration.registerAgain();
-}
-
-void StatusNotifierItem::onWatcher(std::function<void(bool present)> told)
-{
-    registration.onWatcher(std::move(told));
 }
 
 // On a turn of its own: what a click starts may take long or use the bus.

@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "App/services/RunLoop.h"
 #include "App/services/StatusBar.h"
@@ -26,23 +27,25 @@ public:
 
     bool hasSymbol(const std::string& name) const override { return hasSymbolMask(name); }
     void show(const StatusItemContent& fresh) override;
-    void onAction(std::function<void()> callback) override;
-    void onMenu(std::function<void(MenuAction)> callback) override;
+    void onAction(std::function<void()> callback) override { *action = std::move(callback); }
+    void onMenu(std::function<void(MenuAction)> callback) override
+    {
+        menu.onMenu(std::move(callback));
+    }
 
-    void registerAgain();
-
-    // As TrayRegistration tells it.
-    void onWatcher(std::function<void(bool present)> told);
+    // As in TrayRegistration.
+    void registerAgain() { registration.registerAgain(); }
+    void onWatcher(std::function<void(bool present)> callback)
+    {
+        registration.onWatcher(std::move(callback));
+    }
 
 private:
     using Action = std::function<void()>;
 
     void showContent();
     void announce(const TrayFace& before);
-    void announceDescription();
-    void announceLabel();
-    void emit(const char* signal);
-    void emit(const char* signal, const char* value);
+    void emit(const char* signal) const;
     std::string text(std::string_view property) const;
     int activate(sd_bus_message* call);
 
