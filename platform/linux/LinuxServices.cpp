@@ -16,7 +16,7 @@ namespace {
 
 std::optional<XTrayItem::Dependencies> xTray(RemoteWindows& windows)
 {
-    auto socket = LocalXDisplay::ofSession().socket();
+    auto socket = LocalXDisplay().socket();
     if (!socket) return std::nullopt;
     return XTrayItem::Dependencies{.plugin = installedPath("lib/vorlane/vorlane_xembed.so"),
                                    .socket = std::move(*socket),

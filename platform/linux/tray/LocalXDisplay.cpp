@@ -1,18 +1,11 @@
 #include "platform/linux/tray/LocalXDisplay.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <string_view>
 
 namespace vorlane::platform {
 
 namespace {
-
-std::string variable(const char* name)
-{
-    const auto* const value = std::getenv(name);
-    return value ? value : "";
-}
 
 bool isNumber(std::string_view text)
 {
@@ -24,18 +17,13 @@ bool isNumber(std::string_view text)
 
 std::optional<std::string> LocalXDisplay::socket() const
 {
-    if (!wayland.empty()) return std::nullopt;
+    if (!display || (wayland && *wayland)) return std::nullopt;
     std::string_view rest = display;
     if (rest.starts_with("unix:")) rest.remove_prefix(4);
     if (!rest.starts_with(':')) return std::nullopt;
     const auto number = rest.substr(1, rest.find('.') - 1);
     if (!isNumber(number)) return std::nullopt;
     return "/tmp/.X11-unix/X" + std::string(number);
-}
-
-LocalXDisplay LocalXDisplay::ofSession()
-{
-    return {.display = variable("DISPLAY"), .wayland = variable("WAYLAND_DISPLAY")};
 }
 
 }  // namespace vorlane::platform

@@ -1,22 +1,20 @@
 // Which X server of this machine the session runs on.
 #pragma once
 
+#include <cstdlib>
 #include <optional>
 #include <string>
 
 namespace vorlane::platform {
 
 struct LocalXDisplay {
-    // The values of these variables; empty when they are not set.
-    std::string display;  // DISPLAY
-    std::string wayland;  // WAYLAND_DISPLAY
+    const char* display = std::getenv("DISPLAY");          // null when not set
+    const char* wayland = std::getenv("WAYLAND_DISPLAY");  // null when not set
 
-    // The path of its socket; absent when there is none whose trays could be ours. Under Wayland
-    // the X server is for old programs: the compositor starts it for the first one, and its screen
-    // has no tray. A display behind a network is another machine's.
+    // The path of the server's socket; absent when no tray can be there. Under Wayland the X server
+    // only serves old programs: the compositor starts it for the first one, and it has no tray. A
+    // display over the network belongs to another machine.
     std::optional<std::string> socket() const;
-
-    static LocalXDisplay ofSession();
 };
 
 }  // namespace vorlane::platform

@@ -20,6 +20,7 @@ TEST(LocalXDisplayTest, IsASocketByTheDisplaysNumber)
 TEST(LocalXDisplayTest, IsNoneWithoutADisplay)
 {
     EXPECT_EQ(socketOf(""), std::nullopt);
+    EXPECT_EQ(socketOf(nullptr), std::nullopt);
 }
 
 TEST(LocalXDisplayTest, IsNoneUnderWayland)
