@@ -82,11 +82,9 @@ private:
             }
         });
         center = std::make_unique<FreedesktopNotificationCenter>(
-            FreedesktopNotificationCenter::Dependencies{
-                .session = lone.program(),
-                .icons = platform::NotificationIcons("/nowhere"),
-                .sounds = platform::SoundFiles("/nowhere"),
-                .player = player});
+            FreedesktopNotificationCenter::Dependencies{.session = lone.program(),
+                                                        .sounds = platform::SoundFiles("/nowhere"),
+                                                        .player = player});
         isMade = true;
         answering.join();
         center->setDelegate(delegate);

@@ -44,7 +44,6 @@ LinuxServices::LinuxServices(Dependencies dependencies)
       loginItem(AutostartLoginItem::Places::usual()),
       soundPlayer(dependencies_.loop.event(), ThemeSoundPlayer::usualProgram(), SoundFiles()),
       notifications({.session = dependencies_.session,
-                     .icons = NotificationIcons(),
                      .sounds = SoundFiles(),
                      .player = soundPlayer,
                      .inherited = NotificationHandover::take()}),

@@ -29,7 +29,6 @@ bool diedFirst(sd_bus_message* reply)
 
 FreedesktopNotificationCenter::FreedesktopNotificationCenter(Dependencies dependencies)
     : session_(dependencies.session),
-      icons(std::move(dependencies.icons)),
       sounds(std::move(dependencies.sounds)),
       player_(dependencies.player),
       server(session_,
@@ -118,7 +117,7 @@ void FreedesktopNotificationCenter::post(NotificationRecord& record)
 
     const auto& request = record.posted->request;
     const auto message = notificationMessage(request, categories, *server.capabilities(), sounds);
-    const auto call = notifyCall(session_, server.owner(), message, icons.icon(request.symbol));
+    const auto call = notifyCall(session_, server.owner(), message);
     // No time limit: to be slow is not to be dead, and what is shown late must not be shown twice.
     record.reply = owned<SlotPointer>([&](sd_bus_slot** slot) {
         if (!call) return -1;

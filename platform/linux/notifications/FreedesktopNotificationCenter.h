@@ -5,7 +5,6 @@
 #include "App/services/SoundPlayer.h"
 #include "platform/linux/base/Systemd.h"
 #include "platform/linux/notifications/NotificationHandover.h"
-#include "platform/linux/notifications/NotificationIcons.h"
 #include "platform/linux/notifications/NotificationRecords.h"
 #include "platform/linux/notifications/NotificationServer.h"
 
@@ -17,7 +16,6 @@ class FreedesktopNotificationCenter : public NotificationCenter {
 public:
     struct Dependencies {
         sd_bus* session;  // attached to the main loop
-        NotificationIcons icons;
         SoundFiles sounds;
         SoundPlayer& player;                  // where the server plays no sounds
         NotificationHandover inherited = {};  // counts as shown while its server is the one
@@ -54,7 +52,6 @@ private:
     void actionInvoked(sd_bus_message* signal);
 
     sd_bus* session_;
-    NotificationIcons icons;
     SoundFiles sounds;
     SoundPlayer& player_;
     NotificationServer server;

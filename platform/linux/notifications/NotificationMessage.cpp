@@ -1,7 +1,11 @@
 #include "platform/linux/notifications/NotificationMessage.h"
 
+#include <unistd.h>
+
 #include <algorithm>
 #include <cstdint>
+
+#include "platform/linux/base/Installation.h"
 
 namespace vorlane::platform {
 
@@ -61,6 +65,19 @@ bool appendHints(sd_bus_message* call, const NotificationMessage& message)
            sd_bus_message_close_container(call) >= 0;
 }
 
+// For "battery.0" the path of vorlane-battery-0.svg: servers find that without an icon theme. In
+// full colour, because a server does not recolour a symbolic icon, which may then not stand out.
+std::string iconOf(const std::optional<std::string>& symbol)
+{
+    constexpr const char* neutral = "vorlane-battery-50-symbolic";  // a name in the theme
+    if (!symbol || symbol->find('/') != std::string::npos) return neutral;
+
+    auto name = "vorlane-" + *symbol;
+    std::ranges::replace(name, '.', '-');
+    const auto file = installedPath("share/icons/hicolor/scalable/status/" + name + ".svg");
+    return access(file.c_str(), R_OK) == 0 ? file.string() : neutral;
+}
+
 }  // namespace
 
 NotificationMessage notificationMessage(const NotificationRequest& request,
@@ -74,7 +91,8 @@ NotificationMessage notificationMessage(const NotificationRequest& request,
         .actions = {},
         .soundFile = std::nullopt,
         .soundName = std::nullopt,
-        .urgent = request.urgent};
+        .urgent = request.urgent,
+        .icon = iconOf(request.symbol)};
 
     const auto category = std::ranges::find(categories, request.categoryIdentifier,
                                             &NotificationCategory::identifier);
@@ -86,7 +104,7 @@ NotificationMessage notificationMessage(const NotificationRequest& request,
 }
 
 MessagePointer notifyCall(sd_bus* bus, const std::string& destination,
-                          const NotificationMessage& message, const std::string& icon)
+                          const NotificationMessage& message)
 {
     constexpr std::uint32_t replacesNothing = 0;
     constexpr std::int32_t usualTimeout = -1;
@@ -96,7 +114,7 @@ MessagePointer notifyCall(sd_bus* bus, const std::string& destination,
                                               "Notify");
     });
     if (!call ||
-        sd_bus_message_append(call.get(), "susss", "Vorlane", replacesNothing, icon.c_str(),
+        sd_bus_message_append(call.get(), "susss", "Vorlane", replacesNothing, message.icon.c_str(),
                               message.title.c_str(), message.body.c_str()) < 0 ||
         !appendActions(call.get(), message.actions) || !appendHints(call.get(), message) ||
         sd_bus_message_append(call.get(), "i", usualTimeout) < 0) {

@@ -29,6 +29,7 @@ struct NotificationMessage {
     std::optional<std::string> soundFile;  // absolute; with neither, the server is to be silent
     std::optional<std::string> soundName;  // of the desktop's sound theme
     bool urgent = false;
+    std::string icon;  // the absolute path of a file, or a name in the icon theme
 };
 
 NotificationMessage notificationMessage(const NotificationRequest& request,
@@ -38,6 +39,6 @@ NotificationMessage notificationMessage(const NotificationRequest& request,
 
 // The call of Notify that posts the message as a new notification; empty when it cannot be made.
 MessagePointer notifyCall(sd_bus* bus, const std::string& destination,
-                          const NotificationMessage& message, const std::string& icon);
+                          const NotificationMessage& message);
 
 }  // namespace vorlane::platform

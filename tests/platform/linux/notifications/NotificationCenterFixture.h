@@ -55,7 +55,6 @@ protected:
     {
         center = std::make_unique<FreedesktopNotificationCenter>(
             FreedesktopNotificationCenter::Dependencies{.session = session.get(),
-                                                        .icons = NotificationIcons("/nowhere"),
                                                         .sounds = SoundFiles("/nowhere"),
                                                         .player = player,
                                                         .inherited = inherited});

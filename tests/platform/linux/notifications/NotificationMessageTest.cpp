@@ -2,12 +2,15 @@
 
 #include <gmock/gmock.h>
 
+#include <filesystem>
+
 #include "tests/platform/linux/support/TemporaryFolder.h"
 
 namespace vorlane::platform {
 namespace {
 
 using testing::ElementsAre;
+using testing::EndsWith;
 using testing::IsEmpty;
 
 const NotificationAction snooze{.identifier = "SNOOZE", .title = "Snooze 1 hour"};
@@ -97,14 +100,40 @@ TEST_F(NotificationMessageTest, IsSilentForTheServerOtherwise)
     }
 }
 
+TEST_F(NotificationMessageTest, ShowsThePictureOfItsSymbol)
+{
+    auto shown = request();
+    for (const auto* const symbol :
+         {"battery.0", "battery.100.bolt", "powerplug.fill", "battery.worn"}) {
+        shown.symbol = symbol;
+
+        const auto icon = std::filesystem::path(made(shown, {}).icon);
+
+        EXPECT_TRUE(icon.is_absolute() && std::filesystem::is_regular_file(icon)) << icon;
+    }
+    shown.symbol = "battery.100.bolt";
+    EXPECT_THAT(made(shown, {}).icon, EndsWith("/vorlane-battery-100-bolt.svg"));
+}
+
+TEST_F(NotificationMessageTest, FallsBackToANeutralIconOfTheTheme)
+{
+    auto unknown = request();
+    EXPECT_EQ(made(unknown, {}).icon, "vorlane-battery-50-symbolic");
+
+    for (const auto* const symbol : {"battery.42", "x/../../status/battery.0"}) {
+        unknown.symbol = symbol;
+        EXPECT_EQ(made(unknown, {}).icon, "vorlane-battery-50-symbolic");
+    }
+}
+
 TEST_F(NotificationMessageTest, CannotBeMadeOfTextThatABusCannotCarry)
 {
     const auto bus = owned<BusPointer>(sd_bus_new);
     auto broken = request();
     broken.title = "\xFF";
 
-    EXPECT_FALSE(notifyCall(bus.get(), ":1.1", made(broken, {}), "battery"));
-    EXPECT_FALSE(notifyCall(bus.get(), "not a name", made(request(), {}), "battery"));
+    EXPECT_FALSE(notifyCall(bus.get(), ":1.1", made(broken, {})));
+    EXPECT_FALSE(notifyCall(bus.get(), "not a name", made(request(), {})));
 }
 
 }  // namespace

@@ -17,10 +17,8 @@ int main(int argc, char** argv)
     if (!session || sd_bus_attach_event(session.get(), loop.event(), 0) < 0) return 1;
 
     FakeSoundPlayer player;
-    FreedesktopNotificationCenter center({.session = session.get(),
-                                          .icons = NotificationIcons(),
-                                          .sounds = SoundFiles(),
-                                          .player = player});
+    FreedesktopNotificationCenter center(
+        {.session = session.get(), .sounds = SoundFiles(), .player = player});
     center.add({.identifier = "test",
                 .title = argv[1],
                 .body = argv[2],
