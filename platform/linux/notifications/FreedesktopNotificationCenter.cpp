@@ -13,9 +13,9 @@ namespace {
 constexpr const char* service = "org.freedesktop.Notifications";
 constexpr const char* path = "/org/freedesktop/Notifications";
 
-constexpr Seconds longestEnd{1};
+constexpr Seconds finishTimeout{1};
 
-// Whether the server was gone before it could answer. All other errors are its answer.
+// Whether the server died before it answered. Any other error is its answer.
 bool diedFirst(sd_bus_message* reply)
 {
     for (const auto* name : {SD_BUS_ERROR_NO_REPLY, SD_BUS_ERROR_DISCONNECTED,
@@ -32,7 +32,7 @@ FreedesktopNotificationCenter::FreedesktopNotificationCenter(Dependencies depend
       sounds(std::move(dependencies.sounds)),
       player_(dependencies.player),
       server(session_,
-             {.changed = [this] { serverChanged(); }, .ready = [this] { postWaiting(); }}),
+             {.changed = [this] { serverChanged(); }, .ready = [this] { postPending(); }}),
       actionSignal(owned<SlotPointer>([this](sd_bus_slot** slot) {
           return sd_bus_match_signal_async(session_, slot, service, path, service, "ActionInvoked",
                                            onMessage<FreedesktopNotificationCenter,
@@ -44,12 +44,12 @@ FreedesktopNotificationCenter::FreedesktopNotificationCenter(Dependencies depend
     for (const auto& [identifier, id] : dependencies.inherited.shown) records.show(identifier, id);
 }
 
-// Bounded, because a hung server must not hold up a logout. sd-bus does not allow this inside one
-// of its callbacks; then nothing is waited for.
+// Limited, because a hung server must not hold up a logout. Called inside an sd-bus callback, it
+// does not wait, because sd_bus_process fails there.
 void FreedesktopNotificationCenter::finish()
 {
-    const auto end = uptime() + longestEnd;
-    for (auto left = longestEnd; isAnswerDue() && left > Seconds{0}; left = end - uptime()) {
+    const auto deadline = uptime() + finishTimeout;
+    for (auto left = finishTimeout; hasPending() && left > Seconds{0}; left = deadline - uptime()) {
         const int handled = sd_bus_process(session_, nullptr);
         if (handled < 0) break;
         const auto microseconds = static_cast<std::uint64_t>(left.count() * 1e6);
@@ -58,7 +58,7 @@ void FreedesktopNotificationCenter::finish()
     (void)sd_bus_flush(session_);
 }
 
-bool FreedesktopNotificationCenter::isAnswerDue() const
+bool FreedesktopNotificationCenter::hasPending() const
 {
     return !server.owner().empty() && !records.isEmpty();
 }
@@ -95,7 +95,7 @@ void FreedesktopNotificationCenter::add(const NotificationRequest& request)
 {
     if (!server.available()) return;
     records.add(request, uptime());
-    postWaiting();
+    postPending();
 }
 
 void FreedesktopNotificationCenter::removeDelivered(const std::string& identifier)
@@ -103,14 +103,14 @@ void FreedesktopNotificationCenter::removeDelivered(const std::string& identifie
     if (const auto old = records.withdraw(identifier)) close(*old);
 }
 
-void FreedesktopNotificationCenter::postWaiting()
+void FreedesktopNotificationCenter::postPending()
 {
     if (!server.capabilities()) return server.prepare();
     while (auto* const record = records.takeNext(uptime())) post(*record);
 }
 
-// Closed and posted anew, never replaced: a replacement of one that has expired stays invisible
-// on some desktops, and other servers take an unknown id over.
+// Closes the old one instead of replacing it: the replacement of an expired notification stays
+// invisible on some desktops, and some servers adopt an unknown id.
 void FreedesktopNotificationCenter::post(NotificationRecord& record)
 {
     if (const auto old = std::exchange(record.shown, std::nullopt)) close(*old);
@@ -118,7 +118,7 @@ void FreedesktopNotificationCenter::post(NotificationRecord& record)
     const auto& request = record.posted->request;
     const auto message = notificationMessage(request, categories, *server.capabilities(), sounds);
     const auto call = notifyCall(session_, server.owner(), message);
-    // No time limit: to be slow is not to be dead, and what is shown late must not be shown twice.
+    // No timeout: a slow server may still show it, and it must not be shown twice.
     record.reply = owned<SlotPointer>([&](sd_bus_slot** slot) {
         if (!call) return -1;
         return sd_bus_call_async(
@@ -139,7 +139,7 @@ void FreedesktopNotificationCenter::answered(sd_bus_message* reply)
 {
     auto* const record = records.awaiting(sd_bus_get_current_slot(session_));
     if (!record) return;
-    // It goes to the next server, when the bus tells of one.
+    // The next server gets it, once the bus reports one.
     if (diedFirst(reply)) return record->lost();
 
     const auto request = std::move(record->posted->request);
@@ -154,14 +154,14 @@ void FreedesktopNotificationCenter::answered(sd_bus_message* reply)
             if (request.sound && !server.capabilities()->sound) player_.play(*request.sound);
         }
     }
-    postWaiting();
+    postPending();
 }
 
-// A server that is gone is not started again for what it left behind: it may come back by itself.
+// Does not start a server that is gone for what is pending: it may come back by itself.
 void FreedesktopNotificationCenter::serverChanged()
 {
     records.serverChanged();
-    if (!server.owner().empty()) postWaiting();
+    if (!server.owner().empty()) postPending();
 }
 
 void FreedesktopNotificationCenter::actionInvoked(sd_bus_message* signal)

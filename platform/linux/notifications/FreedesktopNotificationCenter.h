@@ -1,4 +1,4 @@
-// Notifications on org.freedesktop.Notifications, one shown for each identifier.
+// Notifications through org.freedesktop.Notifications, at most one shown per identifier.
 #pragma once
 
 #include "App/services/NotificationCenter.h"
@@ -10,23 +10,23 @@
 
 namespace vorlane::platform {
 
-// Never waits for the server. What its server did not live to answer is posted to the next one;
-// a server that hangs holds up only itself, and gets nothing twice.
+// Never waits for the server. A post that the server died without answering goes to the next one; a
+// server that only hangs gets nothing twice.
 class FreedesktopNotificationCenter : public NotificationCenter {
 public:
     struct Dependencies {
         sd_bus* session;  // attached to the main loop
         SoundFiles sounds;
-        SoundPlayer& player;                  // where the server plays no sounds
-        NotificationHandover inherited = {};  // counts as shown while its server is the one
+        SoundPlayer& player;                  // for servers that play no sounds
+        NotificationHandover inherited = {};  // used if its server still runs
     };
-    // The session and the player outlive this object.
+    // The session and the player must outlive this object.
     explicit FreedesktopNotificationCenter(Dependencies dependencies);
     FreedesktopNotificationCenter(const FreedesktopNotificationCenter&) = delete;
     FreedesktopNotificationCenter& operator=(const FreedesktopNotificationCenter&) = delete;
 
-    // Call it once the main loop has ended. Waits up to a second for unanswered posts: without
-    // their ids they can be neither withdrawn nor handed over. What is shown stays.
+    // Call after the main loop has ended. Waits up to a second for unanswered posts: without their
+    // ids they can be neither withdrawn nor handed over. Shown notifications stay.
     void finish();
 
     NotificationHandover handover() const;
@@ -35,7 +35,7 @@ public:
     void setDelegate(std::weak_ptr<NotificationDelegate> receiver) override;
     void setCategories(std::vector<NotificationCategory> replacement) override;
 
-    // Outside a sandbox nobody is asked for permission.
+    // Outside a sandbox no permission is needed.
     void authorizationStatus(std::function<void(AuthorizationStatus)> answer) override;
     void requestAuthorization(AuthorizationOptions options) override;
 
@@ -43,11 +43,11 @@ public:
     void removeDelivered(const std::string& identifier) override;
 
 private:
-    void postWaiting();
+    void postPending();
     void post(NotificationRecord& record);
     void close(std::uint32_t id);
     void answered(sd_bus_message* reply);
-    bool isAnswerDue() const;
+    bool hasPending() const;
     void serverChanged();
     void actionInvoked(sd_bus_message* signal);
 

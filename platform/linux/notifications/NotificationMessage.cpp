@@ -33,7 +33,6 @@ std::string escaped(const std::string& text)
     return markup;
 }
 
-// Each step of the layout is a call; the first that fails ends it.
 bool appendActions(sd_bus_message* call, const std::vector<NotificationAction>& actions)
 {
     if (sd_bus_message_open_container(call, SD_BUS_TYPE_ARRAY, "s") < 0) return false;

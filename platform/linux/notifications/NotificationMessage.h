@@ -1,5 +1,4 @@
-// A notification as org.freedesktop.Notifications wants it: the Desktop Notifications
-// Specification's fields, made from a request and from what the server can do.
+// A notification as the fields of a Notify call, fitted to what the server can do.
 #pragma once
 
 #include <optional>
@@ -12,7 +11,7 @@
 
 namespace vorlane::platform {
 
-// What of GetCapabilities makes a difference here.
+// The server's capabilities that matter here.
 struct NotificationCapabilities {
     bool actions = false;
     bool bodyMarkup = false;
@@ -24,10 +23,10 @@ struct NotificationCapabilities {
 
 struct NotificationMessage {
     std::string title;
-    std::string body;  // markup when the server takes it for that
+    std::string body;  // markup if the server has `bodyMarkup`
     std::vector<NotificationAction> actions;
-    std::optional<std::string> soundFile;  // absolute; with neither, the server is to be silent
-    std::optional<std::string> soundName;  // of the desktop's sound theme
+    std::optional<std::string> soundFile;  // absolute path
+    std::optional<std::string> soundName;  // in the desktop's sound theme; with neither: silence
     bool urgent = false;
     std::string icon;  // the absolute path of a file, or a name in the icon theme
 };
@@ -37,7 +36,7 @@ NotificationMessage notificationMessage(const NotificationRequest& request,
                                         const NotificationCapabilities& capabilities,
                                         const SoundFiles& sounds);
 
-// The call of Notify that posts the message as a new notification; empty when it cannot be made.
+// The call that posts the message as a new notification; null when it cannot be built.
 MessagePointer notifyCall(sd_bus* bus, const std::string& destination,
                           const NotificationMessage& message);
 

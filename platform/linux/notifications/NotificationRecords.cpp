@@ -8,10 +8,10 @@ namespace vorlane::platform {
 
 namespace {
 
-// Later the news is stale: the program reminds again by itself.
-constexpr Seconds longestWait = std::chrono::minutes{10};
+// Older requests are stale: the program posts new ones by itself.
+constexpr Seconds maxAge = std::chrono::minutes{10};
 
-constexpr std::size_t mostRecent = 100;  // more than any server keeps in its history
+constexpr std::size_t maxRecent = 100;  // more than any server keeps in its history
 
 }  // namespace
 
@@ -23,27 +23,27 @@ void NotificationRecord::answered()
 
 void NotificationRecord::lost()
 {
-    if (!withdrawn && !waiting) waiting = std::move(posted);
+    if (!withdrawn && !pending) pending = std::move(posted);
     answered();
 }
 
 void NotificationRecords::add(const NotificationRequest& request, Seconds now)
 {
-    records[request.identifier].waiting =
-        NotificationRecord::Pending{.request = request, .since = now, .number = ++added};
+    records[request.identifier].pending =
+        NotificationRecord::Request{.request = request, .since = now, .number = ++added};
 }
 
 NotificationRecord* NotificationRecords::takeNext(Seconds now)
 {
     NotificationRecord* next = nullptr;
     for (auto& [identifier, record] : records) {
-        auto& waiting = record.waiting;
-        if (waiting && now - waiting->since > longestWait) waiting.reset();
-        if (!waiting || record.posted) continue;
-        if (!next || waiting->number < next->waiting->number) next = &record;
+        auto& pending = record.pending;
+        if (pending && now - pending->since > maxAge) pending.reset();
+        if (!pending || record.posted) continue;
+        if (!next || pending->number < next->pending->number) next = &record;
     }
     if (!next) return nullptr;
-    next->posted = std::exchange(next->waiting, std::nullopt);
+    next->posted = std::exchange(next->pending, std::nullopt);
     next->withdrawn = false;
     return next;
 }
@@ -51,13 +51,13 @@ NotificationRecord* NotificationRecords::takeNext(Seconds now)
 bool NotificationRecords::isEmpty() const
 {
     return std::ranges::none_of(
-        records, [](const auto& entry) { return entry.second.waiting || entry.second.posted; });
+        records, [](const auto& entry) { return entry.second.pending || entry.second.posted; });
 }
 
 std::optional<std::uint32_t> NotificationRecords::withdraw(const std::string& identifier)
 {
     auto& record = records[identifier];
-    record.waiting.reset();
+    record.pending.reset();
     record.withdrawn = true;
     return std::exchange(record.shown, std::nullopt);
 }
@@ -74,7 +74,7 @@ void NotificationRecords::show(const std::string& identifier, std::uint32_t id)
 {
     records[identifier].shown = id;
     recent.push_back(id);
-    if (recent.size() > mostRecent) recent.pop_front();
+    if (recent.size() > maxRecent) recent.pop_front();
 }
 
 std::map<std::string, std::uint32_t> NotificationRecords::shown() const

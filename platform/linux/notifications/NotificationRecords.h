@@ -1,5 +1,5 @@
-// What became of the notifications of each identifier: waiting, posted, on the screen. Keeps count
-// only; it posts nothing itself.
+// For each identifier, which notifications are pending, in flight and on the screen. Only keeps the
+// records; its owner posts.
 #pragma once
 
 #include <cstdint>
@@ -15,51 +15,52 @@
 namespace vorlane::platform {
 
 struct NotificationRecord {
-    struct Pending {
+    struct Request {
         NotificationRequest request;
         Seconds since;
         std::uint64_t number;  // in the order of adding
     };
 
-    std::optional<Pending> waiting;      // only the newest
-    std::optional<Pending> posted;       // unanswered
-    bool withdrawn = false;              // the posted one: to be closed as soon as its id is known
+    std::optional<Request> pending;      // only the newest
+    std::optional<Request> posted;       // in flight
+    bool withdrawn = false;              // close the posted one once its id is known
     SlotPointer reply;                   // to the posted one
     std::optional<std::uint32_t> shown;  // the server's id
 
     void answered();
 
-    // The server died before it answered: the request waits once more, unless a newer one does
-    // already or it was withdrawn.
+    // The server died before it answered. The request is pending again, unless it was withdrawn or
+    // a newer one is pending.
     void lost();
 };
 
-// All times are of one clock that is never set.
+// All times are of one monotonic clock.
 class NotificationRecords {
 public:
     void add(const NotificationRequest& request, Seconds now);
 
-    // The record whose waiting request is to be posted now and then counts as posted: the oldest,
-    // none older than ten minutes, and none before the one that was posted earlier is answered.
+    // Marks the oldest request that may be posted now as posted and returns its record; null when
+    // there is none. Discards requests older than ten minutes, and skips those whose identifier has
+    // a post in flight.
     NotificationRecord* takeNext(Seconds now);
 
-    // Nothing waits or is unanswered.
+    // Nothing is pending or in flight.
     bool isEmpty() const;
 
-    // Its news is no longer true. Returns the id of what is to be closed, which counts as closed.
+    // Returns the id of the shown notification, which the caller must close.
     std::optional<std::uint32_t> withdraw(const std::string& identifier);
 
-    // Null when nothing waits for this reply.
+    // The record whose posted request has this reply slot, or null.
     NotificationRecord* awaiting(const sd_bus_slot* reply);
 
     void show(const std::string& identifier, std::uint32_t id);
 
     std::map<std::string, std::uint32_t> shown() const;
 
-    // Also for one that is no longer shown: its action can be chosen in the server's history.
+    // Also true for closed ones: their action can still be chosen in the server's history.
     bool isOurs(std::uint32_t id) const;
 
-    // Ids mean nothing to another server, and what is unanswered is lost.
+    // Discards all ids, which mean nothing to another server. Requests in flight are lost.
     void serverChanged();
 
 private:

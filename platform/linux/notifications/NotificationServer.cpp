@@ -13,10 +13,10 @@ constexpr const char* path = "/org/freedesktop/Notifications";
 
 constexpr const char* bus = "org.freedesktop.DBus";
 constexpr const char* busPath = "/org/freedesktop/DBus";
-constexpr std::uint64_t patience = 5'000'000;  // microseconds for the bus itself to answer
+constexpr std::uint64_t busTimeout = 5'000'000;  // microseconds
 
-// Hands on what an "as" holds; nothing when the message is an error or holds something else. One by
-// one: a message may hold millions.
+// Passes on each string of an "as"; none when the message is an error or has another type. Collects
+// nothing, because a message may hold millions.
 void readStrings(sd_bus_message* message, const std::function<void(std::string_view)>& take)
 {
     if (sd_bus_message_is_method_error(message, nullptr) ||
@@ -46,7 +46,7 @@ MessagePointer newCall(sd_bus* session, const char* destination, const char* obj
 MessagePointer answerOfBus(sd_bus* session, sd_bus_message* call)
 {
     return owned<MessagePointer>([&](sd_bus_message** reply) {
-        return sd_bus_call(session, call, patience, nullptr, reply);
+        return sd_bus_call(session, call, busTimeout, nullptr, reply);
     });
 }
 
@@ -72,18 +72,18 @@ bool NotificationServer::available() const
     return !owner_.empty() || activatable;
 }
 
-// No time limit: the bus says when the server dies, and one that is merely slow (the machine was
-// asleep, the desktop is starting) still gets what waits for it.
+// No timeout: the bus reports when the server dies, and a slow one (after sleep, at login) still
+// gets what is pending.
 void NotificationServer::prepare()
 {
-    if (capabilitiesQuestion || known) return;
+    if (capabilitiesRequest || capabilities_) return;
     const auto call = owned<MessagePointer>([this](sd_bus_message** message) {
         return sd_bus_message_new_method_call(session_, message,
                                               owner_.empty() ? service : owner_.c_str(), path,
                                               service, "GetCapabilities");
     });
     if (!call) return;
-    capabilitiesQuestion = owned<SlotPointer>([&](sd_bus_slot** slot) {
+    capabilitiesRequest = owned<SlotPointer>([&](sd_bus_slot** slot) {
         return sd_bus_call_async(
             session_, slot, call.get(),
             onMessage<NotificationServer, &NotificationServer::capabilitiesAnswered>, this,
@@ -109,7 +109,7 @@ void NotificationServer::askActivatable()
 
 void NotificationServer::servicesChanged(sd_bus_message* /*signal*/)
 {
-    servicesQuestion = owned<SlotPointer>([this](sd_bus_slot** slot) {
+    servicesRequest = owned<SlotPointer>([this](sd_bus_slot** slot) {
         return sd_bus_call_method_async(
             session_, slot, bus, busPath, bus, "ListActivatableNames",
             onMessage<NotificationServer, &NotificationServer::servicesListed>, this, nullptr);
@@ -122,19 +122,19 @@ void NotificationServer::servicesListed(sd_bus_message* reply)
     activatable = namesTheService(reply);
 }
 
-// A server that answers nonsense or an error has no capabilities.
+// An error or a malformed answer means no capabilities.
 void NotificationServer::capabilitiesAnswered(sd_bus_message* reply)
 {
-    capabilitiesQuestion.reset();
+    capabilitiesRequest.reset();
     if (owner_.empty()) return;  // the bus could not start it
 
-    NotificationCapabilities told;
+    NotificationCapabilities offered;
     readStrings(reply, [&](std::string_view name) {
-        told.actions = told.actions || name == "actions";
-        told.bodyMarkup = told.bodyMarkup || name == "body-markup";
-        told.sound = told.sound || name == "sound";
+        offered.actions = offered.actions || name == "actions";
+        offered.bodyMarkup = offered.bodyMarkup || name == "body-markup";
+        offered.sound = offered.sound || name == "sound";
     });
-    known = told;
+    capabilities_ = offered;
     events.ready();
 }
 
@@ -142,8 +142,8 @@ void NotificationServer::setOwner(const char* name)
 {
     if (owner_ == name) return;
     owner_ = name;
-    known.reset();
-    capabilitiesQuestion.reset();
+    capabilities_.reset();
+    capabilitiesRequest.reset();
     events.changed();
 }
 

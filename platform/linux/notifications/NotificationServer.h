@@ -1,5 +1,5 @@
-// The desktop's notification server as a bus name: whether it is there, who it is and what it can
-// do. It posts nothing.
+// The notification server on the bus: whether there is one, its unique name and its capabilities.
+// Posts nothing.
 #pragma once
 
 #include <functional>
@@ -12,30 +12,30 @@
 
 namespace vorlane::platform {
 
-// The server may come, go and be exchanged at any time, may be started by the bus on the first
-// call, and may never answer: nothing here waits for it.
+// The server may start, stop or be replaced at any time, may be started by the bus on the first
+// call, and may never answer. Nothing here waits for it.
 class NotificationServer {
 public:
     struct Events {
-        std::function<void()> changed;  // another server, or none
+        std::function<void()> changed;  // another owner, or none
         std::function<void()> ready;    // its capabilities are known
     };
 
-    // Asks the bus itself, which answers at once, so that the first `available` is right already.
-    // `session` is attached to the main loop and outlives this object.
+    // Waits for the bus (not the server), so that `available` is right from the start. `session` is
+    // attached to the main loop and must outlive this object.
     NotificationServer(sd_bus* session, Events events);
 
-    // It runs, or the bus would start it.
+    // A server runs, or the bus can start one.
     bool available() const;
 
     // Its unique name; empty while none runs.
     const std::string& owner() const { return owner_; }
 
     // Absent until `ready`.
-    const std::optional<NotificationCapabilities>& capabilities() const { return known; }
+    const std::optional<NotificationCapabilities>& capabilities() const { return capabilities_; }
 
-    // Asks for the capabilities, which starts a server when none runs. `ready` follows unless the
-    // server fails to start or changes.
+    // Requests the capabilities, which starts a server when none runs. `ready` follows, unless the
+    // server fails to start or is replaced.
     void prepare();
 
 private:
@@ -50,11 +50,11 @@ private:
     Events events;
     NameWatch names;
     SlotPointer servicesSignal;
-    SlotPointer servicesQuestion;
-    SlotPointer capabilitiesQuestion;
+    SlotPointer servicesRequest;
+    SlotPointer capabilitiesRequest;
     std::string owner_;
     bool activatable = false;
-    std::optional<NotificationCapabilities> known;
+    std::optional<NotificationCapabilities> capabilities_;
 };
 
 }  // namespace vorlane::platform

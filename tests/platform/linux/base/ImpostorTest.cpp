@@ -64,7 +64,7 @@ TEST_F(NotificationImpostorTest, CannotPoseAsTheServer)
     center->add(request("two"));
 
     ASSERT_TRUE(untilReceived(2));
-    EXPECT_EQ(server.questions, 1);  // nothing was asked of a new server
+    EXPECT_EQ(server.capabilityCalls, 1);  // no new server was asked
 }
 
 TEST_F(NotificationImpostorTest, CannotReportTheServerAsGone)

@@ -19,7 +19,7 @@ std::string readString(sd_bus_message* call)
     return text ? text : "";
 }
 
-// What a hint holds, after its type.
+// A hint as "type value".
 std::string readVariant(sd_bus_message* call)
 {
     const char* type = "";
@@ -111,9 +111,9 @@ void FakeNotificationServer::emit(const char* signal, const char* types, std::ui
 int FakeNotificationServer::getCapabilities(sd_bus_message* call, void* self, sd_bus_error*)
 {
     auto* const server = static_cast<FakeNotificationServer*>(self);
-    ++server->questions;
+    ++server->capabilityCalls;
     if (server->aboutCapabilities != Answer::proper) {
-        return server->unusual(server->aboutCapabilities, call);
+        return server->answerBadly(server->aboutCapabilities, call);
     }
     return server->replyWithCapabilities(call);
 }
@@ -124,7 +124,7 @@ int FakeNotificationServer::notify(sd_bus_message* call, void* self, sd_bus_erro
     server->calls.emplace_back("Notify");
     server->received.push_back(readNotification(call));
     if (server->aboutNotifications != Answer::proper) {
-        return server->unusual(server->aboutNotifications, call);
+        return server->answerBadly(server->aboutNotifications, call);
     }
     return sd_bus_reply_method_return(call, "u", ++server->lastId);
 }
@@ -151,9 +151,9 @@ int FakeNotificationServer::replyWithCapabilities(sd_bus_message* call) const
     return sd_bus_send(nullptr, reply.get(), nullptr);
 }
 
-int FakeNotificationServer::unusual(Answer answer, sd_bus_message* call)
+int FakeNotificationServer::answerBadly(Answer answer, sd_bus_message* call)
 {
-    if (answer == Answer::error) return sd_bus_reply_method_errorf(call, error, "as told");
+    if (answer == Answer::error) return sd_bus_reply_method_errorf(call, error, "as requested");
     if (answer == Answer::nonsense) return sd_bus_reply_method_return(call, "d", 0.5);
 
     unanswered.emplace_back(sd_bus_message_ref(call));

@@ -1,4 +1,4 @@
-// A notification server that does as the test says: answers, keeps silent, talks nonsense or dies.
+// A fake notification server that answers, hangs, replies with an error or nonsense, or dies.
 #pragma once
 
 #include <cstdint>
@@ -35,15 +35,15 @@ public:
     const char* error = "org.freedesktop.DBus.Error.Failed";
     std::uint32_t lastId = 0;
 
-    int questions = 0;  // for its capabilities
+    int capabilityCalls = 0;
     std::vector<Notification> received;
     std::vector<std::uint32_t> closed;
-    std::vector<std::string> calls;  // "Notify" and "CloseNotification", as they came
+    std::vector<std::string> calls;  // "Notify" and "CloseNotification", in order
 
     void start();
     void stop() { connection.reset(); }
 
-    // Answers what it has left unanswered, the earliest first.
+    // Answers all unanswered calls in order.
     void answerLate();
 
     void invoke(std::uint32_t id, const char* action) const;
@@ -56,7 +56,7 @@ private:
     static int notify(sd_bus_message* call, void* self, sd_bus_error* error);
     static int closeNotification(sd_bus_message* call, void* self, sd_bus_error* error);
     int replyWithCapabilities(sd_bus_message* call) const;
-    int unusual(Answer answer, sd_bus_message* call);
+    int answerBadly(Answer answer, sd_bus_message* call);
 
     static const sd_bus_vtable vtable[];
 

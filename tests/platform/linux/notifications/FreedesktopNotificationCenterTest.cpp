@@ -11,7 +11,7 @@ using testing::UnorderedElementsAre;
 
 class FreedesktopNotificationCenterTest : public NotificationCenterFixture {};
 
-TEST_F(FreedesktopNotificationCenterTest, PostsAllThatADesktopNeedsToKnow)
+TEST_F(FreedesktopNotificationCenterTest, PostsEveryFieldThatTheServerSupports)
 {
     server.capabilities = {"actions", "body", "body-markup", "sound"};
     openWithServer();
@@ -34,7 +34,7 @@ TEST_F(FreedesktopNotificationCenterTest, PostsAllThatADesktopNeedsToKnow)
                                      Pair("suppress-sound", "b 0")));
 }
 
-TEST_F(FreedesktopNotificationCenterTest, AsksAModestServerForNoMoreThanItHas)
+TEST_F(FreedesktopNotificationCenterTest, PostsOnlyWhatAModestServerSupports)
 {
     server.capabilities = {};
     openWithServer();
@@ -53,7 +53,7 @@ TEST_F(FreedesktopNotificationCenterTest, AsksAModestServerForNoMoreThanItHas)
                                      Pair("suppress-sound", "b 1")));
 }
 
-TEST_F(FreedesktopNotificationCenterTest, PlaysTheSoundItselfOnceASilentServerShowsIt)
+TEST_F(FreedesktopNotificationCenterTest, PlaysTheSoundItselfWhenTheServerPlaysNone)
 {
     server.capabilities = {"actions"};
     openWithServer();
@@ -84,7 +84,7 @@ TEST_F(FreedesktopNotificationCenterTest, LeavesTheSoundToAServerThatPlaysSounds
     EXPECT_THAT(player.played, IsEmpty());
 }
 
-TEST_F(FreedesktopNotificationCenterTest, PlaysNothingForWhatTheServerRefuses)
+TEST_F(FreedesktopNotificationCenterTest, PlaysNoSoundWhenTheServerRejectsThePost)
 {
     server.capabilities = {};
     server.aboutNotifications = Answer::error;
@@ -97,7 +97,7 @@ TEST_F(FreedesktopNotificationCenterTest, PlaysNothingForWhatTheServerRefuses)
     EXPECT_THAT(player.played, IsEmpty());
 }
 
-TEST_F(FreedesktopNotificationCenterTest, AsksForTheCapabilitiesOncePerServer)
+TEST_F(FreedesktopNotificationCenterTest, RequestsTheCapabilitiesOncePerServer)
 {
     openWithServer();
 
@@ -107,10 +107,10 @@ TEST_F(FreedesktopNotificationCenterTest, AsksForTheCapabilitiesOncePerServer)
     center->add(request("low"));
     ASSERT_TRUE(untilReceived(3));
 
-    EXPECT_EQ(server.questions, 1);
+    EXPECT_EQ(server.capabilityCalls, 1);
 }
 
-TEST_F(FreedesktopNotificationCenterTest, ClosesTheOldOneAndPostsAnew)
+TEST_F(FreedesktopNotificationCenterTest, ClosesTheOldNotificationAndPostsTheNewOne)
 {
     openWithServer();
     center->add(request("low", "old"));
@@ -126,7 +126,7 @@ TEST_F(FreedesktopNotificationCenterTest, ClosesTheOldOneAndPostsAnew)
     EXPECT_EQ(server.received.back().replaces, 0U);
 }
 
-TEST_F(FreedesktopNotificationCenterTest, HandsOnTheChosenAction)
+TEST_F(FreedesktopNotificationCenterTest, ReportsTheChosenAction)
 {
     openWithServer();
     center->add(request("low"));
@@ -139,7 +139,7 @@ TEST_F(FreedesktopNotificationCenterTest, HandsOnTheChosenAction)
     EXPECT_THAT(receiver->actions, ElementsAre("SNOOZE"));
 }
 
-TEST_F(FreedesktopNotificationCenterTest, HandsOnAnActionChosenInTheHistory)
+TEST_F(FreedesktopNotificationCenterTest, ReportsAnActionChosenInTheServersHistory)
 {
     openWithServer();
     center->add(request("low", "old"));
@@ -158,7 +158,7 @@ TEST_F(FreedesktopNotificationCenterTest, HandsOnAnActionChosenInTheHistory)
     EXPECT_THAT(receiver->actions, ElementsAre("SNOOZE", "SNOOZE"));
 }
 
-TEST_F(FreedesktopNotificationCenterTest, IgnoresTheActionsOfOthersAndNonsense)
+TEST_F(FreedesktopNotificationCenterTest, IgnoresActionsOfOthersAndMalformedSignals)
 {
     openWithServer();
     center->add(request("low"));

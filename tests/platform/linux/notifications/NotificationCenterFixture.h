@@ -1,4 +1,4 @@
-// A notification center on a private bus, with a server that does as the test says.
+// A notification center on a private bus with a fake server.
 #pragma once
 
 #include <gmock/gmock.h>
@@ -79,7 +79,7 @@ protected:
         return runUntil(loop, [&] { return center->available() == available; });
     }
 
-    // After all that either side has sent so far arrived, and the answers to it.
+    // Waits until all messages sent so far have arrived, in both directions, and their answers too.
     void settle()
     {
         for (int round = 0; round < 3; ++round) {

@@ -21,7 +21,7 @@ TEST(NotificationHandoverTextTest, ReadsWhatItWrites)
     EXPECT_EQ(NotificationHandover::from(handover.text()), handover);
 }
 
-TEST(NotificationHandoverTextTest, ReadsAnythingElseAsNothing)
+TEST(NotificationHandoverTextTest, ReadsMalformedTextAsEmpty)
 {
     const auto tooLong = ":1.23 " + std::string(1024, 'a') + "=5";
     for (const std::string text : {"",
@@ -59,7 +59,7 @@ TEST(NotificationHandoverTextTest, IsTakenFromTheEnvironmentOnce)
     EXPECT_EQ(NotificationHandover::take(), NotificationHandover{});
 }
 
-TEST(NotificationHandoverTextTest, LeavesNoGarbageInTheEnvironment)
+TEST(NotificationHandoverTextTest, RemovesAMalformedVariable)
 {
     ASSERT_EQ(setenv(variable, "garbage", 1), 0);
 
@@ -67,17 +67,17 @@ TEST(NotificationHandoverTextTest, LeavesNoGarbageInTheEnvironment)
     EXPECT_EQ(std::getenv(variable), nullptr);
 }
 
-TEST(NotificationHandoverTextTest, IsNotLeftWhenNothingIsShown)
+TEST(NotificationHandoverTextTest, SetsNoVariableWhenNothingIsShown)
 {
     NotificationHandover{.server = ":1.23", .shown = {}}.leave();
 
     EXPECT_EQ(std::getenv(variable), nullptr);
 }
 
-// One center ends, and another one begins with what it left.
+// One center is destroyed, and the next one inherits its notifications.
 class NotificationHandoverTest : public NotificationCenterFixture {
 protected:
-    void startAgain()
+    void restart()
     {
         const auto left = center->handover();
         center.reset();
@@ -93,7 +93,7 @@ protected:
     }
 };
 
-TEST_F(NotificationHandoverTest, LeavesTheNewestOfEach)
+TEST_F(NotificationHandoverTest, HandsOverTheNewestPerIdentifier)
 {
     openWithReminder("low");
     center->add(request("low"));
@@ -107,10 +107,10 @@ TEST_F(NotificationHandoverTest, LeavesTheNewestOfEach)
               (NotificationHandover{.server = owner, .shown = {{"health", 3}, {"low", 2}}}));
 }
 
-TEST_F(NotificationHandoverTest, WithdrawsWhatIsNoLongerTrue)
+TEST_F(NotificationHandoverTest, WithdrawsAnInheritedNotification)
 {
     openWithReminder("chargeLimit");
-    startAgain();
+    restart();
     settle();
     ASSERT_THAT(server.closed, IsEmpty());
 
@@ -120,10 +120,10 @@ TEST_F(NotificationHandoverTest, WithdrawsWhatIsNoLongerTrue)
     EXPECT_THAT(server.closed, ElementsAre(1U));
 }
 
-TEST_F(NotificationHandoverTest, ReplacesWhatIsShown)
+TEST_F(NotificationHandoverTest, ReplacesAnInheritedNotification)
 {
     openWithReminder("chargeLimit");
-    startAgain();
+    restart();
 
     center->add(request("chargeLimit"));
     ASSERT_TRUE(untilReceived(2));
@@ -132,10 +132,10 @@ TEST_F(NotificationHandoverTest, ReplacesWhatIsShown)
     EXPECT_THAT(server.closed, ElementsAre(1U));
 }
 
-TEST_F(NotificationHandoverTest, HearsTheAction)
+TEST_F(NotificationHandoverTest, ReportsTheActionOfAnInheritedNotification)
 {
     openWithReminder("chargeLimit");
-    startAgain();
+    restart();
     settle();
 
     server.invoke(1, "SNOOZE");
@@ -143,11 +143,11 @@ TEST_F(NotificationHandoverTest, HearsTheAction)
     EXPECT_TRUE(runUntil(loop, [&] { return !receiver->actions.empty(); }));
 }
 
-TEST_F(NotificationHandoverTest, LeavesItToTheNextAgain)
+TEST_F(NotificationHandoverTest, HandsOverWhatItInherited)
 {
     openWithReminder("chargeLimit");
-    startAgain();
-    startAgain();
+    restart();
+    restart();
 
     center->removeDelivered("chargeLimit");
     settle();
@@ -172,7 +172,7 @@ TEST_F(NotificationHandoverTest, IgnoresIdsOfAnotherServer)
     EXPECT_THAT(receiver->actions, IsEmpty());
 }
 
-TEST_F(NotificationHandoverTest, IgnoresIdsWithoutAServer)
+TEST_F(NotificationHandoverTest, IgnoresIdsWhenNoServerRuns)
 {
     openWithReminder("chargeLimit");
     const auto left = center->handover();
@@ -188,7 +188,7 @@ TEST_F(NotificationHandoverTest, IgnoresIdsWithoutAServer)
     EXPECT_THAT(server.closed, IsEmpty());
 }
 
-TEST_F(NotificationHandoverTest, WaitsForTheIdOfWhatIsNotAnswered)
+TEST_F(NotificationHandoverTest, WaitsForTheIdOfAPostInFlight)
 {
     server.aboutNotifications = Answer::none;
     openWithServer();

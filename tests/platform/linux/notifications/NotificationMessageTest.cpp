@@ -41,7 +41,7 @@ protected:
     TemporaryFolder folder;
 };
 
-TEST_F(NotificationMessageTest, EscapesTheBodyForServersThatTakeItForMarkup)
+TEST_F(NotificationMessageTest, EscapesTheBodyForServersWithMarkup)
 {
     const auto message = made(request(), {.bodyMarkup = true});
 
@@ -49,12 +49,12 @@ TEST_F(NotificationMessageTest, EscapesTheBodyForServersThatTakeItForMarkup)
     EXPECT_EQ(message.body, "20% &lt;left&gt; &amp; \"falling\"");
 }
 
-TEST_F(NotificationMessageTest, LeavesTheBodyAsItIsForOtherServers)
+TEST_F(NotificationMessageTest, LeavesTheBodyUnescapedForOtherServers)
 {
     EXPECT_EQ(made(request(), {}).body, request().body);
 }
 
-TEST_F(NotificationMessageTest, OffersTheActionsOfItsCategoryWhereTheServerHasActions)
+TEST_F(NotificationMessageTest, HasItsCategorysActionsIfTheServerSupportsActions)
 {
     EXPECT_THAT(made(request(), {.actions = true}).actions, ElementsAre(snooze));
     EXPECT_THAT(made(request(), {.actions = false}).actions, IsEmpty());
@@ -68,7 +68,7 @@ TEST_F(NotificationMessageTest, HasNoActionsWithoutAKnownCategory)
     EXPECT_THAT(made(stranger, {.actions = true}).actions, IsEmpty());
 }
 
-TEST_F(NotificationMessageTest, GivesServersThatPlaySoundsTheFileOfOurs)
+TEST_F(NotificationMessageTest, NamesTheFileOfOurSoundsForServersThatPlaySounds)
 {
     auto named = request();
     named.sound = "Submarine";
@@ -79,7 +79,7 @@ TEST_F(NotificationMessageTest, GivesServersThatPlaySoundsTheFileOfOurs)
     EXPECT_EQ(message.soundName, std::nullopt);
 }
 
-TEST_F(NotificationMessageTest, NamesTheDesktopsSoundsForServersThatPlaySounds)
+TEST_F(NotificationMessageTest, NamesOtherSoundsByThemeForServersThatPlaySounds)
 {
     auto handWritten = request();
     handWritten.sound = "complete";
@@ -89,7 +89,7 @@ TEST_F(NotificationMessageTest, NamesTheDesktopsSoundsForServersThatPlaySounds)
     EXPECT_EQ(made(handWritten, {.sound = true}).soundFile, std::nullopt);
 }
 
-TEST_F(NotificationMessageTest, IsSilentForTheServerOtherwise)
+TEST_F(NotificationMessageTest, HasNoSoundForSilentRequestsAndForServersThatPlayNone)
 {
     auto silent = request();
     silent.sound = std::nullopt;
@@ -126,7 +126,7 @@ TEST_F(NotificationMessageTest, FallsBackToANeutralIconOfTheTheme)
     }
 }
 
-TEST_F(NotificationMessageTest, CannotBeMadeOfTextThatABusCannotCarry)
+TEST_F(NotificationMessageTest, HasNoCallForTextThatDBusCannotCarry)
 {
     const auto bus = owned<BusPointer>(sd_bus_new);
     auto broken = request();

@@ -27,7 +27,7 @@ protected:
 
     std::map<std::string, NotificationRecord*> posted;
 
-    // "identifier title" of all that may be posted now.
+    // Takes all that may be posted now, as "identifier title".
     std::vector<std::string> taken(Seconds now)
     {
         std::vector<std::string> names;
@@ -50,7 +50,7 @@ TEST_F(NotificationRecordsTest, PostsInTheOrderOfAdding)
     EXPECT_THAT(taken(1s), IsEmpty());
 }
 
-TEST_F(NotificationRecordsTest, KeepsOnlyTheNewestOfAnIdentifier)
+TEST_F(NotificationRecordsTest, KeepsOnlyTheNewestPerIdentifier)
 {
     records.add(request("low", "old"), 0s);
     records.add(request("health", "other"), 0s);
@@ -59,7 +59,7 @@ TEST_F(NotificationRecordsTest, KeepsOnlyTheNewestOfAnIdentifier)
     EXPECT_THAT(taken(1s), ElementsAre("health other", "low new"));
 }
 
-TEST_F(NotificationRecordsTest, ForgetsWhatIsWithdrawnWhileItWaits)
+TEST_F(NotificationRecordsTest, DiscardsAPendingRequestThatIsWithdrawn)
 {
     records.add(request("low", "a"), 0s);
     records.add(request("health", "b"), 0s);
@@ -70,7 +70,7 @@ TEST_F(NotificationRecordsTest, ForgetsWhatIsWithdrawnWhileItWaits)
     EXPECT_THAT(taken(0s), ElementsAre("health b"));
 }
 
-TEST_F(NotificationRecordsTest, DoesNotRepeatWhatWasWithdrawnAfterItWasPosted)
+TEST_F(NotificationRecordsTest, DoesNotRepeatALostPostThatWasWithdrawn)
 {
     records.add(request("low", "a"), 0s);
     EXPECT_THAT(taken(0s), ElementsAre("low a"));
@@ -83,7 +83,7 @@ TEST_F(NotificationRecordsTest, DoesNotRepeatWhatWasWithdrawnAfterItWasPosted)
     EXPECT_THAT(taken(1s), ElementsAre("low b"));
 }
 
-TEST_F(NotificationRecordsTest, HoldsARequestBackUntilTheEarlierOneIsAnswered)
+TEST_F(NotificationRecordsTest, HoldsARequestBackWhileAnEarlierOneIsInFlight)
 {
     records.add(request("low", "old"), 0s);
     EXPECT_THAT(taken(0s), ElementsAre("low old"));
@@ -96,7 +96,7 @@ TEST_F(NotificationRecordsTest, HoldsARequestBackUntilTheEarlierOneIsAnswered)
     EXPECT_THAT(taken(1s), ElementsAre("low new"));
 }
 
-TEST_F(NotificationRecordsTest, PostsOnceMoreWhatWasLost)
+TEST_F(NotificationRecordsTest, PostsLostRequestsAgain)
 {
     records.add(request("low", "a"), 0s);
     records.add(request("health", "b"), 1s);
@@ -110,7 +110,7 @@ TEST_F(NotificationRecordsTest, PostsOnceMoreWhatWasLost)
     EXPECT_THAT(taken(2s), ElementsAre("health b"));
 }
 
-TEST_F(NotificationRecordsTest, PostsWhatWasLostInItsOldOrder)
+TEST_F(NotificationRecordsTest, PostsLostRequestsInTheirOriginalOrder)
 {
     records.add(request("low", "a"), 0s);
     EXPECT_THAT(taken(0s), ElementsAre("low a"));
@@ -132,7 +132,7 @@ TEST_F(NotificationRecordsTest, PrefersANewerRequestToALostOne)
     EXPECT_THAT(taken(2s), ElementsAre("low new"));
 }
 
-TEST_F(NotificationRecordsTest, DropsWhatWaitedLongerThanTenMinutesSinceItWasAdded)
+TEST_F(NotificationRecordsTest, DiscardsRequestsOlderThanTenMinutes)
 {
     records.add(request("low", "a"), 100s);
     EXPECT_THAT(taken(100s), ElementsAre("low a"));
@@ -143,7 +143,7 @@ TEST_F(NotificationRecordsTest, DropsWhatWaitedLongerThanTenMinutesSinceItWasAdd
     EXPECT_THAT(taken(701s), IsEmpty());
 }
 
-TEST_F(NotificationRecordsTest, IsEmptyOnceAllIsAnsweredOrWithdrawn)
+TEST_F(NotificationRecordsTest, IsEmptyOnceAllRequestsAreAnsweredOrWithdrawn)
 {
     EXPECT_TRUE(records.isEmpty());
     records.add(request("low", "a"), 0s);
@@ -158,7 +158,7 @@ TEST_F(NotificationRecordsTest, IsEmptyOnceAllIsAnsweredOrWithdrawn)
     EXPECT_TRUE(records.isEmpty());
 }
 
-TEST_F(NotificationRecordsTest, GivesTheNewestOfAnIdentifierToCloseOnce)
+TEST_F(NotificationRecordsTest, ReturnsTheNewestIdToCloseOnce)
 {
     records.show("low", 1);
     records.show("health", 2);
@@ -169,7 +169,7 @@ TEST_F(NotificationRecordsTest, GivesTheNewestOfAnIdentifierToCloseOnce)
     EXPECT_THAT(records.shown(), ElementsAre(Pair("health", 2U)));
 }
 
-TEST_F(NotificationRecordsTest, KnowsItsOwnAlsoWhenTheyAreNoLongerShown)
+TEST_F(NotificationRecordsTest, KnowsItsIdsAfterTheyAreClosed)
 {
     records.show("low", 1);
     records.show("low", 2);
@@ -181,7 +181,7 @@ TEST_F(NotificationRecordsTest, KnowsItsOwnAlsoWhenTheyAreNoLongerShown)
     EXPECT_FALSE(records.isOurs(0));
 }
 
-TEST_F(NotificationRecordsTest, RemembersAHundredAndWhateverIsStillShown)
+TEST_F(NotificationRecordsTest, RemembersAHundredIdsAndThoseStillShown)
 {
     records.show("health", 1);
     for (std::uint32_t id = 2; id <= 102; ++id) records.show("low", id);
@@ -191,7 +191,7 @@ TEST_F(NotificationRecordsTest, RemembersAHundredAndWhateverIsStillShown)
     EXPECT_TRUE(records.isOurs(3));
 }
 
-TEST_F(NotificationRecordsTest, ForgetsTheIdsOfAnotherServer)
+TEST_F(NotificationRecordsTest, ForgetsItsIdsWhenTheServerChanges)
 {
     records.show("low", 1);
 

@@ -29,7 +29,7 @@ protected:
     }
 };
 
-TEST_F(NotificationServerTest, IsUnavailableOnABusWithoutOne)
+TEST_F(NotificationServerTest, IsUnavailableWithoutAServer)
 {
     const auto server = open();
 
@@ -37,7 +37,7 @@ TEST_F(NotificationServerTest, IsUnavailableOnABusWithoutOne)
     EXPECT_EQ(server->owner(), "");
 }
 
-TEST_F(NotificationServerTest, IsAvailableFromTheFirstMomentWhenOneRuns)
+TEST_F(NotificationServerTest, IsAvailableFromTheStartWhenAServerRuns)
 {
     fake.start();
 
@@ -47,7 +47,7 @@ TEST_F(NotificationServerTest, IsAvailableFromTheFirstMomentWhenOneRuns)
     EXPECT_EQ(server->owner()[0], ':');
 }
 
-TEST_F(NotificationServerTest, IsAvailableFromTheFirstMomentWhenTheBusWouldStartOne)
+TEST_F(NotificationServerTest, IsAvailableFromTheStartWhenTheBusCanStartAServer)
 {
     const PrivateBus other(std::vector{PrivateBus::Service{service, "/bin/false"}});
     session = other.connect(loop);
@@ -58,7 +58,7 @@ TEST_F(NotificationServerTest, IsAvailableFromTheFirstMomentWhenTheBusWouldStart
     EXPECT_EQ(server->owner(), "");
 }
 
-TEST_F(NotificationServerTest, NoticesThatOneIsInstalled)
+TEST_F(NotificationServerTest, NoticesWhenAServerIsInstalled)
 {
     const auto server = open();
     EXPECT_FALSE(server->available());
@@ -68,7 +68,7 @@ TEST_F(NotificationServerTest, NoticesThatOneIsInstalled)
     EXPECT_TRUE(runUntil(loop, [&] { return server->available(); }));
 }
 
-TEST_F(NotificationServerTest, FollowsOneThatComesAndGoes)
+TEST_F(NotificationServerTest, FollowsAServerThatComesAndGoes)
 {
     const auto server = open();
 
@@ -81,7 +81,7 @@ TEST_F(NotificationServerTest, FollowsOneThatComesAndGoes)
     EXPECT_EQ(changes, 2);
 }
 
-TEST_F(NotificationServerTest, AsksOnceForTheCapabilities)
+TEST_F(NotificationServerTest, RequestsTheCapabilitiesOnce)
 {
     fake.capabilities = {"body", "actions", "sound"};
     fake.start();
@@ -95,10 +95,10 @@ TEST_F(NotificationServerTest, AsksOnceForTheCapabilities)
 
     EXPECT_EQ(server->capabilities(),
               (NotificationCapabilities{.actions = true, .bodyMarkup = false, .sound = true}));
-    EXPECT_EQ(fake.questions, 1);
+    EXPECT_EQ(fake.capabilityCalls, 1);
 }
 
-TEST_F(NotificationServerTest, TakesAnErrorOrNonsenseForNoCapabilities)
+TEST_F(NotificationServerTest, AssumesNoCapabilitiesAfterAnErrorOrNonsense)
 {
     using Answer = FakeNotificationServer::Answer;
     for (const auto answer : {Answer::error, Answer::nonsense}) {
@@ -114,7 +114,7 @@ TEST_F(NotificationServerTest, TakesAnErrorOrNonsenseForNoCapabilities)
     }
 }
 
-TEST_F(NotificationServerTest, AsksTheNextServerAnew)
+TEST_F(NotificationServerTest, RequestsTheCapabilitiesAgainFromTheNextServer)
 {
     fake.aboutCapabilities = FakeNotificationServer::Answer::death;
     fake.start();
@@ -133,7 +133,7 @@ TEST_F(NotificationServerTest, AsksTheNextServerAnew)
     EXPECT_EQ(readies, 1);
 }
 
-TEST_F(NotificationServerTest, IsNotReadyWhenTheBusCannotStartOne)
+TEST_F(NotificationServerTest, IsNotReadyWhenTheServerFailsToStart)
 {
     const auto server = open();
     bus.add({.name = service, .command = "/bin/false"});

@@ -9,7 +9,7 @@ using testing::SizeIs;
 
 class NotificationServerTroubleTest : public NotificationCenterFixture {};
 
-TEST_F(NotificationServerTroubleTest, DropsAnAlertWhenThereIsNoServerAtAll)
+TEST_F(NotificationServerTroubleTest, DropsAReminderWhenThereIsNoServer)
 {
     open();
     EXPECT_FALSE(center->available());
@@ -36,11 +36,11 @@ TEST_F(NotificationServerTroubleTest, LetsTheBusStartTheServer)
     ASSERT_TRUE(untilReceived(1));
     settle();
 
-    EXPECT_EQ(server.questions, 2);  // the one that started it, and the one to it
+    EXPECT_EQ(server.capabilityCalls, 2);  // one that started it, one answered by it
     EXPECT_THAT(titles(), ElementsAre("Title"));
 }
 
-TEST_F(NotificationServerTroubleTest, PostsOnceMoreWhatItsServerDidNotLiveToAnswer)
+TEST_F(NotificationServerTroubleTest, PostsAgainWhenTheServerDiedBeforeItAnswered)
 {
     server.aboutNotifications = Answer::death;
     openWithServer();
@@ -57,7 +57,7 @@ TEST_F(NotificationServerTroubleTest, PostsOnceMoreWhatItsServerDidNotLiveToAnsw
     EXPECT_THAT(server.closed, IsEmpty());
 }
 
-TEST_F(NotificationServerTroubleTest, PostsToTheNextServerWhatDiedWithItsQuestion)
+TEST_F(NotificationServerTroubleTest, PostsToTheNextServerWhenOneDiedBeforeItsCapabilitiesWereKnown)
 {
     server.aboutCapabilities = Answer::death;
     openWithServer();
@@ -108,7 +108,7 @@ TEST_F(NotificationServerTroubleTest, ForgetsTheIdsOfAServerThatIsGone)
     EXPECT_THAT(server.closed, IsEmpty());
 }
 
-TEST_F(NotificationServerTroubleTest, TakesAnErrorForAnAnswer)
+TEST_F(NotificationServerTroubleTest, CountsAnErrorAsAnAnswer)
 {
     server.aboutNotifications = Answer::error;
     openWithServer();
@@ -125,7 +125,7 @@ TEST_F(NotificationServerTroubleTest, TakesAnErrorForAnAnswer)
     EXPECT_THAT(server.closed, IsEmpty());
 }
 
-TEST_F(NotificationServerTroubleTest, TakesNonsenseForAnAnswerWithoutAnId)
+TEST_F(NotificationServerTroubleTest, CountsNonsenseAsAnAnswerWithoutAnId)
 {
     server.aboutNotifications = Answer::nonsense;
     openWithServer();
@@ -142,7 +142,7 @@ TEST_F(NotificationServerTroubleTest, TakesNonsenseForAnAnswerWithoutAnId)
     EXPECT_THAT(server.closed, IsEmpty());
 }
 
-TEST_F(NotificationServerTroubleTest, DoesNotRepeatItselfToAServerThatPretendsToBeDead)
+TEST_F(NotificationServerTroubleTest, DoesNotPostAgainToAServerThatPretendsToBeDead)
 {
     server.aboutNotifications = Answer::error;
     server.error = SD_BUS_ERROR_NO_REPLY;
@@ -177,12 +177,12 @@ TEST_F(NotificationServerTroubleTest, PostsNothingTwiceToAServerThatHangs)
     EXPECT_THAT(server.closed, ElementsAre(1U));
 }
 
-TEST_F(NotificationServerTroubleTest, WaitsForAServerThatIsSlowToTellItsCapabilities)
+TEST_F(NotificationServerTroubleTest, WaitsForSlowCapabilities)
 {
     server.aboutCapabilities = Answer::none;
     openWithServer();
     center->add(request("low", "old"));
-    ASSERT_TRUE(runUntil(loop, [&] { return server.questions > 0; }));
+    ASSERT_TRUE(runUntil(loop, [&] { return server.capabilityCalls > 0; }));
     center->add(request("low", "new"));
     settle();
     EXPECT_THAT(server.received, IsEmpty());
@@ -195,7 +195,7 @@ TEST_F(NotificationServerTroubleTest, WaitsForAServerThatIsSlowToTellItsCapabili
     EXPECT_THAT(server.received.front().actions, SizeIs(2));
 }
 
-TEST_F(NotificationServerTroubleTest, PostsToTheServerThatTookOver)
+TEST_F(NotificationServerTroubleTest, PostsToAServerThatTakesTheNameOver)
 {
     server.aboutNotifications = Answer::none;
     openWithServer();
@@ -206,7 +206,7 @@ TEST_F(NotificationServerTroubleTest, PostsToTheServerThatTookOver)
     next.lastId = 40;
     next.start();
     ASSERT_TRUE(runUntil(loop, [&] { return !next.received.empty(); }));
-    server.answerLate();  // as id 1, which now means nothing
+    server.answerLate();  // id 1, which is now stale
     settle();
     server.invoke(1, "SNOOZE");
     settle();

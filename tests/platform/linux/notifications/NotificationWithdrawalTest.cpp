@@ -8,7 +8,7 @@ using testing::IsEmpty;
 
 class NotificationWithdrawalTest : public NotificationCenterFixture {};
 
-TEST_F(NotificationWithdrawalTest, TakesBackWhatIsShown)
+TEST_F(NotificationWithdrawalTest, ClosesAShownNotificationOnce)
 {
     openWithServer();
     center->add(request("low"));
@@ -24,7 +24,7 @@ TEST_F(NotificationWithdrawalTest, TakesBackWhatIsShown)
     EXPECT_THAT(server.closed, ElementsAre(1U));
 }
 
-TEST_F(NotificationWithdrawalTest, LeavesWhatIsShownWhenItEnds)
+TEST_F(NotificationWithdrawalTest, LeavesShownNotificationsAtExit)
 {
     openWithServer();
     center->add(request("low"));
@@ -39,7 +39,7 @@ TEST_F(NotificationWithdrawalTest, LeavesWhatIsShownWhenItEnds)
     EXPECT_THAT(server.closed, IsEmpty());
 }
 
-TEST_F(NotificationWithdrawalTest, TakesBackAtTheEndWhatTheServerHadNotAnsweredYet)
+TEST_F(NotificationWithdrawalTest, ClosesAtExitAWithdrawnPostThatWasInFlight)
 {
     server.aboutNotifications = Answer::none;
     openWithServer();
@@ -56,13 +56,13 @@ TEST_F(NotificationWithdrawalTest, TakesBackAtTheEndWhatTheServerHadNotAnsweredY
     EXPECT_THAT(server.closed, ElementsAre(1U));
 }
 
-TEST_F(NotificationWithdrawalTest, PostsAtTheEndWhatWaitedForTheServersCapabilities)
+TEST_F(NotificationWithdrawalTest, PostsAtExitWhatWaitedForTheCapabilities)
 {
     server.aboutCapabilities = Answer::none;
     openWithServer();
     center->add(request("low"));
     center->add(request("health", "Health"));
-    ASSERT_TRUE(runUntil(loop, [&] { return server.questions > 0; }));
+    ASSERT_TRUE(runUntil(loop, [&] { return server.capabilityCalls > 0; }));
     center->removeDelivered("low");
 
     server.answerLate();
@@ -73,7 +73,7 @@ TEST_F(NotificationWithdrawalTest, PostsAtTheEndWhatWaitedForTheServersCapabilit
     EXPECT_THAT(titles(), ElementsAre("Health"));
 }
 
-TEST_F(NotificationWithdrawalTest, EndsWithoutAServerThatHangs)
+TEST_F(NotificationWithdrawalTest, ExitsDespiteAServerThatHangs)
 {
     server.aboutNotifications = Answer::none;
     openWithServer();
@@ -86,7 +86,7 @@ TEST_F(NotificationWithdrawalTest, EndsWithoutAServerThatHangs)
     EXPECT_THAT(server.closed, IsEmpty());
 }
 
-TEST_F(NotificationWithdrawalTest, EndsWithoutABusThatIsGone)
+TEST_F(NotificationWithdrawalTest, ExitsDespiteADeadBus)
 {
     server.aboutNotifications = Answer::none;
     openWithServer();
@@ -97,7 +97,7 @@ TEST_F(NotificationWithdrawalTest, EndsWithoutABusThatIsGone)
     center->finish();
 }
 
-TEST_F(NotificationWithdrawalTest, TakesBackWhatTheServerHasNotAnsweredYet)
+TEST_F(NotificationWithdrawalTest, ClosesAPostInFlightOnceItsIdIsKnown)
 {
     server.aboutNotifications = Answer::none;
     openWithServer();
@@ -114,12 +114,12 @@ TEST_F(NotificationWithdrawalTest, TakesBackWhatTheServerHasNotAnsweredYet)
     EXPECT_THAT(player.played, IsEmpty());
 }
 
-TEST_F(NotificationWithdrawalTest, NeverPostsWhatWasTakenBackWhileItWaited)
+TEST_F(NotificationWithdrawalTest, NeverPostsAPendingRequestThatWasWithdrawn)
 {
     server.aboutCapabilities = Answer::none;
     openWithServer();
     center->add(request("low"));
-    ASSERT_TRUE(runUntil(loop, [&] { return server.questions > 0; }));
+    ASSERT_TRUE(runUntil(loop, [&] { return server.capabilityCalls > 0; }));
 
     center->removeDelivered("low");
     server.answerLate();
@@ -128,7 +128,7 @@ TEST_F(NotificationWithdrawalTest, NeverPostsWhatWasTakenBackWhileItWaited)
     EXPECT_THAT(server.received, IsEmpty());
 }
 
-TEST_F(NotificationWithdrawalTest, PostsAnewAfterTakingBack)
+TEST_F(NotificationWithdrawalTest, PostsANewerRequestAfterAWithdrawal)
 {
     server.aboutNotifications = Answer::none;
     openWithServer();
@@ -146,7 +146,7 @@ TEST_F(NotificationWithdrawalTest, PostsAnewAfterTakingBack)
     EXPECT_THAT(server.closed, ElementsAre(1U));
 }
 
-TEST_F(NotificationWithdrawalTest, DoesNotRepeatToTheNextServerWhatWasTakenBack)
+TEST_F(NotificationWithdrawalTest, DoesNotPostAWithdrawnRequestToTheNextServer)
 {
     server.aboutNotifications = Answer::none;
     openWithServer();

@@ -1,5 +1,5 @@
-// Posts a notification with any text as the program would post it: post_notification TITLE BODY.
-// For tests with real servers. It stays until it is ended.
+// post_notification TITLE BODY: posts a notification as the program does, for tests with real
+// servers. Runs until it is killed.
 #include <string>
 
 #include "platform/linux/base/SdEventRunLoop.h"
