@@ -11,14 +11,14 @@ namespace {
 constexpr std::int32_t root = 0;
 constexpr std::array propertyNames{"type", "label", "enabled", "children-display"};
 
-// By place and action: a click on a line that has become another one since finds nothing.
+// Made of place and action, so that a click on an entry that has since changed finds nothing.
 std::int32_t idOf(std::size_t place, const MenuItem& item)
 {
     constexpr std::size_t actions = 8;  // more than there are
     return static_cast<std::int32_t>(1 + place * actions + static_cast<std::size_t>(item.action));
 }
 
-// A single underscore would mark the letter after it as a shortcut.
+// A single underscore would make the next letter a mnemonic.
 std::string label(const std::string& title)
 {
     std::string label;
@@ -26,7 +26,7 @@ std::string label(const std::string& title)
     return label;
 }
 
-bool separates(const MenuItem& item)
+bool isSeparator(const MenuItem& item)
 {
     return item.title.empty();
 }
@@ -56,11 +56,11 @@ const MenuItem* MenuLayout::find(std::int32_t id) const
 std::optional<MenuAction> MenuLayout::action(std::int32_t id) const
 {
     const auto* const item = find(id);
-    if (!item || separates(*item) || item->action == MenuAction::none) return std::nullopt;
+    if (!item || isSeparator(*item) || item->action == MenuAction::none) return std::nullopt;
     return item->action;
 }
 
-// What a line does not say has its default: a standard line, enabled and visible.
+// Absent properties have their defaults: a standard entry, enabled and visible.
 std::optional<MenuLayout::Value> MenuLayout::property(std::int32_t id, std::string_view name) const
 {
     if (id == root) {
@@ -69,7 +69,7 @@ std::optional<MenuLayout::Value> MenuLayout::property(std::int32_t id, std::stri
     }
     const auto* const item = find(id);
     if (!item) return std::nullopt;
-    if (separates(*item)) {
+    if (isSeparator(*item)) {
         if (name == "type") return "separator";
         return std::nullopt;
     }
@@ -83,7 +83,7 @@ bool MenuLayout::sameShape(const MenuLayout& other) const
     return std::equal(items.begin(), items.end(), other.items.begin(), other.items.end(),
                       [](const MenuItem& one, const MenuItem& another) {
                           return one.action == another.action &&
-                                 separates(one) == separates(another);
+                                 isSeparator(one) == isSeparator(another);
                       });
 }
 

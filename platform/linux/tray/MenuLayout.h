@@ -1,4 +1,4 @@
-// A menu's lines as com.canonical.dbusmenu describes them: numbered, with named properties.
+// A menu as com.canonical.dbusmenu describes it: entries with an id and named properties.
 #pragma once
 
 #include <cstdint>
@@ -14,34 +14,34 @@
 
 namespace vorlane::platform {
 
-// The root has the id 0 and the lines are its only children.
+// The root has id 0, and the entries are its only children.
 class MenuLayout {
 public:
     using Value = std::variant<std::string, bool>;
 
-    // Which properties are asked for; empty: all of them.
+    // Property names; empty means all.
     using Names = std::vector<std::string_view>;
 
     MenuLayout() = default;
-    explicit MenuLayout(std::vector<MenuItem> lines) : items(std::move(lines)) {}
+    explicit MenuLayout(std::vector<MenuItem> entries) : items(std::move(entries)) {}
 
     // The root first.
     std::vector<std::int32_t> ids() const;
     bool has(std::int32_t id) const;
 
-    // Absent for an unknown id and for a line that only informs.
+    // Absent for an unknown id and for an entry that cannot be chosen.
     std::optional<MenuAction> action(std::int32_t id) const;
 
-    // Absent when the line does not have it.
+    // Absent when the entry does not have it.
     std::optional<Value> property(std::int32_t id, std::string_view name) const;
 
-    // Whether the lines differ from those of `other` in nothing but their labels.
+    // Whether the two differ at most in their labels.
     bool sameShape(const MenuLayout& other) const;
 
-    // Appends a dictionary a{sv}.
+    // Appends an a{sv}.
     void appendProperties(sd_bus_message* message, std::int32_t id, const Names& names) const;
 
-    // Appends a structure (ia{sv}av) with the children `depth` levels down, all when negative.
+    // Appends an (ia{sv}av) with `depth` levels of children; all when negative.
     void append(sd_bus_message* message, std::int32_t id, std::int32_t depth,
                 const Names& names) const;
 

@@ -15,8 +15,8 @@ namespace vorlane::platform {
 
 namespace {
 
-// The section headers are what linkers write last. The dynamic linker maps what the program
-// headers promise without asking whether it is there, and dies of a page that is not.
+// The section headers come last in the file. The dynamic linker does not check its length: it maps
+// what the program headers promise, and the process crashes on a missing page.
 bool isWhole(const std::string& path)
 {
     const FileDescriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));

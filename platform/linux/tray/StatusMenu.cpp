@@ -13,7 +13,7 @@ namespace {
 
 constexpr const char* interfaceName = "com.canonical.dbusmenu";
 
-// Valid while the message is.
+// The names point into the message.
 MenuLayout::Names readNames(sd_bus_message* message)
 {
     MenuLayout::Names names;
@@ -24,7 +24,7 @@ MenuLayout::Names readNames(sd_bus_message* message)
     return names;
 }
 
-// Valid while the message is, which may hold millions.
+// Not copied, because a message may hold millions.
 std::span<const std::int32_t> readIds(sd_bus_message* message)
 {
     const void* first = nullptr;
@@ -106,7 +106,7 @@ StatusMenu::StatusMenu(sd_bus* session, RunLoop& loop)
 
 void StatusMenu::onMenu(std::function<void(MenuAction)> callback)
 {
-    choices->told = std::move(callback);
+    choices->callback = std::move(callback);
 }
 
 void StatusMenu::show(const std::vector<MenuItem>& items)
@@ -126,7 +126,7 @@ void StatusMenu::show(const std::vector<MenuItem>& items)
     (void)send(signal);
 }
 
-// An open menu takes new labels as it stands, where a new layout would close it.
+// An open menu takes new labels; a new layout would close it.
 void StatusMenu::announceLabels(const MenuLayout& before)
 {
     const auto signal = newSignal(session_, "ItemsPropertiesUpdated");
@@ -159,7 +159,7 @@ int StatusMenu::getLayout(sd_bus_message* call)
     return send(reply);
 }
 
-// No ids ask for every line.
+// An empty list means all entries.
 int StatusMenu::getGroupProperties(sd_bus_message* call)
 {
     const auto wanted = readIds(call);
@@ -193,18 +193,18 @@ int StatusMenu::getProperty(sd_bus_message* call)
     return send(reply);
 }
 
-// False when there is no such line.
+// False for an unknown id.
 bool StatusMenu::handle(std::int32_t id, std::string_view event)
 {
     if (!layout.has(id)) return false;
     const auto action = layout.action(id);
     if (event != "clicked" || !action) return true;
-    if (!choices->waiting.insert(*action).second) return true;
+    if (!choices->pending.insert(*action).second) return true;
     loop_.async([weak = std::weak_ptr(choices), action = *action] {
         const auto alive = weak.lock();
         if (!alive) return;
-        alive->waiting.erase(action);
-        alive->told(action);
+        alive->pending.erase(action);
+        alive->callback(action);
     });
     return true;
 }
@@ -214,11 +214,11 @@ int StatusMenu::event(sd_bus_message* call)
     std::int32_t id = 0;
     const char* name = nullptr;
     if (sd_bus_message_read(call, "is", &id, &name) < 0) return -EINVAL;
-    (void)handle(id, name);  // the line may have gone while the menu was open
+    (void)handle(id, name);  // the entry may be gone since the menu was opened
     return sd_bus_reply_method_return(call, "");
 }
 
-// Answers with the ids that are unknown.
+// Returns the unknown ids.
 int StatusMenu::eventGroup(sd_bus_message* call)
 {
     std::vector<std::int32_t> unknown;
@@ -250,7 +250,7 @@ int StatusMenu::aboutToShowGroup(sd_bus_message* call)
         if (!layout.has(id)) unknown.push_back(id);
     }
     std::ranges::sort(unknown);
-    unknown.erase(std::unique(unknown.begin(), unknown.end()), unknown.end());  // once each
+    unknown.erase(std::unique(unknown.begin(), unknown.end()), unknown.end());
     const auto reply = replyTo(call);
     if (!reply) return -ENOMEM;
     appendIds(reply.get(), {});

@@ -1,4 +1,4 @@
-// The status item's menu as trays read it and choose from it: the object of com.canonical.dbusmenu.
+// The tray item's menu on D-Bus: the object of com.canonical.dbusmenu.
 #pragma once
 
 #include <cstdint>
@@ -15,19 +15,19 @@
 
 namespace vorlane::platform {
 
-// Offered at `path` from the start, empty until the first `show`.
+// Exported at `path` on construction; empty until the first `show`.
 class StatusMenu {
 public:
     static constexpr const char* path = "/StatusNotifierItem/Menu";
 
-    // The session bus outlives this object.
+    // The session bus must outlive this object.
     StatusMenu(sd_bus* session, RunLoop& loop);
 
-    // Tells the trays what differs; nothing when nothing does.
+    // Signals only differences.
     void show(const std::vector<MenuItem>& items);
 
-    // A line was chosen, however often since the last turn. Called on a turn of the loop of its
-    // own, never inside a bus call.
+    // Called on a later turn of the loop, never inside a bus call. Repeated choices of an entry
+    // count once per turn.
     void onMenu(std::function<void(MenuAction)> callback);
 
 private:
@@ -49,8 +49,8 @@ private:
     MenuLayout layout;
     std::uint32_t revision = 1;  // of the layout's shape
     struct Choices {
-        std::function<void(MenuAction)> told = [](MenuAction) {};
-        std::set<MenuAction> waiting;  // for their turn of the loop
+        std::function<void(MenuAction)> callback = [](MenuAction) {};
+        std::set<MenuAction> pending;  // called back on the next turn
     };
     std::shared_ptr<Choices> choices = std::make_shared<Choices>();
     SlotPointer object;

@@ -22,7 +22,7 @@ std::string installedThemes()
     return std::filesystem::is_directory(icons, error) ? icons.string() : std::string();
 }
 
-// Scrolling, the other buttons: neither means anything here.
+// For scrolling and the other buttons.
 int ignore(sd_bus_message* call, void* /*self*/, sd_bus_error* /*error*/)
 {
     return sd_bus_reply_method_return(call, "");
@@ -103,7 +103,7 @@ void StatusNotifierItem::show(const StatusItemContent& fresh)
     content = fresh;
     menu.show(content.menu);
     showContent();
-    shown = true;  // the tray reads the first content unasked
+    shown = true;  // the tray reads the first content without a signal
 }
 
 void StatusNotifierItem::showContent()
@@ -112,8 +112,8 @@ void StatusNotifierItem::showContent()
     if (shown) announce(before);
 }
 
-// Each signal makes trays read and draw again, so only differences are announced. The attention
-// icon is announced only while it counts, and before the status: a tray's copy may be hours old.
+// Each signal makes trays read and redraw, so only differences are announced. The attention icon is
+// announced only while it is shown, and before the status: a tray's copy may be hours old.
 void StatusNotifierItem::announce(const TrayFace& before)
 {
     const bool isNewIcon = face.icon != before.icon;
@@ -141,7 +141,7 @@ void StatusNotifierItem::emit(const char* signal) const
     (void)sd_bus_emit_signal(session_, path, interfaceName, signal, "");
 }
 
-// On a turn of its own: what a click starts may take long or use the bus.
+// On a later turn, because what a click starts may take long or use the bus.
 int StatusNotifierItem::activate(sd_bus_message* call)
 {
     loop_.async([weak = std::weak_ptr(action)] {

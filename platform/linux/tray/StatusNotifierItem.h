@@ -1,4 +1,4 @@
-// The status item as trays read it: the object of org.kde.StatusNotifierItem.
+// The tray item on D-Bus: the object of org.kde.StatusNotifierItem.
 #pragma once
 
 #include <functional>
@@ -18,14 +18,14 @@
 
 namespace vorlane::platform {
 
-// Trays hear of it at the first `show`, and after that of what differs alone.
 class StatusNotifierItem : public StatusItem {
 public:
-    // Registers with the tray at once. The tray asks for the content on a later turn of the loop:
-    // the first `show` must come before that. The session bus outlives this object.
+    // Registers with the tray at once. The tray reads the content on a later turn of the loop; call
+    // `show` before that. The session bus must outlive this object.
     StatusNotifierItem(sd_bus* session, RunLoop& loop);
 
     bool hasSymbol(const std::string& name) const override { return hasSymbolMask(name); }
+    // Signals only differences.
     void show(const StatusItemContent& fresh) override;
     void onAction(std::function<void()> callback) override { *action = std::move(callback); }
     void onMenu(std::function<void(MenuAction)> callback) override
@@ -69,7 +69,7 @@ private:
     SlotPointer object;
     TrayFace face;
     bool shown = false;
-    TrayHost host;  // before the tray asks for anything: its kind must be known by then
+    TrayHost host;  // before `registration`: the kind must be known when the tray reads the item
     TrayRegistration registration;
 };
 

@@ -1,59 +1,58 @@
-// Whether the item needs an X icon, given what is known of the tray on the bus. Decides only: it
-// looks for nothing and waits for nothing.
+// Decides whether the item needs an X icon. Leaves looking for trays and waiting to its owner.
 #pragma once
 
 namespace vorlane::platform {
 
-// A tray on the bus shows the item better, and a panel that brings one often brings an X tray a
-// moment earlier. Therefore an icon is shown only after there has been none for a while, and
-// withdrawn at once.
+// A tray on the bus shows the item better, and a panel that has both often starts its X tray a
+// moment earlier. So the icon is shown only after a while without a watcher, and withdrawn as soon
+// as there is one.
 class TrayChoice {
 public:
     enum class Step {
         nothing,
-        wait,  // for a while, then tell of it by `waited`
+        wait,  // start a timer that calls `waited`
         show,
-        withdraw,  // and wait no longer
+        withdraw,  // and cancel the timer
     };
 
-    // Told as often as it is found out.
+    // May be called repeatedly with the same value.
     Step watcher(bool present)
     {
         watched = present;
-        if (present) return place == Place::none ? Step::nothing : leave();
-        return place == Place::none ? arrive() : Step::nothing;
+        if (present) return state == State::none ? Step::nothing : withdraw();
+        return state == State::none ? startWaiting() : Step::nothing;
     }
 
     Step waited()
     {
-        if (place != Place::awaited) return Step::nothing;
-        place = Place::shown;
+        if (state != State::waiting) return Step::nothing;
+        state = State::shown;
         return Step::show;
     }
 
-    // The display that had the icon has gone.
-    Step lost() { return place == Place::shown ? leave() : Step::nothing; }
+    // The display that showed the icon is gone.
+    Step lost() { return state == State::shown ? withdraw() : Step::nothing; }
 
-    // It is worth another try, as after sleep.
-    Step again() { return place == Place::none && !watched ? arrive() : Step::nothing; }
+    // Tries a lost display again, as after sleep.
+    Step retry() { return state == State::none && !watched ? startWaiting() : Step::nothing; }
 
 private:
-    enum class Place { none, awaited, shown };
+    enum class State { none, waiting, shown };
 
-    Step arrive()
+    Step startWaiting()
     {
-        place = Place::awaited;
+        state = State::waiting;
         return Step::wait;
     }
 
-    Step leave()
+    Step withdraw()
     {
-        place = Place::none;
+        state = State::none;
         return Step::withdraw;
     }
 
-    Place place = Place::none;
-    bool watched = true;  // until it is found out
+    State state = State::none;
+    bool watched = true;  // until `watcher` is called
 };
 
 }  // namespace vorlane::platform

@@ -4,25 +4,26 @@ namespace vorlane::platform {
 
 namespace {
 
-// Constant unless the tray is known to pass it to screen readers: LXQt remembers by their titles
-// which items to hide.
+// Constant on most trays, since LXQt remembers by title which items to hide. Trays known to pass
+// the title to screen readers get the description in it.
 std::string titleFor(const StatusItemContent& content, TrayKind tray)
 {
-    const bool isHeard = tray == TrayKind::labels || tray == TrayKind::titledIcons;
-    return isHeard ? spokenTitle(content) : "Vorlane";
+    const bool isSpoken = tray == TrayKind::labels || tray == TrayKind::titledIcons;
+    return isSpoken ? spokenTitle(content) : "Vorlane";
 }
 
-// The title alone: some trays show only it, some only the text when there is one. XFCE replaces an
-// empty text by the description, which repeats the title: there the text is the rest of it, or the
-// title again, which XFCE then shows once.
+// Usually without text: some trays show only the title, others only the text if there is one. XFCE
+// replaces an empty text by the description, which ends with the title. There the text is the rest
+// of the description, or the title again, which XFCE then shows once.
 TrayToolTip toolTipFor(const StatusItemContent& content, TrayKind tray)
 {
     if (tray != TrayKind::describedIcons) return {.title = content.toolTip, .text = {}};
 
-    const auto& whole = content.accessibilityDescription;
-    const auto said = ", " + content.toolTip;
-    if (!whole.ends_with(said)) return {.title = content.toolTip, .text = content.toolTip};
-    return {.title = content.toolTip, .text = whole.substr(0, whole.size() - said.size())};
+    const auto& description = content.accessibilityDescription;
+    const auto tail = ", " + content.toolTip;
+    if (!description.ends_with(tail)) return {.title = content.toolTip, .text = content.toolTip};
+    return {.title = content.toolTip,
+            .text = description.substr(0, description.size() - tail.size())};
 }
 
 // The title without the space before it.

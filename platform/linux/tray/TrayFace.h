@@ -1,4 +1,4 @@
-// The status item's properties for one kind of tray, except those that never change.
+// The tray item's properties that depend on its content and on the kind of tray.
 #pragma once
 
 #include <string>
@@ -13,7 +13,7 @@ std::string spokenTitle(const StatusItemContent& content);
 
 struct TrayToolTip {
     std::string title;
-    std::string text;  // below it; mostly empty
+    std::string text;  // the second line; usually empty
 
     friend bool operator==(const TrayToolTip&, const TrayToolTip&) = default;
 };
@@ -29,7 +29,7 @@ struct TrayFace {
 
     static TrayFace of(const StatusItemContent& content, TrayKind tray);
 
-    // Never passive: most trays hide such items.
+    // Never "Passive", since most trays hide such items.
     const char* status() const { return needsAttention ? "NeedsAttention" : "Active"; }
 };
 

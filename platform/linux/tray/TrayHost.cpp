@@ -23,17 +23,17 @@ struct Tray {
 
 constexpr std::array known{
     Tray{"gnome-shell", TrayKind::labels},               // its AppIndicator extension
-    Tray{"mate-panel", TrayKind::labels},                // with its applet in one process
-    Tray{"notification-area-applet", TrayKind::labels},  // the applet in its own
+    Tray{"mate-panel", TrayKind::labels},                // with its applet in the same process
+    Tray{"notification-area-applet", TrayKind::labels},  // the applet in a separate process
     // The indicators of XFCE and MATE.
     Tray{"ayatana-indicator-application-service", TrayKind::labels},
     Tray{"indicator-application-service", TrayKind::labels},
     Tray{"plasmashell", TrayKind::titledIcons},
-    Tray{"kded5", TrayKind::titledIcons},  // keeps Plasma's items
+    Tray{"kded5", TrayKind::titledIcons},  // owns the watcher on Plasma
     Tray{"kded6", TrayKind::titledIcons},
     Tray{"xfce4-panel", TrayKind::describedIcons},
 };
-constexpr std::size_t kernelKeeps = 15;
+constexpr std::size_t longestComm = 15;
 
 // XFCE runs the plugin in a process named like "panel-1-systray".
 bool isSystrayOfXfce(std::string_view process)
@@ -41,7 +41,7 @@ bool isSystrayOfXfce(std::string_view process)
     return process.starts_with("panel-") && process.find("-systr") != std::string_view::npos;
 }
 
-// Empty when it cannot be read, as of a process in another namespace: a tray like most.
+// Empty when it cannot be read, as for a process in another namespace.
 std::string nameOfProcess(std::uint32_t process)
 {
     auto name = readFile("/proc/" + std::to_string(process) + "/comm", longestName).value_or("");
@@ -56,7 +56,7 @@ TrayKind trayKind(std::string_view process)
     if (isSystrayOfXfce(process)) return TrayKind::describedIcons;
 
     const auto* const found = std::find_if(known.begin(), known.end(), [process](const Tray& tray) {
-        return process == tray.process || process == tray.process.substr(0, kernelKeeps);
+        return process == tray.process || process == tray.process.substr(0, longestComm);
     });
     return found == known.end() ? TrayKind::icons : found->kind;
 }
@@ -76,7 +76,7 @@ void TrayHost::watcherChanged(const char* owner)
 
 void TrayHost::ask(const char* owner)
 {
-    question = owned<SlotPointer>([&](sd_bus_slot** slot) {
+    request = owned<SlotPointer>([&](sd_bus_slot** slot) {
         return sd_bus_call_method_async(session_, slot, "org.freedesktop.DBus",
                                         "/org/freedesktop/DBus", "org.freedesktop.DBus",
                                         "GetConnectionUnixProcessID",
@@ -87,7 +87,7 @@ void TrayHost::ask(const char* owner)
 void TrayHost::answered(sd_bus_message* reply)
 {
     std::uint32_t process = 0;
-    if (sd_bus_message_is_method_error(reply, nullptr)) return;  // no tray, or it has gone again
+    if (sd_bus_message_is_method_error(reply, nullptr)) return;  // no tray, or already gone
     if (sd_bus_message_read(reply, "u", &process) < 0) return;
     const auto before = std::exchange(kind_, trayKind(nameOfProcess(process)));
     if (kind_ != before) changed_();

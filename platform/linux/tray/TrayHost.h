@@ -1,4 +1,4 @@
-// Knows the kind of the desktop's tray, also when another one takes its place.
+// Finds out the kind of the desktop's tray, again whenever the tray is replaced.
 #pragma once
 
 #include <functional>
@@ -10,17 +10,18 @@
 
 namespace vorlane::platform {
 
-// The kind of a tray by its process's name in /proc/PID/comm, which is cut after 15 letters.
+// `process` is as in /proc/PID/comm, which the kernel cuts after 15 characters.
 TrayKind trayKind(std::string_view process);
 
-// Asks the bus for the process that owns org.kde.StatusNotifierWatcher, now and for each new owner.
+// Asks the bus for the process that owns org.kde.StatusNotifierWatcher, on construction and for
+// each new owner.
 class TrayHost {
 public:
-    // Calls `changed` from the loop when the kind has become another one. The bus outlives this
+    // `changed` is called from the loop when the kind has changed. The bus must outlive this
     // object.
     TrayHost(sd_bus* session, std::function<void()> changed);
 
-    // `labels` until the bus has told of a tray; of one that has gone, what it was.
+    // `labels` before the first tray is found; the last tray's kind while there is none.
     TrayKind kind() const { return kind_; }
 
 private:
@@ -32,7 +33,7 @@ private:
     std::function<void()> changed_;
     TrayKind kind_ = TrayKind::labels;
     NameWatch watcher;
-    SlotPointer question;
+    SlotPointer request;
 };
 
 }  // namespace vorlane::platform

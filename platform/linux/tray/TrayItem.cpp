@@ -6,8 +6,8 @@ namespace vorlane::platform {
 
 namespace {
 
-// A panel that is started with the session, or again after a crash, is there within this time.
-constexpr Seconds patienceWithPanels{3};
+// A panel that starts with the session, or restarts after a crash, has a watcher by then.
+constexpr Seconds watcherTimeout{3};
 
 }  // namespace
 
@@ -41,7 +41,7 @@ void TrayItem::onMenu(std::function<void(MenuAction)> callback)
 void TrayItem::registerAgain()
 {
     notifier.registerAgain();
-    if (icon) take(choice.again());
+    if (icon) take(choice.retry());
 }
 
 void TrayItem::take(TrayChoice::Step step)
@@ -50,13 +50,13 @@ void TrayItem::take(TrayChoice::Step step)
         case TrayChoice::Step::nothing:
             return;
         case TrayChoice::Step::wait:
-            patience = loop_.after(patienceWithPanels, [this] { take(choice.waited()); });
+            timeout = loop_.after(watcherTimeout, [this] { take(choice.waited()); });
             return;
         case TrayChoice::Step::show:
             icon->open();
             return;
         case TrayChoice::Step::withdraw:
-            patience = {};
+            timeout = {};
             icon->close();
             return;
     }

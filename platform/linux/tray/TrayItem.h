@@ -1,5 +1,4 @@
-// The program's item in the desktop's tray: on the bus always, and as an X icon where nobody
-// watches the bus for items.
+// The tray item: always on the bus, and also an X icon while the bus has no StatusNotifierWatcher.
 #pragma once
 
 #include <functional>
@@ -15,8 +14,8 @@
 
 namespace vorlane::platform {
 
-// Registered on construction: the tray reserves its place while the program starts, and its
-// questions are answered once the main loop runs.
+// Registers on construction, so that the tray can reserve a place while the program starts. Calls
+// from the tray are answered once the main loop runs.
 class TrayItem : public StatusBar, public StatusItem {
 public:
     struct Dependencies {
@@ -25,7 +24,7 @@ public:
         std::optional<XTrayItem::Dependencies> xTray;  // absent where there can be no X tray
     };
 
-    // The bus and the loop outlive this object.
+    // The bus and the loop must outlive this object.
     explicit TrayItem(Dependencies dependencies);
 
     StatusItem* statusItem() override { return this; }
@@ -45,7 +44,7 @@ private:
     StatusNotifierItem notifier;
     std::optional<XTrayItem> icon;
     TrayChoice choice;
-    Subscription patience;
+    Subscription timeout;
 };
 
 }  // namespace vorlane::platform

@@ -12,10 +12,10 @@ namespace {
 constexpr const char* watcher = "org.kde.StatusNotifierWatcher";
 constexpr const char* watcherPath = "/StatusNotifierWatcher";
 
-// One second after the first failure, twice as long after each further one: a minute in all.
-constexpr int mostRetries = 6;
+// The first after a second, then with doubled delays: about a minute in all.
+constexpr int maxRetries = 6;
 
-// Long enough for a tray that starts to have drawn itself.
+// By then a starting tray has drawn itself.
 constexpr Seconds drawingTime{2};
 
 }  // namespace
@@ -26,7 +26,7 @@ TrayRegistration::TrayRegistration(sd_bus* session, RunLoop& loop)
       name("org.kde.StatusNotifierItem-" + std::to_string(getpid()) + "-1"),
       watcherOwner(session, watcher, [this](const char* owner) { watcherChanged(owner); })
 {
-    // The bus keeps the order: it watches, then names, before the watcher hears of the item.
+    // The bus keeps this order: the item has its name before the watcher gets the registration.
     watchHosts();
     requestName();
     send();
@@ -34,7 +34,7 @@ TrayRegistration::TrayRegistration(sd_bus* session, RunLoop& loop)
 
 void TrayRegistration::registerAgain()
 {
-    if (request) return;  // the answer will tell
+    if (request) return;  // already in flight
     failures = 0;
     send();
 }
@@ -57,7 +57,7 @@ void TrayRegistration::requestName()
     });
 }
 
-// A process id is unique only in its own namespace: another one's item may have the name.
+// Process ids are unique only within a namespace, so another item may already own the name.
 void TrayRegistration::nameAnswered(sd_bus_message* reply)
 {
     constexpr std::uint32_t isOwner = 1;
@@ -75,15 +75,15 @@ void TrayRegistration::nameAnswered(sd_bus_message* reply)
 void TrayRegistration::watcherChanged(const char* owner)
 {
     if (std::string_view(owner).empty()) {
-        request.reset();  // who could answer it has gone
-        return told_(false);
+        request.reset();  // its receiver is gone
+        return onWatcher_(false);
     }
     failures = 0;
-    told_(true);
-    send();  // also when one is on its way: that was for the owner that has gone
+    onWatcher_(true);
+    send();  // even with a request in flight: that went to the previous owner
 }
 
-// While a request is on its way the watcher will read it with the new host already known.
+// A request in flight is enough: the watcher reads it when it already knows the new host.
 void TrayRegistration::hostRegistered(sd_bus_message* /*signal*/)
 {
     registerAgain();
@@ -98,7 +98,7 @@ void TrayRegistration::send()
     });
     if (!call || sd_bus_message_append(call.get(), "s", name.c_str()) < 0) return;
 
-    (void)sd_bus_message_set_auto_start(call.get(), false);  // a tray is the desktop's to start
+    (void)sd_bus_message_set_auto_start(call.get(), false);  // the desktop starts trays
     request = owned<SlotPointer>([&](sd_bus_slot** slot) {
         return sd_bus_call_async(session_, slot, call.get(),
                                  onMessage<TrayRegistration, &TrayRegistration::answered>, this, 0);
@@ -110,15 +110,15 @@ void TrayRegistration::answered(sd_bus_message* reply)
     request.reset();
     if (!sd_bus_message_is_method_error(reply, nullptr)) {
         failures = 0;
-        redraw = loop_.after(drawingTime, [this] { redraw_(); });
-        return told_(true);
+        redraw = loop_.after(drawingTime, [this] { onRedraw_(); });
+        return onWatcher_(true);
     }
-    // Without a watcher there is nothing to try: its coming is watched.
+    // Without a watcher there is nothing to retry: `watcherOwner` reports the next one.
     if (sd_bus_message_is_method_error(reply, SD_BUS_ERROR_SERVICE_UNKNOWN) ||
         sd_bus_message_is_method_error(reply, SD_BUS_ERROR_NAME_HAS_NO_OWNER)) {
-        return told_(false);
+        return onWatcher_(false);
     }
-    if (failures == mostRetries) return;
+    if (failures == maxRetries) return;
     retry = loop_.after(Seconds(1 << failures++), [this] { send(); });
 }
 

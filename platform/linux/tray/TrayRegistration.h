@@ -1,4 +1,4 @@
-// Makes the status item known to the desktop's tray, however late the tray comes and however often.
+// Registers the tray item with every tray that appears.
 #pragma once
 
 #include <functional>
@@ -12,22 +12,21 @@
 
 namespace vorlane::platform {
 
-// Takes the item's bus name, then tells org.kde.StatusNotifierWatcher of it: now, to each new owner
-// of that name and for each new host. Telling twice does no harm, not being known does.
+// Requests the item's bus name, then registers it with org.kde.StatusNotifierWatcher: at once, with
+// each new owner of that name, and for each new host. Registering twice does no harm.
 class TrayRegistration {
 public:
-    // The session bus outlives this object.
+    // The session bus must outlive this object.
     TrayRegistration(sd_bus* session, RunLoop& loop);
 
-    // Calls `told` when it is found out whether there is a watcher, and whenever that may have
-    // changed.
-    void onWatcher(std::function<void(bool present)> told) { told_ = std::move(told); }
+    // Called once it is known whether there is a watcher, and whenever that may have changed.
+    void onWatcher(std::function<void(bool present)> callback) { onWatcher_ = std::move(callback); }
 
-    // Calls `callback` some time after a watcher has taken the item. Waybar may take one while it
-    // starts and not draw it until its icon is said to be new.
-    void onRedraw(std::function<void()> callback) { redraw_ = std::move(callback); }
+    // Called a moment after a watcher has accepted the item. A starting Waybar may accept one but
+    // not draw it until it gets a NewIcon signal.
+    void onRedraw(std::function<void()> callback) { onRedraw_ = std::move(callback); }
 
-    // The tray may have forgotten the item, as after the machine's sleep.
+    // For when the tray may have dropped the item, as after sleep.
     void registerAgain();
 
 private:
@@ -45,11 +44,11 @@ private:
     NameWatch watcherOwner;
     SlotPointer hostSignal;
     SlotPointer nameRequest;
-    SlotPointer request;  // on its way to the watcher
+    SlotPointer request;  // in flight
     Subscription retry;
     Subscription redraw;
-    std::function<void(bool present)> told_ = [](bool) {};
-    std::function<void()> redraw_ = [] {};
+    std::function<void(bool present)> onWatcher_ = [](bool) {};
+    std::function<void()> onRedraw_ = [] {};
     int failures = 0;
 };
 

@@ -14,8 +14,7 @@ namespace vorlane::platform {
 
 namespace {
 
-// Opens a connection by version 11 of the protocol and without authorization: an answer, whether it
-// admits or refuses.
+// Connects with protocol version 11 and without authorization. Any answer will do, even a refusal.
 constexpr std::array<unsigned char, 12> opening{
     std::endian::native == std::endian::little ? 'l' : 'B', 0,
     std::endian::native == std::endian::little ? 11 : 0,
@@ -39,10 +38,10 @@ FileDescriptor connectTo(const std::string& path)
 }  // namespace
 
 XDisplayProbe::XDisplayProbe(sd_event* event, const std::string& socket,
-                             std::function<void(bool)> told)
-    : connection(connectTo(std::string(1, '\0') + socket)), told_(std::move(told))
+                             std::function<void(bool)> done)
+    : connection(connectTo(std::string(1, '\0') + socket)), done_(std::move(done))
 {
-    // A server listens at the abstract name, at the file, or at both.
+    // A server listens on the abstract name, on the file, or on both.
     if (!connection) connection = connectTo(socket);
     if (!connection) return;
     if (send(connection.get(), opening.data(), opening.size(), MSG_NOSIGNAL) !=
@@ -60,8 +59,8 @@ int XDisplayProbe::readable(sd_event_source* source, int descriptor, std::uint32
     (void)sd_event_source_set_enabled(source, SD_EVENT_OFF);
     char first = 0;
     const bool answers = recv(descriptor, &first, sizeof first, 0) == sizeof first;
-    const auto told = static_cast<XDisplayProbe*>(self)->told_;  // may end this object
-    told(answers);
+    const auto done = static_cast<XDisplayProbe*>(self)->done_;  // the call may destroy this object
+    done(answers);
     return 0;
 }
 

@@ -1,5 +1,5 @@
-// Asks an X server of this machine whether it answers, without waiting for the answer: the X
-// libraries wait for it, however long a server hangs.
+// Checks that a local X server answers, without blocking. The X libraries would block as long as
+// the server hangs.
 #pragma once
 
 #include <cstdint>
@@ -14,18 +14,18 @@ namespace vorlane::platform {
 
 class XDisplayProbe {
 public:
-    // Calls `told` once, on a later turn of the loop: true when the server answered, false when it
-    // hung up. Never, when it does neither. The event loop outlives this object.
-    XDisplayProbe(sd_event* event, const std::string& socket, std::function<void(bool)> told);
+    // `done` is called once, on a later turn of the loop: with true when the server answered, false
+    // when it hung up. A server that hangs causes no call. The event loop must outlive this object.
+    XDisplayProbe(sd_event* event, const std::string& socket, std::function<void(bool)> done);
 
-    // False when nobody listens; `told` is not called then.
+    // False when no server listens; `done` is then never called.
     bool isAsking() const { return source != nullptr; }
 
 private:
     static int readable(sd_event_source* source, int descriptor, std::uint32_t events, void* self);
 
     FileDescriptor connection;
-    std::function<void(bool)> told_;
+    std::function<void(bool)> done_;
     EventSourcePointer source;
 };
 

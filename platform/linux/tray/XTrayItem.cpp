@@ -23,12 +23,12 @@ XTrayItem::~XTrayItem() = default;
 void XTrayItem::open()
 {
     probe.emplace(loop_.event(), dependencies_.socket, [this](bool answers) { answered(answers); });
-    if (!probe->isAsking()) loseSoon();
+    if (!probe->isAsking()) reportLost();
 }
 
 void XTrayItem::close()
 {
-    losing = {};
+    lossReport = {};
     probe.reset();
     source.reset();
     tray.reset();
@@ -48,7 +48,7 @@ void XTrayItem::answered(bool answers)
         entry = reinterpret_cast<XTrayEntry*>(openPlugin(dependencies_.plugin, xTrayEntryName));
     }
     if (answers && entry) tray.reset(entry(host()));
-    if (!tray) return loseSoon();
+    if (!tray) return reportLost();
 
     source = owned<EventSourcePointer>([this](sd_event_source** handle) {
         return sd_event_add_io(loop_.event(), handle, tray->descriptor(), EPOLLIN, readable, this);
@@ -59,14 +59,14 @@ void XTrayItem::answered(bool answers)
 void XTrayItem::check(bool alive)
 {
     if (alive) return;
-    source.reset();  // a descriptor at its end is readable for ever
-    loseSoon();
+    source.reset();  // a closed connection would stay readable
+    reportLost();
 }
 
-// On a later turn: who is told may do away with everything here.
-void XTrayItem::loseSoon()
+// On a later turn, because the callback may destroy what is in use here.
+void XTrayItem::reportLost()
 {
-    losing = loop_.after(Seconds{0}, [this] { lost(); });
+    lossReport = loop_.after(Seconds{0}, [this] { lost(); });
 }
 
 XTrayHost XTrayItem::host()

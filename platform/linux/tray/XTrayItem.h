@@ -1,5 +1,5 @@
-// The item as an icon in an X tray: asks whether the display answers, loads the plugin that speaks
-// X, serves it in the main loop, and gives it what to show.
+// The tray item as an X icon: probes the display, loads the plugin that speaks X, runs it in the
+// main loop and gives it what to show.
 #pragma once
 
 #include <functional>
@@ -15,43 +15,42 @@
 
 namespace vorlane::platform {
 
-// Nothing is loaded before `open`. Whether there is a tray on the display, and which, is the
-// plugin's: it follows them as they come and go.
+// Loads nothing before `open`. The plugin follows the display's trays as they come and go.
 class XTrayItem {
 public:
-    // Opens a menu at the pointer, and tells what was chosen in it.
+    // Opens a menu at the pointer and calls `chosen` with what was chosen in it.
     using MenuOpener =
         std::function<void(const std::vector<MenuItem>&, std::function<void(MenuAction)> chosen)>;
 
     struct Dependencies {
-        std::string plugin;  // the path of its file
-        std::string socket;  // of the display's server
+        std::string plugin;  // path of its file
+        std::string socket;  // path of the X server's
         MenuOpener openMenu;
     };
 
-    // The loop outlives this object.
+    // The loop must outlive this object.
     XTrayItem(SdEventRunLoop& loop, Dependencies dependencies);
     XTrayItem(const XTrayItem&) = delete;
     XTrayItem& operator=(const XTrayItem&) = delete;
     ~XTrayItem();
 
-    // Where the display does not answer nothing is seen, and it counts as lost.
+    // Shows nothing while the display does not answer; one that hangs up counts as lost.
     void open();
     void close();
 
     void show(const StatusItemContent& fresh);
 
-    // Called on a turn of the loop of its own.
+    // Called on a later turn of the loop.
     void onAction(std::function<void()> callback) { *action = std::move(callback); }
     void onMenu(std::function<void(MenuAction)> callback) { *chosen = std::move(callback); }
 
-    // The display has gone since `open`, or was not there. Not called by `open` itself.
+    // The display is gone, or was not there. Never called from within `open`.
     void onLost(std::function<void()> callback) { lost = std::move(callback); }
 
 private:
     void answered(bool answers);
     void check(bool alive);
-    void loseSoon();
+    void reportLost();
     XTrayHost host();
     void clicked();
     void menuWanted();
@@ -67,7 +66,7 @@ private:
     XTrayEntry* entry = nullptr;
     std::unique_ptr<XTray> tray;
     EventSourcePointer source;
-    Subscription losing;
+    Subscription lossReport;
 };
 
 }  // namespace vorlane::platform

@@ -1,4 +1,4 @@
-// A small picture of pixels that are either drawn or not: what shapes are drawn into.
+// A small one-bit picture that shapes are drawn into.
 #pragma once
 
 #include <cstddef>
@@ -14,7 +14,7 @@ public:
         friend bool operator==(const Box&, const Box&) = default;
     };
 
-    // All empty. A negative side counts as 0.
+    // Starts empty. A negative side counts as 0.
     BitPicture(int width, int height)
         : width_(width < 0 ? 0 : width),
           height_(height < 0 ? 0 : height),
@@ -27,7 +27,7 @@ public:
     // False outside.
     bool at(int x, int y) const { return inside(x, y) && bits[index(x, y)]; }
 
-    // What lies outside is left out.
+    // Clips to the picture.
     void fill(const Box& box) { set(box, true); }
     void clear(const Box& box) { set(box, false); }
 

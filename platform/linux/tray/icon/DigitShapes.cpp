@@ -11,7 +11,7 @@ namespace {
 
 using Box = BitPicture::Box;
 
-// The three bars of a character from top to bottom, and the four posts between them.
+// The three bars of a character, top to bottom, and the four posts between them.
 enum Stroke : unsigned {
     top = 1,
     middle = 2,
@@ -42,13 +42,13 @@ constexpr std::array characters{Character{'0', top | bottom | left | right},
                                 Character{'9', bars | leftUpper | right},
                                 Character{'h', middle | left | rightLower}};
 
-// How a line is drawn: all in pixels.
+// The measures of a line of text, in pixels.
 struct Face {
-    int width;   // of every character but '1' and ':'
-    int height;  // of all
-    int post;    // thickness of what stands
-    int bar;     // thickness of what lies
-    int space;   // between characters
+    int width;  // of all characters except '1' and ':'
+    int height;
+    int post;   // thickness of vertical strokes
+    int bar;    // thickness of horizontal strokes
+    int space;  // between characters
 };
 
 const Character* find(char name)
@@ -72,7 +72,7 @@ int widthOf(const std::string& line, const Face& face)
     return width;
 }
 
-// Wide enough for a hole in the middle; low digits may be as wide as they are high.
+// At least 3 pixels wide, so that digits have a hole. Low digits may be as wide as they are high.
 Face largest(const std::string& line, const Box& box)
 {
     const int bold = std::max(1, std::min(box.width + 5, box.height * 2 + 10) / 11);
@@ -86,7 +86,7 @@ Face largest(const std::string& line, const Box& box)
     return face;
 }
 
-// A post with a flag that grows towards the left.
+// A post with a slanted flag on its left.
 void drawOne(BitPicture& picture, int x, int y, const Face& face)
 {
     const int flag = widthOf('1', face) - face.post;
@@ -105,8 +105,8 @@ void drawColon(BitPicture& picture, int x, int y, const Face& face)
     picture.fill({x, y + face.height - upper - dot, face.post, dot});
 }
 
-// Where two strokes meet, the outer corner is round; so is the end of the middle bar where one of
-// the posts beside it is missing.
+// Rounds the outer corner where two strokes meet, and the end of the middle bar where one of the
+// two posts on that side is missing.
 void roundCorners(BitPicture& picture, int x, int y, const Face& face, unsigned strokes)
 {
     const int cut = std::min(face.bar, face.post) / 2;
@@ -127,7 +127,7 @@ void roundCorners(BitPicture& picture, int x, int y, const Face& face, unsigned 
     round(farEdge, lowerOfMiddle, middle | rightUpper, rightLower);
 }
 
-// 3 and 8 are narrower there: a bold 8 with holes of one pixel would be taken for a 0.
+// Gives 3 and 8 a waist: a bold 8 whose holes are one pixel high looks like a 0.
 void cutWaist(BitPicture& picture, int x, int y, const Face& face, unsigned strokes)
 {
     const int cut = face.post / 2;

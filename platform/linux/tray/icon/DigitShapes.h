@@ -1,4 +1,4 @@
-// The shapes of digits, made for a few pixels: bars and posts of whole pixels, at any size.
+// Digits that are legible at a few pixels, drawn from bars and posts of whole pixels.
 #pragma once
 
 #include <string_view>
@@ -7,8 +7,8 @@
 
 namespace vorlane::platform {
 
-// Draws the line in the middle of the box, as large and bold as it fits. Knows the digits, ':' and
-// 'h'; leaves out every other character. False, and nothing is drawn, when the box is too small.
+// Draws the line centred in the box, as large and bold as fits. Knows the digits, ':' and 'h', and
+// skips other characters. Draws nothing and returns false when the box is too small.
 bool drawDigits(BitPicture& picture, const BitPicture::Box& box, std::string_view line);
 
 }  // namespace vorlane::platform

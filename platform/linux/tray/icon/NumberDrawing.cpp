@@ -12,9 +12,9 @@ namespace {
 
 using Box = BitPicture::Box;
 
-constexpr int smallestOfTwoLines = 18;  // pixels; below there is room for the first alone
+constexpr int smallestOfTwoLines = 18;  // pixels; below, only the first line fits
 
-// Drawn for eight rows; other heights take the nearest row and column.
+// Eight rows high; other heights take the nearest row and column.
 constexpr std::array<std::string_view, 8> bolt{
     "...##.",  //
     "...#..",  //
@@ -45,7 +45,7 @@ constexpr std::array levels{Level{"battery.0", 0},       Level{"battery.25", 1},
                             Level{"battery.100", 4},     Level{"battery.100percent", 4},
                             Level{"battery.100.bolt", 0}};
 
-// In the middle of the box, its width by its own proportions.
+// Centred in the box, in its own proportions.
 void drawRows(BitPicture& picture, const Box& box, std::span<const std::string_view> rows)
 {
     int width = box.height * static_cast<int>(rows[0].size()) / static_cast<int>(rows.size());
@@ -81,7 +81,7 @@ void drawBattery(BitPicture& picture, const Box& box, int quarters)
                   body.height - 2 * inset});
 }
 
-// An unknown symbol is left out.
+// Draws nothing for an unknown symbol.
 void drawSymbol(BitPicture& picture, const Box& box, std::string_view symbol)
 {
     if (symbol == "bolt.fill") drawRows(picture, box, bolt);

@@ -1,5 +1,4 @@
-// A square drawing of a symbol with one or two lines below it, legible at the size of a tray's
-// icon.
+// A symbol above one or two lines of digits, in a square that is legible at a tray icon's size.
 #pragma once
 
 #include <span>
@@ -12,12 +11,11 @@ namespace vorlane::platform {
 
 struct NumberDrawing {
     std::string_view symbol;             // empty: none
-    std::span<const std::string> lines;  // "80", "1:23"; where two have no room, the first alone
-    int size;                            // of a side, in pixels
+    std::span<const std::string> lines;  // "80", "1:23"; only the first where two do not fit
+    int size;                            // side length in pixels
 
-    // A time that is too wide gives its hours alone ("23h"). An even size from 40 pixels on is half
-    // of it doubled: trays that take the largest picture there is and halve it get whole pixels
-    // again.
+    // A time that is too wide is cut to its hours ("23h"). An even size of 40 or more is drawn at
+    // half the size and doubled, so that trays which halve the largest picture get whole pixels.
     BitPicture draw() const;
 };
 

@@ -10,20 +10,20 @@ namespace vorlane::platform {
 
 namespace {
 
-// A tray cannot recolour a pixmap and does not say what it lies on. This grey has a contrast of
-// 3.1:1 or more to light panels, down to #eff0f1, and of 3.7:1 or more to dark ones, up to #303030.
-// The SVG files have it too, for the trays that do not recolour them.
+// A tray cannot recolour a pixmap and does not report its background. This grey has a contrast of
+// at least 3.1:1 on light panels, down to #eff0f1, and of 3.7:1 on dark ones, up to #303030. The
+// SVG files use it too, for trays that do not recolour them.
 constexpr Rgb grey{0x88, 0x88, 0x88};
 
-// Thin strokes want more: 13:1, on a tile that hardly shows on a dark panel.
+// Thin strokes need more: 13:1, on a tile that is barely visible on a dark panel.
 constexpr Rgb white{0xf6, 0xf6, 0xf6};
-constexpr Rgb tile{0x2d, 0x2d, 0x2d};
+constexpr Rgb darkTile{0x2d, 0x2d, 0x2d};
 
-// Some trays take the largest picture, whatever they need, and scale it: it is the double of what
-// most of them show, so that the digits stay sharp.
+// Some trays always scale down the largest picture. It has twice the usual size, so that the digits
+// stay sharp.
 constexpr std::array numberSizes{16, 18, 20, 22, 24, 28, 32, 44};
 
-constexpr int leastWithText = 16;  // pixels of an X icon
+constexpr int smallestWithNumber = 16;  // pixels
 
 std::vector<std::string> numbers(const StatusItemContent& content)
 {
@@ -47,18 +47,19 @@ StatusIcon StatusIcon::of(const StatusItemContent& content, TrayKind tray)
     const auto lines = numbers(content);
     if (tray == TrayKind::labels || lines.empty()) {
         return {.name = content.symbol ? symbolIconName(symbol) : std::string(),
-                .picture = {.symbol = symbol, .lines = {}, .ink = grey, .plate = {}}};
+                .picture = {.symbol = symbol, .lines = {}, .ink = grey, .tile = {}}};
     }
-    return {.name = {}, .picture = {.symbol = symbol, .lines = lines, .ink = white, .plate = tile}};
+    return {.name = {},
+            .picture = {.symbol = symbol, .lines = lines, .ink = white, .tile = darkTile}};
 }
 
 StatusPicture xIconPicture(const StatusItemContent& content, int size, std::optional<Rgb> color)
 {
-    const auto tray = size < leastWithText ? TrayKind::labels : TrayKind::icons;
+    const auto tray = size < smallestWithNumber ? TrayKind::labels : TrayKind::icons;
     auto picture = StatusIcon::of(content, tray).picture;
-    if (!color) return picture;  // as on the bus, where no tray names one
+    if (!color) return picture;  // as on the bus, where no tray sets one
     picture.ink = *color;
-    picture.plate.reset();
+    picture.tile.reset();
     return picture;
 }
 

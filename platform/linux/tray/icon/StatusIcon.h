@@ -1,5 +1,4 @@
-// The status item as one kind of tray shows it: an icon of the theme with a label beside it, or
-// pixels with the number in them; and its name.
+// The tray item's icon for a kind of tray: a theme icon by name, or pixels with the number in them.
 #pragma once
 
 #include <optional>
@@ -11,18 +10,19 @@
 
 namespace vorlane::platform {
 
+// What a kind of tray shows. Trays do not report this themselves.
 enum class TrayKind {
-    labels,          // shows a text beside the icon; passes the title to screen readers
-    icons,           // shows the icon alone
-    titledIcons,     // the same; passes the title to screen readers
-    describedIcons,  // the same; adds the description to the tooltip
+    labels,          // a label beside the icon; passes the title to screen readers
+    icons,           // only the icon
+    titledIcons,     // only the icon; passes the title to screen readers
+    describedIcons,  // only the icon; adds the description to the tooltip
 };
 
 struct StatusIcon {
-    std::string name;  // of a theme; empty: the tray is to take the pixels
+    std::string name;  // in the icon theme; empty when the tray should use the picture
     StatusPicture picture;
 
-    // In pixels, that the picture is offered in.
+    // The sizes in pixels to offer the picture in.
     std::span<const int> sizes() const;
 
     static StatusIcon of(const StatusItemContent& content, TrayKind tray);
@@ -30,8 +30,8 @@ struct StatusIcon {
     friend bool operator==(const StatusIcon&, const StatusIcon&) = default;
 };
 
-// In an X tray, which has no labels: in the tray's own colour for symbols, where it names one;
-// `size` in pixels.
+// The icon in an X tray, which has no labels. `color` is what the tray sets for symbols, if
+// anything.
 StatusPicture xIconPicture(const StatusItemContent& content, int size, std::optional<Rgb> color);
 
 }  // namespace vorlane::platform

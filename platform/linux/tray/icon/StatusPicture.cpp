@@ -18,7 +18,7 @@ int marginOf(int size)
     return std::max(1, (size + 11) / 22);
 }
 
-// A byte a pixel; empty when there is nothing to draw.
+// One byte per pixel.
 std::vector<std::uint8_t> numberMask(const NumberDrawing& drawing, int margin)
 {
     const auto bits = drawing.draw();
@@ -32,8 +32,8 @@ std::vector<std::uint8_t> numberMask(const NumberDrawing& drawing, int margin)
     return mask;
 }
 
-// Round corners: a pixel's worth at the size of a tray's icon.
-bool onPlate(std::size_t pixel, int size)
+// False in the rounded corners: one pixel each at a tray icon's size.
+bool onTile(std::size_t pixel, int size)
 {
     const int corner = marginOf(size);
     const auto fromEdge = [size](int at) { return std::min(at, size - 1 - at); };
@@ -43,9 +43,9 @@ bool onPlate(std::size_t pixel, int size)
     return x / corner + y / corner >= 1;
 }
 
-std::uint8_t mixed(std::uint8_t over, std::uint8_t under, std::uint8_t share)
+std::uint8_t mixed(std::uint8_t over, std::uint8_t under, std::uint8_t coverage)
 {
-    return static_cast<std::uint8_t>((over * share + under * (255 - share) + 127) / 255);
+    return static_cast<std::uint8_t>((over * coverage + under * (255 - coverage) + 127) / 255);
 }
 
 }  // namespace
@@ -53,21 +53,21 @@ std::uint8_t mixed(std::uint8_t over, std::uint8_t under, std::uint8_t share)
 TrayPicture StatusPicture::draw(int size) const
 {
     if (size < 1 || size > largestSize) return {};
-    const int margin = plate ? marginOf(size) : 0;
+    const int margin = tile ? marginOf(size) : 0;
     const NumberDrawing number{.symbol = symbol, .lines = lines, .size = size - 2 * margin};
     const auto mask = lines.empty() ? symbolMask(symbol, size) : numberMask(number, margin);
     if (mask.empty()) return {};
 
     TrayPicture pixels{.size = size, .argb = {}};
     pixels.argb.reserve(mask.size() * 4);
-    const auto ground = plate.value_or(ink);
+    const auto background = tile.value_or(ink);
     for (std::size_t pixel = 0; pixel < mask.size(); ++pixel) {
-        const auto share = mask[pixel];
-        const bool plated = plate && onPlate(pixel, size);
-        const std::uint8_t alpha = plated ? 255 : share;
-        pixels.argb.insert(pixels.argb.end(), {alpha, mixed(ink.red, ground.red, share),
-                                               mixed(ink.green, ground.green, share),
-                                               mixed(ink.blue, ground.blue, share)});
+        const auto coverage = mask[pixel];
+        const bool tiled = tile && onTile(pixel, size);
+        const std::uint8_t alpha = tiled ? 255 : coverage;
+        pixels.argb.insert(pixels.argb.end(), {alpha, mixed(ink.red, background.red, coverage),
+                                               mixed(ink.green, background.green, coverage),
+                                               mixed(ink.blue, background.blue, coverage)});
     }
     return pixels;
 }

@@ -1,4 +1,4 @@
-// The status item as pixels: the symbol alone, or the symbol with numbers below it.
+// The tray item's icon as pixels: a symbol, alone or above numbers.
 #pragma once
 
 #include <optional>
@@ -9,14 +9,13 @@
 
 namespace vorlane::platform {
 
-// What to draw. Any size from 1 to 512 pixels can be drawn; numbers want 16 and more.
 struct StatusPicture {
-    std::string symbol;              // "battery.75"; empty or unknown: none
-    std::vector<std::string> lines;  // "80", "1:23"; empty: the symbol alone fills the square
+    std::string symbol;              // "battery.75"; nothing is drawn for an unknown one
+    std::vector<std::string> lines;  // "80", "1:23"; without any, the symbol fills the square
     Rgb ink;
-    std::optional<Rgb> plate;  // a tile below it; absent: the picture has no ground
+    std::optional<Rgb> tile;  // the background
 
-    // Empty when there is nothing to draw, or the size cannot be drawn.
+    // Empty when there is nothing to draw or `size` is not from 1 to 512. Numbers need 16 pixels.
     TrayPicture draw(int size) const;
 
     friend bool operator==(const StatusPicture&, const StatusPicture&) = default;

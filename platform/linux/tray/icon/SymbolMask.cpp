@@ -21,23 +21,23 @@ const SymbolPixmaps* find(const std::string& symbol)
     return found == all.end() ? nullptr : &*found;
 }
 
-// How much of the square at column `x` and row `y` of a grid of `size` is covered by the largest
-// drawing: the mean over the pixels that it lies on, each by its share.
-std::uint8_t meanOf(const std::uint8_t* drawing, int x, int y, int size)
+// The pixel (`x`, `y`) of the largest drawing scaled to `size`: the mean of the original pixels
+// below it, weighted by overlap.
+std::uint8_t scaledPixel(const std::uint8_t* drawing, int x, int y, int size)
 {
     constexpr int side = pixmapSizes.back();
     constexpr std::int64_t whole = std::int64_t{side} * side;
-    const auto share = [size](int pixel, int square) {
-        // In units of 1/side of a square and 1/size of a pixel, which are whole numbers.
-        const int begin = std::max(pixel * size, square * side);
-        const int end = std::min((pixel + 1) * size, (square + 1) * side);
+    const auto overlap = [size](int pixel, int target) {
+        // All positions are multiplied by side * size, which makes them whole numbers.
+        const int begin = std::max(pixel * size, target * side);
+        const int end = std::min((pixel + 1) * size, (target + 1) * side);
         return std::max(0, end - begin);
     };
     std::int64_t sum = 0;
     for (int row = y * side / size; row <= std::min(side - 1, (y + 1) * side / size); ++row) {
         const auto* const pixels = drawing + std::ptrdiff_t{row} * side;
         for (int at = x * side / size; at <= std::min(side - 1, (x + 1) * side / size); ++at) {
-            sum += std::int64_t{share(row, y)} * share(at, x) * pixels[at];
+            sum += std::int64_t{overlap(row, y)} * overlap(at, x) * pixels[at];
         }
     }
     return static_cast<std::uint8_t>((sum + whole / 2) / whole);
@@ -70,7 +70,7 @@ std::vector<std::uint8_t> symbolMask(const std::string& symbol, int size)
     std::vector<std::uint8_t> mask;
     mask.reserve(pixelsOf(size));
     for (int y = 0; y < size; ++y) {
-        for (int x = 0; x < size; ++x) mask.push_back(meanOf(coverage, x, y, size));
+        for (int x = 0; x < size; ++x) mask.push_back(scaledPixel(coverage, x, y, size));
     }
     return mask;
 }

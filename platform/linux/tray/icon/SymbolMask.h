@@ -1,4 +1,4 @@
-// Where the pixels of a symbol are covered, at any size: from what was drawn at build time.
+// A symbol as a coverage mask of any size, made from the drawings of the build.
 #pragma once
 
 #include <cstdint>
@@ -7,13 +7,13 @@
 
 namespace vorlane::platform {
 
-// "battery.100.bolt" is drawn by "vorlane-battery-100-bolt-symbolic".
+// The theme icon of a symbol: "vorlane-battery-100-bolt-symbolic" for "battery.100.bolt".
 std::string symbolIconName(const std::string& symbol);
 
 bool hasSymbolMask(const std::string& symbol);
 
-// A byte a pixel, 255 for wholly covered; size * size of them, row by row. Empty for an unknown
-// symbol and for a size that is not from 1 to 512.
+// `size` by `size` bytes, row by row; 255 is full coverage. Empty for an unknown symbol or a size
+// that is not from 1 to 512.
 std::vector<std::uint8_t> symbolMask(const std::string& symbol, int size);
 
 }  // namespace vorlane::platform

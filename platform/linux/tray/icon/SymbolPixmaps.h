@@ -8,7 +8,7 @@
 
 namespace vorlane::platform {
 
-// Width and height in pixels: the usual sizes of panels, and twice them.
+// Side lengths in pixels: the usual panel sizes, and double those.
 constexpr std::array pixmapSizes{16, 22, 24, 32, 48, 64, 96};
 
 constexpr std::size_t pixelsOf(int size)
@@ -22,10 +22,10 @@ constexpr std::size_t pixmapBytes = [] {
     return sum;
 }();
 
-// Plain bytes without a pointer in them: they stay in the file until a tray asks for them.
+// Without pointers the bytes need no relocation, so they stay on disk until a tray asks for them.
 struct SymbolPixmaps {
     char iconName[48];
-    std::uint8_t coverage[pixmapBytes];  // 255: covered; each size in turn, row by row
+    std::uint8_t coverage[pixmapBytes];  // 255 is full; size after size, row by row
 };
 
 std::span<const SymbolPixmaps> symbolPixmaps();

@@ -1,4 +1,4 @@
-// The desktop's registry of tray items, as org.kde.StatusNotifierWatcher.
+// A fake org.kde.StatusNotifierWatcher, the desktop's registry of tray items.
 #pragma once
 
 #include <cerrno>
@@ -15,11 +15,11 @@ public:
     static constexpr const char* name = "org.kde.StatusNotifierWatcher";
     static constexpr const char* path = "/StatusNotifierWatcher";
 
-    std::vector<std::string> items;    // as they registered
-    std::vector<std::string> senders;  // who owned the registered names at that moment
-    int refusals = 0;                  // so many registrations fail
+    std::vector<std::string> items;    // in the order of registration
+    std::vector<std::string> senders;  // owners of the registered names at that time
+    int refusals = 0;                  // how many registrations fail
     bool silent = false;               // registrations are never answered
-    bool hostComesAtOnce = false;      // before a registration is answered
+    bool hostComesAtOnce = false;      // the host registers before a registration is answered
 
     explicit FakeWatcher(sd_bus* connection)
         : connection_(connection), object(owned<SlotPointer>([this](sd_bus_slot** slot) {

@@ -30,13 +30,13 @@ protected:
         busLoop,
         desktop.get(),
         {.owner = session.get(), .path = StatusMenu::path, .interface = "com.canonical.dbusmenu"}};
-    std::vector<MenuItem> lines{{.action = MenuAction::none, .title = "Fully charged"},
-                                {.action = MenuAction::none, .title = ""},
-                                {.action = MenuAction::snooze, .title = "Snooze 1 hour"},
-                                {.action = MenuAction::quit, .title = "Quit"}};
+    std::vector<MenuItem> entries{{.action = MenuAction::none, .title = "Fully charged"},
+                                  {.action = MenuAction::none, .title = ""},
+                                  {.action = MenuAction::snooze, .title = "Snooze 1 hour"},
+                                  {.action = MenuAction::quit, .title = "Quit"}};
     std::vector<MenuAction> chosen;
 
-    // By place and action, as the layout gives them.
+    // Made of place and action.
     static constexpr std::int32_t stateId = 1;
     static constexpr std::int32_t separatorId = 9;
     static constexpr std::int32_t snoozeId = 19;
@@ -45,13 +45,13 @@ protected:
     void SetUp() override
     {
         menu->onMenu([this](MenuAction action) { chosen.push_back(action); });
-        menu->show(lines);
+        menu->show(entries);
         tray.settle();
         tray.signals.clear();
     }
 };
 
-TEST_F(StatusMenuTest, GivesItsLayout)
+TEST_F(StatusMenuTest, ReturnsItsLayout)
 {
     EXPECT_EQ(tray.call("GetLayout", "iias", 0, -1, 0),
               "(2u, (0, {'children-display': <'submenu'>}, ["
@@ -61,7 +61,7 @@ TEST_F(StatusMenuTest, GivesItsLayout)
               "<(30, {'label': <'Quit'>, 'enabled': <true>}, [])>]))");
 }
 
-TEST_F(StatusMenuTest, GoesAsDeepAsItIsAsked)
+TEST_F(StatusMenuTest, ReturnsAsManyLevelsAsRequested)
 {
     const auto* const rootAlone = "(2u, (0, {'children-display': <'submenu'>}, []))";
 
@@ -71,13 +71,13 @@ TEST_F(StatusMenuTest, GoesAsDeepAsItIsAsked)
               tray.call("GetLayout", "iias", 0, 2147483647, 0));
 }
 
-TEST_F(StatusMenuTest, GivesTheLayoutOfOneLine)
+TEST_F(StatusMenuTest, ReturnsTheLayoutOfOneEntry)
 {
     EXPECT_EQ(tray.call("GetLayout", "iias", quitId, -1, 0),
               "(2u, (30, {'label': <'Quit'>, 'enabled': <true>}, []))");
 }
 
-TEST_F(StatusMenuTest, GivesOnlyThePropertiesAskedFor)
+TEST_F(StatusMenuTest, ReturnsOnlyTheRequestedProperties)
 {
     EXPECT_EQ(tray.call("GetLayout", "iias", 0, -1, 2, "label", "icon-name"),
               "(2u, (0, {}, [<(1, {'label': <'Fully charged'>}, [])>, <(9, {}, [])>, "
@@ -86,20 +86,20 @@ TEST_F(StatusMenuTest, GivesOnlyThePropertiesAskedFor)
               "([(1, {'enabled': <false>})])");
 }
 
-TEST_F(StatusMenuTest, RefusesTheLayoutOfAnUnknownLine)
+TEST_F(StatusMenuTest, RejectsAnUnknownEntry)
 {
     EXPECT_EQ(tray.call("GetLayout", "iias", 77, -1, 0), SD_BUS_ERROR_INVALID_ARGS);
     EXPECT_EQ(tray.call("GetLayout", "iias", -1, -1, 0), SD_BUS_ERROR_INVALID_ARGS);
 }
 
-TEST_F(StatusMenuTest, GivesThePropertiesOfTheLinesAskedFor)
+TEST_F(StatusMenuTest, ReturnsThePropertiesOfTheRequestedEntries)
 {
     EXPECT_EQ(tray.call("GetGroupProperties", "aias", 4, quitId, separatorId, 77, -5, 0),
               "([(9, {'type': <'separator'>}), "
               "(30, {'label': <'Quit'>, 'enabled': <true>})])");
 }
 
-TEST_F(StatusMenuTest, GivesThePropertiesOfAllLinesWhenNoneIsNamed)
+TEST_F(StatusMenuTest, ReturnsThePropertiesOfAllEntriesForAnEmptyList)
 {
     EXPECT_EQ(tray.call("GetGroupProperties", "aias", 0, 0),
               "([(0, {'children-display': <'submenu'>}), "
@@ -109,13 +109,13 @@ TEST_F(StatusMenuTest, GivesThePropertiesOfAllLinesWhenNoneIsNamed)
               "(30, {'label': <'Quit'>, 'enabled': <true>})])");
 }
 
-TEST_F(StatusMenuTest, AnswersALineOnceHoweverOftenItIsAskedFor)
+TEST_F(StatusMenuTest, ReturnsAnEntryOnceWhenItIsListedTwice)
 {
     EXPECT_EQ(tray.call("GetGroupProperties", "aias", 3, quitId, quitId, quitId, 0),
               "([(30, {'label': <'Quit'>, 'enabled': <true>})])");
 }
 
-TEST_F(StatusMenuTest, GivesOneProperty)
+TEST_F(StatusMenuTest, ReturnsOneProperty)
 {
     EXPECT_EQ(tray.call("GetProperty", "is", quitId, "label"), "(<'Quit'>)");
     EXPECT_EQ(tray.call("GetProperty", "is", stateId, "enabled"), "(<false>)");
@@ -123,7 +123,7 @@ TEST_F(StatusMenuTest, GivesOneProperty)
     EXPECT_EQ(tray.call("GetProperty", "is", 77, "label"), SD_BUS_ERROR_INVALID_ARGS);
 }
 
-TEST_F(StatusMenuTest, GivesThePropertiesOfItsInterface)
+TEST_F(StatusMenuTest, HasThePropertiesOfItsInterface)
 {
     EXPECT_EQ(tray.property("Version"), "(<3u>)");
     EXPECT_EQ(tray.property("Status"), "(<'normal'>)");
@@ -131,14 +131,14 @@ TEST_F(StatusMenuTest, GivesThePropertiesOfItsInterface)
     EXPECT_EQ(tray.property("IconThemePath"), "(<[]>)");
 }
 
-TEST_F(StatusMenuTest, DoublesAnUnderscoreThatWouldMarkAShortcut)
+TEST_F(StatusMenuTest, DoublesUnderscoresThatWouldMakeMnemonics)
 {
     menu->show({{.action = MenuAction::quit, .title = "a_b__c"}});
 
     EXPECT_EQ(tray.call("GetProperty", "is", 6, "label"), "(<'a__b____c'>)");
 }
 
-TEST_F(StatusMenuTest, TellsOfAChoiceOnATurnOfItsOwn)
+TEST_F(StatusMenuTest, ReportsAChoiceOnALaterTurn)
 {
     EXPECT_EQ(tray.call("Event", "isvu", quitId, "clicked", "i", 0, 0U), "()");
     EXPECT_THAT(chosen, IsEmpty());
@@ -147,7 +147,7 @@ TEST_F(StatusMenuTest, TellsOfAChoiceOnATurnOfItsOwn)
     EXPECT_THAT(chosen, ElementsAre(MenuAction::quit));
 }
 
-TEST_F(StatusMenuTest, ForgetsAChoiceWhenItGoesItself)
+TEST_F(StatusMenuTest, DropsAPendingChoiceWhenDestroyed)
 {
     tray.call("Event", "isvu", quitId, "clicked", "i", 0, 0U);
 
@@ -157,7 +157,7 @@ TEST_F(StatusMenuTest, ForgetsAChoiceWhenItGoesItself)
     EXPECT_THAT(chosen, IsEmpty());
 }
 
-TEST_F(StatusMenuTest, AbsorbsEventsThatChooseNothing)
+TEST_F(StatusMenuTest, IgnoresEventsThatChooseNothing)
 {
     for (const auto id : {0, stateId, separatorId, 77, -1, -2147483647 - 1, 2147483647}) {
         EXPECT_EQ(tray.call("Event", "isvu", id, "clicked", "s", "", 0U), "()") << id;
@@ -170,7 +170,7 @@ TEST_F(StatusMenuTest, AbsorbsEventsThatChooseNothing)
     EXPECT_THAT(chosen, IsEmpty());
 }
 
-TEST_F(StatusMenuTest, RefusesCallsOfAnotherShape)
+TEST_F(StatusMenuTest, RejectsCallsWithOtherArguments)
 {
     EXPECT_EQ(tray.call("Event", "is", quitId, "clicked"), SD_BUS_ERROR_INVALID_ARGS);
     EXPECT_EQ(tray.call("Event", "xsvu", std::int64_t{quitId}, "clicked", "i", 0, 0U),
@@ -194,7 +194,7 @@ TEST_F(StatusMenuTest, TakesEventsInGroupsAndNamesTheUnknown)
     EXPECT_THAT(chosen, ElementsAre(MenuAction::snooze, MenuAction::quit));
 }
 
-TEST_F(StatusMenuTest, TakesAThousandClicksOfOneTurnForOne)
+TEST_F(StatusMenuTest, CountsAThousandClicksOfOneTurnAsOne)
 {
     const auto call = owned<MessagePointer>([&](sd_bus_message** message) {
         const char* owner = nullptr;
@@ -217,25 +217,25 @@ TEST_F(StatusMenuTest, TakesAThousandClicksOfOneTurnForOne)
     EXPECT_THAT(chosen, ElementsAre(MenuAction::snooze, MenuAction::snooze));
 }
 
-TEST_F(StatusMenuTest, IsReadyWhenItIsAboutToShow)
+TEST_F(StatusMenuTest, NeedsNoUpdateWhenItIsAboutToShow)
 {
     EXPECT_EQ(tray.call("AboutToShow", "i", 0), "(false)");
     EXPECT_EQ(tray.call("AboutToShow", "i", 77), "(false)");
     EXPECT_EQ(tray.call("AboutToShowGroup", "ai", 3, 0, 77, quitId), "([], [77])");
 }
 
-TEST_F(StatusMenuTest, SignalsNothingForTheSameLines)
+TEST_F(StatusMenuTest, SignalsNothingForTheSameEntries)
 {
-    menu->show(lines);
+    menu->show(entries);
 
     EXPECT_THAT(tray.newSignals(), IsEmpty());
 }
 
-TEST_F(StatusMenuTest, SignalsANewLabelAlone)
+TEST_F(StatusMenuTest, SignalsOnlyANewLabel)
 {
-    lines[0].title = "On battery, 1 h left";
+    entries[0].title = "On battery, 1 h left";
 
-    menu->show(lines);
+    menu->show(entries);
 
     EXPECT_THAT(
         tray.newSignals(),
@@ -243,29 +243,29 @@ TEST_F(StatusMenuTest, SignalsANewLabelAlone)
     EXPECT_THAT(tray.call("GetLayout", "iias", 0, 0, 0), testing::StartsWith("(2u, "));
 }
 
-TEST_F(StatusMenuTest, SignalsANewLayoutWhenALineBecomesAnotherOne)
+TEST_F(StatusMenuTest, SignalsANewLayoutWhenAnEntryChangesItsAction)
 {
-    lines[2] = {.action = MenuAction::cancelSnooze, .title = "Cancel Snooze"};
+    entries[2] = {.action = MenuAction::cancelSnooze, .title = "Cancel Snooze"};
 
-    menu->show(lines);
+    menu->show(entries);
 
     EXPECT_THAT(tray.newSignals(), ElementsAre("LayoutUpdated(3u, 0)"));
 }
 
-TEST_F(StatusMenuTest, SignalsANewLayoutWhenALineGoes)
+TEST_F(StatusMenuTest, SignalsANewLayoutWhenAnEntryIsRemoved)
 {
-    lines.pop_back();
+    entries.pop_back();
 
-    menu->show(lines);
+    menu->show(entries);
 
     EXPECT_THAT(tray.newSignals(), ElementsAre("LayoutUpdated(3u, 0)"));
 }
 
 // The user read "Snooze 1 hour" and must not get its opposite.
-TEST_F(StatusMenuTest, AbsorbsAChoiceOfALineThatHasBecomeAnotherOne)
+TEST_F(StatusMenuTest, IgnoresAChoiceOfAnEntryThatHasSinceChanged)
 {
-    lines[2] = {.action = MenuAction::cancelSnooze, .title = "Cancel Snooze"};
-    menu->show(lines);
+    entries[2] = {.action = MenuAction::cancelSnooze, .title = "Cancel Snooze"};
+    menu->show(entries);
 
     EXPECT_EQ(tray.call("Event", "isvu", snoozeId, "clicked", "i", 0, 0U), "()");
     runLoop.settle();
@@ -273,7 +273,7 @@ TEST_F(StatusMenuTest, AbsorbsAChoiceOfALineThatHasBecomeAnotherOne)
     EXPECT_THAT(chosen, IsEmpty());
 }
 
-TEST_F(StatusMenuTest, IsEmptyWithoutLines)
+TEST_F(StatusMenuTest, IsEmptyWithoutEntries)
 {
     menu->show({});
 

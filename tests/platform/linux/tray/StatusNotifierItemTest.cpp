@@ -32,7 +32,7 @@ protected:
     BusPointer session = bus.connect(busLoop);
     BusPointer desktop = bus.connect(busLoop);
     FakeWatcher watcher{desktop.get()};
-    ProcessName process{"gnome-shell"};  // the owner of the watcher's name
+    ProcessName process{"gnome-shell"};  // that owns the watcher's name
     std::unique_ptr<StatusNotifierItem> item =
         std::make_unique<StatusNotifierItem>(session.get(), runLoop);
     TrayClient tray{busLoop,
@@ -79,7 +79,7 @@ protected:
     }
 };
 
-TEST_F(StatusNotifierItemTest, RegistersOnceWhenItIsMade)
+TEST_F(StatusNotifierItemTest, RegistersOnceOnConstruction)
 {
     runUntil(busLoop, [this] { return !watcher.items.empty(); });
 
@@ -106,7 +106,7 @@ TEST_F(StatusNotifierItemTest, RegistersAgainWhenAsked)
     EXPECT_TRUE(runUntil(busLoop, [this] { return watcher.items.size() == 2; }));
 }
 
-TEST_F(StatusNotifierItemTest, GivesEveryPropertyWithTheTypeOfItsInterface)
+TEST_F(StatusNotifierItemTest, HasEveryPropertyWithItsType)
 {
     show();
 
@@ -133,8 +133,7 @@ TEST_F(StatusNotifierItemTest, GivesEveryPropertyWithTheTypeOfItsInterface)
     EXPECT_THAT(tray.property("IconThemePath"), HasSubstr("/share/icons'"));
 }
 
-// Trays that read all at once must not find a tooltip or a pixmap of another shape either.
-TEST_F(StatusNotifierItemTest, GivesAllPropertiesAtOnce)
+TEST_F(StatusNotifierItemTest, ReturnsAllPropertiesAtOnce)
 {
     show();
 
@@ -145,7 +144,7 @@ TEST_F(StatusNotifierItemTest, GivesAllPropertiesAtOnce)
     EXPECT_THAT(all, HasSubstr("'IconPixmap': <[(16, 16, 1024 bytes), "));
 }
 
-TEST_F(StatusNotifierItemTest, CallsForAttentionWithItsOwnIcon)
+TEST_F(StatusNotifierItemTest, ShowsTheSameIconWhenItNeedsAttention)
 {
     content.needsAttention = true;
     show();
@@ -156,7 +155,7 @@ TEST_F(StatusNotifierItemTest, CallsForAttentionWithItsOwnIcon)
     EXPECT_EQ(tray.property("AttentionAccessibleDesc"), tray.property("IconAccessibleDesc"));
 }
 
-TEST_F(StatusNotifierItemTest, CallsForAttentionWithTheNumberInItsPixels)
+TEST_F(StatusNotifierItemTest, ShowsTheSamePixelsWhenItNeedsAttention)
 {
     content.needsAttention = true;
     showOnTray("lxqt-panel");
@@ -165,7 +164,7 @@ TEST_F(StatusNotifierItemTest, CallsForAttentionWithTheNumberInItsPixels)
     EXPECT_EQ(tray.property("AttentionIconPixmap"), tray.property("IconPixmap"));
 }
 
-// An overlay takes the icon's place on some trays.
+// Some trays show an overlay instead of the icon.
 TEST_F(StatusNotifierItemTest, HasNoOverlay)
 {
     show();
@@ -183,7 +182,7 @@ TEST_F(StatusNotifierItemTest, HasNoImageWithoutASymbol)
     EXPECT_EQ(tray.property("IconPixmap"), "(<[]>)");
 }
 
-TEST_F(StatusNotifierItemTest, HasNoLabelWhenItIsTheImageAlone)
+TEST_F(StatusNotifierItemTest, HasNoLabelWhenOnlyTheImageIsWanted)
 {
     content.imagePosition = ImagePosition::imageOnly;
     content.title = "";
@@ -196,7 +195,7 @@ TEST_F(StatusNotifierItemTest, HasNoLabelWhenItIsTheImageAlone)
     EXPECT_EQ(tray.property("XAyatanaLabelGuide"), "(<''>)");
 }
 
-TEST_F(StatusNotifierItemTest, KeepsRoomForTheWidestLabelOfItsKind)
+TEST_F(StatusNotifierItemTest, ReservesRoomForTheWidestLabel)
 {
     content.title = " 7%";
     content.percent = 7;
@@ -220,7 +219,7 @@ TEST_F(StatusNotifierItemTest, SignalsNothingForTheSameContent)
     EXPECT_THAT(tray.newSignals(), IsEmpty());
 }
 
-TEST_F(StatusNotifierItemTest, SignalsANewIconOnceMoreForATrayThatHasJustTakenIt)
+TEST_F(StatusNotifierItemTest, SignalsANewIconAMomentAfterATrayHasAcceptedIt)
 {
     ASSERT_TRUE(runUntil(busLoop, [&] { return !watcher.items.empty(); }));
     showFirst();
@@ -231,7 +230,7 @@ TEST_F(StatusNotifierItemTest, SignalsANewIconOnceMoreForATrayThatHasJustTakenIt
     EXPECT_THAT(tray.newSignals(), ElementsAre("NewIcon()"));
 }
 
-TEST_F(StatusNotifierItemTest, SignalsANewIconForAnotherSymbol)
+TEST_F(StatusNotifierItemTest, SignalsANewIconForANewSymbol)
 {
     showFirst();
     content.symbol = "battery.50";
@@ -242,7 +241,7 @@ TEST_F(StatusNotifierItemTest, SignalsANewIconForAnotherSymbol)
     EXPECT_EQ(tray.property("IconName"), "(<'vorlane-battery-50-symbolic'>)");
 }
 
-TEST_F(StatusNotifierItemTest, SignalsNoNewIconForAnotherDescription)
+TEST_F(StatusNotifierItemTest, SignalsNoNewIconForANewDescription)
 {
     showFirst();
     content.accessibilityDescription = "No battery found";
@@ -257,7 +256,7 @@ TEST_F(StatusNotifierItemTest, SignalsNoNewIconForAnotherDescription)
     EXPECT_EQ(tray.property("Title"), "(<'Vorlane: No battery found'>)");
 }
 
-TEST_F(StatusNotifierItemTest, KeepsItsTitleWhereTraysMayRememberIt)
+TEST_F(StatusNotifierItemTest, KeepsItsTitleOnTraysThatMayRememberIt)
 {
     showOnTray("lxqt-panel");
     content.accessibilityDescription = "No battery found";
@@ -268,7 +267,7 @@ TEST_F(StatusNotifierItemTest, KeepsItsTitleWhereTraysMayRememberIt)
     EXPECT_EQ(tray.property("Title"), "(<'Vorlane'>)");
 }
 
-TEST_F(StatusNotifierItemTest, SignalsANewToolTipForItsSecondLineToo)
+TEST_F(StatusNotifierItemTest, SignalsANewToolTipForANewSecondLine)
 {
     showOnTray("panel-1-systray");
     EXPECT_EQ(tray.property("ToolTip"),
@@ -280,7 +279,7 @@ TEST_F(StatusNotifierItemTest, SignalsANewToolTipForItsSecondLineToo)
     EXPECT_THAT(tray.newSignals(), ElementsAre("NewToolTip()", StartsWith("PropertiesChanged(")));
 }
 
-TEST_F(StatusNotifierItemTest, SignalsItsIconBeforeTheStatusThatCallsForAttention)
+TEST_F(StatusNotifierItemTest, SignalsTheAttentionIconBeforeTheStatus)
 {
     showFirst();
     content.needsAttention = true;
@@ -298,7 +297,7 @@ TEST_F(StatusNotifierItemTest, SignalsItsIconBeforeTheStatusThatCallsForAttentio
     EXPECT_EQ(tray.property("Status"), "(<'Active'>)");
 }
 
-TEST_F(StatusNotifierItemTest, SignalsBothIconsWhileItCallsForAttention)
+TEST_F(StatusNotifierItemTest, SignalsBothIconsWhileItNeedsAttention)
 {
     content.needsAttention = true;
     showFirst();
@@ -331,7 +330,7 @@ TEST_F(StatusNotifierItemTest, SignalsANewLabelWithItsGuide)
     EXPECT_THAT(tray.newSignals(), ElementsAre("XAyatanaNewLabel('79%', '100%')"));
 }
 
-TEST_F(StatusNotifierItemTest, SignalsAnEmptyLabelWhenTheTitleGoes)
+TEST_F(StatusNotifierItemTest, SignalsAnEmptyLabelWhenTheTitleIsRemoved)
 {
     showFirst();
     content.title = "";
@@ -344,7 +343,7 @@ TEST_F(StatusNotifierItemTest, SignalsAnEmptyLabelWhenTheTitleGoes)
     EXPECT_THAT(tray.newSignals(), ElementsAre("XAyatanaNewLabel('', '')"));
 }
 
-TEST_F(StatusNotifierItemTest, HasTheNumberInItsPixelsWhereTheTrayShowsNoLabel)
+TEST_F(StatusNotifierItemTest, HasTheNumberInItsPixelsOnTraysWithoutLabels)
 {
     showOnTray("waybar");
 
@@ -353,7 +352,7 @@ TEST_F(StatusNotifierItemTest, HasTheNumberInItsPixelsWhereTheTrayShowsNoLabel)
     EXPECT_EQ(tray.property("XAyatanaLabel"), "(<'80% · 2:05'>)");
 }
 
-TEST_F(StatusNotifierItemTest, SignalsANewIconWhenTheTrayIsOfAnotherKind)
+TEST_F(StatusNotifierItemTest, SignalsANewIconWhenTheKindOfTrayChanges)
 {
     showFirst();
 
@@ -372,7 +371,7 @@ TEST_F(StatusNotifierItemTest, SignalsANewIconWhenTheTrayIsOfAnotherKind)
     EXPECT_EQ(tray.property("IconName"), "(<'vorlane-battery-75-symbolic'>)");
 }
 
-TEST_F(StatusNotifierItemTest, SignalsANewIconForAnotherNumberInIt)
+TEST_F(StatusNotifierItemTest, SignalsANewIconForANewNumberInIt)
 {
     showOnTray("waybar");
 
@@ -386,7 +385,7 @@ TEST_F(StatusNotifierItemTest, SignalsANewIconForAnotherNumberInIt)
     EXPECT_THAT(tray.newSignals(), IsEmpty());
 }
 
-TEST_F(StatusNotifierItemTest, TakesTheThemesIconAgainWhenTheTitleGoes)
+TEST_F(StatusNotifierItemTest, ReturnsToTheThemeIconWhenTheTitleIsRemoved)
 {
     showOnTray("waybar");
     content.title = "";
@@ -400,7 +399,7 @@ TEST_F(StatusNotifierItemTest, TakesTheThemesIconAgainWhenTheTitleGoes)
     EXPECT_EQ(tray.property("IconName"), "(<'vorlane-battery-75-symbolic'>)");
 }
 
-TEST_F(StatusNotifierItemTest, LeavesTheItemAloneWhenOnlyTheMenuDiffers)
+TEST_F(StatusNotifierItemTest, SignalsNothingWhenOnlyTheMenuChanges)
 {
     showFirst();
     content.menu = {};
@@ -410,7 +409,7 @@ TEST_F(StatusNotifierItemTest, LeavesTheItemAloneWhenOnlyTheMenuDiffers)
     EXPECT_THAT(tray.newSignals(), IsEmpty());
 }
 
-TEST_F(StatusNotifierItemTest, TellsOfAClickOnATurnOfItsOwn)
+TEST_F(StatusNotifierItemTest, ReportsAClickOnALaterTurn)
 {
     show();
 
@@ -421,10 +420,10 @@ TEST_F(StatusNotifierItemTest, TellsOfAClickOnATurnOfItsOwn)
     EXPECT_EQ(clicks, 1);
 }
 
-TEST_F(StatusNotifierItemTest, AbsorbsAClickThatNobodyWaitsFor)
+TEST_F(StatusNotifierItemTest, IgnoresAClickWithoutACallback)
 {
     const auto other = bus.connect(busLoop);
-    StatusNotifierItem deaf(other.get(), runLoop);
+    StatusNotifierItem bare(other.get(), runLoop);
     const TrayClient client(busLoop, desktop.get(),
                             {.owner = other.get(),
                              .path = "/StatusNotifierItem",
@@ -434,7 +433,7 @@ TEST_F(StatusNotifierItemTest, AbsorbsAClickThatNobodyWaitsFor)
     runLoop.settle();
 }
 
-TEST_F(StatusNotifierItemTest, ForgetsAClickWhenItGoesItself)
+TEST_F(StatusNotifierItemTest, DropsAPendingClickWhenDestroyed)
 {
     show();
     tray.call("Activate", "ii", 0, 0);
@@ -445,7 +444,7 @@ TEST_F(StatusNotifierItemTest, ForgetsAClickWhenItGoesItself)
     EXPECT_EQ(clicks, 0);
 }
 
-TEST_F(StatusNotifierItemTest, TakesEveryOtherGestureAndDoesNothing)
+TEST_F(StatusNotifierItemTest, AcceptsEveryOtherGestureAndDoesNothing)
 {
     showFirst();
 
@@ -459,7 +458,7 @@ TEST_F(StatusNotifierItemTest, TakesEveryOtherGestureAndDoesNothing)
     EXPECT_THAT(tray.newSignals(), IsEmpty());
 }
 
-TEST_F(StatusNotifierItemTest, KeepsTheLeaveToRaiseAWindow)
+TEST_F(StatusNotifierItemTest, KeepsTheActivationToken)
 {
     EXPECT_EQ(tray.call("ProvideXdgActivationToken", "s", "token"), "()");
 
@@ -467,7 +466,7 @@ TEST_F(StatusNotifierItemTest, KeepsTheLeaveToRaiseAWindow)
     (void)unsetenv("XDG_ACTIVATION_TOKEN");
 }
 
-TEST_F(StatusNotifierItemTest, RefusesCallsOfAnotherShape)
+TEST_F(StatusNotifierItemTest, RejectsCallsWithOtherArguments)
 {
     show();
 

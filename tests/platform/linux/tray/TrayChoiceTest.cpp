@@ -18,19 +18,19 @@ protected:
     }
 };
 
-TEST_F(TrayChoiceTest, WaitsForAWatcherBeforeItShowsAnIcon)
+TEST_F(TrayChoiceTest, WaitsForAWatcherBeforeItShowsTheIcon)
 {
     EXPECT_EQ(choice.watcher(false), Step::wait);
     EXPECT_EQ(choice.waited(), Step::show);
 }
 
-TEST_F(TrayChoiceTest, ShowsNoIconBesideAWatcher)
+TEST_F(TrayChoiceTest, ShowsNoIconWhileThereIsAWatcher)
 {
     EXPECT_EQ(choice.watcher(true), Step::nothing);
     EXPECT_EQ(choice.waited(), Step::nothing);
 }
 
-TEST_F(TrayChoiceTest, StopsWaitingWhenAWatcherComes)
+TEST_F(TrayChoiceTest, CancelsTheWaitWhenAWatcherAppears)
 {
     (void)choice.watcher(false);
 
@@ -38,14 +38,14 @@ TEST_F(TrayChoiceTest, StopsWaitingWhenAWatcherComes)
     EXPECT_EQ(choice.waited(), Step::nothing);
 }
 
-TEST_F(TrayChoiceTest, WithdrawsTheIconAtOnceWhenAWatcherComes)
+TEST_F(TrayChoiceTest, WithdrawsTheIconWhenAWatcherAppears)
 {
     show();
 
     EXPECT_EQ(choice.watcher(true), Step::withdraw);
 }
 
-TEST_F(TrayChoiceTest, BringsTheIconBackAfterTheWatcherHasGoneForAWhile)
+TEST_F(TrayChoiceTest, ShowsTheIconAgainOnceTheWatcherHasBeenGoneForAWhile)
 {
     show();
     (void)choice.watcher(true);
@@ -54,10 +54,10 @@ TEST_F(TrayChoiceTest, BringsTheIconBackAfterTheWatcherHasGoneForAWhile)
     EXPECT_EQ(choice.waited(), Step::show);
 }
 
-TEST_F(TrayChoiceTest, DoesNothingWhenToldTheSameAgain)
+TEST_F(TrayChoiceTest, IgnoresRepeatedReports)
 {
     EXPECT_EQ(choice.watcher(false), Step::wait);
-    EXPECT_EQ(choice.watcher(false), Step::nothing);  // waits no longer for being told twice
+    EXPECT_EQ(choice.watcher(false), Step::nothing);  // the wait is not extended
     (void)choice.waited();
     EXPECT_EQ(choice.watcher(false), Step::nothing);
 
@@ -65,17 +65,17 @@ TEST_F(TrayChoiceTest, DoesNothingWhenToldTheSameAgain)
     EXPECT_EQ(choice.watcher(true), Step::nothing);
 }
 
-TEST_F(TrayChoiceTest, TriesALostDisplayAgainOnlyWhenAsked)
+TEST_F(TrayChoiceTest, RetriesALostDisplayOnlyWhenAsked)
 {
     show();
 
     EXPECT_EQ(choice.lost(), Step::withdraw);
     EXPECT_EQ(choice.waited(), Step::nothing);
-    EXPECT_EQ(choice.again(), Step::wait);
+    EXPECT_EQ(choice.retry(), Step::wait);
     EXPECT_EQ(choice.waited(), Step::show);
 }
 
-TEST_F(TrayChoiceTest, LosesNoDisplayThatItDoesNotUse)
+TEST_F(TrayChoiceTest, IgnoresTheLossOfADisplayItDoesNotUse)
 {
     EXPECT_EQ(choice.lost(), Step::nothing);
     (void)choice.watcher(false);
@@ -84,18 +84,18 @@ TEST_F(TrayChoiceTest, LosesNoDisplayThatItDoesNotUse)
     EXPECT_EQ(choice.waited(), Step::show);
 }
 
-TEST_F(TrayChoiceTest, TriesNothingAgainBesideAWatcherOrBeforeOneIsLookedFor)
+TEST_F(TrayChoiceTest, DoesNotRetryWithAWatcherOrBeforeTheFirstReport)
 {
-    EXPECT_EQ(choice.again(), Step::nothing);
+    EXPECT_EQ(choice.retry(), Step::nothing);
     (void)choice.watcher(true);
-    EXPECT_EQ(choice.again(), Step::nothing);
+    EXPECT_EQ(choice.retry(), Step::nothing);
 }
 
-TEST_F(TrayChoiceTest, TriesNothingAgainWhereTheIconIs)
+TEST_F(TrayChoiceTest, DoesNotRetryWhileTheIconIsShown)
 {
     show();
 
-    EXPECT_EQ(choice.again(), Step::nothing);
+    EXPECT_EQ(choice.retry(), Step::nothing);
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-// A tray as a status item meets it: asks for its properties, calls its methods, hears its signals.
+// A fake tray: reads the properties of an object, calls its methods and receives its signals.
 #pragma once
 
 #include <string>
@@ -11,7 +11,6 @@
 
 namespace vorlane::platform {
 
-// Looks at one object of another connection of the same bus.
 class TrayClient {
 public:
     struct Target {
@@ -20,7 +19,7 @@ public:
         const char* interface;
     };
 
-    std::vector<std::string> signals;  // since `forget`, each with its content
+    std::vector<std::string> signals;  // with their arguments
 
     TrayClient(const SdEventRunLoop& loop, sd_bus* connection, Target target)
         : loop_(loop), connection_(connection), target_(target)
@@ -32,7 +31,7 @@ public:
         });
     }
 
-    // What the reply says, or the name of the error.
+    // The text of the reply, or the name of the error.
     template <typename... Arguments>
     std::string call(const char* method, const char* types, Arguments... arguments) const
     {
@@ -49,7 +48,7 @@ public:
         return send("org.freedesktop.DBus.Properties", "GetAll", "s", target_.interface);
     }
 
-    // What was signalled until now has been heard when this returns.
+    // Waits until all signals sent so far have arrived.
     void settle() const { (void)send("org.freedesktop.DBus.Peer", "Ping", ""); }
 
     std::vector<std::string> newSignals()

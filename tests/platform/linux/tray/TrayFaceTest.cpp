@@ -15,7 +15,7 @@ const StatusItemContent content{
     .toolTip = "On battery, 2 h 5 min left",
     .menu = {}};
 
-TEST(TrayFaceTest, SpeaksByItsTitleWhereScreenReadersHearThatAlone)
+TEST(TrayFaceTest, PutsTheDescriptionInTheTitleWhereScreenReadersGetIt)
 {
     for (const auto tray : {TrayKind::labels, TrayKind::titledIcons}) {
         EXPECT_EQ(TrayFace::of(content, tray).title,
@@ -27,7 +27,7 @@ TEST(TrayFaceTest, SpeaksByItsTitleWhereScreenReadersHearThatAlone)
     }
 }
 
-TEST(TrayFaceTest, HasAToolTipOfOneLineButForXfce)
+TEST(TrayFaceTest, HasAToolTipOfOneLineExceptOnXfce)
 {
     for (const auto tray : {TrayKind::labels, TrayKind::icons, TrayKind::titledIcons}) {
         EXPECT_EQ(TrayFace::of(content, tray).toolTip,
@@ -35,14 +35,14 @@ TEST(TrayFaceTest, HasAToolTipOfOneLineButForXfce)
     }
 }
 
-TEST(TrayFaceTest, SaysOnXfceWhatTheToolTipsFirstLineLeavesOut)
+TEST(TrayFaceTest, PutsTheRestOfTheDescriptionInTheToolTipOnXfce)
 {
     EXPECT_EQ(TrayFace::of(content, TrayKind::describedIcons).toolTip,
               (TrayToolTip{.title = "On battery, 2 h 5 min left", .text = "Battery 57%"}));
 }
 
 // XFCE shows one line where both are the same.
-TEST(TrayFaceTest, RepeatsTheToolTipOnXfceWhenThereIsNothingToAdd)
+TEST(TrayFaceTest, RepeatsTheTitleInTheToolTipOnXfceWhenThereIsNoRest)
 {
     auto none = content;
     none.accessibilityDescription = "No battery found";

@@ -20,7 +20,7 @@ TEST(TrayKindTest, KnowsTheTraysThatShowLabels)
     }
 }
 
-TEST(TrayKindTest, TakesEveryOtherTrayForOneOfIcons)
+TEST(TrayKindTest, CountsEveryOtherTrayAsIcons)
 {
     for (const auto* const process :
          {"", "lxqt-panel", "waybar", "xapp-sn-watcher", "budgie-panel", "gnome-shell-calendar",
@@ -36,7 +36,7 @@ TEST(TrayKindTest, KnowsPlasma)
     }
 }
 
-TEST(TrayKindTest, KnowsXfceByItsPanelAndByTheProcessOfItsPlugin)
+TEST(TrayKindTest, KnowsXfceByItsPanelAndByItsPluginsProcess)
 {
     for (const auto* const process :
          {"xfce4-panel", "panel-1-systray", "panel-12-systra", "panel-123-systr"}) {
@@ -61,7 +61,7 @@ protected:
         settle();
     }
 
-    // The bus has answered what was asked until now, and what was asked for that answer.
+    // Waits until the bus has answered all calls made so far, and the calls that follow from those.
     void settle()
     {
         for (int i = 0; i < 3; ++i) {
@@ -75,7 +75,7 @@ protected:
     }
 };
 
-TEST_F(TrayHostTest, CountsOnLabelsWhileThereIsNoTray)
+TEST_F(TrayHostTest, AssumesLabelsBeforeTheFirstTray)
 {
     start();
 
@@ -83,7 +83,7 @@ TEST_F(TrayHostTest, CountsOnLabelsWhileThereIsNoTray)
     EXPECT_EQ(changes, 0);
 }
 
-TEST_F(TrayHostTest, KnowsATrayThatIsThere)
+TEST_F(TrayHostTest, RecognisesATrayThatIsRunning)
 {
     watcher.appear();
 
@@ -93,7 +93,7 @@ TEST_F(TrayHostTest, KnowsATrayThatIsThere)
     EXPECT_EQ(changes, 1);
 }
 
-TEST_F(TrayHostTest, KnowsATrayThatComesLate)
+TEST_F(TrayHostTest, RecognisesATrayThatStartsLater)
 {
     start();
 
@@ -104,7 +104,7 @@ TEST_F(TrayHostTest, KnowsATrayThatComesLate)
     EXPECT_EQ(changes, 1);
 }
 
-TEST_F(TrayHostTest, TellsOfATrayOfTheOtherKindAlone)
+TEST_F(TrayHostTest, ReportsOnlyChangesOfTheKind)
 {
     watcher.appear();
     start();
@@ -120,7 +120,7 @@ TEST_F(TrayHostTest, TellsOfATrayOfTheOtherKindAlone)
     EXPECT_EQ(changes, 3);
 }
 
-TEST_F(TrayHostTest, KeepsTheKindOfATrayThatHasGone)
+TEST_F(TrayHostTest, KeepsTheKindOfATrayThatIsGone)
 {
     watcher.appear();
     start();

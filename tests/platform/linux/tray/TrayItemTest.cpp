@@ -8,7 +8,7 @@
 namespace vorlane::platform {
 namespace {
 
-TrayItem::Dependencies onTheBusAlone(sd_bus* session, SdEventRunLoop& loop)
+TrayItem::Dependencies withoutXTray(sd_bus* session, SdEventRunLoop& loop)
 {
     return {.session = session, .loop = loop, .xTray = std::nullopt};
 }
@@ -18,7 +18,7 @@ TEST(TrayItemTest, HasOneItem)
     const PrivateBus bus;
     SdEventRunLoop loop;
     const auto session = bus.connect(loop);
-    TrayItem bar(onTheBusAlone(session.get(), loop));
+    TrayItem bar(withoutXTray(session.get(), loop));
     bar.registerAgain();
 
     auto* const item = bar.statusItem();
@@ -29,7 +29,7 @@ TEST(TrayItemTest, HasOneItem)
     EXPECT_FALSE(item->hasSymbol("battery.100.volt"));
 }
 
-TEST(TrayItemTest, TellsTheTrayBeforeAnybodyAsksForTheItem)
+TEST(TrayItemTest, RegistersBeforeTheItemIsRequested)
 {
     const PrivateBus bus;
     SdEventRunLoop loop;
@@ -38,7 +38,7 @@ TEST(TrayItemTest, TellsTheTrayBeforeAnybodyAsksForTheItem)
     watcher.appear();
     const auto session = bus.connect(loop);
 
-    const TrayItem bar(onTheBusAlone(session.get(), loop));
+    const TrayItem bar(withoutXTray(session.get(), loop));
 
     EXPECT_TRUE(runUntil(loop, [&watcher] { return !watcher.items.empty(); }));
 }

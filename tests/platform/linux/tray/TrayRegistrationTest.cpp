@@ -30,7 +30,7 @@ protected:
     BusPointer desktop = bus.connect(busLoop);
     FakeWatcher watcher{desktop.get()};
     std::optional<TrayRegistration> registration;
-    std::vector<bool> told;  // whether there is a watcher
+    std::vector<bool> reports;  // whether there is a watcher
     int redraws = 0;
 
     const std::string itemName = "org.kde.StatusNotifierItem-" + std::to_string(getpid()) + "-1";
@@ -38,7 +38,7 @@ protected:
     void start()
     {
         registration.emplace(session.get(), runLoop);
-        registration->onWatcher([this](bool present) { told.push_back(present); });
+        registration->onWatcher([this](bool present) { reports.push_back(present); });
         registration->onRedraw([this] { ++redraws; });
     }
 
@@ -47,7 +47,7 @@ protected:
         return runUntil(busLoop, [&] { return watcher.items.size() >= times; });
     }
 
-    // Whatever was sent before has arrived when the answers are back, in either direction.
+    // Waits until all messages sent so far have arrived, in both directions.
     void settle()
     {
         for (int i = 0; i < 3; ++i) {
@@ -69,7 +69,7 @@ private:
     }
 };
 
-TEST_F(TrayRegistrationTest, RegistersWithAWatcherThatIsThere)
+TEST_F(TrayRegistrationTest, RegistersWithARunningWatcher)
 {
     watcher.appear();
 
@@ -79,7 +79,7 @@ TEST_F(TrayRegistrationTest, RegistersWithAWatcherThatIsThere)
     EXPECT_THAT(watcher.items, ElementsAre(itemName));
 }
 
-TEST_F(TrayRegistrationTest, OwnsItsNameBeforeTheWatcherHearsOfIt)
+TEST_F(TrayRegistrationTest, OwnsItsNameBeforeItRegisters)
 {
     watcher.appear();
 
@@ -91,7 +91,7 @@ TEST_F(TrayRegistrationTest, OwnsItsNameBeforeTheWatcherHearsOfIt)
     EXPECT_THAT(watcher.senders, ElementsAre(unique));
 }
 
-TEST_F(TrayRegistrationTest, RegistersWithAWatcherThatComesLate)
+TEST_F(TrayRegistrationTest, RegistersWithAWatcherThatStartsLater)
 {
     start();
     settle();
@@ -102,7 +102,7 @@ TEST_F(TrayRegistrationTest, RegistersWithAWatcherThatComesLate)
     EXPECT_THAT(watcher.items, ElementsAre(itemName));
 }
 
-TEST_F(TrayRegistrationTest, TriesNothingWhileThereIsNoWatcher)
+TEST_F(TrayRegistrationTest, DoesNotRetryWithoutAWatcher)
 {
     start();
     settle();
@@ -129,7 +129,7 @@ TEST_F(TrayRegistrationTest, RegistersWithEachNewOwnerOfTheName)
     EXPECT_THAT(watcher.items, ElementsAre(itemName, itemName));
 }
 
-TEST_F(TrayRegistrationTest, RegistersWithANewOwnerWhileTheLastOneOwesAnAnswer)
+TEST_F(TrayRegistrationTest, RegistersWithANewOwnerWhileARequestToTheLastIsInFlight)
 {
     const auto connection = bus.connect(busLoop);
     FakeWatcher first(connection.get());
@@ -145,7 +145,7 @@ TEST_F(TrayRegistrationTest, RegistersWithANewOwnerWhileTheLastOneOwesAnAnswer)
     EXPECT_THAT(watcher.items, ElementsAre(itemName));
 }
 
-TEST_F(TrayRegistrationTest, OwesNothingToAWatcherThatDiedBeforeItAnswered)
+TEST_F(TrayRegistrationTest, RegistersOnceAfterAWatcherDiedBeforeItAnswered)
 {
     auto connection = bus.connect(busLoop);
     auto first = std::make_unique<FakeWatcher>(connection.get());
@@ -164,7 +164,7 @@ TEST_F(TrayRegistrationTest, OwesNothingToAWatcherThatDiedBeforeItAnswered)
     EXPECT_THAT(watcher.items, ElementsAre(itemName));
 }
 
-TEST_F(TrayRegistrationTest, RegistersWhenAHostComesLater)
+TEST_F(TrayRegistrationTest, RegistersAgainWhenAHostAppears)
 {
     watcher.appear();
     start();
@@ -176,7 +176,7 @@ TEST_F(TrayRegistrationTest, RegistersWhenAHostComesLater)
     EXPECT_THAT(watcher.items, ElementsAre(itemName, itemName));
 }
 
-TEST_F(TrayRegistrationTest, RegistersOnceWithAWatcherThatBringsItsHost)
+TEST_F(TrayRegistrationTest, RegistersOnceWithAWatcherThatHasItsHost)
 {
     watcher.hostComesAtOnce = true;
     start();
@@ -203,7 +203,7 @@ TEST_F(TrayRegistrationTest, RegistersAgainWhenAsked)
     EXPECT_THAT(watcher.items, ElementsAre(itemName, itemName));
 }
 
-TEST_F(TrayRegistrationTest, TriesAgainAfterOneSecondWhenRefused)
+TEST_F(TrayRegistrationTest, RetriesAfterOneSecondWhenRejected)
 {
     watcher.appear();
     watcher.refusals = 1;
@@ -219,7 +219,7 @@ TEST_F(TrayRegistrationTest, TriesAgainAfterOneSecondWhenRefused)
     EXPECT_THAT(watcher.items, SizeIs(2));
 }
 
-TEST_F(TrayRegistrationTest, WaitsLongerAfterEachRefusalAndGivesUpAfterAMinute)
+TEST_F(TrayRegistrationTest, BacksOffAndGivesUpAfterAMinute)
 {
     watcher.appear();
     watcher.refusals = 100;
@@ -237,7 +237,7 @@ TEST_F(TrayRegistrationTest, WaitsLongerAfterEachRefusalAndGivesUpAfterAMinute)
     EXPECT_THAT(watcher.items, SizeIs(7));
 }
 
-TEST_F(TrayRegistrationTest, TriesAnewWithANewWatcherAfterGivingUp)
+TEST_F(TrayRegistrationTest, RetriesWithANewWatcherAfterGivingUp)
 {
     watcher.appear();
     watcher.refusals = 7;
@@ -255,7 +255,7 @@ TEST_F(TrayRegistrationTest, TriesAnewWithANewWatcherAfterGivingUp)
     EXPECT_THAT(watcher.items, SizeIs(8));
 }
 
-TEST_F(TrayRegistrationTest, HasTheItemDrawnAnewTwoSecondsAfterAWatcherHasTakenIt)
+TEST_F(TrayRegistrationTest, RequestsARedrawTwoSecondsAfterEachRegistration)
 {
     watcher.appear();
     start();
@@ -276,7 +276,7 @@ TEST_F(TrayRegistrationTest, HasTheItemDrawnAnewTwoSecondsAfterAWatcherHasTakenI
     EXPECT_EQ(redraws, 2);
 }
 
-TEST_F(TrayRegistrationTest, HasNothingDrawnWhereNoWatcherTakesTheItem)
+TEST_F(TrayRegistrationTest, RequestsNoRedrawWhenNoWatcherAcceptsTheItem)
 {
     watcher.appear();
     watcher.refusals = 100;
@@ -288,7 +288,7 @@ TEST_F(TrayRegistrationTest, HasNothingDrawnWhereNoWatcherTakesTheItem)
     EXPECT_EQ(redraws, 0);
 }
 
-TEST_F(TrayRegistrationTest, UsesItsUniqueNameWhenAnotherOneHasTheProcessId)
+TEST_F(TrayRegistrationTest, FallsBackToItsUniqueNameWhenItsNameIsTaken)
 {
     watcher.appear();
     const auto other = bus.connect(busLoop);
@@ -303,40 +303,40 @@ TEST_F(TrayRegistrationTest, UsesItsUniqueNameWhenAnotherOneHasTheProcessId)
     EXPECT_EQ(watcher.items.back(), unique);
 }
 
-TEST_F(TrayRegistrationTest, TellsThatThereIsNoWatcher)
+TEST_F(TrayRegistrationTest, ReportsThatThereIsNoWatcher)
 {
     start();
     settle();
 
-    EXPECT_THAT(told, ElementsAre(false));
+    EXPECT_THAT(reports, ElementsAre(false));
 }
 
-TEST_F(TrayRegistrationTest, TellsOfTheWatcherThatTakesTheItem)
+TEST_F(TrayRegistrationTest, ReportsTheWatcherThatAcceptsTheItem)
 {
     watcher.appear();
     start();
     settle();
 
-    EXPECT_THAT(told, ElementsAre(true));
+    EXPECT_THAT(reports, ElementsAre(true));
 }
 
-TEST_F(TrayRegistrationTest, TellsOfAWatcherThatComesAndGoes)
+TEST_F(TrayRegistrationTest, ReportsAWatcherThatComesAndGoes)
 {
     start();
     settle();
-    told.clear();
+    reports.clear();
 
     watcher.appear();
     settle();
-    EXPECT_THAT(told, Each(true));
-    EXPECT_FALSE(told.empty());
+    EXPECT_THAT(reports, Each(true));
+    EXPECT_FALSE(reports.empty());
     watcher.vanish();
     settle();
 
-    EXPECT_FALSE(told.back());
+    EXPECT_FALSE(reports.back());
 }
 
-TEST_F(TrayRegistrationTest, CountsNoAnswerOfAWatcherThatHasGone)
+TEST_F(TrayRegistrationTest, ReportsNoWatcherWhenItDiedBeforeItAnswered)
 {
     auto connection = bus.connect(busLoop);
     auto first = std::make_unique<FakeWatcher>(connection.get());
@@ -349,8 +349,8 @@ TEST_F(TrayRegistrationTest, CountsNoAnswerOfAWatcherThatHasGone)
     connection.reset();
     settle();
 
-    ASSERT_FALSE(told.empty());
-    EXPECT_FALSE(told.back());
+    ASSERT_FALSE(reports.empty());
+    EXPECT_FALSE(reports.back());
 }
 
 TEST_F(TrayRegistrationTest, SurvivesTheEndOfTheBus)

@@ -15,14 +15,14 @@
 namespace vorlane::platform {
 namespace {
 
-// A server that accepts connections when it is told to.
+// With a server that accepts connections only when the test says so.
 class XDisplayProbeTest : public testing::Test {
 protected:
     TemporaryFolder folder;
     SdEventRunLoop loop;
     std::string path = (folder.path() / "X0").string();
     FileDescriptor listener;
-    std::optional<bool> told;
+    std::optional<bool> answered;
     std::optional<XDisplayProbe> probe;
 
     void listen()
@@ -39,8 +39,8 @@ protected:
     void ask()
     {
         probe.emplace(loop.event(), path, [this](bool answers) {
-            told = answers;
-            probe.reset();  // as whoever has got the answer may do
+            answered = answers;
+            probe.reset();  // allowed in the callback
         });
     }
 
@@ -49,11 +49,11 @@ protected:
         return FileDescriptor(::accept(listener.get(), nullptr, nullptr));
     }
 
-    // Whether the loop has something to do now.
+    // Whether the loop had something to do.
     bool turn() { return sd_event_run(loop.event(), 0) > 0; }
 };
 
-TEST_F(XDisplayProbeTest, AsksNobodyWhereNobodyListens)
+TEST_F(XDisplayProbeTest, AsksNothingWhenNoServerListens)
 {
     ask();
 
@@ -61,7 +61,7 @@ TEST_F(XDisplayProbeTest, AsksNobodyWhereNobodyListens)
     EXPECT_FALSE(turn());
 }
 
-TEST_F(XDisplayProbeTest, OpensAConnectionByTheProtocol)
+TEST_F(XDisplayProbeTest, SendsTheProtocolsConnectionSetup)
 {
     listen();
     ask();
@@ -73,7 +73,7 @@ TEST_F(XDisplayProbeTest, OpensAConnectionByTheProtocol)
     EXPECT_EQ(opening[2] + opening[3], 11);
 }
 
-TEST_F(XDisplayProbeTest, TellsOfAnyAnswer)
+TEST_F(XDisplayProbeTest, ReportsAnyAnswer)
 {
     listen();
     ask();
@@ -81,30 +81,30 @@ TEST_F(XDisplayProbeTest, TellsOfAnyAnswer)
     constexpr char refused = 0;
     ASSERT_EQ(send(connection.get(), &refused, 1, 0), 1);
 
-    ASSERT_TRUE(runUntil(loop, [this] { return told.has_value(); }));
+    ASSERT_TRUE(runUntil(loop, [this] { return answered.has_value(); }));
 
-    EXPECT_TRUE(*told);
+    EXPECT_TRUE(*answered);
 }
 
-TEST_F(XDisplayProbeTest, TellsOfAServerThatHangsUp)
+TEST_F(XDisplayProbeTest, ReportsAServerThatHangsUp)
 {
     listen();
     ask();
     accept().reset();
 
-    ASSERT_TRUE(runUntil(loop, [this] { return told.has_value(); }));
+    ASSERT_TRUE(runUntil(loop, [this] { return answered.has_value(); }));
 
-    EXPECT_FALSE(*told);
+    EXPECT_FALSE(*answered);
 }
 
-TEST_F(XDisplayProbeTest, WaitsQuietlyForAServerThatHangs)
+TEST_F(XDisplayProbeTest, WaitsWithoutBlockingForAServerThatHangs)
 {
     listen();
     ask();
 
     EXPECT_TRUE(probe->isAsking());
     EXPECT_FALSE(turn());
-    EXPECT_EQ(told, std::nullopt);
+    EXPECT_EQ(answered, std::nullopt);
 }
 
 }  // namespace

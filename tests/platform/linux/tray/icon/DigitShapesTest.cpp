@@ -11,7 +11,6 @@
 namespace vorlane::platform {
 namespace {
 
-// Rows of '#' and '.', for reading.
 std::string drawn(std::string_view line, int width, int height)
 {
     BitPicture picture(width, height);
@@ -24,7 +23,7 @@ std::string drawn(std::string_view line, int width, int height)
     return text;
 }
 
-TEST(DigitShapesTest, DrawsADigitOfWholePixels)
+TEST(DigitShapesTest, DrawsDigitsInWholePixels)
 {
     EXPECT_EQ(drawn("6", 4, 7),
               "####\n"
@@ -38,7 +37,7 @@ TEST(DigitShapesTest, DrawsADigitOfWholePixels)
 
 TEST(DigitShapesTest, RoundsTheCornersOfBoldDigits)
 {
-    constexpr std::size_t threeRows = 69;  // each with its end
+    constexpr std::size_t threeRows = 69;  // with line ends
     EXPECT_EQ(drawn("5", 22, 12).substr(0, threeRows),
               "........#######.......\n"
               ".......########.......\n"
@@ -67,7 +66,7 @@ TEST(DigitShapesTest, DrawsEveryDigitDifferently)
     }
 }
 
-TEST(DigitShapesTest, TakesNarrowerDigitsForALongerLine)
+TEST(DigitShapesTest, NarrowsTheDigitsOfALongLine)
 {
     const auto few = drawn("80", 22, 12);
     const auto many = drawn("20:08", 22, 12);
@@ -76,14 +75,14 @@ TEST(DigitShapesTest, TakesNarrowerDigitsForALongerLine)
     EXPECT_EQ(many.find("######"), std::string::npos) << many;
 }
 
-TEST(DigitShapesTest, LeavesOutWhatItDoesNotKnow)
+TEST(DigitShapesTest, SkipsUnknownCharacters)
 {
     EXPECT_EQ(drawn("80%", 22, 12), drawn("80", 22, 12));
     EXPECT_EQ(drawn("\xc2\xb7 x%", 22, 12).find('#'), std::string::npos);
     EXPECT_EQ(drawn("", 22, 12).find('#'), std::string::npos);
 }
 
-TEST(DigitShapesTest, DrawsNothingWhereThereIsNoRoom)
+TEST(DigitShapesTest, DrawsNothingInABoxThatIsTooSmall)
 {
     for (const auto& [width, height] : std::vector<std::pair<int, int>>{{16, 4}, {12, 9}, {0, 0}}) {
         BitPicture picture(width, height);

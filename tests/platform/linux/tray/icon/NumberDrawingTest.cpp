@@ -61,7 +61,7 @@ TEST(NumberDrawingTest, PutsTheSymbolAboveTheNumber)
               "..#######...#######...\n");
 }
 
-TEST(NumberDrawingTest, KeepsThePercentageWhereTwoLinesHaveNoRoom)
+TEST(NumberDrawingTest, KeepsOnlyThePercentageBelow18Pixels)
 {
     const Lines both{"80", "3:00"};
     for (int size = 16; size < 18; ++size) {
@@ -72,17 +72,17 @@ TEST(NumberDrawingTest, KeepsThePercentageWhereTwoLinesHaveNoRoom)
               drawn({.symbol = "battery.50", .lines = eighty, .size = 18}));
 }
 
-TEST(NumberDrawingTest, DrawsBothInTwoLines)
+TEST(NumberDrawingTest, DrawsPercentageAndTimeInTwoLines)
 {
     const auto both = drawn({.symbol = "battery.50", .lines = Lines{"80", "1:23"}, .size = 22});
     const auto other = drawn({.symbol = "battery.50", .lines = Lines{"80", "1:24"}, .size = 22});
 
-    constexpr std::size_t fifteenRows = 345;  // each with its end
+    constexpr std::size_t fifteenRows = 345;  // with line ends
     EXPECT_EQ(both.substr(0, fifteenRows), other.substr(0, fifteenRows));
     EXPECT_NE(both.substr(fifteenRows), other.substr(fifteenRows));
 }
 
-TEST(NumberDrawingTest, GivesTheHoursOfATimeThatIsTooWide)
+TEST(NumberDrawingTest, CutsATimeThatIsTooWideToItsHours)
 {
     EXPECT_EQ(drawn({.symbol = "battery.50", .lines = Lines{"23:48"}, .size = 16}),
               drawn({.symbol = "battery.50", .lines = Lines{"23h"}, .size = 16}));
@@ -132,7 +132,7 @@ TEST(NumberDrawingTest, DoublesEveryPixelOfTheHalfSize)
     }
 }
 
-TEST(NumberDrawingTest, HoldsAtEverySize)
+TEST(NumberDrawingTest, DrawsSomethingAtEverySize)
 {
     for (int size = -1; size < 130; ++size) {
         for (const auto& lines :

@@ -22,7 +22,7 @@ StatusItemContent sixtyPercent()
 
 constexpr Rgb white{255, 255, 255};
 
-TEST(StatusIconPixelsTest, HasTheNumberInIt)
+TEST(StatusIconPixelsTest, ContainsTheNumber)
 {
     const auto picture = xIconPicture(sixtyPercent(), 22, white);
 
@@ -30,12 +30,12 @@ TEST(StatusIconPixelsTest, HasTheNumberInIt)
     EXPECT_THAT(picture.lines, ElementsAre("60"));
 }
 
-TEST(StatusIconPixelsTest, IsTheSymbolAloneWhereANumberHasNoRoom)
+TEST(StatusIconPixelsTest, IsOnlyTheSymbolBelow16Pixels)
 {
     EXPECT_THAT(xIconPicture(sixtyPercent(), 15, white).lines, IsEmpty());
 }
 
-TEST(StatusIconPixelsTest, IsTheSymbolAloneWhenNoNumberIsWanted)
+TEST(StatusIconPixelsTest, IsOnlyTheSymbolWhenNoNumberIsWanted)
 {
     auto content = sixtyPercent();
     content.imagePosition = ImagePosition::imageOnly;
@@ -45,30 +45,30 @@ TEST(StatusIconPixelsTest, IsTheSymbolAloneWhenNoNumberIsWanted)
     EXPECT_THAT(xIconPicture(content, 22, white).lines, IsEmpty());
 }
 
-TEST(StatusIconPixelsTest, LiesOnTheTrayInTheTraysOwnColour)
+TEST(StatusIconPixelsTest, UsesTheTraysColourWithoutATile)
 {
     const auto picture = xIconPicture(sixtyPercent(), 22, Rgb{1, 2, 3});
 
     EXPECT_EQ(picture.ink.red, 1);
     EXPECT_EQ(picture.ink.green, 2);
     EXPECT_EQ(picture.ink.blue, 3);
-    EXPECT_FALSE(picture.plate);
+    EXPECT_FALSE(picture.tile);
 }
 
-TEST(StatusIconPixelsTest, BringsItsOwnGroundForANumberOnATrayThatNamesNoColour)
+TEST(StatusIconPixelsTest, PutsANumberOnATileWhenTheTraySetsNoColour)
 {
     const auto picture = xIconPicture(sixtyPercent(), 22, std::nullopt);
 
-    ASSERT_TRUE(picture.plate);
-    EXPECT_GT(picture.ink.red - picture.plate->red, 180);
+    ASSERT_TRUE(picture.tile);
+    EXPECT_GT(picture.ink.red - picture.tile->red, 180);
 }
 
-TEST(StatusIconPixelsTest, IsGreyAsASymbolOnATrayThatNamesNoColour)
+TEST(StatusIconPixelsTest, DrawsASymbolInGreyWhenTheTraySetsNoColour)
 {
     const auto picture = xIconPicture(sixtyPercent(), 12, std::nullopt);
 
     EXPECT_EQ(picture.ink.red, 0x88);
-    EXPECT_FALSE(picture.plate);
+    EXPECT_FALSE(picture.tile);
 }
 
 TEST(StatusIconPixelsTest, DrawsNothingWithoutASymbolAndANumber)

@@ -19,24 +19,24 @@ const StatusItemContent content{.symbol = "battery.75",
                                 .toolTip = "",
                                 .menu = {}};
 
-TEST(StatusIconTest, IsTheThemesSymbolWhereTheTrayShowsLabels)
+TEST(StatusIconTest, IsAThemeIconWhereTheTrayShowsLabels)
 {
     const auto icon = StatusIcon::of(content, TrayKind::labels);
 
     EXPECT_EQ(icon.name, "vorlane-battery-75-symbolic");
     EXPECT_EQ(icon.picture.symbol, "battery.75");
     EXPECT_THAT(icon.picture.lines, IsEmpty());
-    EXPECT_FALSE(icon.picture.plate);
+    EXPECT_FALSE(icon.picture.tile);
 }
 
-TEST(StatusIconTest, HoldsTheNumberWhereTheTrayShowsNone)
+TEST(StatusIconTest, ContainsTheNumberWhereTheTrayShowsNoLabels)
 {
     const auto icon = StatusIcon::of(content, TrayKind::icons);
 
     EXPECT_EQ(icon.name, "");
     EXPECT_EQ(icon.picture.symbol, "battery.75");
     EXPECT_THAT(icon.picture.lines, ElementsAre("80"));
-    EXPECT_TRUE(icon.picture.plate);
+    EXPECT_TRUE(icon.picture.tile);
     EXPECT_EQ(StatusIcon::of(content, TrayKind::titledIcons), icon);
     EXPECT_EQ(StatusIcon::of(content, TrayKind::describedIcons), icon);
 }
@@ -52,7 +52,7 @@ TEST(StatusIconTest, IsTheSameOnEveryTrayWithoutANumber)
     EXPECT_EQ(StatusIcon::of(plain, TrayKind::icons).name, "vorlane-battery-75-symbolic");
 }
 
-TEST(StatusIconTest, DiffersForAnotherNumberOnTraysOfIconsAlone)
+TEST(StatusIconTest, ChangesWithTheNumberOnlyOnTraysWithoutLabels)
 {
     auto other = content;
     other.percent = 79;
@@ -61,8 +61,8 @@ TEST(StatusIconTest, DiffersForAnotherNumberOnTraysOfIconsAlone)
     EXPECT_EQ(StatusIcon::of(other, TrayKind::labels), StatusIcon::of(content, TrayKind::labels));
 }
 
-// What a tray makes of the largest picture at half its size is the picture of that size.
-TEST(StatusIconTest, OffersANumberLastAtTwiceTheUsualSize)
+// Trays that halve it get exactly the picture of the usual size.
+TEST(StatusIconTest, OffersANumberAtTwiceTheUsualSizeAsTheLargest)
 {
     const auto icon = StatusIcon::of(content, TrayKind::icons);
     const auto small = icon.picture.draw(22).argb;
@@ -78,7 +78,7 @@ TEST(StatusIconTest, OffersANumberLastAtTwiceTheUsualSize)
     }
 }
 
-TEST(StatusIconTest, IsTheNumberAloneWithoutASymbol)
+TEST(StatusIconTest, IsOnlyTheNumberWithoutASymbol)
 {
     auto bare = content;
     bare.symbol = std::nullopt;

@@ -24,10 +24,10 @@ Pixel pixel(const TrayPicture& pixmap, int x, int y)
     return {argb[0], argb[1], argb[2], argb[3]};
 }
 
-TEST(StatusPictureTest, DrawsTheSymbolAloneWithoutAText)
+TEST(StatusPictureTest, DrawsOnlyTheSymbolWithoutLines)
 {
     const auto pixmap =
-        StatusPicture{.symbol = "battery.75", .lines = {}, .ink = ink, .plate = {}}.draw(22);
+        StatusPicture{.symbol = "battery.75", .lines = {}, .ink = ink, .tile = {}}.draw(22);
 
     const auto mask = symbolMask("battery.75", 22);
     ASSERT_EQ(pixmap.size, 22);
@@ -40,9 +40,9 @@ TEST(StatusPictureTest, DrawsTheSymbolAloneWithoutAText)
     }
 }
 
-TEST(StatusPictureTest, DrawsTheTextInTheInk)
+TEST(StatusPictureTest, DrawsTheNumberInTheInk)
 {
-    const StatusPicture picture{.symbol = "battery.75", .lines = {"80"}, .ink = ink, .plate = {}};
+    const StatusPicture picture{.symbol = "battery.75", .lines = {"80"}, .ink = ink, .tile = {}};
 
     for (const int size : {16, 18, 22, 24, 30, 48}) {
         const auto bits =
@@ -56,10 +56,10 @@ TEST(StatusPictureTest, DrawsTheTextInTheInk)
     }
 }
 
-TEST(StatusPictureTest, LaysAPlateBelow)
+TEST(StatusPictureTest, DrawsTheTileBehindIt)
 {
     const auto pixmap =
-        StatusPicture{.symbol = "battery.0", .lines = {"80"}, .ink = ink, .plate = tile}.draw(22);
+        StatusPicture{.symbol = "battery.0", .lines = {"80"}, .ink = ink, .tile = tile}.draw(22);
 
     EXPECT_EQ(pixel(pixmap, 0, 0)[0], 0);                          // a round corner
     EXPECT_EQ(pixel(pixmap, 1, 0), (Pixel{255, 200, 210, 220}));   // the edge
@@ -67,12 +67,12 @@ TEST(StatusPictureTest, LaysAPlateBelow)
     EXPECT_EQ(pixel(pixmap, 10, 1), (Pixel{255, 10, 20, 30}));     // its upper edge
 }
 
-TEST(StatusPictureTest, KeepsTheNumberOffTheEdgesOfItsPlate)
+TEST(StatusPictureTest, KeepsTheNumberOffTheEdgesOfTheTile)
 {
     for (const std::vector<std::string>& lines :
          {std::vector<std::string>{"100"}, {"20:08"}, {"100", "20:08"}}) {
         const auto pixmap =
-            StatusPicture{.symbol = "battery.100", .lines = lines, .ink = ink, .plate = tile}.draw(
+            StatusPicture{.symbol = "battery.100", .lines = lines, .ink = ink, .tile = tile}.draw(
                 22);
         for (int i = 1; i < 21; ++i) {
             for (const auto& [x, y] : {std::array{i, 0}, {i, 21}, {0, i}, {21, i}}) {
@@ -84,8 +84,8 @@ TEST(StatusPictureTest, KeepsTheNumberOffTheEdgesOfItsPlate)
 
 TEST(StatusPictureTest, IsEmptyWhenThereIsNothingToDraw)
 {
-    const StatusPicture nothing{.symbol = "", .lines = {}, .ink = ink, .plate = {}};
-    const StatusPicture number{.symbol = "", .lines = {"80"}, .ink = ink, .plate = {}};
+    const StatusPicture nothing{.symbol = "", .lines = {}, .ink = ink, .tile = {}};
+    const StatusPicture number{.symbol = "", .lines = {"80"}, .ink = ink, .tile = {}};
 
     EXPECT_TRUE(nothing.draw(22).argb.empty());
     for (const int size : {-5, 0, 513}) EXPECT_TRUE(number.draw(size).argb.empty()) << size;
