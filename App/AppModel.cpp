@@ -9,11 +9,9 @@ namespace vorlane {
 namespace {
 
 constexpr RunLoop::Rhythm refreshRhythm{.interval = Seconds{60}, .tolerance = Seconds{10}};
-constexpr Seconds wakeRefreshDelay{3};
 // Some embedded controllers need seconds to detect the battery after a resume, and not all of them
 // signal when they have.
 constexpr RunLoop::Rhythm resumeRefreshRhythm{.interval = Seconds{5}, .tolerance = Seconds{1}};
-constexpr Seconds settleTimeout{30};
 constexpr Seconds snoozeSpan{3600};
 
 }  // namespace
@@ -90,13 +88,13 @@ void AppModel::woke()
 {
     resumeFilter.wake(reader.read(), state.get());
     restartSettleTimer();
-    wakeRefresh = services_.runLoop.after(wakeRefreshDelay, refreshing(Reason::wake));
+    wakeRefresh = services_.runLoop.after(ResumeFilter::wakeRefreshDelay, refreshing(Reason::wake));
     resumeRefreshes = services_.runLoop.repeat(resumeRefreshRhythm, refreshing(Reason::change));
 }
 
 void AppModel::restartSettleTimer()
 {
-    settleTimer = services_.runLoop.after(settleTimeout, [weak = weak_from_this()] {
+    settleTimer = services_.runLoop.after(ResumeFilter::settleTimeout, [weak = weak_from_this()] {
         if (const auto model = weak.lock()) model->endSettling();
     });
 }

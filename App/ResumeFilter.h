@@ -7,11 +7,16 @@
 #include <optional>
 
 #include "App/BatteryState.h"
+#include "App/Date.h"
 
 namespace vorlane {
 
 class ResumeFilter {
 public:
+    // After the wake, until its owner refreshes, and until it calls `end`.
+    static constexpr Seconds wakeRefreshDelay{3};
+    static constexpr Seconds settleTimeout{30};
+
     void sleep();
 
     // `reading` was taken at the wake, `accepted` before it.

@@ -12,7 +12,7 @@ class Footprint:
     threads: int = 0
     descriptors: int = 0
     wakeups: int = 0    # of all its threads, since its start
-    cpu: float = 0      # seconds, since its start
+    cpu: float = 0      # processor time since its start, in seconds
 
     def __init__(self, pid):
         process = pathlib.Path(f'/proc/{pid}')

@@ -28,7 +28,7 @@ TEST_F(PopoverViewTest, ShowsOnlyTheNoticeAndTheButtonsWithoutABattery)
                   .quit = "Quit"}));
 }
 
-TEST_F(PopoverViewTest, HasTheSameFootnoteAndButtonsWithABattery)
+TEST_F(PopoverViewTest, KeepsTheFootnoteAndButtonsWhenThereIsABattery)
 {
     model->state.set(onBattery(50));
 

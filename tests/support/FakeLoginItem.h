@@ -8,7 +8,7 @@ namespace vorlane {
 class FakeLoginItem : public LoginItem {
 public:
     bool on = false;
-    std::optional<std::string> failure;  // the error of each change
+    std::optional<std::string> failure;  // what setEnabled returns; absent: it succeeds
 
     bool enabled() const override { return on; }
 

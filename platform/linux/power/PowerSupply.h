@@ -22,7 +22,7 @@ struct PowerSupply {
     // Absent when the value is not wholly a number, or does not fit.
     std::optional<std::int64_t> integer(std::string_view key) const;
 
-    // A mouse's or a headset's: neither the machine's battery nor its adapter.
+    // Belongs to a mouse or headset, so it is neither the laptop's battery nor its adapter.
     bool isPeripheral() const;
 
     // A battery of the machine itself, in its bay.

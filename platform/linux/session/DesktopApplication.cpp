@@ -22,7 +22,7 @@ constexpr std::uint64_t patience = 5'000'000;  // microseconds for the other ins
 
 constexpr Seconds restartRetry{1};
 
-constexpr int mostTries = 5;  // somebody else may be quicker to take the name each time
+constexpr int mostTries = 5;  // another instance may take the name first, each time
 
 // The bus tells the caller that nobody answered, once this connection closes.
 constexpr int leaveUnanswered = 1;

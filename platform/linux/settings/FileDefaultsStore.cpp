@@ -133,7 +133,7 @@ void FileDefaultsStore::set(const std::string& key, const DefaultsValue& value)
 {
     if (!isStorable(value)) return;
 
-    // First the file as it is now: an editor may have written it a moment ago.
+    // Read the file first: an editor may have just changed it.
     const bool editedOutside = load();
     const bool differs = !holds(key, value);
     if (differs) unsaved.insert_or_assign(key, value);

@@ -133,7 +133,7 @@ std::optional<std::string> withAsciiValue(std::string_view text, const std::stri
     auto edited = node != nullptr ? replaced(text, *node, literal)
                                   : inserted(text, tomlKey(key) + " = " + literal);
     std::visit([&](const auto& plain) { table->insert_or_assign(key, plain); }, value);
-    if (says(text, *table)) return std::string(text);  // set already, however it is spelt
+    if (says(text, *table)) return std::string(text);  // already set, perhaps in another spelling
     if (!says(edited, *table)) return std::nullopt;    // the key was a table of several lines
     return edited;
 }

@@ -1,6 +1,8 @@
 // Decides whether the item needs an X icon. Leaves looking for trays and waiting to its owner.
 #pragma once
 
+#include "App/Date.h"
+
 namespace vorlane::platform {
 
 // A tray on the bus shows the item better, and a panel that has both often starts its X tray a
@@ -8,6 +10,9 @@ namespace vorlane::platform {
 // as there is one.
 class TrayChoice {
 public:
+    // A panel that starts with the session, or restarts after a crash, has a watcher by then.
+    static constexpr Seconds watcherTimeout{3};
+
     enum class Step {
         nothing,
         wait,  // start a timer that calls `waited`

@@ -4,13 +4,6 @@
 
 namespace vorlane::platform {
 
-namespace {
-
-// A panel that starts with the session, or restarts after a crash, has a watcher by then.
-constexpr Seconds watcherTimeout{3};
-
-}  // namespace
-
 TrayItem::TrayItem(Dependencies dependencies)
     : loop_(dependencies.loop), notifier(dependencies.session, dependencies.loop)
 {
@@ -50,7 +43,7 @@ void TrayItem::take(TrayChoice::Step step)
         case TrayChoice::Step::nothing:
             return;
         case TrayChoice::Step::wait:
-            timeout = loop_.after(watcherTimeout, [this] { take(choice.waited()); });
+            timeout = loop_.after(TrayChoice::watcherTimeout, [this] { take(choice.waited()); });
             return;
         case TrayChoice::Step::show:
             icon->open();

@@ -26,8 +26,8 @@ public:
     struct Dependencies {
         std::string program;                    // the path of its file
         sd_bus* session;                        // for the portal's appearance; may be null
-        std::function<void()> refused = [] {};  // called when the file is of another build
-        Seconds patience{2};                    // before a process that does not answer is killed
+        std::function<void()> refused = [] {};  // called when the program is of another build
+        Seconds patience = WindowsProcess::usualPatience;
     };
 
     // The loop and the session's bus outlive this object, which outlives the windows it makes.

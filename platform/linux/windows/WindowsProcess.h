@@ -19,6 +19,9 @@ namespace vorlane::platform {
 
 class WindowsProcess {
 public:
+    // Before a process that does not answer a request is killed.
+    static constexpr Seconds usualPatience{2};
+
     enum class End {
         gone,  // it exited, crashed or sent an invalid message
         hung   // it did not answer a request, or could not be sent one

@@ -110,7 +110,7 @@ TEST_F(FileWatchTest, TellsWhenWhatALinkLeadsToAppears)
     EXPECT_EQ(callsNow(), 1);
 }
 
-// Everybody writes to it all the time.
+// Every program writes to /dev/null, so a watch on it would never be quiet.
 TEST_F(FileWatchTest, DoesNotWatchADeviceThatTheFileIsALinkTo)
 {
     fs::create_symlink("/dev/null", file);

@@ -49,7 +49,7 @@ TEST(PowerAdaptersTest, BelievesAUsbSupplyThatNoMainsAdapterContradicts)
     EXPECT_TRUE(isPluggedIn({mains("0"), usb({}), wireless}, ChargeStatus::discharging));
 }
 
-TEST(PowerAdaptersTest, IsPluggedInByAProgrammableUsbSupply)
+TEST(PowerAdaptersTest, CountsAProgrammableUsbSupplyAsPluggedIn)
 {
     EXPECT_TRUE(isPluggedIn({usb({{"ONLINE", "2"}})}, ChargeStatus::discharging));
 }

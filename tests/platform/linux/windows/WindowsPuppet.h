@@ -19,7 +19,7 @@ class WindowsPuppet {
 public:
     explicit WindowsPuppet(const SdEventRunLoop& loop);
 
-    // The path of its program. There is none before `install`.
+    // The fake program's path; the file exists only after `install`.
     std::string program() const { return (folder.path() / "windows").string(); }
     void install() const;
 

@@ -77,7 +77,7 @@ TEST_F(ThemeTest, PrefersTheUsersAccentToThePalettes)
               chosen);
 }
 
-TEST_F(ThemeTest, ShowsAValueWithoutAColourInTheSecondaryColour)
+TEST_F(ThemeTest, UsesTheSecondaryColourForAValueThatHasNone)
 {
     EXPECT_EQ(light.shade(std::optional<Color>()), light.secondary);
     EXPECT_EQ(light.shade(std::optional(Color::red)), light.red);
