@@ -72,7 +72,7 @@ LinuxServices::LinuxServices(Dependencies dependencies)
 void LinuxServices::finish()
 {
     notifications.finish();  // first: it may still receive a snooze
-    defaults.writeWhatWaits();
+    defaults.saveUnsaved();
 }
 
 void LinuxServices::handOver() const

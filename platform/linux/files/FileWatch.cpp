@@ -18,14 +18,14 @@ constexpr std::uint32_t watchMask = IN_CLOSE_WRITE | IN_CREATE | IN_MOVED_TO | I
                                     IN_DELETE | IN_ATTRIB | goneMask | IN_ONLYDIR;
 constexpr std::uint32_t lostMask = goneMask | IN_IGNORED | IN_UNMOUNT | IN_Q_OVERFLOW;
 
-constexpr int mostLinks = 40;  // as the kernel follows
+constexpr int mostLinks = 40;  // the limit of the kernel
 
 std::string_view nameOf(std::string_view path)
 {
     return path.substr(path.rfind('/') + 1);
 }
 
-// Where a file is that `path` is a link to, or where it would be; empty when it is no such link.
+// The file, existing or not, that the link at `path` leads to; empty if it is no such link.
 std::string targetOf(const std::string& path)
 {
     namespace fs = std::filesystem;
@@ -46,21 +46,21 @@ std::string targetOf(const std::string& path)
 FileWatch::FileWatch(sd_event* event, std::string file, std::function<void()> callback)
     : event_(event), path(std::move(file)), changed(std::move(callback))
 {
-    turn_ = owned<EventSourcePointer>([this](sd_event_source** source) {
-        return sd_event_add_defer(event_, source, onTurn, this);
+    deferred_ = owned<EventSourcePointer>([this](sd_event_source** source) {
+        return sd_event_add_defer(event_, source, onDeferred, this);
     });
-    if (!turn_) return;
-    (void)sd_event_source_set_enabled(turn_.get(), SD_EVENT_OFF);
-    // After all that the watches have to report: what has reported to one of two in the same folder
-    // would be reported to each new one again, and that for ever.
-    (void)sd_event_source_set_priority(turn_.get(), SD_EVENT_PRIORITY_NORMAL + 1);
+    if (!deferred_) return;
+    (void)sd_event_source_set_enabled(deferred_.get(), SD_EVENT_OFF);
+    // Runs after all pending inotify events: a watch renewed earlier would receive the same events
+    // again, endlessly.
+    (void)sd_event_source_set_priority(deferred_.get(), SD_EVENT_PRIORITY_NORMAL + 1);
     renew();
 }
 
 void FileWatch::renew()
 {
     watchNearestFolder();
-    // The folder may have come between the look and the watch.
+    // The folder may have been created just before its parent was watched.
     if (awaited != path && access(awaited.c_str(), F_OK) == 0) watchNearestFolder();
     watchTarget();
 }
@@ -97,12 +97,12 @@ int FileWatch::onChange(sd_event_source* /*source*/, const inotify_event* change
         name == nameOf(watch->awaited) || (!watch->target.empty() && name == nameOf(watch->target));
     if (!isAwaited && (change->mask & lostMask) == 0) return 0;
 
-    // Not from here: a watch cannot be renewed while it reports.
-    (void)sd_event_source_set_enabled(watch->turn_.get(), SD_EVENT_ONESHOT);
+    // A watch cannot be renewed inside its own callback.
+    (void)sd_event_source_set_enabled(watch->deferred_.get(), SD_EVENT_ONESHOT);
     return 0;
 }
 
-int FileWatch::onTurn(sd_event_source* /*source*/, void* self)
+int FileWatch::onDeferred(sd_event_source* /*source*/, void* self)
 {
     auto* const watch = static_cast<FileWatch*>(self);
     watch->renew();

@@ -1,6 +1,6 @@
-// Tells when a file may have changed: written, replaced, removed or come back, and also when its
-// folder goes or comes. A link to a file is watched at both ends; what is no file, as a device that
-// others write to all the time, is not. It does not look into the file.
+// Reports that a file, or its folder, may have been written, replaced, removed or created. Also
+// watches the file that a symbolic link leads to, but no device, which others may write to all the
+// time. Reading the file is left to the callback.
 #pragma once
 
 #include <sys/inotify.h>
@@ -17,10 +17,9 @@ public:
     // Calls `changed` on a later turn of the loop, once for what happened together.
     FileWatch(sd_event* event, std::string path, std::function<void()> changed);
 
-    // False while the system grants no watch.
-    bool watches() const { return watch_ != nullptr; }
+    // False when the system granted no watch; call `renew` to retry.
+    bool isWatching() const { return watch_ != nullptr; }
 
-    // Asks the system once more.
     void renew();
 
 private:
@@ -28,16 +27,16 @@ private:
     void watchTarget();
     EventSourcePointer watchFolderOf(const std::string& entry);
     static int onChange(sd_event_source* source, const inotify_event* change, void* self);
-    static int onTurn(sd_event_source* source, void* self);
+    static int onDeferred(sd_event_source* source, void* self);
 
     sd_event* event_;
     std::string path;
     std::function<void()> changed;
-    std::string awaited;  // what must change in the watched folder: the file, or a folder above it
-    std::string target;   // what the file is a link to; empty while it is none
+    std::string awaited;  // the entry to wait for: the file, or the first missing folder above it
+    std::string target;   // the file that `path` links to; empty if it is no such link
     EventSourcePointer watch_;
     EventSourcePointer targetWatch_;
-    EventSourcePointer turn_;
+    EventSourcePointer deferred_;
 };
 
 }  // namespace vorlane::platform

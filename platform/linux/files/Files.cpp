@@ -12,8 +12,10 @@
 #include <cstdlib>
 #include <ctime>
 #include <memory>
+#include <utility>
 
 #include "platform/linux/base/FileDescriptor.h"
+#include "platform/linux/base/Systemd.h"
 
 namespace vorlane::platform {
 
@@ -22,7 +24,7 @@ namespace {
 constexpr std::size_t pieceSize = 16'384;
 constexpr int mostKeptAside = 1000;
 
-// What `call` returns once no signal interrupts it.
+// Repeats `call` while signals interrupt it.
 template <typename Call>
 auto uninterrupted(Call&& call)
 {
@@ -76,8 +78,8 @@ bool isFree(const std::string& path)
     return lstat(path.c_str(), &status) != 0 && (errno == ENOENT || errno == ENOTDIR);
 }
 
-// Gives `path` the second name `name`, or moves it there where a second name is impossible: for a
-// folder, and on file systems without links. Never overwrites.
+// Links `path` as `name`, or renames it where a hard link is impossible: for a folder, and on some
+// file systems. Never overwrites.
 Expected<> keepAs(const std::string& name, const std::string& path)
 {
     if (link(path.c_str(), name.c_str()) == 0) return {};
@@ -85,7 +87,7 @@ Expected<> keepAs(const std::string& name, const std::string& path)
     if (renameat2(AT_FDCWD, path.c_str(), AT_FDCWD, name.c_str(), RENAME_NOREPLACE) == 0) return {};
     if (errno != EINVAL) return lastError();
 
-    // A file system that cannot refuse to overwrite: look first.
+    // The file system does not support RENAME_NOREPLACE.
     if (!isFree(name)) return std::errc::file_exists;
     if (rename(path.c_str(), name.c_str()) != 0) return lastError();
     return {};
@@ -94,10 +96,10 @@ Expected<> keepAs(const std::string& name, const std::string& path)
 void makeFolder(const std::string& path)
 {
     if (mkdir(path.c_str(), S_IRWXU) != 0) return;
-    (void)chmod(path.c_str(), S_IRWXU);  // whatever the umask took from it
+    (void)chmod(path.c_str(), S_IRWXU);  // regardless of the umask
 }
 
-// Over whatever stands there; a folder would have to be empty, and is kept aside.
+// Keeps a folder aside, which a file cannot replace.
 Expected<> moveOver(const std::string& temporary, const std::string& path)
 {
     const auto move = [&] { return rename(temporary.c_str(), path.c_str()) == 0; };
@@ -108,12 +110,8 @@ Expected<> moveOver(const std::string& temporary, const std::string& path)
     return {};
 }
 
-constexpr std::time_t oldEnough = 600;    // seconds; to write a file takes some milliseconds
-constexpr std::size_t randomLetters = 6;  // which mkostemp makes
-
-struct Closer {
-    void operator()(DIR* folder) const { (void)closedir(folder); }
-};
+constexpr std::time_t staleAge = 600;     // seconds; writing a file takes milliseconds
+constexpr std::size_t randomLetters = 6;  // as mkostemp makes
 
 bool isLetterOrDigit(char c)
 {
@@ -127,30 +125,29 @@ bool isTemporary(std::string_view name, std::string_view begin)
     return rest.size() == randomLetters && std::ranges::all_of(rest, isLetterOrDigit);
 }
 
-bool isLeft(int folder, const char* name)
+bool isStale(int folder, const char* name)
 {
     struct stat status {};
     return fstatat(folder, name, &status, AT_SYMLINK_NOFOLLOW) == 0 && S_ISREG(status.st_mode) &&
-           status.st_uid == geteuid() && std::time(nullptr) - status.st_mtime > oldEnough;
+           status.st_uid == geteuid() && std::time(nullptr) - status.st_mtime > staleAge;
 }
 
-// Takes away the user's own regular files in `folder` whose names are `begin` and six letters or
-// digits, and that nobody has written to for ten minutes: a younger one may be at work, another
-// session's. Trouble is ignored.
+// Removes the user's temporary files (`begin` and six letters or digits) in `folder` that are older
+// than ten minutes: another session may still be writing a younger one. Errors are ignored.
 void removeStaleTemporaries(const std::string& folder, const std::string& begin)
 {
-    const std::unique_ptr<DIR, Closer> entries(opendir(folder.c_str()));
+    const std::unique_ptr<DIR, Releaser<closedir>> entries(opendir(folder.c_str()));
     if (!entries) return;
     const int number = dirfd(entries.get());
     while (const auto* const entry = readdir(entries.get())) {
         const char* const name = entry->d_name;
-        if (isTemporary(name, begin) && isLeft(number, name)) (void)unlinkat(number, name, 0);
+        if (isTemporary(name, begin) && isStale(number, name)) (void)unlinkat(number, name, 0);
     }
 }
 
 struct Reading {
     std::size_t limit;
-    bool whosever;  // not only the user's own and root's
+    bool anyOwner;  // else only the user's and root's files
 };
 
 Expected<> mayBeRead(const struct stat& status, const Reading& reading)
@@ -159,12 +156,12 @@ Expected<> mayBeRead(const struct stat& status, const Reading& reading)
     if (status.st_size < 0 || static_cast<std::size_t>(status.st_size) > reading.limit)
         return std::errc::file_too_large;
     const bool isOwn = status.st_uid == geteuid() || status.st_uid == 0;
-    if (!isOwn && !reading.whosever) return std::errc::operation_not_permitted;
+    if (!isOwn && !reading.anyOwner) return std::errc::operation_not_permitted;
     return {};
 }
 
-// Parsers look a little beyond the end of a text; where there is no room they copy it.
-constexpr std::size_t roomForParsers = 64;
+// Parsers that need padding copy a text that has no spare room at its end.
+constexpr std::size_t parserPadding = 64;
 
 Expected<std::string> read(const std::string& path, const Reading& reading)
 {
@@ -174,7 +171,7 @@ Expected<std::string> read(const std::string& path, const Reading& reading)
     if (const auto allowed = mayBeRead(status, reading); !allowed) return allowed.error();
 
     std::string content;
-    content.reserve(static_cast<std::size_t>(status.st_size) + roomForParsers);
+    content.reserve(static_cast<std::size_t>(status.st_size) + parserPadding);
     std::array<char, pieceSize> piece;
     for (;;) {
         const auto count =
@@ -182,7 +179,7 @@ Expected<std::string> read(const std::string& path, const Reading& reading)
         if (count < 0) return lastError();
         if (count == 0) return content;
         content.append(piece.data(), static_cast<std::size_t>(count));
-        if (content.size() > reading.limit) return std::errc::file_too_large;  // it grew meanwhile
+        if (content.size() > reading.limit) return std::errc::file_too_large;  // it has grown
     }
 }
 
@@ -190,12 +187,12 @@ Expected<std::string> read(const std::string& path, const Reading& reading)
 
 Expected<std::string> readFile(const std::string& path, std::size_t limit)
 {
-    return read(path, {.limit = limit, .whosever = true});
+    return read(path, {.limit = limit, .anyOwner = true});
 }
 
 Expected<std::string> readOwnFile(const std::string& path, std::size_t limit)
 {
-    return read(path, {.limit = limit, .whosever = false});
+    return read(path, {.limit = limit, .anyOwner = false});
 }
 
 bool countsAsEmpty(std::errc error)
@@ -220,7 +217,7 @@ Expected<> replaceFile(const std::string& path, const FilePieces& next)
     const FileDescriptor file(mkostemp(temporary.data(), O_CLOEXEC));
     if (!file) return lastError();
 
-    (void)fchmod(file.get(), S_IRUSR | S_IWUSR);  // whatever the umask took from it
+    (void)fchmod(file.get(), S_IRUSR | S_IWUSR);  // regardless of the umask
     auto outcome = writeAll(file.get(), next);
     if (outcome) outcome = moveOver(temporary, path);
     if (!outcome) {
@@ -231,6 +228,11 @@ Expected<> replaceFile(const std::string& path, const FilePieces& next)
     return {};
 }
 
+Expected<> replaceFile(const std::string& path, std::string_view content)
+{
+    return replaceFile(path, [&] { return std::exchange(content, {}); });
+}
+
 Expected<> keepFileAside(const std::string& path)
 {
     const auto bad = path + ".bad";
@@ -239,7 +241,7 @@ Expected<> keepFileAside(const std::string& path)
         const auto kept = keepAs(name, path);
         if (kept || isFree(path)) return {};
         if (kept.error() != std::errc::file_exists) return kept;
-        if (sameFile(path, name)) return {};  // kept before, but never replaced
+        if (sameFile(path, name)) return {};  // already kept aside
     }
     return std::errc::file_exists;
 }

@@ -1,5 +1,5 @@
-// Whole files of the user's: read, replaced in one step, kept aside. Trouble is a value, and
-// nothing here waits for another process.
+// Reads the user's files, replaces them in one step and keeps bad ones aside. Errors are values,
+// and nothing here waits for another process.
 #pragma once
 
 #include <cstddef>
@@ -11,39 +11,38 @@
 
 namespace vorlane::platform {
 
-// The file's content. Longer than `limit` bytes is file_too_large, and no regular file is
-// invalid_argument: a pipe or a device might never end.
+// The file's content; file_too_large beyond `limit` bytes, and invalid_argument unless it is a
+// regular file: a pipe or a device might never end.
 Expected<std::string> readFile(const std::string& path, std::size_t limit);
 
-// The same of a file that is the user's own or root's. Another user's is
-// operation_not_permitted: in a folder that others may write to, anybody can put one. Of a link it
-// is the target that counts.
+// The same, but operation_not_permitted unless the file (or a link's target) belongs to the user or
+// to root: anybody can put a file into a folder that others may write to.
 Expected<std::string> readOwnFile(const std::string& path, std::size_t limit);
 
-// Whether an error of readFile says what stands there: nothing, or nothing to be read. All others
-// say that it cannot be told now.
+// Whether an error of readFile means that there is no usable file. After any other error there may
+// be one.
 bool countsAsEmpty(std::errc error);
 
 // The next piece of a file's content; empty at its end.
 using FilePieces = std::function<std::string_view()>;
 
-// Writes a private file (mode 0600) beside `path`, syncs it to the disk and moves it over, so that
-// the whole old or the whole new file stands at `path` at every moment, also after a power cut.
-// When it fails, what stands at `path` is untouched and nothing is left beside it. What a killed
-// process left there is taken away. Makes the folder when it is missing. A symbolic link at `path`
-// is replaced itself, its target is not; a folder is kept aside.
+// Writes a private file (mode 0600) beside `path`, syncs it to the disk and renames it, so that the
+// complete old or new file is at `path` at every moment, even after a power failure. A failure
+// leaves `path` untouched and no temporary file. Creates missing folders, and removes temporary
+// files of killed processes. Replaces a symbolic link, not its target; keeps a folder aside.
 Expected<> replaceFile(const std::string& path, const FilePieces& next);
+Expected<> replaceFile(const std::string& path, std::string_view content);
 
-// Keeps what stands at `path` as `path` + ".bad", or ".bad.1", ".bad.2"... when earlier ones stand
-// there. A file keeps its old name as well, until it is replaced; what cannot have two names moves.
-// Succeeds also when there is nothing to keep.
+// Keeps what is at `path` as `path` + ".bad", or ".bad.1", ".bad.2"... if that exists. A file keeps
+// its old name as well, until it is replaced; what cannot have two names is renamed. Succeeds also
+// when there is nothing to keep.
 Expected<> keepFileAside(const std::string& path);
 
-// Makes the folder and those above it (mode 0700), and leaves those that are there as they are.
-// Trouble is ignored.
+// Creates the folder and those above it with mode 0700. Existing folders keep their mode, and
+// errors are ignored.
 void makeFolders(const std::string& path);
 
-// The folder that `path` stands in.
+// The folder that contains `path`.
 std::string folderOf(const std::string& path);
 
 }  // namespace vorlane::platform

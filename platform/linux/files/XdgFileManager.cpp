@@ -9,8 +9,7 @@ namespace vorlane::platform {
 
 namespace {
 
-// Seven times a full history, so whatever is longer is none. To find out that a text is no history
-// may take fourteen times its length, for a moment.
+// Seven times a full history. Parsing may briefly take fourteen times this much memory.
 constexpr std::size_t longestFile = 16U << 20U;
 
 }  // namespace

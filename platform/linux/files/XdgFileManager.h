@@ -1,4 +1,4 @@
-// The user's files, with applications' own data in the XDG data folder.
+// The user's files. Application data belongs in the XDG data folder.
 #pragma once
 
 #include "App/services/FileManager.h"

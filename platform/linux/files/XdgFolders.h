@@ -1,4 +1,4 @@
-// The user's base folders, from the environment or else the account.
+// The user's XDG base folders. Without $HOME, the home folder is that of the account.
 #pragma once
 
 #include <optional>
@@ -6,11 +6,10 @@
 
 namespace vorlane::platform {
 
-// $XDG_CONFIG_HOME, else ".config" in the home folder; absent when there is no home.
-// A relative value counts as none.
+// $XDG_CONFIG_HOME if it is absolute, else ".config" in the home folder; absent without one.
 std::optional<std::string> xdgConfigHome();
 
-// $XDG_DATA_HOME, else ".local/share" in the home folder.
+// Likewise $XDG_DATA_HOME, else ".local/share" in the home folder.
 std::optional<std::string> xdgDataHome();
 
 }  // namespace vorlane::platform

@@ -19,7 +19,7 @@ const Kind* valueOf(const DefaultsValue* value)
     return value != nullptr ? std::get_if<Kind>(value) : nullptr;
 }
 
-// Toward zero; the neutral value for what does not fit.
+// Rounds toward zero; 0 if the number does not fit.
 std::int64_t truncated(double real)
 {
     constexpr double tooLarge = 9223372036854775808.0;  // 2^63
@@ -32,14 +32,14 @@ bool isStorable(const DefaultsValue& value)
     return real == nullptr || std::isfinite(*real);
 }
 
-// The path, with a folder for the file to stand in.
-std::string inItsFolder(std::string path)
+// Creates the folder of `path` and returns the path.
+std::string withFolder(std::string path)
 {
     makeFolders(folderOf(path));
     return path;
 }
 
-// Those of `values` that a file can hold, in `text`; absent when a table is in the way of one.
+// `text` with those `values` that TOML can hold; absent if one of the keys is a table.
 std::optional<std::string> withValues(std::string text,
                                       const std::map<std::string, DefaultsValue>& values)
 {
@@ -51,41 +51,36 @@ std::optional<std::string> withValues(std::string text,
     return text;
 }
 
-bool replaceWith(const std::string& path, std::string_view content)
-{
-    return static_cast<bool>(replaceFile(path, [&] { return std::exchange(content, {}); }));
-}
-
 }  // namespace
 
 FileDefaultsStore::FileDefaultsStore(sd_event* event, std::string file, Seconds interval)
     : event_(event),
-      path(inItsFolder(std::move(file))),
-      untilNextTry(interval),
+      path(withFolder(std::move(file))),
+      retryInterval(interval),
       watch(event, path, [this] { fileChanged(); }),
-      // Now: in trouble there may be no descriptors left for one.
-      nextTry_(owned<EventSourcePointer>([this](sd_event_source** source) {
-          return sd_event_add_time(event_, source, CLOCK_MONOTONIC, 0, 0, onNextTry, this);
+      // Created up front: later there may be no descriptor left for it.
+      retryTimer_(owned<EventSourcePointer>([this](sd_event_source** source) {
+          return sd_event_add_time(event_, source, CLOCK_MONOTONIC, 0, 0, onRetry, this);
       }))
 {
-    if (nextTry_) (void)sd_event_source_set_enabled(nextTry_.get(), SD_EVENT_OFF);
+    if (retryTimer_) (void)sd_event_source_set_enabled(retryTimer_.get(), SD_EVENT_OFF);
     (void)load();
-    if (!watch.watches()) tryAgainLater();
+    if (!watch.isWatching()) scheduleRetry();
 }
 
 FileDefaultsStore::~FileDefaultsStore()
 {
-    writeWhatWaits();
+    saveUnsaved();
 }
 
-void FileDefaultsStore::writeWhatWaits() noexcept
+void FileDefaultsStore::saveUnsaved() noexcept
 {
     if (unsaved.empty()) return;
     try {
         (void)load();
         (void)save();
     } catch (...) {
-        // Out of memory at the very end: what is in the file stays whole.
+        // Out of memory: the file stays as it is.
     }
 }
 
@@ -133,11 +128,11 @@ void FileDefaultsStore::set(const std::string& key, const DefaultsValue& value)
 {
     if (!isStorable(value)) return;
 
-    // Read the file first: an editor may have just changed it.
+    // Reads the file first: an editor may have just written it.
     const bool editedOutside = load();
     const bool differs = !holds(key, value);
     if (differs) unsaved.insert_or_assign(key, value);
-    if (!save()) tryAgainLater();
+    if (!save()) scheduleRetry();
     if (editedOutside || differs) listeners.call();
 }
 
@@ -150,7 +145,7 @@ const DefaultsValue* FileDefaultsStore::find(const std::string& key) const
 {
     if (const auto found = unsaved.find(key); found != unsaved.end()) return &found->second;
     if (const auto found = stored.find(key); found != stored.end()) {
-        return found->second ? &*found->second : nullptr;  // of a kind that no setting has
+        return found->second ? &*found->second : nullptr;  // of a type that no setting has
     }
     const auto found = registered.find(key);
     return found != registered.end() ? &found->second : nullptr;
@@ -163,20 +158,20 @@ bool FileDefaultsStore::holds(const std::string& key, const DefaultsValue& value
     return found != stored.end() && found->second == value;
 }
 
-// True when the values differ from those read before.
+// True when the values have changed.
 bool FileDefaultsStore::load()
 {
     auto content = readOwnFile(path, longestFile);
     if (!content && !countsAsEmpty(content.error())) {
-        isText = false;
-        tryAgainLater();
+        fileHoldsText = false;
+        scheduleRetry();
         return false;
     }
-    isText = content && *content == text;
-    if (isText) return false;
+    fileHoldsText = content && *content == text;
+    if (fileHoldsText) return false;
 
     auto fresh = content ? tomlValues(*content) : std::nullopt;
-    isText = fresh.has_value();
+    fileHoldsText = fresh.has_value();
     text = fresh ? std::optional(std::move(*content)) : std::nullopt;
     const auto before = std::exchange(stored, std::move(fresh).value_or(TomlValues()));
     return stored != before;
@@ -191,25 +186,25 @@ std::map<std::string, DefaultsValue> FileDefaultsStore::allValues() const
     return all;
 }
 
-// False when it should be tried again.
+// False when it should be retried.
 bool FileDefaultsStore::save()
 {
     auto edited = withValues(text.value_or(""), unsaved);
-    if (!edited) isText = false;  // to be kept aside
+    if (!edited) fileHoldsText = false;  // so that it is kept aside
     auto next = edited ? std::move(*edited) : withValues("", allValues()).value_or("");
     if (next != text.value_or("")) {
-        if (!isText && !keepFileAside(path)) return false;
-        if (!replaceWith(path, next)) return false;
+        if (!fileHoldsText && !keepFileAside(path)) return false;
+        if (!replaceFile(path, next)) return false;
         stored = tomlValues(next).value_or(TomlValues());
         text = std::move(next);
-        isText = true;
+        fileHoldsText = true;
     }
-    if (isText) forgetWhatIsStored();
+    if (fileHoldsText) discardSaved();
     return true;
 }
 
-// Or it would be written over what the file is to say later.
-void FileDefaultsStore::forgetWhatIsStored()
+// Otherwise a pending value would overwrite later edits of the file.
+void FileDefaultsStore::discardSaved()
 {
     std::erase_if(unsaved, [this](const auto& entry) {
         const auto found = stored.find(entry.first);
@@ -220,25 +215,25 @@ void FileDefaultsStore::forgetWhatIsStored()
 void FileDefaultsStore::fileChanged()
 {
     const bool differs = load();
-    if (!save() || !watch.watches()) tryAgainLater();
+    if (!save() || !watch.isWatching()) scheduleRetry();
     if (differs) listeners.call();
 }
 
-// A file tells when it changes, but not when its disk has room again; nor at all while the system
-// has no watches left.
-void FileDefaultsStore::tryAgainLater()
+// The watch does not report that the disk has room again, and the system may have run out of
+// watches.
+void FileDefaultsStore::scheduleRetry()
 {
-    if (path.empty() || !nextTry_) return;
-    const auto microseconds = static_cast<std::uint64_t>(untilNextTry.count() * 1e6);
-    (void)sd_event_source_set_time_relative(nextTry_.get(), microseconds);
-    (void)sd_event_source_set_time_accuracy(nextTry_.get(), microseconds / 4);
-    (void)sd_event_source_set_enabled(nextTry_.get(), SD_EVENT_ONESHOT);
+    if (path.empty() || !retryTimer_) return;
+    const auto microseconds = static_cast<std::uint64_t>(retryInterval.count() * 1e6);
+    (void)sd_event_source_set_time_relative(retryTimer_.get(), microseconds);
+    (void)sd_event_source_set_time_accuracy(retryTimer_.get(), microseconds / 4);
+    (void)sd_event_source_set_enabled(retryTimer_.get(), SD_EVENT_ONESHOT);
 }
 
-int FileDefaultsStore::onNextTry(sd_event_source* /*source*/, std::uint64_t /*due*/, void* self)
+int FileDefaultsStore::onRetry(sd_event_source* /*source*/, std::uint64_t /*due*/, void* self)
 {
     auto* const store = static_cast<FileDefaultsStore*>(self);
-    if (!store->watch.watches()) store->watch.renew();
+    if (!store->watch.isWatching()) store->watch.renew();
     store->fileChanged();
     return 0;
 }

@@ -1,4 +1,4 @@
-// The user's settings in a TOML file that may be edited by hand, also while the program runs.
+// Stores the user's settings in a TOML file, which may be edited by hand while the program runs.
 #pragma once
 
 #include "App/Date.h"
@@ -10,21 +10,21 @@
 
 namespace vorlane::platform {
 
-// A file that is not understood, is none, or is another user's counts as empty; one that cannot be
-// read leaves the values as they were. The first write keeps either aside, and so does one of a key
-// that is a table of several lines; the other values are then written again.
+// A file that is malformed, not a regular file, or another user's counts as empty; one that cannot
+// be read leaves the values unchanged. The first write keeps it aside. So does writing a key that
+// is a table of several lines; the other values are then written again.
 class FileDefaultsStore : public DefaultsStore {
 public:
-    // Makes the file's folder when it is missing.
-    FileDefaultsStore(sd_event* event, std::string path, Seconds untilNextTry = Seconds{60});
+    // Creates the file's folder if it is missing.
+    FileDefaultsStore(sd_event* event, std::string path, Seconds retryInterval = Seconds{60});
 
-    // As the last thing, `writeWhatWaits`.
+    // Calls `saveUnsaved`.
     ~FileDefaultsStore() override;
 
     FileDefaultsStore(const FileDefaultsStore&) = delete;
     FileDefaultsStore& operator=(const FileDefaultsStore&) = delete;
 
-    // The file's place in the user's config folder; empty when there is no home.
+    // The file's path in the user's config folder; empty without a home folder.
     static std::string usualPath();
 
     void registerDefaults(const std::map<std::string, DefaultsValue>& defaults) override;
@@ -33,13 +33,12 @@ public:
     double doubleForKey(const std::string& key) const override;
     std::optional<std::string> stringForKey(const std::string& key) const override;
 
-    // A number that is not finite is ignored. When the file cannot be written the value is kept in
-    // memory, before whatever the file says, and tried again a minute later, with the next value,
-    // and at the end.
+    // Ignores a number that is not finite. While the file cannot be written, the value in memory
+    // overrides the file, and writing is retried every minute, with the next value, and at the end.
     void set(const std::string& key, const DefaultsValue& value) override;
 
-    // Writes what could not be written before, if it can be now.
-    void writeWhatWaits() noexcept;
+    // Retries to write pending values.
+    void saveUnsaved() noexcept;
 
     Subscription observe(std::function<void()> changed) override;
 
@@ -49,22 +48,22 @@ private:
     std::map<std::string, DefaultsValue> allValues() const;
     bool load();
     bool save();
-    void forgetWhatIsStored();
+    void discardSaved();
     void fileChanged();
-    void tryAgainLater();
-    static int onNextTry(sd_event_source* source, std::uint64_t due, void* self);
+    void scheduleRetry();
+    static int onRetry(sd_event_source* source, std::uint64_t due, void* self);
 
     sd_event* event_;
     std::string path;
-    Seconds untilNextTry;
-    std::optional<std::string> text;  // of the file when it was understood last; absent: empty
-    bool isText = false;              // whether it is what stands in the file
+    Seconds retryInterval;
+    std::optional<std::string> text;  // the file's last content; absent if missing or malformed
+    bool fileHoldsText = false;       // as of the last read or write
     TomlValues stored;
     std::map<std::string, DefaultsValue> unsaved;
     std::map<std::string, DefaultsValue> registered;
     Listeners listeners;
     FileWatch watch;
-    EventSourcePointer nextTry_;  // after trouble
+    EventSourcePointer retryTimer_;
 };
 
 }  // namespace vorlane::platform

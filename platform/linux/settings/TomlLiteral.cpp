@@ -11,7 +11,7 @@ namespace vorlane::platform {
 
 namespace {
 
-// In plain digits while they are few: a person reads the file.
+// Without an exponent where possible: people read the file.
 std::string textOf(double value)
 {
     const auto size = std::abs(value);
@@ -20,7 +20,7 @@ std::string textOf(double value)
     std::array<char, 32> digits;
     const auto end = std::to_chars(digits.begin(), digits.end(), value, format).ptr;
     std::string text(digits.begin(), end);
-    if (plain && text.find('.') == std::string::npos) text += ".0";  // else it is an integer
+    if (plain && text.find('.') == std::string::npos) text += ".0";  // else an integer
     return text;
 }
 

@@ -1,4 +1,4 @@
-// Keys and values as TOML spells them.
+// Formats keys and values as TOML.
 #pragma once
 
 #include <string>
@@ -7,10 +7,10 @@
 
 namespace vorlane::platform {
 
-// A real number reads back exactly and as a real one; it must be finite.
+// A real number must be finite; it reads back exactly, and as a real number.
 std::string tomlLiteral(const DefaultsValue& value);
 
-// Quoted when it must be.
+// Quoted if necessary.
 std::string tomlKey(const std::string& key);
 
 }  // namespace vorlane::platform

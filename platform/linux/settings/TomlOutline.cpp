@@ -20,7 +20,7 @@ std::size_t endOfShortString(std::string_view text, std::size_t begin)
 {
     const char quote = text[begin];
     for (auto i = begin + 1; i < text.size();) {
-        if (text[i] == '\n') return i;  // unfinished: the parser will say so
+        if (text[i] == '\n') return i;  // unterminated: the parser reports it
         if (text[i] == quote) return i + 1;
         i += text[i] == '\\' && quote == '"' ? 2 : 1;
     }
@@ -73,7 +73,7 @@ void count(Scan& scan, char c)
 
 }  // namespace
 
-std::optional<TomlOutline> tomlOutline(std::string_view text)
+std::optional<std::size_t> tomlTopLevelEnd(std::string_view text)
 {
     Scan scan;
     for (std::size_t position = 0; position < text.size();) {
@@ -86,9 +86,8 @@ std::optional<TomlOutline> tomlOutline(std::string_view text)
         if (scan.dots > mostDots) return std::nullopt;
         if (!scan.inTables) scan.topLevelEnd = position;
     }
-    if (!scan.inTables) return TomlOutline{.topLevelEnd = text.size()};
-    if (scan.topLevelEnd == 0) return TomlOutline{.topLevelEnd = 0};
-    return TomlOutline{.topLevelEnd = text.find('\n', scan.topLevelEnd) + 1};
+    if (!scan.inTables) return text.size();
+    return scan.topLevelEnd == 0 ? 0 : text.find('\n', scan.topLevelEnd) + 1;
 }
 
 }  // namespace vorlane::platform

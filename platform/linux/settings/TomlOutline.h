@@ -1,4 +1,5 @@
-// What must be known of a TOML text before it is parsed or edited.
+// Scans a TOML text without parsing it: finds where to insert a key, and rejects a text that would
+// overflow the parser's stack.
 #pragma once
 
 #include <cstddef>
@@ -7,13 +8,8 @@
 
 namespace vorlane::platform {
 
-struct TomlOutline {
-    // Where a new line of the top-level part belongs: after the line of its last value, or at the
-    // end of a text without tables.
-    std::size_t topLevelEnd = 0;
-};
-
-// Absent for a text with absurdly many dotted keys: the parser descends one level for each dot.
-std::optional<TomlOutline> tomlOutline(std::string_view text);
+// Where a new top-level line belongs: after the line of the last top-level value, or at the end of
+// a text without tables. Absent for absurdly many dotted keys: the parser recurses once per dot.
+std::optional<std::size_t> tomlTopLevelEnd(std::string_view text);
 
 }  // namespace vorlane::platform

@@ -1,7 +1,7 @@
 #include "platform/linux/settings/TomlText.h"
 
-// toml++ 3.3 asserts (and with NDEBUG takes for granted) what a malformed text can break; it finds
-// the error itself a line later.
+// toml++ 3.3 asserts (and with NDEBUG assumes) conditions that a malformed text violates; it
+// reports the error itself a line later.
 #undef NDEBUG
 #define TOML_ASSERT(expression) static_assert(true)
 #define TOML_EXCEPTIONS 0
@@ -22,14 +22,14 @@ namespace vorlane::platform {
 
 namespace {
 
-// All that stands here works on text spelt in ASCII: some characters beyond lead toml++ 3.3 into
-// undefined behaviour, and so its columns are bytes.
+// The functions here take text encoded in ASCII (AsciiText.h), since some other characters cause
+// undefined behaviour in toml++ 3.3. Its columns are therefore byte offsets.
 
 constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
 
 std::optional<toml::table> parsed(std::string_view text)
 {
-    if (!tomlOutline(text)) return std::nullopt;
+    if (!tomlTopLevelEnd(text)) return std::nullopt;
     auto result = toml::parse(text);
     if (!result) return std::nullopt;
     return std::move(result).table();
@@ -74,7 +74,7 @@ bool isSame(const toml::array& one, const toml::array& other)
                       [](const auto& a, const auto& b) { return isSame(a, b); });
 }
 
-// The library's own comparison takes no not-a-number for the same.
+// The library's own comparison never finds NaN equal.
 bool isSame(const toml::node& one, const toml::node& other)
 {
     if (one.type() != other.type()) return false;
@@ -107,16 +107,14 @@ std::string replaced(std::string_view text, const toml::node& node, const std::s
 
 std::string inserted(std::string_view text, const std::string& line)
 {
-    const auto outline = tomlOutline(text);
-    const auto at = outline ? outline->topLevelEnd : 0;
+    const auto at = tomlTopLevelEnd(text).value_or(0);
     const std::string lineBreak = text.find("\r\n") == std::string_view::npos ? "\n" : "\r\n";
     const bool afterText = at > 0 && text[at - 1] != '\n';
     return std::string(text.substr(0, at)) + (afterText ? lineBreak : "") + line + lineBreak +
            std::string(text.substr(at));
 }
 
-// Whether `text` says what `table` holds.
-bool says(std::string_view text, const toml::table& table)
+bool parsesTo(std::string_view text, const toml::table& table)
 {
     const auto found = parsed(text);
     return found && isSame(*found, table);
@@ -133,8 +131,8 @@ std::optional<std::string> withAsciiValue(std::string_view text, const std::stri
     auto edited = node != nullptr ? replaced(text, *node, literal)
                                   : inserted(text, tomlKey(key) + " = " + literal);
     std::visit([&](const auto& plain) { table->insert_or_assign(key, plain); }, value);
-    if (says(text, *table)) return std::string(text);  // already set, perhaps in another spelling
-    if (!says(edited, *table)) return std::nullopt;    // the key was a table of several lines
+    if (parsesTo(text, *table)) return std::string(text);  // no change, perhaps another spelling
+    if (!parsesTo(edited, *table)) return std::nullopt;    // the key was a table of several lines
     return edited;
 }
 

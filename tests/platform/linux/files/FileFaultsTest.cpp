@@ -1,4 +1,4 @@
-// The program goes on reminding whatever becomes of its files, and takes them up again afterwards.
+// The program keeps reminding while its files fail, and uses them again afterwards.
 #include <gmock/gmock.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
@@ -26,13 +26,13 @@ void putSocket(const fs::path& path)
     const FileDescriptor file(socket(AF_UNIX, SOCK_STREAM, 0));
     sockaddr_un address{.sun_family = AF_UNIX, .sun_path = {}};
     const auto begin = fs::current_path();
-    fs::current_path(path.parent_path());  // a socket's path is short
+    fs::current_path(path.parent_path());  // a socket's path must be short
     (void)path.filename().string().copy(address.sun_path, sizeof address.sun_path - 1);
     (void)bind(file.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address);
     fs::current_path(begin);
 }
 
-// What may stand where a file should.
+// Something in the place of a file.
 struct Obstacle {
     const char* name;
     std::function<void(const fs::path&)> put;
@@ -79,7 +79,7 @@ protected:
     }
 };
 
-TEST_P(ObstacleTest, IsPutAsideAtTheStart)
+TEST_P(ObstacleTest, IsKeptAsideAtTheStart)
 {
     putBoth();
     const auto history = identityOf(historyFile).st_ino;
@@ -99,7 +99,7 @@ TEST_P(ObstacleTest, IsPutAsideAtTheStart)
     EXPECT_EQ(settings->integerForKey("low"), 15);
 }
 
-TEST_P(ObstacleTest, DoesNotStayInTheWayOfARunningProgram)
+TEST_P(ObstacleTest, DoesNotKeepARunningProgramFromSaving)
 {
     writeBoth();
     launch();
@@ -119,8 +119,8 @@ INSTANTIATE_TEST_SUITE_P(Each, ObstacleTest, testing::ValuesIn(obstacles),
 
 class FileFaultsTest : public FaultyFilesFixture {
 protected:
-    // What the program is to do while it cannot write, and what is there once it can.
-    void expectTrouble()
+    // What works even while the files cannot be written.
+    void expectWorkDespiteTrouble()
     {
         expectReminders(75);
         settings->set("limit", std::int64_t{60});
@@ -163,7 +163,7 @@ TEST_F(FileFaultsTest, FollowsALinkToReadAndReplacesItToWrite)
     EXPECT_EQ(readFile(folder.path() / "outside/settings", limit).value_or("none"), settingsText);
 }
 
-TEST_F(FileFaultsTest, HoldsLittleOfAFileThatIsTooLong)
+TEST_F(FileFaultsTest, UsesLittleMemoryForAHugeFile)
 {
     for (const auto& file : {historyFile, settingsFile}) {
         fs::create_directories(fs::path(file).parent_path());
@@ -181,7 +181,7 @@ TEST_F(FileFaultsTest, HoldsLittleOfAFileThatIsTooLong)
     }));
 }
 
-TEST_F(FileFaultsTest, MakesItsFoldersAgain)
+TEST_F(FileFaultsTest, RecreatesItsFolders)
 {
     writeBoth();
     launch();
@@ -196,7 +196,7 @@ TEST_F(FileFaultsTest, MakesItsFoldersAgain)
     EXPECT_EQ(readFile(settingsFile, limit).value_or("none"), "low = 15\n");
 }
 
-TEST_F(FileFaultsTest, CountsOnWhileTheDiskIsFull)
+TEST_F(FileFaultsTest, WorksWhileTheDiskIsFull)
 {
     if (const auto reason = cannotMount(); !reason.empty()) GTEST_SKIP() << reason;
     EXPECT_TRUE(holdsInChild([&] {
@@ -209,7 +209,7 @@ TEST_F(FileFaultsTest, CountsOnWhileTheDiskIsFull)
             ASSERT_FALSE(filler);
         }
 
-        expectTrouble();
+        expectWorkDespiteTrouble();
         EXPECT_EQ(readFile(settingsFile, limit).value_or("none"), settingsText);
         EXPECT_THAT(savedPercents(), Contains(33));
         fs::remove(folder.path() / "filler");
@@ -218,7 +218,7 @@ TEST_F(FileFaultsTest, CountsOnWhileTheDiskIsFull)
     }));
 }
 
-TEST_F(FileFaultsTest, CountsOnWhileTheDiskIsForReadingOnly)
+TEST_F(FileFaultsTest, WorksWhileTheDiskIsReadOnly)
 {
     if (const auto reason = cannotMount(); !reason.empty()) GTEST_SKIP() << reason;
     EXPECT_TRUE(holdsInChild([&] {
@@ -227,7 +227,7 @@ TEST_F(FileFaultsTest, CountsOnWhileTheDiskIsForReadingOnly)
         ASSERT_TRUE(remount(folder.path(), true));
         launch();
 
-        expectTrouble();
+        expectWorkDespiteTrouble();
         EXPECT_EQ(readFile(settingsFile, limit).value_or("none"), settingsText);
         EXPECT_EQ(readFile(historyFile, limit).value_or("none"), oldHistory);
         ASSERT_TRUE(remount(folder.path(), false));
@@ -236,7 +236,7 @@ TEST_F(FileFaultsTest, CountsOnWhileTheDiskIsForReadingOnly)
     }));
 }
 
-TEST_F(FileFaultsTest, CountsOnWhileItsFoldersMayNotBeWritten)
+TEST_F(FileFaultsTest, WorksWhileItsFoldersAreReadOnly)
 {
     EXPECT_TRUE(holdsInChild([&] {
         writeBoth();
@@ -245,7 +245,7 @@ TEST_F(FileFaultsTest, CountsOnWhileItsFoldersMayNotBeWritten)
             (void)chmod((folder.path() / name).c_str(), 0500);
         launch();
 
-        expectTrouble();
+        expectWorkDespiteTrouble();
         for (const auto* name : {"Vorlane", "vorlane"})
             (void)chmod((folder.path() / name).c_str(), 0700);
 
@@ -253,7 +253,7 @@ TEST_F(FileFaultsTest, CountsOnWhileItsFoldersMayNotBeWritten)
     }));
 }
 
-TEST_F(FileFaultsTest, CountsOnWhileItsFoldersMayNotBeEntered)
+TEST_F(FileFaultsTest, WorksWhileItsFoldersAreInaccessible)
 {
     EXPECT_TRUE(holdsInChild([&] {
         writeBoth();
@@ -263,7 +263,7 @@ TEST_F(FileFaultsTest, CountsOnWhileItsFoldersMayNotBeEntered)
             (void)chmod((folder.path() / name).c_str(), 0);
         settle();
 
-        expectTrouble();
+        expectWorkDespiteTrouble();
         for (const auto* name : {"Vorlane", "vorlane"})
             (void)chmod((folder.path() / name).c_str(), 0700);
 
@@ -271,7 +271,7 @@ TEST_F(FileFaultsTest, CountsOnWhileItsFoldersMayNotBeEntered)
     }));
 }
 
-TEST_F(FileFaultsTest, StartsWithFilesThatMayNotBeRead)
+TEST_F(FileFaultsTest, StartsWithUnreadableFiles)
 {
     EXPECT_TRUE(holdsInChild([&] {
         writeBoth();
@@ -293,7 +293,7 @@ TEST_F(FileFaultsTest, StartsWithFilesThatMayNotBeRead)
     }));
 }
 
-TEST_F(FileFaultsTest, TakesUpWhatItMayReadLater)
+TEST_F(FileFaultsTest, ReadsItsFilesOnceTheyBecomeReadable)
 {
     EXPECT_TRUE(holdsInChild([&] {
         writeBoth();

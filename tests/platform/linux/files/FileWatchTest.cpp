@@ -22,13 +22,13 @@ protected:
 
     FileWatchTest() { fs::create_directories(parent); }
 
-    // Handles all that has happened so far, and what follows from it.
+    // Calls for everything that has happened so far.
     int callsNow()
     {
         calls = 0;
         int turns = 0;
         while (turns < 10'000 && sd_event_run(loop.event(), 0) > 0) ++turns;
-        EXPECT_LT(turns, 10'000) << "it comes to no end";
+        EXPECT_LT(turns, 10'000) << "the watch never becomes idle";
         return calls;
     }
 
@@ -38,7 +38,7 @@ protected:
     }
 };
 
-TEST_F(FileWatchTest, TellsOfAWriteInPlace)
+TEST_F(FileWatchTest, ReportsAWriteInPlace)
 {
     write(file, "old");
     const FileWatch watch(loop.event(), file, [this] { ++calls; });
@@ -48,7 +48,7 @@ TEST_F(FileWatchTest, TellsOfAWriteInPlace)
     EXPECT_EQ(callsNow(), 1);
 }
 
-TEST_F(FileWatchTest, TellsOfAReplacement)
+TEST_F(FileWatchTest, ReportsAReplacement)
 {
     const FileWatch watch(loop.event(), file, [this] { ++calls; });
     write(parent / "other", "new");
@@ -59,7 +59,7 @@ TEST_F(FileWatchTest, TellsOfAReplacement)
     EXPECT_EQ(callsNow(), 1);
 }
 
-TEST_F(FileWatchTest, TellsWhenTheFileIsRemovedOrMovedAway)
+TEST_F(FileWatchTest, ReportsARemovalAndARename)
 {
     write(file, "old");
     const FileWatch watch(loop.event(), file, [this] { ++calls; });
@@ -72,7 +72,7 @@ TEST_F(FileWatchTest, TellsWhenTheFileIsRemovedOrMovedAway)
     EXPECT_EQ(callsNow(), 1);
 }
 
-TEST_F(FileWatchTest, TellsOfAWriteToWhatTheFileIsALinkTo)
+TEST_F(FileWatchTest, ReportsAWriteToTheTargetOfALink)
 {
     const auto elsewhere = parent / "elsewhere";
     fs::create_directory(elsewhere);
@@ -84,11 +84,11 @@ TEST_F(FileWatchTest, TellsOfAWriteToWhatTheFileIsALinkTo)
     EXPECT_EQ(callsNow(), 1);
     fs::remove(file);
     EXPECT_EQ(callsNow(), 1);
-    write(elsewhere / "target", "no longer meant");
+    write(elsewhere / "target", "no longer watched");
     EXPECT_EQ(callsNow(), 0);
 }
 
-TEST_F(FileWatchTest, TellsOnceOfAWriteToWhatALinkLeadsToInItsFolder)
+TEST_F(FileWatchTest, ReportsAWriteToATargetInTheSameFolderOnce)
 {
     write(parent / "other", "old");
     fs::create_symlink("other", file);
@@ -99,7 +99,7 @@ TEST_F(FileWatchTest, TellsOnceOfAWriteToWhatALinkLeadsToInItsFolder)
     EXPECT_EQ(callsNow(), 1);
 }
 
-TEST_F(FileWatchTest, TellsWhenWhatALinkLeadsToAppears)
+TEST_F(FileWatchTest, ReportsWhenTheTargetOfALinkAppears)
 {
     fs::create_symlink("other", parent / "link");
     fs::create_symlink("link", file);
@@ -110,8 +110,8 @@ TEST_F(FileWatchTest, TellsWhenWhatALinkLeadsToAppears)
     EXPECT_EQ(callsNow(), 1);
 }
 
-// Every program writes to /dev/null, so a watch on it would never be quiet.
-TEST_F(FileWatchTest, DoesNotWatchADeviceThatTheFileIsALinkTo)
+// Other processes write to it all the time.
+TEST_F(FileWatchTest, DoesNotWatchADeviceBehindALink)
 {
     fs::create_symlink("/dev/null", file);
     const FileWatch watch(loop.event(), file, [this] { ++calls; });
@@ -121,7 +121,7 @@ TEST_F(FileWatchTest, DoesNotWatchADeviceThatTheFileIsALinkTo)
     EXPECT_EQ(callsNow(), 0);
 }
 
-TEST_F(FileWatchTest, CopesWithLinksInACircle)
+TEST_F(FileWatchTest, CopesWithCircularLinks)
 {
     fs::create_symlink("other", file);
     fs::create_symlink(file, parent / "other");
@@ -133,21 +133,21 @@ TEST_F(FileWatchTest, CopesWithLinksInACircle)
     EXPECT_EQ(callsNow(), 1);
 }
 
-TEST_F(FileWatchTest, SaysThatItCannotWatchUntilItCan)
+TEST_F(FileWatchTest, WatchesOnceARenewalSucceeds)
 {
     auto fault = std::make_unique<NoMoreFiles>();
     FileWatch watch(loop.event(), file, [this] { ++calls; });
     fault.reset();
-    EXPECT_FALSE(watch.watches());
+    EXPECT_FALSE(watch.isWatching());
 
     watch.renew();
 
-    EXPECT_TRUE(watch.watches());
+    EXPECT_TRUE(watch.isWatching());
     write(file, "new");
     EXPECT_EQ(callsNow(), 1);
 }
 
-TEST_F(FileWatchTest, TellsWhenTheFileBecomesReadable)
+TEST_F(FileWatchTest, ReportsAChangeOfPermissions)
 {
     write(file, "old");
     const FileWatch watch(loop.event(), file, [this] { ++calls; });
@@ -157,7 +157,7 @@ TEST_F(FileWatchTest, TellsWhenTheFileBecomesReadable)
     EXPECT_EQ(callsNow(), 1);
 }
 
-TEST_F(FileWatchTest, TellsOnceOfWhatHappensTogether)
+TEST_F(FileWatchTest, ReportsABurstOfWritesOnce)
 {
     const FileWatch watch(loop.event(), file, [this] { ++calls; });
 
@@ -166,7 +166,7 @@ TEST_F(FileWatchTest, TellsOnceOfWhatHappensTogether)
     EXPECT_EQ(callsNow(), 1);
 }
 
-TEST_F(FileWatchTest, DoesNotTellOfOtherFilesOrOfReading)
+TEST_F(FileWatchTest, IgnoresOtherFilesAndReading)
 {
     write(file, "old");
     const FileWatch watch(loop.event(), file, [this] { ++calls; });
@@ -192,7 +192,7 @@ TEST_F(FileWatchTest, WaitsForAFolderThatIsMissing)
     EXPECT_EQ(callsNow(), 1);
 }
 
-TEST_F(FileWatchTest, FollowsAFolderThatGoesAndComesBack)
+TEST_F(FileWatchTest, FollowsAFolderThatIsDeletedAndRecreated)
 {
     write(file, "old");
     const FileWatch watch(loop.event(), file, [this] { ++calls; });
@@ -208,7 +208,7 @@ TEST_F(FileWatchTest, FollowsAFolderThatGoesAndComesBack)
     EXPECT_EQ(callsNow(), 1);
 }
 
-TEST_F(FileWatchTest, FollowsAFolderThatIsExchanged)
+TEST_F(FileWatchTest, FollowsAFolderThatIsReplaced)
 {
     write(file, "old");
     fs::create_directory(folder.path() / "config" / "next");
@@ -224,7 +224,7 @@ TEST_F(FileWatchTest, FollowsAFolderThatIsExchanged)
     EXPECT_EQ(callsNow(), 0);
 }
 
-TEST_F(FileWatchTest, CallsNobodyBeyondItsOwnLife)
+TEST_F(FileWatchTest, ReportsNothingAfterItsEnd)
 {
     {
         const FileWatch watch(loop.event(), file, [this] { ++calls; });
@@ -234,7 +234,7 @@ TEST_F(FileWatchTest, CallsNobodyBeyondItsOwnLife)
     EXPECT_EQ(callsNow(), 0);
 }
 
-TEST_F(FileWatchTest, WatchesNothingForAPathThatLeadsNowhere)
+TEST_F(FileWatchTest, ReportsNothingForAnImpossiblePath)
 {
     const FileWatch none(loop.event(), "", [this] { ++calls; });
     write(file, "plain");

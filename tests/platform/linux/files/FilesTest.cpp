@@ -44,7 +44,7 @@ protected:
         return static_cast<unsigned>(fs::symlink_status(path).permissions());
     }
 
-    // As if nobody had touched it for years.
+    // Dates it years back.
     void makeOld(const char* name) const
     {
         const timespec old[] = {{.tv_sec = 1'000'000'000, .tv_nsec = 0},
@@ -52,10 +52,7 @@ protected:
         (void)utimensat(AT_FDCWD, (folder.path() / name).c_str(), old, AT_SYMLINK_NOFOLLOW);
     }
 
-    Expected<> replaceWith(std::string_view content) const
-    {
-        return replaceFile(file, [&] { return std::exchange(content, {}); });
-    }
+    Expected<> replaceWith(std::string_view content) const { return replaceFile(file, content); }
 };
 
 TEST_F(FilesTest, ReadsAFileWhole)
@@ -98,7 +95,7 @@ TEST_F(FilesTest, ReadsThroughALink)
     EXPECT_EQ(readFile(file, limit).value_or("none"), "content");
 }
 
-TEST_F(FilesTest, ReadsNothingButRegularFilesAndWaitsForNone)
+TEST_F(FilesTest, ReadsOnlyRegularFilesAndNeverBlocks)
 {
     EXPECT_FALSE(readFile(file, limit));
     EXPECT_FALSE(readFile("", limit));
@@ -112,7 +109,7 @@ TEST_F(FilesTest, ReadsNothingButRegularFilesAndWaitsForNone)
     EXPECT_FALSE(readFile(folder.path() / "loop", limit));
 }
 
-TEST_F(FilesTest, WritesANewFileForItsOwnerAlone)
+TEST_F(FilesTest, CreatesAPrivateFile)
 {
     EXPECT_TRUE(replaceWith("content"));
 
@@ -173,7 +170,7 @@ TEST_F(FilesTest, LeavesTheOldFileUntouchedOnAFullDisk)
     EXPECT_THAT(names(), ElementsAre("file"));
 }
 
-TEST_F(FilesTest, KeepsAFolderAsideThatStandsInTheWay)
+TEST_F(FilesTest, KeepsAFolderInPlaceOfTheFileAside)
 {
     fs::create_directories(fs::path(file) / "inner");
 
@@ -184,7 +181,7 @@ TEST_F(FilesTest, KeepsAFolderAsideThatStandsInTheWay)
     EXPECT_TRUE(fs::is_directory(fs::path(file + ".bad") / "inner"));
 }
 
-TEST_F(FilesTest, MakesAFileAndItsFoldersWhateverTheUmask)
+TEST_F(FilesTest, SetsModesRegardlessOfTheUmask)
 {
     file = folder.path() / "new" / "inner" / "file";
     const auto before = umask(0777);
@@ -197,7 +194,7 @@ TEST_F(FilesTest, MakesAFileAndItsFoldersWhateverTheUmask)
     EXPECT_EQ(modeOf(folder.path() / "new"), 0700U);
 }
 
-TEST_F(FilesTest, LeavesAFolderThatIsThereAsItIs)
+TEST_F(FilesTest, KeepsTheModeOfAnExistingFolder)
 {
     fs::permissions(folder.path(), fs::perms{0755});
 
@@ -207,7 +204,7 @@ TEST_F(FilesTest, LeavesAFolderThatIsThereAsItIs)
     EXPECT_EQ(modeOf(file), 0600U);
 }
 
-TEST_F(FilesTest, GivesAnOpenFileToNobodyElse)
+TEST_F(FilesTest, NeverMakesTheContentReadableToOthers)
 {
     folder.write("file", "old");
     fs::permissions(file, fs::perms{0666});
@@ -221,8 +218,8 @@ TEST_F(FilesTest, GivesAnOpenFileToNobodyElse)
     EXPECT_EQ(modeOf(file), 0600U);
 }
 
-// Whoever knew the name could have made a link there.
-TEST_F(FilesTest, WritesToAFileWhoseNameNobodyCanTellBeforehand)
+// Otherwise an attacker could put a link there first.
+TEST_F(FilesTest, UsesUnpredictableTemporaryNames)
 {
     std::set<std::string> seen;
     for (int i = 0; i < 20; ++i) {
@@ -237,7 +234,7 @@ TEST_F(FilesTest, WritesToAFileWhoseNameNobodyCanTellBeforehand)
     EXPECT_EQ(seen.size(), 20U);
 }
 
-TEST_F(FilesTest, TakesAwayWhatAKilledProcessLeft)
+TEST_F(FilesTest, RemovesTemporariesOfAKilledProcess)
 {
     for (const auto* name : {".file.aB3xY9", ".file.young1", ".file.other", ".file.six-le",
                              ".file2.aB3xY9", "file.aB3xY9"}) {
@@ -255,9 +252,9 @@ TEST_F(FilesTest, TakesAwayWhatAKilledProcessLeft)
                                      ".file.young1", ".file2.aB3xY9", "file", "file.aB3xY9"));
 }
 
-TEST_F(FilesTest, ReadsItsOwnAndRootsFilesOnly)
+TEST_F(FilesTest, ReadsOnlyFilesOfTheUserAndOfRoot)
 {
-    if (getuid() != 0) GTEST_SKIP() << "only root can give a file to somebody else";
+    if (getuid() != 0) GTEST_SKIP() << "only root can give a file to another user";
     folder.write("file", "content");
     fs::permissions(folder.path(), fs::perms{0777});
     fs::permissions(file, fs::perms{0666});
@@ -294,7 +291,7 @@ TEST_F(FilesTest, SaysWhyAFileCannotBeRead)
     EXPECT_FALSE(countsAsEmpty(std::errc::too_many_files_open));
 }
 
-TEST_F(FilesTest, CannotWriteWhereThereCanBeNoFolder)
+TEST_F(FilesTest, FailsWhereNoFolderIsPossible)
 {
     folder.write("plain", "");
 
@@ -351,7 +348,7 @@ TEST_F(FilesTest, MovesAFolderAside)
     EXPECT_EQ(readFile(file + ".bad", limit).value_or("none"), "earlier");
 }
 
-TEST_F(FilesTest, KeepsALinkThatLeadsNowhere)
+TEST_F(FilesTest, KeepsADanglingLink)
 {
     fs::create_symlink("nowhere", file);
 
@@ -362,7 +359,7 @@ TEST_F(FilesTest, KeepsALinkThatLeadsNowhere)
     EXPECT_EQ(readFile(file, limit).value_or("none"), "good");
 }
 
-TEST_F(FilesTest, HasNothingToKeepWhereNothingStands)
+TEST_F(FilesTest, SucceedsWhenThereIsNothingToKeep)
 {
     folder.write("plain", "");
 
@@ -373,12 +370,12 @@ TEST_F(FilesTest, HasNothingToKeepWhereNothingStands)
     EXPECT_THAT(names(), ElementsAre("plain"));
 }
 
-TEST_F(FilesTest, SaysWhenItCannotKeepAFile)
+TEST_F(FilesTest, ReportsThatAFileCannotBeKept)
 {
     EXPECT_FALSE(keepFileAside("/proc/self/status"));
 }
 
-TEST_F(FilesTest, MakesFoldersForTheirOwnerAlone)
+TEST_F(FilesTest, CreatesPrivateFolders)
 {
     const auto inner = folder.path() / "one" / "two";
 
@@ -389,7 +386,7 @@ TEST_F(FilesTest, MakesFoldersForTheirOwnerAlone)
     EXPECT_EQ(fs::status(inner.parent_path()).permissions(), fs::perms::owner_all);
 }
 
-TEST_F(FilesTest, KnowsTheFolderOfAPath)
+TEST_F(FilesTest, FindsTheFolderOfAPath)
 {
     EXPECT_EQ(folderOf("/a/b/c"), "/a/b");
     EXPECT_EQ(folderOf("/a"), "/");

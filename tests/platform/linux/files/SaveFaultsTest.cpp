@@ -1,5 +1,5 @@
-// Each call to the kernel of a save, one after the other: failing, doing half, and the last one
-// before the process is killed. How many there are each test finds out itself.
+// Interferes with each system call of a save in turn: the call fails, does half of its work, or is
+// the last one before the process is killed. Each test counts the calls itself.
 #include <fcntl.h>
 #include <gmock/gmock.h>
 #include <sys/stat.h>
@@ -40,13 +40,13 @@ std::string historyOf(int samples, double last)
     return encode(all);
 }
 
-// One file of the user's that the program reads and writes again.
+// A user's file that the program reads and writes again.
 struct SaveCase {
     const char* name;
-    const char* file;                   // in the folder
-    std::optional<std::string> before;  // what stands there
-    bool isUnderstood;                  // else it must stay beside
-    // Does it in the folder, while there is trouble as planned; the same again changes nothing.
+    const char* file;                   // below the folder
+    std::optional<std::string> before;  // its content
+    bool isUnderstood;                  // otherwise it must be kept aside
+    // Saves in the folder under the planned interference; idempotent.
     std::function<TracedChild::Outcome(fs::path, TracedChild::Plan)> act;
 };
 
@@ -96,7 +96,7 @@ TracedChild::Outcome launchAtLogin(const fs::path& folder, const TracedChild::Pl
     const auto trouble = item.setEnabled(on);
     const auto outcome = TracedChild::end();
 
-    // A program that cannot be looked at for long counts as one that cannot be started.
+    // Lasting interference can also make the program look as if it could not be started.
     EXPECT_TRUE(trouble || item.enabled() == on || plan.trouble == Trouble::happening ||
                 plan.onwards);
     return outcome;
@@ -128,8 +128,8 @@ SaveCase caseOf(std::string_view name)
 
 class SaveFaultsTest : public testing::TestWithParam<SaveCase> {
 protected:
-    TemporaryFolder folder{TemporaryFolder::memory};  // thousands of times synced
-    std::optional<std::string> after;                 // what stands there when nothing goes wrong
+    TemporaryFolder folder{TemporaryFolder::memory};  // on disk, thousands of syncs would be slow
+    std::optional<std::string> after;                 // the content without interference
 
     void SetUp() override
     {
@@ -162,7 +162,7 @@ protected:
 
     std::optional<std::string> content() const { return contentOf(file()); }
 
-    // The files that stand beside it, by the beginning of their names.
+    // The files in its folder whose names start with `begin`.
     std::vector<fs::path> beside(const std::string& begin) const
     {
         std::vector<fs::path> found;
@@ -186,7 +186,7 @@ protected:
         });
     }
 
-    // The old or the new file, whole, and nothing of the user's lost.
+    // The complete old or new file, without loss of the user's data.
     void expectWhole() const
     {
         const auto found = content();
@@ -198,7 +198,7 @@ protected:
     {
         if (content() == after && temporaries().empty()) return;
 
-        // As if it had lain there since another day.
+        // Stale, so that the next save removes it.
         const timespec old[] = {{.tv_sec = 1'000'000'000, .tv_nsec = 0},
                                 {.tv_sec = 1'000'000'000, .tv_nsec = 0}};
         for (const auto& left : temporaries()) (void)utimensat(AT_FDCWD, left.c_str(), old, 0);
@@ -215,7 +215,7 @@ protected:
         return act({}).calls;
     }
 
-    // With all calls in turn, until there is none left; how many there were.
+    // Returns the number of calls.
     int interfereWithEach(TracedChild::Plan plan) const
     {
         for (int calls = callsOfASave(); plan.call < calls; ++plan.call) {
@@ -240,8 +240,8 @@ TEST_P(SaveFaultsTest, LosesNothingWhenACallFails)
     }));
 }
 
-// To the disk it is the same whether a process is killed or does nothing any more.
-TEST_P(SaveFaultsTest, LosesNothingWhenAllCallsFailFromOneOn)
+// To the disk this looks as if the process had been killed.
+TEST_P(SaveFaultsTest, LosesNothingWhenAllCallsFailFromSomePointOn)
 {
     EXPECT_TRUE(TracedChild::holds([&] {
         EXPECT_GT(interfereWithEach({.trouble = Trouble::error, .error = EIO, .onwards = true}),
@@ -249,7 +249,7 @@ TEST_P(SaveFaultsTest, LosesNothingWhenAllCallsFailFromOneOn)
     }));
 }
 
-TEST_P(SaveFaultsTest, WritesAllOfItWhenACallDoesHalf)
+TEST_P(SaveFaultsTest, WritesEverythingWhenACallDoesOnlyHalf)
 {
     EXPECT_TRUE(TracedChild::holds([&] {
         EXPECT_GT(interfereWithEach({.trouble = Trouble::shortage}), 10);
@@ -262,7 +262,7 @@ TEST_P(SaveFaultsTest, WritesAllOfItWhenACallDoesHalf)
 INSTANTIATE_TEST_SUITE_P(EachFile, SaveFaultsTest, testing::ValuesIn(cases()),
                          [](const auto& one) { return std::string(one.param.name); });
 
-// Of three, one of each kind.
+// Slow, so only for one file of each kind.
 class MomentsOfASaveTest : public SaveFaultsTest {};
 
 TEST_P(MomentsOfASaveTest, LosesNothingWhenItIsKilled)
@@ -288,7 +288,7 @@ TEST_P(MomentsOfASaveTest, LosesNothingWhenThereIsNoRoom)
         [&] { EXPECT_GT(interfereWithEach({.trouble = Trouble::error, .error = ENOSPC}), 10); }));
 }
 
-TEST_P(MomentsOfASaveTest, CopesWithAFileThatChangesMeanwhile)
+TEST_P(MomentsOfASaveTest, CopesWithAFileThatChangesDuringTheSave)
 {
     const TemporaryFolder elsewhere(TemporaryFolder::memory);
     const auto other = elsewhere.path() / "other";
@@ -310,7 +310,7 @@ TEST_P(MomentsOfASaveTest, CopesWithAFileThatChangesMeanwhile)
             try {
                 change();
             } catch (const fs::filesystem_error&) {
-                // There was nothing to be changed.
+                // There was nothing to change.
             }
         };
         const auto work = [&] {

@@ -45,7 +45,7 @@ TEST_F(XdgFileManagerTest, KeepsDataInTheHomeFolder)
     EXPECT_EQ(xdgConfigHome(), "/home/user/.config");
 }
 
-TEST_F(XdgFileManagerTest, KeepsDataWhereTheUserWantsIt)
+TEST_F(XdgFileManagerTest, KeepsDataWhereTheEnvironmentSays)
 {
     set("HOME", "/home/user");
     set("XDG_DATA_HOME", "/data");
@@ -55,7 +55,7 @@ TEST_F(XdgFileManagerTest, KeepsDataWhereTheUserWantsIt)
     EXPECT_EQ(xdgConfigHome(), "/config");
 }
 
-TEST_F(XdgFileManagerTest, IgnoresRelativeAndEmptyPlaces)
+TEST_F(XdgFileManagerTest, IgnoresRelativeAndEmptyVariables)
 {
     set("HOME", "/home/user");
     set("XDG_DATA_HOME", "data");
@@ -65,7 +65,7 @@ TEST_F(XdgFileManagerTest, IgnoresRelativeAndEmptyPlaces)
     EXPECT_EQ(xdgConfigHome(), "/home/user/.config");
 }
 
-TEST_F(XdgFileManagerTest, AsksTheAccountForAHomeThatTheEnvironmentDoesNotName)
+TEST_F(XdgFileManagerTest, FallsBackToTheHomeFolderOfTheAccount)
 {
     const auto withoutHome = files.applicationSupportFolders();
     set("HOME", "relative");

@@ -23,7 +23,7 @@ protected:
     TemporaryFolder folder;
     SdEventRunLoop loop;
     fs::path file = folder.path() / "vorlane" / "settings.toml";
-    int told = 0;
+    int changes = 0;
 
     struct Opened {
         std::unique_ptr<FileDefaultsStore> store;
@@ -35,7 +35,7 @@ protected:
     Opened open()
     {
         auto store = std::make_unique<FileDefaultsStore>(loop.event(), file);
-        auto observation = store->observe([this] { ++told; });
+        auto observation = store->observe([this] { ++changes; });
         return {std::move(store), std::move(observation)};
     }
 
@@ -52,16 +52,16 @@ protected:
         return readFile(file.string() + std::string(ending), 10'000'000).value_or("none");
     }
 
-    // How often observers are told by all that has happened so far.
-    int toldNow()
+    // How often observers were called for everything that has happened so far.
+    int changesNow()
     {
         while (sd_event_run(loop.event(), 0) > 0) {
         }
-        return std::exchange(told, 0);
+        return std::exchange(changes, 0);
     }
 };
 
-TEST_F(FileDefaultsStoreTest, MakesItsFolderForTheUserAlone)
+TEST_F(FileDefaultsStoreTest, CreatesAPrivateFolder)
 {
     const auto store = open();
 
@@ -118,7 +118,7 @@ TEST_F(FileDefaultsStoreTest, ReadsNeutralValuesForTheWrongKindEvenWithARegister
     EXPECT_EQ(store->stringForKey("day"), std::nullopt);
 }
 
-TEST_F(FileDefaultsStoreTest, TakesWholeAndRealNumbersForOneKind)
+TEST_F(FileDefaultsStoreTest, ConvertsBetweenWholeAndRealNumbers)
 {
     const auto store = open("real = -2.9\nwhole = 5\nhuge = 1e300\n");
 
@@ -128,33 +128,33 @@ TEST_F(FileDefaultsStoreTest, TakesWholeAndRealNumbersForOneKind)
     EXPECT_EQ(store->doubleForKey("huge"), 1e300);
 }
 
-TEST_F(FileDefaultsStoreTest, WritesAtOnceAndTellsObservers)
+TEST_F(FileDefaultsStoreTest, WritesAtOnceAndCallsObservers)
 {
     const auto store = open();
 
     store->set("limit", std::int64_t{85});
 
     EXPECT_EQ(store->integerForKey("limit"), 85);
-    EXPECT_EQ(told, 1);
+    EXPECT_EQ(changes, 1);
     EXPECT_EQ(text(), "limit = 85\n");
 }
 
-TEST_F(FileDefaultsStoreTest, DoesNotTellOfItsOwnWriteTwice)
+TEST_F(FileDefaultsStoreTest, CallsObserversOnceForItsOwnWrite)
 {
     const auto store = open();
 
     store->set("limit", std::int64_t{85});
 
-    EXPECT_EQ(toldNow(), 1);
+    EXPECT_EQ(changesNow(), 1);
 }
 
-TEST_F(FileDefaultsStoreTest, NeitherWritesNorTellsWhatItHoldsAlready)
+TEST_F(FileDefaultsStoreTest, IgnoresAValueThatIsAlreadySet)
 {
     const auto store = open("limit=85");
 
     store->set("limit", std::int64_t{85});
 
-    EXPECT_EQ(toldNow(), 0);
+    EXPECT_EQ(changesNow(), 0);
     EXPECT_EQ(text(), "limit=85");
 }
 
@@ -210,7 +210,7 @@ TEST_F(FileDefaultsStoreTest, NoticesAnEditorsWriteInPlace)
 
     write("limit = 60\n");
 
-    EXPECT_EQ(toldNow(), 1);
+    EXPECT_EQ(changesNow(), 1);
     EXPECT_EQ(store->integerForKey("limit"), 60);
 }
 
@@ -221,37 +221,37 @@ TEST_F(FileDefaultsStoreTest, NoticesAnEditorsReplacement)
     folder.write("vorlane/sedXYZ", "limit = 60\n");
     fs::rename(file.parent_path() / "sedXYZ", file);
 
-    EXPECT_EQ(toldNow(), 1);
+    EXPECT_EQ(changesNow(), 1);
     EXPECT_EQ(store->integerForKey("limit"), 60);
 }
 
-TEST_F(FileDefaultsStoreTest, NoticesTheFileAppearAndGo)
+TEST_F(FileDefaultsStoreTest, NoticesThatTheFileAppearsAndDisappears)
 {
     const auto store = open();
     write("limit = 60\n");
-    EXPECT_EQ(toldNow(), 1);
+    EXPECT_EQ(changesNow(), 1);
     EXPECT_EQ(store->integerForKey("limit"), 60);
 
     fs::remove(file);
 
-    EXPECT_EQ(toldNow(), 1);
+    EXPECT_EQ(changesNow(), 1);
     EXPECT_EQ(store->integerForKey("limit"), 0);
 }
 
-TEST_F(FileDefaultsStoreTest, NoticesItsFolderGoAndComeBack)
+TEST_F(FileDefaultsStoreTest, NoticesThatItsFolderIsDeletedAndRecreated)
 {
     const auto store = open("limit = 60\n");
     fs::remove_all(file.parent_path());
-    EXPECT_EQ(toldNow(), 1);
+    EXPECT_EQ(changesNow(), 1);
     EXPECT_EQ(store->integerForKey("limit"), 0);
 
     write("limit = 50\n");
 
-    EXPECT_EQ(toldNow(), 1);
+    EXPECT_EQ(changesNow(), 1);
     EXPECT_EQ(store->integerForKey("limit"), 50);
 }
 
-TEST_F(FileDefaultsStoreTest, MakesItsFolderAgainForTheNextWrite)
+TEST_F(FileDefaultsStoreTest, RecreatesItsFolderForTheNextWrite)
 {
     const auto store = open("limit = 60\n");
     fs::remove_all(file.parent_path());
@@ -260,22 +260,22 @@ TEST_F(FileDefaultsStoreTest, MakesItsFolderAgainForTheNextWrite)
 
     EXPECT_EQ(text(), "low = 10\n");
     write("low = 15\n");
-    EXPECT_GT(toldNow(), 0);
+    EXPECT_GT(changesNow(), 0);
     EXPECT_EQ(store->integerForKey("low"), 15);
 }
 
-TEST_F(FileDefaultsStoreTest, TellsOnlyOfValuesThatDiffer)
+TEST_F(FileDefaultsStoreTest, CallsObserversOnlyWhenValuesDiffer)
 {
     const auto store = open("limit = 70\n");
 
     write("# a comment\nlimit   = 70\n");
-    EXPECT_EQ(toldNow(), 0);
+    EXPECT_EQ(changesNow(), 0);
 
     store->set("low", std::int64_t{10});
     EXPECT_EQ(text(), "# a comment\nlimit   = 70\nlow = 10\n");
 }
 
-TEST_F(FileDefaultsStoreTest, LosesNoChangeOfAnEditorThatItHasNotNoticedYet)
+TEST_F(FileDefaultsStoreTest, KeepsAnEditThatItHasNotNoticedYet)
 {
     const auto store = open("limit = 70\n");
     write("limit = 60 # mine\n");
@@ -284,7 +284,7 @@ TEST_F(FileDefaultsStoreTest, LosesNoChangeOfAnEditorThatItHasNotNoticedYet)
 
     EXPECT_EQ(text(), "limit = 60 # mine\nlow = 10\n");
     EXPECT_EQ(store->integerForKey("limit"), 60);
-    EXPECT_EQ(toldNow(), 1);
+    EXPECT_EQ(changesNow(), 1);
 }
 
 TEST_F(FileDefaultsStoreTest, ReadsAMalformedFileAsDefaultsAndLeavesIt)
@@ -293,12 +293,12 @@ TEST_F(FileDefaultsStoreTest, ReadsAMalformedFileAsDefaultsAndLeavesIt)
     store->registerDefaults({{"limit", std::int64_t{80}}});
 
     EXPECT_EQ(store->integerForKey("limit"), 80);
-    EXPECT_EQ(toldNow(), 0);
+    EXPECT_EQ(changesNow(), 0);
     EXPECT_EQ(text(), "limit = 70\nlow = \n");
     EXPECT_EQ(text(".bad"), "none");
 }
 
-TEST_F(FileDefaultsStoreTest, KeepsAMalformedFileBesideBeforeTheFirstWrite)
+TEST_F(FileDefaultsStoreTest, KeepsAMalformedFileAsideBeforeTheFirstWrite)
 {
     for (const std::string bad : {"limit = \n", "\xFF\xFE", "limit = 9223372036854775808\n"}) {
         fs::remove_all(file.parent_path());
@@ -313,7 +313,7 @@ TEST_F(FileDefaultsStoreTest, KeepsAMalformedFileBesideBeforeTheFirstWrite)
     }
 }
 
-TEST_F(FileDefaultsStoreTest, KeepsAFileBesideThatHasATableWhereAValueBelongs)
+TEST_F(FileDefaultsStoreTest, KeepsAsideAFileWithATableInPlaceOfAValue)
 {
     const std::string mine = "limit = 70 # mine\nother = [1]\n\n[low]\na = 1\n";
     const auto store = open(mine);
@@ -329,7 +329,7 @@ TEST_F(FileDefaultsStoreTest, KeepsAFileBesideThatHasATableWhereAValueBelongs)
     EXPECT_EQ(store->integerForKey("limit"), 60);
 }
 
-TEST_F(FileDefaultsStoreTest, KeepsNoFileBesideForAValueThatNoFileCanHold)
+TEST_F(FileDefaultsStoreTest, KeepsNoFileAsideForAValueThatTomlCannotHold)
 {
     const auto store = open("[sound]\na = 1\n");
 
@@ -339,11 +339,11 @@ TEST_F(FileDefaultsStoreTest, KeepsNoFileBesideForAValueThatNoFileCanHold)
     EXPECT_EQ(text(".bad"), "none");
 }
 
-TEST_F(FileDefaultsStoreTest, KeepsAFileBesideThatAnEditorBrokeMeanwhile)
+TEST_F(FileDefaultsStoreTest, KeepsAsideAFileThatAnEditorBroke)
 {
     const auto store = open("limit = 70\n");
     write("limit = \n");
-    EXPECT_EQ(toldNow(), 1);
+    EXPECT_EQ(changesNow(), 1);
 
     store->set("low", std::int64_t{10});
 
@@ -351,23 +351,23 @@ TEST_F(FileDefaultsStoreTest, KeepsAFileBesideThatAnEditorBrokeMeanwhile)
     EXPECT_EQ(text(".bad"), "limit = \n");
 }
 
-TEST_F(FileDefaultsStoreTest, TakesUpAMalformedFileOnceItIsMended)
+TEST_F(FileDefaultsStoreTest, ReadsAMalformedFileOnceItIsRepaired)
 {
     const auto store = open("limit = \n");
 
     write("limit = 60\n");
 
-    EXPECT_EQ(toldNow(), 1);
+    EXPECT_EQ(changesNow(), 1);
     EXPECT_EQ(store->integerForKey("limit"), 60);
 }
 
-TEST_F(FileDefaultsStoreTest, TakesAHugeFileForMalformed)
+TEST_F(FileDefaultsStoreTest, TreatsAHugeFileAsMalformed)
 {
     const auto store = open("limit = 60\n");
     std::string comment;
     comment.resize(100'000'000, '#');
     write(comment);
-    EXPECT_EQ(toldNow(), 1);
+    EXPECT_EQ(changesNow(), 1);
     EXPECT_EQ(store->integerForKey("limit"), 0);
 
     store->set("low", std::int64_t{10});
@@ -376,7 +376,7 @@ TEST_F(FileDefaultsStoreTest, TakesAHugeFileForMalformed)
     EXPECT_EQ(fs::file_size(file.string() + ".bad"), 100'000'000U);
 }
 
-TEST_F(FileDefaultsStoreTest, PutsADirectoryOrAPipeAsideBeforeTheFirstWrite)
+TEST_F(FileDefaultsStoreTest, KeepsAFolderOrAPipeAsideBeforeTheFirstWrite)
 {
     fs::create_directories(file / "inner");
     {
@@ -418,7 +418,7 @@ TEST_F(FileDefaultsStoreTest, KeepsAValueInMemoryUntilItCanBeWritten)
 
     store->set("limit", std::int64_t{85});
     EXPECT_EQ(store->integerForKey("limit"), 85);
-    EXPECT_EQ(toldNow(), 1);
+    EXPECT_EQ(changesNow(), 1);
     EXPECT_EQ(text(), "none");
 
     fs::remove(file.parent_path());
@@ -427,7 +427,7 @@ TEST_F(FileDefaultsStoreTest, KeepsAValueInMemoryUntilItCanBeWritten)
     EXPECT_EQ(text(), "limit = 85\nlow = 10\n");
 }
 
-TEST_F(FileDefaultsStoreTest, WritesAnUnsavedValueWhenItIsSetOnceMore)
+TEST_F(FileDefaultsStoreTest, WritesAnUnsavedValueWhenItIsSetAgain)
 {
     folder.write("vorlane", "a file where the folder should be");
     const auto store = open();
@@ -437,10 +437,10 @@ TEST_F(FileDefaultsStoreTest, WritesAnUnsavedValueWhenItIsSetOnceMore)
     store->set("limit", std::int64_t{85});
 
     EXPECT_EQ(text(), "limit = 85\n");
-    EXPECT_EQ(toldNow(), 1);
+    EXPECT_EQ(changesNow(), 1);
 }
 
-TEST_F(FileDefaultsStoreTest, WritesNothingOverAnEditOnceTheFileSaysWhatWaited)
+TEST_F(FileDefaultsStoreTest, DiscardsAPendingValueThatTheFileHolds)
 {
     const auto store = open("limit = 80\n");
     {
@@ -450,13 +450,13 @@ TEST_F(FileDefaultsStoreTest, WritesNothingOverAnEditOnceTheFileSaysWhatWaited)
     }
 
     write("limit = 60\n");
-    (void)toldNow();
+    (void)changesNow();
 
     EXPECT_EQ(store->integerForKey("limit"), 60);
     EXPECT_EQ(text(), "limit = 60\n");
 }
 
-TEST_F(FileDefaultsStoreTest, WritesNothingOverAnEditOnceItsUserHasWrittenWhatWaited)
+TEST_F(FileDefaultsStoreTest, DiscardsAPendingValueThatTheUserHasWritten)
 {
     const auto store = open("limit = 80\n");
     {
@@ -464,16 +464,16 @@ TEST_F(FileDefaultsStoreTest, WritesNothingOverAnEditOnceItsUserHasWrittenWhatWa
         store->set("limit", std::int64_t{85});
     }
     write("limit = 85\n");
-    (void)toldNow();
+    (void)changesNow();
 
     write("limit = 60\n");
-    (void)toldNow();
+    (void)changesNow();
 
     EXPECT_EQ(store->integerForKey("limit"), 60);
     EXPECT_EQ(text(), "limit = 60\n");
 }
 
-TEST_F(FileDefaultsStoreTest, TriesAgainByItselfToWrite)
+TEST_F(FileDefaultsStoreTest, RetriesAFailedWrite)
 {
     folder.write("vorlane", "a file where the folder should be");
     FileDefaultsStore store(loop.event(), file, Seconds{0.001});
@@ -485,7 +485,7 @@ TEST_F(FileDefaultsStoreTest, TriesAgainByItselfToWrite)
     EXPECT_EQ(text(), "limit = 85\n");
 }
 
-TEST_F(FileDefaultsStoreTest, WritesAtItsEndWhatItCouldNotBefore)
+TEST_F(FileDefaultsStoreTest, WritesPendingValuesAtItsEnd)
 {
     folder.write("vorlane", "a file where the folder should be");
     {
@@ -497,39 +497,39 @@ TEST_F(FileDefaultsStoreTest, WritesAtItsEndWhatItCouldNotBefore)
     EXPECT_EQ(text(), "limit = 85\n");
 }
 
-TEST_F(FileDefaultsStoreTest, NoticesAnEditAlsoWhenTheSystemHadNoWatchForAWhile)
+TEST_F(FileDefaultsStoreTest, NoticesAnEditAfterTheSystemRanOutOfWatches)
 {
     write("limit = 70\n");
     FileDefaultsStore store(loop.event(), file, Seconds{0.05});
     EXPECT_EQ(store.integerForKey("limit"), 70);
     const auto folderPath = file.parent_path();
     fs::rename(folderPath, folderPath.string() + ".away");
-    fs::rename(folderPath.string() + ".away", folderPath);  // it must be watched anew
+    fs::rename(folderPath.string() + ".away", folderPath);  // so that the watch must be renewed
     {
         const NoMoreFiles fault;
-        (void)toldNow();
+        (void)changesNow();
     }
 
     write("limit = 60\n");
     while (store.integerForKey("limit") != 60) (void)sd_event_run(loop.event(), UINT64_MAX);
     write("limit = 50\n");
-    (void)toldNow();
+    (void)changesNow();
 
     EXPECT_EQ(store.integerForKey("limit"), 50);
 }
 
-TEST_F(FileDefaultsStoreTest, IsIdleWhenThereIsNoTrouble)
+TEST_F(FileDefaultsStoreTest, IsIdleWithoutPendingValues)
 {
     FileDefaultsStore store(loop.event(), file, Seconds{0.001});
     store.set("limit", std::int64_t{85});
-    (void)toldNow();
+    (void)changesNow();
 
     EXPECT_EQ(sd_event_run(loop.event(), 50'000), 0);
 }
 
-TEST_F(FileDefaultsStoreTest, TakesAnotherUsersFileForNone)
+TEST_F(FileDefaultsStoreTest, IgnoresAnotherUsersFile)
 {
-    if (getuid() != 0) GTEST_SKIP() << "only root can give a file to somebody else";
+    if (getuid() != 0) GTEST_SKIP() << "only root can give a file to another user";
     write("limit = 60\n");
     ASSERT_EQ(chown(file.c_str(), 12'345, 12'345), 0);
     const auto store = open();
@@ -541,7 +541,7 @@ TEST_F(FileDefaultsStoreTest, TakesAnotherUsersFileForNone)
     EXPECT_EQ(text(".bad"), "limit = 60\n");
 }
 
-TEST_F(FileDefaultsStoreTest, KeepsInMemoryWhatAFileCannotHold)
+TEST_F(FileDefaultsStoreTest, KeepsInMemoryWhatTomlCannotHold)
 {
     const auto store = open("limit = 70 # mine\n");
 
@@ -552,7 +552,7 @@ TEST_F(FileDefaultsStoreTest, KeepsInMemoryWhatAFileCannotHold)
     EXPECT_EQ(text(), "limit = 85 # mine\n");
 }
 
-TEST_F(FileDefaultsStoreTest, HasNoPlaceWithoutAFolderAndStillWorks)
+TEST_F(FileDefaultsStoreTest, WorksInMemoryWithoutAPath)
 {
     file = "";
     const auto store = open();

@@ -14,7 +14,7 @@ namespace {
 using namespace std::chrono_literals;
 using testing::ElementsAre;
 
-// A day of each zone, from its first minute to its last, by the clock of Greenwich.
+// A local day; `midnight` is in UTC.
 struct Day {
     const char* zone;
     Date midnight;
@@ -28,7 +28,7 @@ constexpr const char* lordHowe = "<+1030>-10:30<+11>-11,M10.1.0,M4.1.0";
 constexpr Day lordHoweSpring{lordHowe, Date{1791034200}, 23h + 30min};  // 02 to 02:30
 constexpr Day lordHoweAutumn{lordHowe, Date{1775307600}, 24h + 30min};  // 02 to 01:30
 
-// Quiet hours on the days on which the clocks are changed.
+// Quiet hours on days on which the clocks change.
 class QuietHoursInZonesTest : public testing::Test {
 protected:
     void TearDown() override { (void)unsetenv("TZ"); }
@@ -39,7 +39,7 @@ protected:
         return std::to_string(time.hour) + ":" + std::to_string(time.minute);
     }
 
-    // When it turns quiet and when loud again in that day, in minutes from its midnight.
+    // When quiet hours begin and end on that day, in minutes after its midnight.
     std::vector<int> turns(const Day& day, std::int64_t start, std::int64_t end) const
     {
         (void)setenv("TZ", day.zone, 1);
@@ -83,14 +83,14 @@ TEST_F(QuietHoursInZonesTest, EndWithTheFirstMinuteThatExists)
     EXPECT_THAT(turns(lordHoweSpring, at(1, 0), at(2, 15)), ElementsAre(60, 120));
 }
 
-TEST_F(QuietHoursInZonesTest, AreNotAtAllWhenNoneOfTheirMinutesExists)
+TEST_F(QuietHoursInZonesTest, AreSkippedWhenNoneOfTheirMinutesExists)
 {
     EXPECT_THAT(turns(berlinSpring, at(2, 0), at(3, 0)), ElementsAre());
     EXPECT_THAT(turns(beirutSpring, at(0, 0), at(1, 0)), ElementsAre());
     EXPECT_THAT(turns(lordHoweSpring, at(2, 0), at(2, 30)), ElementsAre());
 }
 
-TEST_F(QuietHoursInZonesTest, ComeTwiceWhenTheirMinutesDo)
+TEST_F(QuietHoursInZonesTest, RepeatWhenTheirMinutesRepeat)
 {
     EXPECT_THAT(turns(berlinAutumn, at(2, 15), at(2, 45)), ElementsAre(135, 165, 195, 225));
     EXPECT_THAT(turns(beirutAutumn, at(23, 15), at(23, 45)),
@@ -98,7 +98,7 @@ TEST_F(QuietHoursInZonesTest, ComeTwiceWhenTheirMinutesDo)
     EXPECT_THAT(turns(lordHoweAutumn, at(1, 35), at(1, 50)), ElementsAre(95, 110, 125, 140));
 }
 
-TEST_F(QuietHoursInZonesTest, LastOverTheHourThatIsMoreOrLess)
+TEST_F(QuietHoursInZonesTest, LastThroughASkippedOrRepeatedHour)
 {
     EXPECT_THAT(turns(berlinSpring, at(22, 0), at(7, 0)), ElementsAre(0, 360, 21 * 60));
     EXPECT_THAT(turns(berlinAutumn, at(22, 0), at(7, 0)), ElementsAre(0, 480, 23 * 60));
