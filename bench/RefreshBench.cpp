@@ -39,7 +39,7 @@ void describeLaptop(const std::string& folder)
 // Stands in for a UPower without estimates.
 class NoEstimates : public platform::TimeEstimates {
 public:
-    Minutes estimate(platform::ChargeStatus /*status*/) override { return {}; }
+    std::optional<std::int64_t> estimate(platform::ChargeStatus /*status*/) override { return {}; }
     Subscription observe(std::function<void()> /*changed*/) override { return {}; }
 };
 

@@ -69,7 +69,7 @@ void writeSupply(const Scratch& folder, std::string_view paragraph)
 }
 
 struct NoEstimates : platform::TimeEstimates {
-    Minutes estimate(platform::ChargeStatus /*status*/) override { return {}; }
+    std::optional<std::int64_t> estimate(platform::ChargeStatus /*status*/) override { return {}; }
     Subscription observe(std::function<void()> /*changed*/) override { return {}; }
 };
 

@@ -142,13 +142,9 @@ private:
              {ChargeStatus::unknown, ChargeStatus::charging, ChargeStatus::discharging,
               ChargeStatus::notCharging, ChargeStatus::full}) {
             const auto minutes = estimates.estimate(now);
-            require(!minutes.toFull || now == ChargeStatus::charging,
-                    "only a charging battery has a time to full");
-            require(!minutes.toEmpty || now == ChargeStatus::discharging,
-                    "only a discharging battery has a time to empty");
-            for (const auto& time : {minutes.toFull, minutes.toEmpty}) {
-                require(!time || (*time >= 0 && *time <= longestTime), "a time is plausible");
-            }
+            require(!minutes || now == ChargeStatus::charging || now == ChargeStatus::discharging,
+                    "only a battery that charges or discharges has a remaining time");
+            require(!minutes || (*minutes >= 0 && *minutes <= longestTime), "a time is plausible");
         }
         checkKnown();
     }
@@ -156,13 +152,12 @@ private:
     void checkKnown()
     {
         if (owner.empty() && !isUncertain) {
-            require(!estimates.estimate(ChargeStatus::charging).toFull &&
-                        !estimates.estimate(ChargeStatus::discharging).toEmpty,
+            require(!estimates.estimate(ChargeStatus::charging) &&
+                        !estimates.estimate(ChargeStatus::discharging),
                     "without an owner there is no estimate");
         }
         if (!known) return;
-        const auto given = estimates.estimate(status);
-        const auto time = status == ChargeStatus::charging ? given.toFull : given.toEmpty;
+        const auto time = estimates.estimate(status);
         const bool isRecent = uptime < heard + Seconds{300};
         const auto plausible =
             seconds == 0 ? std::nullopt : platform::plausibleMinutes(static_cast<double>(seconds));

@@ -11,7 +11,7 @@ void setIfKnown(PropertyDictionary& dictionary, const char* key, std::optional<s
     if (value) dictionary.set(key, *value);
 }
 
-// The firmware's threshold is as full as the battery gets.
+// Charging to the firmware's threshold counts as charging to full.
 std::optional<std::int64_t> minutesUntilChargingStops(const MachineBattery& battery)
 {
     const auto threshold = battery.chargeThreshold.value_or(100);

@@ -1,8 +1,6 @@
-// The machine's battery in the words of the power-source service and of the battery registry.
+// Translates the machine's battery into the dictionaries of the power-source service and of the
+// battery registry.
 #pragma once
-
-#include <optional>
-#include <vector>
 
 #include "App/PropertyDictionary.h"
 #include "platform/linux/power/CableDebounce.h"
@@ -12,7 +10,7 @@ namespace vorlane::platform {
 
 PowerSituation situationOf(const MachineBattery& battery);
 
-// One description for the whole machine: its situation is `situation`, all else is the battery's.
+// The machine's only power source, in the given situation; the rest comes from the battery.
 PropertyDictionary powerSourceDescription(const MachineBattery& battery,
                                           const PowerSituation& situation);
 

@@ -33,6 +33,27 @@ std::optional<double> measured(const PowerSupply& battery, std::string_view key,
     return magnitude;
 }
 
+// Volts; absent when implausible for a laptop battery.
+std::optional<double> plausibleVoltage(const PowerSupply& battery, std::string_view key)
+{
+    const auto microvolts = battery.integer(key);
+    if (!microvolts) return std::nullopt;
+    const double volts = static_cast<double>(*microvolts) / 1e6;
+    if (volts < leastVolts || volts > mostVolts) return std::nullopt;
+    return volts;
+}
+
+// Watts without a sign.
+std::optional<double> powerMagnitude(const PowerSupply& battery)
+{
+    if (const auto power = measured(battery, "POWER_NOW", mostWatts)) return power;
+
+    const auto current = measured(battery, "CURRENT_NOW", mostAmperes);
+    const auto volts = voltage(battery);
+    if (!current || !volts) return std::nullopt;
+    return *current * *volts;
+}
+
 struct Keys {
     const char* now;
     const char* full;
@@ -72,6 +93,22 @@ std::optional<double> percentOf(const BatteryCapacity& capacity)
     return std::clamp(*capacity.now / *size * 100.0, 0.0, 100.0);
 }
 
+// The energy, derived from the charge if necessary.
+BatteryCapacity estimatedEnergyOf(const PowerSupply& battery)
+{
+    const auto energy = energyOf(battery);
+    if (energy.size()) return energy;
+
+    const auto design = plausibleVoltage(battery, "VOLTAGE_MIN_DESIGN");
+    const auto volts = design ? design : voltage(battery);
+    if (!volts) return {};
+    const auto charge = chargeOf(battery);
+    return {.now = times(charge.now, *volts),
+            .full = times(charge.full, *volts),
+            .design = times(charge.design, *volts),
+            .rate = energy.rate};
+}
+
 }  // namespace
 
 ChargeStatus chargeStatus(const PowerSupply& battery)
@@ -81,15 +118,6 @@ ChargeStatus chargeStatus(const PowerSupply& battery)
         if (text == name.text) return name.status;
     }
     return ChargeStatus::unknown;
-}
-
-std::optional<double> plausibleVoltage(const PowerSupply& battery, std::string_view key)
-{
-    const auto microvolts = battery.integer(key);
-    if (!microvolts) return std::nullopt;
-    const double volts = static_cast<double>(*microvolts) / 1e6;
-    if (volts < leastVolts || volts > mostVolts) return std::nullopt;
-    return volts;
 }
 
 std::optional<double> voltage(const PowerSupply& battery)
@@ -105,16 +133,6 @@ std::optional<double> currentMagnitude(const PowerSupply& battery)
     const auto volts = voltage(battery);
     if (!power || !volts) return std::nullopt;
     return *power / *volts;
-}
-
-std::optional<double> powerMagnitude(const PowerSupply& battery)
-{
-    if (const auto power = measured(battery, "POWER_NOW", mostWatts)) return power;
-
-    const auto current = measured(battery, "CURRENT_NOW", mostAmperes);
-    const auto volts = voltage(battery);
-    if (!current || !volts) return std::nullopt;
-    return *current * *volts;
 }
 
 std::optional<double> signedCurrent(const PowerSupply& battery)
@@ -136,25 +154,10 @@ BatteryCapacity chargeOf(const PowerSupply& battery)
                       currentMagnitude(battery));
 }
 
-BatteryCapacity estimatedEnergyOf(const PowerSupply& battery)
-{
-    const auto energy = energyOf(battery);
-    if (energy.size()) return energy;
-
-    const auto design = plausibleVoltage(battery, "VOLTAGE_MIN_DESIGN");
-    const auto volts = design ? design : voltage(battery);
-    if (!volts) return {};
-    const auto charge = chargeOf(battery);
-    return {.now = times(charge.now, *volts),
-            .full = times(charge.full, *volts),
-            .design = times(charge.design, *volts),
-            .rate = energy.rate};
-}
-
 std::optional<double> percentOf(const PowerSupply& battery)
 {
     const auto capacity = battery.integer("CAPACITY");
-    if (capacity && *capacity >= 0) {  // below, the gauge says that it does not know
+    if (capacity && *capacity >= 0) {  // a negative value means unknown
         return std::min(static_cast<double>(*capacity), 100.0);
     }
     const auto percent = percentOf(energyOf(battery));

@@ -1,30 +1,23 @@
-// The readings of one battery: what it does, how much it holds, how full it is, and what flows.
+// Reads the status, charge, current and voltage of one battery, and discards implausible values.
 #pragma once
 
 #include <optional>
-#include <string_view>
 #include <vector>
 
 #include "platform/linux/power/PowerSupply.h"
 
 namespace vorlane::platform {
 
-// What it says that it is doing; `notCharging` is on the adapter, kept from charging: by a
-// threshold or by heat, say.
+// `notCharging` is on the adapter but kept from charging, for example by a threshold or by heat.
 enum class ChargeStatus { unknown, charging, discharging, notCharging, full };
 
 ChargeStatus chargeStatus(const PowerSupply& battery);
 
-// Volts; absent when no laptop's battery has as much or as little.
-std::optional<double> plausibleVoltage(const PowerSupply& battery, std::string_view key);
-
-// Volts, now.
+// Volts.
 std::optional<double> voltage(const PowerSupply& battery);
 
-// Amperes and watts without a sign: some drivers give one and some do not. Where the kernel has
-// only one of them, the other is made with the voltage.
+// Amperes without a sign, which only some drivers give; derived from the power if necessary.
 std::optional<double> currentMagnitude(const PowerSupply& battery);
-std::optional<double> powerMagnitude(const PowerSupply& battery);
 
 // Amperes, negative while discharging.
 std::optional<double> signedCurrent(const PowerSupply& battery);
@@ -37,23 +30,21 @@ struct BatteryCapacity {
     std::optional<double> design;  // what it was built for, above 0
     std::optional<double> rate;    // in or out, without a sign
 
-    // The whole of which `now` is a part.
+    // What `now` is measured against.
     std::optional<double> size() const { return full ? full : design; }
 };
 
 BatteryCapacity energyOf(const PowerSupply& battery);
 BatteryCapacity chargeOf(const PowerSupply& battery);
 
-// The energy, made from the charge where the kernel gives no energy.
-BatteryCapacity estimatedEnergyOf(const PowerSupply& battery);
-
-// 0..100, as the battery's own gauge has it.
+// 0..100, from the battery's gauge, or else from its capacities.
 std::optional<double> percentOf(const PowerSupply& battery);
 
-// The same with fractions where the capacities bear the gauge out.
+// The same with fractions, if the capacities agree with the gauge.
 std::optional<double> exactPercentOf(const PowerSupply& battery);
 
-// Every battery's capacity in one unit, energy preferred, in which each has what `isEnough` asks.
+// The capacities of all batteries in one unit, preferably energy; empty unless all of them satisfy
+// `isEnough`.
 std::vector<BatteryCapacity> inOneUnit(const std::vector<PowerSupply>& batteries,
                                        bool (*isEnough)(const BatteryCapacity&));
 

@@ -1,4 +1,5 @@
-// Keeps a cable that makes poor contact from looking like one that is plugged again and again.
+// Debounces plug changes, so that a loose contact does not look like a cable that is plugged in
+// again and again.
 #pragma once
 
 #include <optional>
@@ -7,7 +8,6 @@
 
 namespace vorlane::platform {
 
-// Whether the machine is on power, and what its battery does with it.
 struct PowerSituation {
     bool pluggedIn = false;
     bool isCharging = false;
@@ -20,12 +20,12 @@ class CableDebounce {
 public:
     struct Shown {
         PowerSituation situation;
-        std::optional<Seconds> lookAgain;  // uptime; absent when nothing is held back
+        std::optional<Seconds> lookAgain;  // at this uptime; absent when no change is held back
     };
 
-    // What to show when the machine reads as `raw`. The first plug change is shown at once; one
-    // that comes sooner after another is held back until the cable has been quiet for a while, and
-    // meanwhile the whole situation stays as it was shown last.
+    // What to show for the reading `raw`. A plug change is shown at once, unless it follows another
+    // within ten seconds. It is then held back, and the last situation shown, until ten seconds
+    // have passed without a change.
     Shown filter(const PowerSituation& raw, Seconds uptime);
 
 private:

@@ -38,10 +38,8 @@ void KernelBattery::read(const std::vector<PowerSupply>& supplies)
     const auto now = dependencies_.uptime();
     if (charger.drains(*battery, now)) battery->pluggedIn = false;
     const auto averaged = rate.flow(*battery, now);
-    battery->setMinutes(averaged ? averaged->minutes() : std::nullopt);
     const auto better = dependencies_.estimates.estimate(battery->status);
-    if (better.toFull) battery->minutesToFull = better.toFull;
-    if (better.toEmpty) battery->minutesToEmpty = better.toEmpty;
+    battery->setMinutes(better || !averaged ? better : averaged->minutes());
     sources = {powerSourceDescription(*battery, shownFor(situationOf(*battery), now))};
 }
 
@@ -52,7 +50,7 @@ Subscription KernelBattery::observe(std::function<void()> changed)
     return listeners.add(std::move(changed));
 }
 
-// Later changes do not prolong the wait, so that a burst without end is still reported.
+// Further changes do not extend the delay, so that an endless burst is still reported.
 void KernelBattery::reportSoon()
 {
     if (burst) return;

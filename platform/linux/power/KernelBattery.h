@@ -1,5 +1,5 @@
-// The machine's battery from the kernel's power supplies: the one power source, and the registry of
-// its details.
+// Serves the machine's battery, as the kernel describes it: the only power source, and the registry
+// of its details.
 #pragma once
 
 #include <functional>
@@ -19,9 +19,9 @@
 
 namespace vorlane::platform {
 
-// `descriptions` reads the supplies; while no file can be opened, what was read last stands in.
-// Facts are the kernel's, only the remaining time comes from `estimates` where it knows one. A plug
-// change that may be a loose contact is held back for a while.
+// `descriptions` reads the supplies; while no file can be opened, it repeats the last reading.
+// Remaining times come from `estimates` if it has any. A plug change that may be a loose contact is
+// held back for a while.
 class KernelBattery : public PowerSources, public BatteryRegistry {
 public:
     struct Dependencies {
@@ -29,7 +29,7 @@ public:
         TimeEstimates& estimates;
         std::function<Subscription(std::function<void()> changed)> watchSupplies;
         std::function<Seconds()> uptime;  // counts the time asleep
-        WeakCharger charger = {};         // as it was known before a restart in place
+        WeakCharger charger = {};         // from before a restart in place
     };
 
     explicit KernelBattery(Dependencies dependencies,
@@ -43,15 +43,15 @@ public:
     // Reports a burst of changes once, shortly after the first.
     Subscription observe(std::function<void()> changed) override;
 
-    // After a wake: drops the old average rate, and forgets plug changes from the sleep, so that
-    // the next one is not taken for a loose contact. Time asleep is not time spent draining.
+    // After a wake: discards the average rate and earlier plug changes, so that the next one does
+    // not count as a loose contact. Time asleep does not count as draining.
     void resumed();
 
-    // Whether the last reading has a plug change that is not shown yet.
+    // Whether a plug change has been read but not shown yet.
     bool holdsBackPlugChange() const { return static_cast<bool>(lookAgain); }
 
-    // Passes what the readings alone do not tell to the process image that is about to be executed.
-    void handOver() const { charger.leave(); }
+    // Passes what cannot be read again to the next process image.
+    void handOver() const { charger.handOver(); }
 
 private:
     void read(const std::vector<PowerSupply>& supplies);
@@ -64,7 +64,7 @@ private:
     RateAverage rate;
     CableDebounce filter;
     Listeners listeners;
-    Subscription burst;  // while changes wait to be reported
+    Subscription burst;  // while changes are pending
     Subscription supplyEvents;
     Subscription estimateEvents;
     Subscription lookAgain;  // while a plug change is held back

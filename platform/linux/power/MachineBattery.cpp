@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 #include <iterator>
+#include <numeric>
 #include <string_view>
 
 #include "platform/linux/power/BatteryReadings.h"
@@ -37,7 +38,7 @@ ChargeStatus statusOf(const Batteries& batteries)
     const auto is = [](ChargeStatus status) {
         return [status](const PowerSupply& battery) { return chargeStatus(battery) == status; };
     };
-    // Two batteries take turns: the idle one says Unknown, Full or Not charging meanwhile.
+    // Two batteries take turns: the idle one reports Unknown, Full or Not charging.
     for (const auto status : {ChargeStatus::charging, ChargeStatus::discharging}) {
         if (std::ranges::any_of(batteries, is(status))) return status;
     }
@@ -84,7 +85,7 @@ std::optional<double> currentOf(const Batteries& batteries)
     return sum;
 }
 
-// The kernel lists all choices and puts brackets around the one in force.
+// The kernel lists all choices and puts the active one in brackets.
 bool isChosen(const Batteries& batteries, std::string_view key, std::string_view choice)
 {
     return std::ranges::any_of(batteries, [&](const PowerSupply& battery) {
@@ -122,7 +123,7 @@ bool hasFullAndDesign(const BatteryCapacity& capacity)
     return capacity.full && capacity.design;
 }
 
-// Those whose part of the whole can be told.
+// Batteries with a known percentage and capacity.
 Batteries measurable(const Batteries& batteries)
 {
     Batteries found;
@@ -135,7 +136,7 @@ Batteries measurable(const Batteries& batteries)
 struct Total {
     double held = 0;
     double size = 0;
-    double rate = 0;  // of those that do what is asked
+    double rate = 0;  // of the batteries with the given status
     bool isRateKnown = true;
 };
 
@@ -157,7 +158,7 @@ std::optional<Total> totalOf(const Batteries& all, ChargeStatus status)
     return total;
 }
 
-// In percent; 100 where charging is not stopped.
+// In percent; 100 without a threshold.
 double thresholdOf(const PowerSupply& battery)
 {
     const auto threshold = battery.integer("CHARGE_CONTROL_END_THRESHOLD");
@@ -165,11 +166,10 @@ double thresholdOf(const PowerSupply& battery)
                                                             : 100.0;
 }
 
-double meanPercent(const std::vector<double>& percents)
+double mean(const std::vector<double>& percents)
 {
-    double sum = 0;
-    for (const double percent : percents) sum += percent;
-    return sum / static_cast<double>(percents.size());
+    return std::accumulate(percents.begin(), percents.end(), 0.0) /
+           static_cast<double>(percents.size());
 }
 
 std::optional<std::int64_t> sumOf(const std::vector<BatteryCapacity>& capacities,
@@ -184,7 +184,7 @@ std::optional<std::int64_t> sumOf(const std::vector<BatteryCapacity>& capacities
     return static_cast<std::int64_t>(std::round(sum));
 }
 
-// Of a single battery exactly what its gauge says.
+// Weighted by capacity; for a single battery exactly what its gauge says.
 std::optional<std::int64_t> combinedPercent(const Batteries& batteries)
 {
     std::vector<double> percents;
@@ -195,11 +195,11 @@ std::optional<std::int64_t> combinedPercent(const Batteries& batteries)
 
     const auto total =
         percents.size() > 1 ? totalOf(batteries, ChargeStatus::unknown) : std::nullopt;
-    const double percent = total ? total->held / total->size * 100.0 : meanPercent(percents);
+    const double percent = total ? total->held / total->size * 100.0 : mean(percents);
     return static_cast<std::int64_t>(std::round(percent));
 }
 
-// Absent when a rate is unknown or 0, and for a battery that neither charges nor discharges.
+// Absent unless the battery charges or discharges at a known rate above 0.
 std::optional<ChargeFlow> chargeFlow(const Batteries& batteries, ChargeStatus status)
 {
     const bool flows = status == ChargeStatus::charging || status == ChargeStatus::discharging;
@@ -211,7 +211,7 @@ std::optional<ChargeFlow> chargeFlow(const Batteries& batteries, ChargeStatus st
     return ChargeFlow{.left = left / total->size, .perHour = total->rate / total->size};
 }
 
-// The percentage of the whole at which the firmware stops charging; absent when it does not.
+// The combined percentage at which the firmware stops charging; absent without a threshold.
 std::optional<std::int64_t> chargeThreshold(const Batteries& batteries)
 {
     const auto capacities = inOneUnit(batteries, hasSize);

@@ -71,7 +71,7 @@ bool isPluggedIn(const std::vector<PowerSupply>& supplies, ChargeStatus status)
     if (status == ChargeStatus::discharging) return false;
     if (status == ChargeStatus::charging || status == ChargeStatus::notCharging) return true;
 
-    // Of two batteries one may be full while the other does not know what it is doing.
+    // One of two batteries may be full while the status of the other is unknown.
     return claim == AdapterClaim::none &&
            std::ranges::any_of(supplies, [](const PowerSupply& supply) {
                return supply.isMachineBattery() && chargeStatus(supply) == ChargeStatus::full;

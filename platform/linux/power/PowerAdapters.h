@@ -1,4 +1,5 @@
-// What the machine's adapters say: whether one feeds it, and how strong it is.
+// Decides from the power adapters and the battery's status whether the machine is plugged in, and
+// how strong the adapter is.
 #pragma once
 
 #include <cstdint>
@@ -10,17 +11,17 @@
 
 namespace vorlane::platform {
 
-// `staleOnline` is a USB supply's claim that a mains adapter and the battery contradict, as after a
-// phone or a dock was on its port.
+// `staleOnline`: a USB supply says that it is online, but a mains adapter and the battery
+// contradict it, as may happen after a phone or a dock was unplugged.
 enum class AdapterClaim { none, offline, online, staleOnline };
 
 // `status` is the battery's.
 AdapterClaim adapterClaim(const std::vector<PowerSupply>& supplies, ChargeStatus status);
 
-// The status decides where the adapters are silent or wrong.
+// The status decides where the adapters report nothing or are wrong.
 bool isPluggedIn(const std::vector<PowerSupply>& supplies, ChargeStatus status);
 
-// Watts of the strongest adapter that feeds the machine; those with a barrel plug do not tell.
+// Watts of the strongest adapter that is online; those with a barrel plug do not report any.
 std::optional<std::int64_t> adapterWatts(const std::vector<PowerSupply>& supplies);
 
 }  // namespace vorlane::platform

@@ -1,14 +1,13 @@
 #include "platform/linux/power/PowerNotes.h"
 
-#include "platform/linux/power/MachineBattery.h"
 #include "platform/linux/power/PowerAdapters.h"
 #include "platform/linux/power/WeakCharger.h"
 
 namespace vorlane::platform {
 
-std::vector<std::string> powerNotes(const std::vector<PowerSupply>& supplies)
+std::vector<std::string> powerNotes(const std::vector<PowerSupply>& supplies,
+                                    const std::optional<MachineBattery>& battery)
 {
-    const auto battery = machineBattery(supplies);
     if (!battery || !battery->percent || battery->status != ChargeStatus::discharging) return {};
 
     const auto claim = adapterClaim(supplies, battery->status);

@@ -1,14 +1,15 @@
-// Where the program does not take the adapters at their word, and why: for bug reports.
+// Explains in bug reports how the program interprets adapters that contradict the battery.
 #pragma once
 
 #include <string>
 #include <vector>
 
-#include "platform/linux/power/PowerSupply.h"
+#include "platform/linux/power/MachineBattery.h"
 
 namespace vorlane::platform {
 
-// One sentence for each claim in question; usually none.
-std::vector<std::string> powerNotes(const std::vector<PowerSupply>& supplies);
+// Usually empty. `battery` is that of the supplies.
+std::vector<std::string> powerNotes(const std::vector<PowerSupply>& supplies,
+                                    const std::optional<MachineBattery>& battery);
 
 }  // namespace vorlane::platform

@@ -51,7 +51,7 @@ bool PowerSupply::isMains() const
 
 bool PowerSupply::isUsb() const
 {
-    // Older kernels name the kind of charger, too: USB_DCP, USB_PD and others.
+    // Older kernels add the type of charger: USB_DCP, USB_PD and others.
     return text("TYPE").value_or("").starts_with("USB");
 }
 

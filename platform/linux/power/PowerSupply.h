@@ -16,19 +16,19 @@ struct PowerSupply {
     std::string name;
     std::map<std::string, std::string, std::less<>> values;
 
-    // Without blanks at either end; absent when nothing is left.
+    // Trimmed; absent when empty.
     std::optional<std::string> text(std::string_view key) const;
 
-    // Absent when the value is not wholly a number, or does not fit.
+    // Absent unless the whole value is a number that fits.
     std::optional<std::int64_t> integer(std::string_view key) const;
 
     // Belongs to a mouse or headset, so it is neither the laptop's battery nor its adapter.
     bool isPeripheral() const;
 
-    // A battery of the machine itself, in its bay.
+    // A battery in a bay of the machine itself.
     bool isMachineBattery() const;
 
-    // Something that can feed the machine from outside.
+    // Can power the machine from outside.
     bool isAdapter() const;
     bool isMains() const;
     bool isUsb() const;

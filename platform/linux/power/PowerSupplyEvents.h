@@ -1,4 +1,4 @@
-// The kernel's events of power supplies that come, go and change.
+// Watches the kernel's power supplies.
 #pragma once
 
 #include <systemd/sd-event.h>
@@ -9,8 +9,8 @@
 
 namespace vorlane::platform {
 
-// Calls `changed` from `event`'s loop, not for a peripheral's battery. Empty on a machine that
-// does not let us listen, such as a container.
+// Calls `changed` from `event`'s loop when a supply appears, changes or disappears, except for a
+// peripheral's. Empty where watching is not allowed, as in a container.
 [[nodiscard]] Subscription watchPowerSupplies(sd_event* event, std::function<void()> changed);
 
 }  // namespace vorlane::platform

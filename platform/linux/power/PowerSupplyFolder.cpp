@@ -7,19 +7,16 @@
 #include <string_view>
 #include <utility>
 
+#include "platform/linux/base/Systemd.h"
 #include "platform/linux/files/Files.h"
 
 namespace vorlane::platform {
 
 namespace {
 
-// The kernel writes at most one page; more than this is no supply of the kernel's.
+// The kernel writes at most one page.
 constexpr std::size_t largestFile = 65'536;
 constexpr std::size_t mostEntries = 1024;
-
-struct FolderCloser {
-    void operator()(DIR* folder) const { (void)closedir(folder); }
-};
 
 std::string pathIn(std::string folder, std::string_view name)
 {
@@ -34,7 +31,7 @@ bool hadShortage(const Expected<Value>& outcome)
 
 Expected<std::vector<std::string>> entriesOf(const std::string& path)
 {
-    const std::unique_ptr<DIR, FolderCloser> folder(opendir(path.c_str()));
+    const std::unique_ptr<DIR, Releaser<closedir>> folder(opendir(path.c_str()));
     if (!folder) return lastError();
 
     std::vector<std::string> names;
@@ -57,13 +54,13 @@ void addUeventLines(PowerSupply& supply, std::string_view text)
         if (!line.starts_with(prefix) || equals == std::string_view::npos) continue;
 
         const auto key = line.substr(prefix.size(), equals - prefix.size());
-        supply.values.emplace(key, line.substr(equals + 1));  // the first of two TYPE lines
+        supply.values.emplace(key, line.substr(equals + 1));  // the first of two TYPE lines wins
     }
 }
 
-// Platform drivers add these to a battery, often without a line of its uevent file.
-const std::vector<std::string> besideUevent{"charge_behaviour", "charge_control_end_threshold",
-                                            "charge_types"};
+// Platform drivers add these to a battery, often without listing them in its uevent file.
+const std::vector<std::string> driverAttributes{"charge_behaviour", "charge_control_end_threshold",
+                                                "charge_types"};
 
 Expected<> addAttribute(PowerSupply& supply, const std::string& folder, const std::string& name)
 {
@@ -79,7 +76,7 @@ Expected<> addAttribute(PowerSupply& supply, const std::string& folder, const st
     return {};
 }
 
-// What cannot be read is left out.
+// Skips attributes that cannot be read.
 Expected<> addAttributes(PowerSupply& supply, const std::string& folder,
                          const std::vector<std::string>& names)
 {
@@ -98,15 +95,15 @@ Expected<PowerSupply> readSupply(const std::string& folder, const std::string& n
     if (hadShortage(uevent)) return uevent.error();
     if (uevent) addUeventLines(supply, *uevent);
 
-    // One property that fails makes the kernel fail the whole uevent file, and old kernels leave
-    // the type out of it; the properties are there one by one as well.
+    // If a single property fails, the kernel fails the whole uevent file, and old kernels omit the
+    // type from it. Each property also has a file.
     if (!supply.text("TYPE")) {
         const auto names = entriesOf(path);
         const auto added = names ? addAttributes(supply, path, *names) : names.error();
         if (hadShortage(added)) return added.error();
     }
     if (supply.isMachineBattery()) {
-        const auto added = addAttributes(supply, path, besideUevent);
+        const auto added = addAttributes(supply, path, driverAttributes);
         if (hadShortage(added)) return added.error();
     }
     return supply;

@@ -11,13 +11,13 @@ namespace vorlane::platform {
 
 inline constexpr const char* kernelPowerSupplies = "/sys/class/power_supply";
 
-// Sorted by name. A supply whose files cannot be read, as when it goes away meanwhile, is left out.
-// Never waits for a file that is no plain one. An error when the folder itself cannot be listed, or
-// when any file could not be opened for a shortage.
+// Sorted by name. A supply whose files cannot be read, because it has just disappeared for example,
+// is left out. Never blocks on a pipe or a device. An error when the folder itself cannot be
+// listed, or when a shortage kept any file from being opened.
 Expected<std::vector<PowerSupply>> readPowerSupplies(const std::string& folder);
 
-// Whether the system or the process has run out of something: that says nothing about the file,
-// and reading it may work in a moment.
+// Whether the system or the process has run out of memory or file descriptors: the file may be fine
+// and readable a moment later.
 bool isShortage(std::errc error);
 
 }  // namespace vorlane::platform

@@ -1,5 +1,5 @@
-// The rate at which the battery fills or drains, averaged: that of one moment jumps with each task
-// that the machine is given, and the remaining time with it.
+// Averages the rate at which the battery fills or drains: a momentary rate, and the remaining time
+// with it, jumps with every task.
 #pragma once
 
 #include <optional>
@@ -11,11 +11,11 @@ namespace vorlane::platform {
 
 class RateAverage {
 public:
-    // The flow of `battery` at the average rate of its readings; absent where it has none now. The
-    // average starts over with each change of plug or status. `uptime` is never set.
+    // The battery's flow at the average rate; absent if it has no flow now. Each change of plug or
+    // status starts the average over. `uptime` must be monotonic.
     std::optional<ChargeFlow> flow(const MachineBattery& battery, Seconds uptime);
 
-    // After a resume nothing from before it counts.
+    // Discards earlier readings, after a resume.
     void startOver() { latest.reset(); }
 
 private:

@@ -1,4 +1,4 @@
-// Someone who knows better than a single reading how long the battery will take.
+// A source of remaining times that are better than those from single readings.
 #pragma once
 
 #include <cstdint>
@@ -12,17 +12,12 @@ namespace vorlane::platform {
 
 class TimeEstimates {
 public:
-    struct Minutes {
-        std::optional<std::int64_t> toFull;
-        std::optional<std::int64_t> toEmpty;
-    };
-
     virtual ~TimeEstimates() = default;
 
-    // For a battery that is doing this; what it is not heading for is absent. Never waits.
-    virtual Minutes estimate(ChargeStatus status) = 0;
+    // Minutes to full while charging, to empty while discharging; absent when unknown. Never waits.
+    virtual std::optional<std::int64_t> estimate(ChargeStatus status) = 0;
 
-    // Calls `changed` on the main thread when `estimate` has something new to say.
+    // Calls `changed` on the main thread when `estimate` would return a new value.
     [[nodiscard]] virtual Subscription observe(std::function<void()> changed) = 0;
 };
 

@@ -15,10 +15,10 @@ constexpr const char* path = "/org/freedesktop/UPower/devices/DisplayDevice";
 constexpr const char* deviceInterface = "org.freedesktop.UPower.Device";
 constexpr const char* properties = "org.freedesktop.DBus.Properties";
 
-// UPower speaks up every 30 s, every 120 s in some versions. One that has nothing to say is asked
-// in time, so that only one that does not answer is forgotten.
-constexpr Seconds longSilence{240};
-constexpr Seconds tooLongSilence{300};
+// UPower sends changes every 30 s, in some versions every 120 s. A silent UPower is asked before
+// its estimate expires.
+constexpr Seconds askAfter{240};
+constexpr Seconds expiresAfter{300};
 
 bool isChange(std::optional<std::int64_t> before, std::optional<std::int64_t> now)
 {
@@ -45,7 +45,7 @@ std::optional<std::int64_t> readMinutes(sd_bus_message* message)
     return plausibleMinutes(static_cast<double>(*seconds));
 }
 
-// Only the two that have a time to go with them.
+// Only the two states with a remaining time.
 ChargeStatus readStatus(sd_bus_message* message)
 {
     const auto state = readVariant<std::uint32_t>(message, "u");
@@ -79,10 +79,10 @@ void UPowerEstimates::connect(sd_bus* system)
     names->ask();
 }
 
-TimeEstimates::Minutes UPowerEstimates::estimate(ChargeStatus status)
+std::optional<std::int64_t> UPowerEstimates::estimate(ChargeStatus status)
 {
-    const bool isOfUse = status == ChargeStatus::charging || status == ChargeStatus::discharging;
-    if (isOfUse && !owner.empty() && isLongAgo(heard) && isLongAgo(asked)) ask();
+    const bool hasTime = status == ChargeStatus::charging || status == ChargeStatus::discharging;
+    if (hasTime && !owner.empty() && isLongAgo(heard) && isLongAgo(asked)) ask();
 
     lastStatus = status;
     lastGiven = current(status);
@@ -103,10 +103,10 @@ void UPowerEstimates::setOwner(const char* name)
     asked.reset();
     request.reset();
     if (!owner.empty()) ask();
-    tellOfChange();
+    reportChange();
 }
 
-// To the unique name: a UPower that has just gone must not be started by this.
+// Calls the unique name: this must not start a UPower that has just exited.
 void UPowerEstimates::ask()
 {
     asked = uptime_();
@@ -125,7 +125,7 @@ void UPowerEstimates::answered(sd_bus_message* reply)
     if (!fresh.update(reply)) return;
     device = fresh;
     heard = uptime_();
-    tellOfChange();
+    reportChange();
 }
 
 void UPowerEstimates::propertiesChanged(sd_bus_message* signal)
@@ -135,7 +135,7 @@ void UPowerEstimates::propertiesChanged(sd_bus_message* signal)
     if (sd_bus_message_read(signal, "s", &interface) < 0) return;
     if (std::string_view(interface) != deviceInterface) return;
 
-    if (!heard) {  // a change of something that is not known yet
+    if (!heard) {  // a change of properties that are not known yet
         if (!request) ask();
         return;
     }
@@ -143,30 +143,25 @@ void UPowerEstimates::propertiesChanged(sd_bus_message* signal)
     if (!fresh.update(signal)) return;
     device = fresh;
     heard = uptime_();
-    tellOfChange();
+    reportChange();
 }
 
 bool UPowerEstimates::isLongAgo(std::optional<Seconds> moment) const
 {
-    return !moment || *moment + longSilence <= uptime_();
+    return !moment || *moment + askAfter <= uptime_();
 }
 
-TimeEstimates::Minutes UPowerEstimates::current(ChargeStatus status) const
+std::optional<std::int64_t> UPowerEstimates::current(ChargeStatus status) const
 {
-    if (!heard || *heard + tooLongSilence <= uptime_() || device.status != status) return {};
-    if (status == ChargeStatus::charging) return {.toFull = device.minutes.toFull, .toEmpty = {}};
-    if (status == ChargeStatus::discharging) {
-        return {.toFull = {}, .toEmpty = device.minutes.toEmpty};
-    }
+    if (!heard || *heard + expiresAfter <= uptime_() || device.status != status) return {};
+    if (status == ChargeStatus::charging) return device.minutesToFull;
+    if (status == ChargeStatus::discharging) return device.minutesToEmpty;
     return {};
 }
 
-void UPowerEstimates::tellOfChange()
+void UPowerEstimates::reportChange()
 {
-    const auto now = current(lastStatus);
-    if (isChange(lastGiven.toFull, now.toFull) || isChange(lastGiven.toEmpty, now.toEmpty)) {
-        listeners.call();
-    }
+    if (isChange(lastGiven, current(lastStatus))) listeners.call();
 }
 
 bool UPowerEstimates::Device::update(sd_bus_message* message)
@@ -188,9 +183,9 @@ bool UPowerEstimates::Device::updateOne(sd_bus_message* message)
 
     const std::string_view property(key);
     if (property == "TimeToFull") {
-        minutes.toFull = readMinutes(message);
+        minutesToFull = readMinutes(message);
     } else if (property == "TimeToEmpty") {
-        minutes.toEmpty = readMinutes(message);
+        minutesToEmpty = readMinutes(message);
     } else if (property == "State") {
         status = readStatus(message);
     } else {

@@ -1,4 +1,4 @@
-// UPower's estimates of the remaining time, where UPower runs.
+// Takes remaining times from UPower if it runs.
 #pragma once
 
 #include <functional>
@@ -13,31 +13,33 @@
 
 namespace vorlane::platform {
 
-// Listens to UPower's display device and never waits for it. UPower is not started for this: the
-// kernel's own energy and rate will do. A UPower that has been silent for minutes is not believed.
+// Listens to UPower's display device and never waits for it. Does not start UPower: without it, the
+// kernel's energy and rate will do. Ignores the estimate of a UPower that has been silent for
+// minutes.
 class UPowerEstimates : public TimeEstimates {
 public:
-    // As `connect`. `uptime` counts the time asleep.
+    // Calls `connect`. `uptime` counts the time asleep.
     UPowerEstimates(sd_bus* system, std::function<Seconds()> uptime);
 
-    // From now on by this connection, which is attached to the main loop and stays until the next
-    // call or the end of this object; null without a system bus.
+    // Uses this connection from now on; null without a system bus. It is attached to the main loop
+    // and must last until the next call or the end of this object.
     void connect(sd_bus* system);
 
-    // Absent where UPower does not agree that the battery is doing this.
-    Minutes estimate(ChargeStatus status) override;
+    // Absent when UPower reports another status.
+    std::optional<std::int64_t> estimate(ChargeStatus status) override;
 
-    // A time that merely runs down is no change: it is seen at the next reading.
+    // Not called for a time that merely runs down: the next reading shows it.
     Subscription observe(std::function<void()> changed) override;
 
 private:
     // What UPower last said; see org.freedesktop.UPower.Device.
     struct Device {
         ChargeStatus status = ChargeStatus::unknown;
-        Minutes minutes;  // each absent when unknown or not plausible
+        std::optional<std::int64_t> minutesToFull;
+        std::optional<std::int64_t> minutesToEmpty;
 
-        // Takes over what the properties (a{sv}) at the message's position tell; what has another
-        // type than the interface says becomes unknown. False when the message is no such thing.
+        // Applies the properties (a{sv}) at the message's position; one with the wrong type becomes
+        // unknown. False when there are no properties.
         bool update(sd_bus_message* message);
         bool updateOne(sd_bus_message* message);
     };
@@ -47,21 +49,21 @@ private:
     void answered(sd_bus_message* reply);
     void propertiesChanged(sd_bus_message* signal);
     bool isLongAgo(std::optional<Seconds> moment) const;
-    Minutes current(ChargeStatus status) const;
-    void tellOfChange();
+    std::optional<std::int64_t> current(ChargeStatus status) const;
+    void reportChange();
 
     sd_bus* system_ = nullptr;
     std::function<Seconds()> uptime_;
     Listeners listeners;
     std::string owner;  // UPower's unique name; empty while it does not run
     Device device;
-    std::optional<Seconds> heard;  // when its owner last said something
+    std::optional<Seconds> heard;  // when it last sent its properties
     std::optional<Seconds> asked;
     ChargeStatus lastStatus = ChargeStatus::unknown;  // of the last estimate given
-    Minutes lastGiven;
+    std::optional<std::int64_t> lastGiven;
     std::optional<NameWatch> names;
     SlotPointer propertiesSignal;
-    SlotPointer request;  // while an answer is awaited
+    SlotPointer request;  // while a reply is pending
 };
 
 }  // namespace vorlane::platform

@@ -11,7 +11,7 @@ constexpr const char* variable = "VORLANE_WEAK_CHARGER";
 constexpr const char* known = "1";
 
 constexpr Seconds patience{60};
-constexpr std::int64_t firmwareLimits = 50;  // percent; hardly any lie below
+constexpr std::int64_t firmwareLimits = 50;  // percent; lower limits are rare
 
 }  // namespace
 
@@ -30,7 +30,7 @@ bool WeakCharger::drains(const MachineBattery& battery, Seconds uptime)
     return isKnown && !battery.isForcedToDischarge;
 }
 
-void WeakCharger::leave() const
+void WeakCharger::handOver() const
 {
     if (isKnown) (void)setenv(variable, known, 1);
 }

@@ -1,4 +1,4 @@
-// Notices a charger that is online and too weak: the battery drains all the same.
+// Detects a charger that is online but too weak to keep the battery from draining.
 #pragma once
 
 #include <optional>
@@ -10,21 +10,21 @@ namespace vorlane::platform {
 
 class WeakCharger {
 public:
-    // Whether the machine counts as on battery although an adapter claims to feed it: after a
-    // minute of draining below 50%, until it no longer drains. Above that, firmware may be draining
-    // the battery to a limit of its own. Call it with each reading; `uptime` is never set.
+    // Whether the machine counts as on battery although an adapter is online: after a minute of
+    // draining below 50%, until the draining stops. At 50% and above, the firmware may be draining
+    // the battery to a limit. Call it with each reading; `uptime` must be monotonic.
     bool drains(const MachineBattery& battery, Seconds uptime);
 
-    // After a resume: time asleep is not time spent draining.
+    // After a resume: time asleep does not count as draining.
     void startOver() { since.reset(); }
 
-    // Passes what is known to the next process image, in an environment variable.
-    void leave() const;
+    // Passes the result to the next process image, in an environment variable.
+    void handOver() const;
 
     // Reads and removes the variable, so that no child process inherits it.
     static WeakCharger take();
 
-    // Whether draining on the adapter has no other explanation at this charge.
+    // Whether a weak charger is the only explanation for draining at this percentage.
     static bool canTell(const MachineBattery& battery);
 
 private:

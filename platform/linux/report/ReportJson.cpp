@@ -14,9 +14,9 @@ namespace {
 
 using nlohmann::ordered_json;
 
-class FixedPowerSources : public PowerSources {
+class FixedBattery : public PowerSources, public BatteryRegistry {
 public:
-    explicit FixedPowerSources(const std::optional<MachineBattery>& battery) : battery_(battery) {}
+    explicit FixedBattery(const std::optional<MachineBattery>& battery) : battery_(battery) {}
 
     std::vector<PropertyDictionary> descriptions() override
     {
@@ -24,22 +24,13 @@ public:
         return {powerSourceDescription(*battery_, situationOf(*battery_))};
     }
 
-    Subscription observe(std::function<void()> /*changed*/) override { return {}; }
-
-private:
-    const std::optional<MachineBattery>& battery_;
-};
-
-class FixedBatteryRegistry : public BatteryRegistry {
-public:
-    explicit FixedBatteryRegistry(const std::optional<MachineBattery>& battery) : battery_(battery)
-    {}
-
     std::optional<PropertyDictionary> properties() override
     {
         if (!battery_) return std::nullopt;
         return registryProperties(*battery_);
     }
+
+    Subscription observe(std::function<void()> /*changed*/) override { return {}; }
 
 private:
     const std::optional<MachineBattery>& battery_;
@@ -85,20 +76,15 @@ ordered_json jsonOf(const BatteryState& state)
 
 }  // namespace
 
-BatteryState batteryState(const std::vector<PowerSupply>& supplies)
+std::string reportJson(const std::vector<PowerSupply>& supplies)
 {
     const auto battery = machineBattery(supplies);
-    FixedPowerSources sources(battery);
-    FixedBatteryRegistry registry(battery);
-    return BatteryReader(sources, registry).read();
-}
-
-std::string reportJson(const std::vector<PowerSupply>& supplies, const BatteryState& state)
-{
+    FixedBattery fixed(battery);
     ordered_json listed = ordered_json::object();
     for (const auto& supply : supplies) listed[supply.name] = jsonOf(supply);
-    const ordered_json report{
-        {"supplies", listed}, {"state", jsonOf(state)}, {"notes", powerNotes(supplies)}};
+    const ordered_json report{{"supplies", listed},
+                              {"state", jsonOf(BatteryReader(fixed, fixed).read())},
+                              {"notes", powerNotes(supplies, battery)}};
     return report.dump(4, ' ', false, ordered_json::error_handler_t::replace);
 }
 

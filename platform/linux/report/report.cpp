@@ -1,5 +1,5 @@
-// vorlane-report: what the kernel says of the battery and what Vorlane reads from it, for bug
-// reports. Asks nothing but the kernel.
+// vorlane-report prints, for bug reports, what the kernel says about the battery and what Vorlane
+// reads from it. Uses no other source.
 #include <algorithm>
 #include <exception>
 #include <iostream>
@@ -27,8 +27,7 @@ int report(const std::vector<std::string>& arguments)
         return 1;
     }
 
-    const auto listed = std::move(supplies).value_or({});
-    std::cout << reportJson(listed, batteryState(listed)) << '\n' << std::flush;
+    std::cout << reportJson(std::move(supplies).value_or({})) << '\n' << std::flush;
     return std::cout ? 0 : 1;
 }
 

@@ -115,7 +115,7 @@ TEST_F(BusImpostorTest, CannotGiveEstimates)
     FakeUPower upower(bus, loop);
     upower.properties = {{"State", 'u', 2}, {"TimeToEmpty", 'x', 3600}};
     UPowerEstimates estimates(victim.get(), [] { return Seconds{1000}; });
-    const auto toEmpty = [&] { return estimates.estimate(ChargeStatus::discharging).toEmpty; };
+    const auto toEmpty = [&] { return estimates.estimate(ChargeStatus::discharging); };
     ASSERT_TRUE(runUntil(loop, [&] { return toEmpty() == 60; }));
 
     impostor.sendOwnerChange("org.freedesktop.UPower", "", impostor.name());

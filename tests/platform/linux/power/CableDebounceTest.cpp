@@ -33,7 +33,7 @@ TEST_F(CableDebounceTest, ShowsTheFirstReadingAsItIs)
     EXPECT_EQ(first.lookAgain, std::nullopt);
 }
 
-TEST_F(CableDebounceTest, ShowsTheFirstChangeAtOnceAlsoJustAfterTheStart)
+TEST_F(CableDebounceTest, ShowsTheFirstChangeAtOnceEvenJustAfterTheStart)
 {
     (void)shown(100, onBattery);
 
@@ -75,7 +75,7 @@ TEST_F(CableDebounceTest, ShowsAChangeAtOnceWhenTheCableWasQuiet)
     EXPECT_EQ(shown(210, onBattery), onBattery);
 }
 
-TEST_F(CableDebounceTest, ForgetsAChangeThatIsTakenBack)
+TEST_F(CableDebounceTest, DiscardsAChangeThatIsReverted)
 {
     (void)shown(100, onBattery);
     (void)shown(200, charging);
@@ -95,7 +95,7 @@ TEST_F(CableDebounceTest, KeepsTheWholeSituationWhileItHoldsAChangeBack)
     EXPECT_EQ(shown(203, onBattery), full);
 }
 
-TEST_F(CableDebounceTest, LetsChargingComeAndGoWhileTheCableStays)
+TEST_F(CableDebounceTest, ShowsChargingChangesAtOnceWhileTheCableStays)
 {
     EXPECT_EQ(shown(100, charging), charging);
     EXPECT_EQ(shown(101, waiting), waiting);
@@ -124,7 +124,7 @@ TEST_F(CableDebounceTest, CountsTheTimeAsleepAsQuiet)
     EXPECT_EQ(shown(30000, onBattery), onBattery);
 }
 
-TEST_F(CableDebounceTest, ShowsAFlappingCableOnceAndThenWhereItEndedUp)
+TEST_F(CableDebounceTest, ShowsOneChangeOfAFlappingCableAndThenItsFinalState)
 {
     (void)shown(0, onBattery);
     int changes = 0;

@@ -1,4 +1,4 @@
-// A UPower of the test's own, which can also lie, babble and hang.
+// A fake UPower, which can also send wrong and malformed messages, and hang.
 #pragma once
 
 #include <cstdint>
@@ -20,8 +20,8 @@ public:
     FakeUPower(const PrivateBus& bus, const SdEventRunLoop& loop);
 
     std::vector<Property> properties;
-    bool hangs = false;      // takes questions and never answers
-    bool isGarbled = false;  // answers with something that is no dictionary
+    bool hangs = false;      // receives calls and never replies
+    bool isGarbled = false;  // replies with something other than a dictionary
     int questions = 0;
 
     // Emits PropertiesChanged; does not touch `properties`.

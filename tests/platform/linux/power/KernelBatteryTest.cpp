@@ -18,11 +18,11 @@ using testing::IsEmpty;
 
 class FakeEstimates : public TimeEstimates {
 public:
-    Minutes minutes;
+    std::optional<std::int64_t> minutes;
     ChargeStatus asked = ChargeStatus::unknown;
     Listeners listeners;
 
-    Minutes estimate(ChargeStatus status) override
+    std::optional<std::int64_t> estimate(ChargeStatus status) override
     {
         asked = status;
         return minutes;
@@ -41,13 +41,13 @@ protected:
     FakeRunLoop loop{clock};
     FakeEstimates estimates;
     Listeners kernel;
-    KernelBattery sources{dependencies(), folder.path()};
+    KernelBattery battery{dependencies(), folder.path()};
     int changes = 0;
 
     std::optional<PropertyDictionary> details()
     {
-        (void)sources.descriptions();
-        return sources.properties();
+        (void)battery.descriptions();
+        return battery.properties();
     }
 
     KernelBattery::Dependencies dependencies()
@@ -84,16 +84,16 @@ protected:
         setBattery(online ? "Charging" : "Discharging");
     }
 
-    PropertyDictionary only()
+    PropertyDictionary description()
     {
-        const auto list = sources.descriptions();
+        const auto list = battery.descriptions();
         EXPECT_EQ(list.size(), 1U);
         return list.empty() ? PropertyDictionary{} : list.front();
     }
 
     Subscription countChanges()
     {
-        return sources.observe([this] { ++changes; });
+        return battery.observe([this] { ++changes; });
     }
 };
 
@@ -101,38 +101,38 @@ TEST_F(KernelBatteryTest, DescribesTheMachinesBattery)
 {
     setCable(false);
 
-    const auto description = only();
+    const auto source = description();
 
-    EXPECT_EQ(description.string("Type"), "InternalBattery");
-    EXPECT_EQ(description.boolean("Is Present"), true);
-    EXPECT_EQ(description.real("Current Capacity"), 50.0);
-    EXPECT_EQ(description.real("Max Capacity"), 100.0);
-    EXPECT_EQ(description.boolean("Is Charging"), false);
-    EXPECT_EQ(description.boolean("Is Charged"), false);
-    EXPECT_EQ(description.string("Power Source State"), "Battery Power");
-    EXPECT_EQ(description.string("Name"), "X");
-    EXPECT_EQ(description.integer("Time to Empty"), 150);
-    EXPECT_EQ(description.integer("Time to Full Charge"), std::nullopt);
+    EXPECT_EQ(source.string("Type"), "InternalBattery");
+    EXPECT_EQ(source.boolean("Is Present"), true);
+    EXPECT_EQ(source.real("Current Capacity"), 50.0);
+    EXPECT_EQ(source.real("Max Capacity"), 100.0);
+    EXPECT_EQ(source.boolean("Is Charging"), false);
+    EXPECT_EQ(source.boolean("Is Charged"), false);
+    EXPECT_EQ(source.string("Power Source State"), "Battery Power");
+    EXPECT_EQ(source.string("Name"), "X");
+    EXPECT_EQ(source.integer("Time to Empty"), 150);
+    EXPECT_EQ(source.integer("Time to Full Charge"), std::nullopt);
 }
 
-TEST_F(KernelBatteryTest, TakesNoBatteryAwayWhenNoFileCanBeOpened)
+TEST_F(KernelBatteryTest, KeepsTheBatteryWhileNoFileCanBeOpened)
 {
     setCable(true);
-    (void)sources.descriptions();
+    (void)battery.descriptions();
     {
         const NoMoreFiles fault;
-        EXPECT_EQ(only().real("Current Capacity"), 50.0);
+        EXPECT_EQ(description().real("Current Capacity"), 50.0);
     }
     std::filesystem::remove_all(std::filesystem::path(folder.path()) / "BAT0");
-    EXPECT_THAT(sources.descriptions(), IsEmpty());
+    EXPECT_THAT(battery.descriptions(), IsEmpty());
 }
 
-TEST_F(KernelBatteryTest, TakesNoDetailsAwayWhenNoFileCanBeOpened)
+TEST_F(KernelBatteryTest, KeepsTheDetailsWhileNoFileCanBeOpened)
 {
     folder.write("BAT0/uevent", "POWER_SUPPLY_TYPE=Battery\nPOWER_SUPPLY_CYCLE_COUNT=213\n");
     const auto cycles = [&] {
-        (void)sources.descriptions();
-        const auto all = sources.properties();
+        (void)battery.descriptions();
+        const auto all = battery.properties();
         return all ? all->integer("CycleCount") : std::nullopt;
     };
     EXPECT_EQ(cycles(), 213);
@@ -144,121 +144,122 @@ TEST_F(KernelBatteryTest, TakesNoDetailsAwayWhenNoFileCanBeOpened)
     EXPECT_EQ(cycles(), std::nullopt);
 }
 
-TEST_F(KernelBatteryTest, SaysWhenItIsPluggedInAndCharging)
+TEST_F(KernelBatteryTest, KnowsThatItIsPluggedInAndCharging)
 {
     setCable(true);
 
-    const auto description = only();
+    const auto source = description();
 
-    EXPECT_EQ(description.string("Power Source State"), "AC Power");
-    EXPECT_EQ(description.boolean("Is Charging"), true);
-    EXPECT_EQ(description.integer("Time to Full Charge"), 150);
+    EXPECT_EQ(source.string("Power Source State"), "AC Power");
+    EXPECT_EQ(source.boolean("Is Charging"), true);
+    EXPECT_EQ(source.integer("Time to Full Charge"), 150);
 }
 
-TEST_F(KernelBatteryTest, SaysWhenItIsCharged)
+TEST_F(KernelBatteryTest, KnowsThatItIsCharged)
 {
     setBattery("Full", "97");
 
-    EXPECT_EQ(only().boolean("Is Charged"), true);
-    EXPECT_EQ(only().boolean("Is Charging"), false);
+    EXPECT_EQ(description().boolean("Is Charged"), true);
+    EXPECT_EQ(description().boolean("Is Charging"), false);
 }
 
 TEST_F(KernelBatteryTest, DescribesNothingWithoutABatteryOrAFolder)
 {
-    EXPECT_THAT(sources.descriptions(), IsEmpty());
+    EXPECT_THAT(battery.descriptions(), IsEmpty());
 
     std::filesystem::remove(folder.path());
-    EXPECT_THAT(sources.descriptions(), IsEmpty());
+    EXPECT_THAT(battery.descriptions(), IsEmpty());
 }
 
-TEST_F(KernelBatteryTest, HasNoCurrentCapacityWhenNothingTellsIt)
+TEST_F(KernelBatteryTest, HasNoCurrentCapacityWithoutAReading)
 {
     folder.write("BAT0/uevent", "POWER_SUPPLY_TYPE=Battery\n");
 
-    EXPECT_EQ(only().real("Current Capacity"), std::nullopt);
+    EXPECT_EQ(description().real("Current Capacity"), std::nullopt);
 }
 
-TEST_F(KernelBatteryTest, SeesABatteryThatIsPulledAndPutBack)
+TEST_F(KernelBatteryTest, NoticesABatteryThatIsRemovedAndPutBack)
 {
     setCable(false);
-    EXPECT_EQ(sources.descriptions().size(), 1U);
+    EXPECT_EQ(battery.descriptions().size(), 1U);
 
     std::filesystem::remove_all(folder.path() / "BAT0");
-    EXPECT_THAT(sources.descriptions(), IsEmpty());
+    EXPECT_THAT(battery.descriptions(), IsEmpty());
 
     setCable(false);
-    EXPECT_EQ(sources.descriptions().size(), 1U);
+    EXPECT_EQ(battery.descriptions().size(), 1U);
 }
 
-TEST_F(KernelBatteryTest, PrefersTheBetterInformedEstimates)
+TEST_F(KernelBatteryTest, PrefersTheEstimates)
 {
-    estimates.minutes = {.toFull = std::nullopt, .toEmpty = 42};
+    estimates.minutes = 42;
     setCable(false);
 
-    EXPECT_EQ(only().integer("Time to Empty"), 42);
+    EXPECT_EQ(description().integer("Time to Empty"), 42);
     EXPECT_EQ(estimates.asked, ChargeStatus::discharging);
 }
 
-TEST_F(KernelBatteryTest, TellsTheTimeUntilTheFirmwareStopsCharging)
+TEST_F(KernelBatteryTest, GivesTheTimeUntilTheFirmwareStopsCharging)
 {
     setCable(true);
     folder.write("BAT0/charge_control_end_threshold", "80\n");
-    EXPECT_EQ(only().integer("Time to Full Charge"), 150 * 30 / 50);
+    EXPECT_EQ(description().integer("Time to Full Charge"), 150 * 30 / 50);
 
-    estimates.minutes = {.toFull = 100, .toEmpty = std::nullopt};
-    EXPECT_EQ(only().integer("Time to Full Charge"), 60);
+    estimates.minutes = 100;
+    EXPECT_EQ(description().integer("Time to Full Charge"), 60);
 
-    setBattery("Charging", "80");  // it charges on all the same
-    EXPECT_EQ(only().integer("Time to Full Charge"), 100);
+    setBattery("Charging", "80");  // some batteries charge past it
+    EXPECT_EQ(description().integer("Time to Full Charge"), 100);
 }
 
-TEST_F(KernelBatteryTest, AveragesTheRateOfTheKernel)
+TEST_F(KernelBatteryTest, AveragesTheKernelsRate)
 {
     setBattery("Discharging");
-    EXPECT_EQ(only().integer("Time to Empty"), 150);
+    EXPECT_EQ(description().integer("Time to Empty"), 150);
 
     loop.advance(240s);
     setPower("40000000");
-    EXPECT_EQ(only().integer("Time to Empty"), 51);  // 25 Wh at 10 + 30 * (1 - 1/e) = 28.96 W
+    // 25 Wh at 10 + 30 * (1 - 1/e) = 28.96 W
+    EXPECT_EQ(description().integer("Time to Empty"), 51);
 
-    sources.resumed();
-    EXPECT_EQ(only().integer("Time to Empty"), 37);
+    battery.resumed();
+    EXPECT_EQ(description().integer("Time to Empty"), 37);
 }
 
 TEST_F(KernelBatteryTest, HasNoTimeOnBatteryAtARateOfZero)
 {
     setBattery("Discharging");
-    (void)only();
+    (void)description();
 
     setPower("0");
 
-    EXPECT_EQ(only().integer("Time to Empty"), std::nullopt);
+    EXPECT_EQ(description().integer("Time to Empty"), std::nullopt);
 }
 
 TEST_F(KernelBatteryTest, IsOnBatteryOnAChargerThatIsTooWeak)
 {
     folder.write("AC/uevent", "POWER_SUPPLY_TYPE=Mains\nPOWER_SUPPLY_ONLINE=1\n");
     setBattery("Discharging", "49");
-    EXPECT_EQ(only().string("Power Source State"), "AC Power");
+    EXPECT_EQ(description().string("Power Source State"), "AC Power");
 
     loop.advance(60s);
-    EXPECT_EQ(only().string("Power Source State"), "Battery Power");
-    EXPECT_EQ(only().integer("Time to Empty"), 150);
+    EXPECT_EQ(description().string("Power Source State"), "Battery Power");
+    EXPECT_EQ(description().integer("Time to Empty"), 150);
 
     setBattery("Charging", "49");
     loop.advance(60s);
-    EXPECT_EQ(only().string("Power Source State"), "AC Power");
+    EXPECT_EQ(description().string("Power Source State"), "AC Power");
 }
 
 TEST_F(KernelBatteryTest, StaysOnBatteryOnAWeakChargerAfterARestartInPlace)
 {
     folder.write("AC/uevent", "POWER_SUPPLY_TYPE=Mains\nPOWER_SUPPLY_ONLINE=1\n");
     setBattery("Discharging", "49");
-    (void)only();
+    (void)description();
     loop.advance(60s);
-    (void)only();
+    (void)description();
 
-    sources.handOver();
+    battery.handOver();
     auto inherited = dependencies();
     inherited.charger = WeakCharger::take();
     KernelBattery next(inherited, folder.path());
@@ -266,34 +267,34 @@ TEST_F(KernelBatteryTest, StaysOnBatteryOnAWeakChargerAfterARestartInPlace)
     EXPECT_EQ(next.descriptions().at(0).string("Power Source State"), "Battery Power");
 }
 
-TEST_F(KernelBatteryTest, DoesNotTakeANightAsleepForAChargerThatIsTooWeak)
+TEST_F(KernelBatteryTest, DoesNotTakeANightAsleepForAWeakCharger)
 {
     folder.write("AC/uevent", "POWER_SUPPLY_TYPE=Mains\nPOWER_SUPPLY_ONLINE=1\n");
     setBattery("Discharging", "30");
-    (void)only();
+    (void)description();
 
     loop.advance(8h);
-    sources.resumed();
+    battery.resumed();
 
-    EXPECT_EQ(only().string("Power Source State"), "AC Power");
+    EXPECT_EQ(description().string("Power Source State"), "AC Power");
 }
 
 TEST_F(KernelBatteryTest, HoldsBackAWeakChargerThatFlaps)
 {
     folder.write("AC/uevent", "POWER_SUPPLY_TYPE=Mains\nPOWER_SUPPLY_ONLINE=1\n");
     setBattery("Discharging", "49");
-    (void)only();
+    (void)description();
     loop.advance(60s);
-    EXPECT_EQ(only().string("Power Source State"), "Battery Power");
+    EXPECT_EQ(description().string("Power Source State"), "Battery Power");
 
     loop.advance(3s);
     setBattery("Charging", "49");
-    EXPECT_EQ(only().string("Power Source State"), "Battery Power");
+    EXPECT_EQ(description().string("Power Source State"), "Battery Power");
     loop.advance(10s);
-    EXPECT_EQ(only().string("Power Source State"), "AC Power");
+    EXPECT_EQ(description().string("Power Source State"), "AC Power");
 }
 
-TEST_F(KernelBatteryTest, TellsOfABurstOfKernelEventsOnce)
+TEST_F(KernelBatteryTest, ReportsABurstOfKernelEventsOnce)
 {
     const auto counting = countChanges();
 
@@ -310,7 +311,7 @@ TEST_F(KernelBatteryTest, TellsOfABurstOfKernelEventsOnce)
     EXPECT_EQ(changes, 1);
 }
 
-TEST_F(KernelBatteryTest, TellsOfEachBurst)
+TEST_F(KernelBatteryTest, ReportsEachBurst)
 {
     const auto counting = countChanges();
     kernel.call();
@@ -322,7 +323,7 @@ TEST_F(KernelBatteryTest, TellsOfEachBurst)
     EXPECT_EQ(changes, 2);
 }
 
-TEST_F(KernelBatteryTest, TellsOfAnEndlessBurstAllTheSame)
+TEST_F(KernelBatteryTest, ReportsAnEndlessBurstRepeatedly)
 {
     const auto counting = countChanges();
 
@@ -334,7 +335,7 @@ TEST_F(KernelBatteryTest, TellsOfAnEndlessBurstAllTheSame)
     EXPECT_GE(changes, 3);
 }
 
-TEST_F(KernelBatteryTest, TellsOfNewEstimates)
+TEST_F(KernelBatteryTest, ReportsNewEstimates)
 {
     const auto counting = countChanges();
 
@@ -344,7 +345,7 @@ TEST_F(KernelBatteryTest, TellsOfNewEstimates)
     EXPECT_EQ(changes, 1);
 }
 
-TEST_F(KernelBatteryTest, TellsOfEstimatesWhereTheKernelCannotBeHeard)
+TEST_F(KernelBatteryTest, ReportsEstimatesWithoutKernelEvents)
 {
     KernelBattery deaf({.runLoop = loop,
                         .estimates = estimates,
@@ -360,7 +361,7 @@ TEST_F(KernelBatteryTest, TellsOfEstimatesWhereTheKernelCannotBeHeard)
     EXPECT_EQ(changes, 1);
 }
 
-TEST_F(KernelBatteryTest, TellsNobodyWhoStoppedListening)
+TEST_F(KernelBatteryTest, DoesNotCallAnEndedSubscription)
 {
     {
         const auto counting = countChanges();
@@ -372,16 +373,16 @@ TEST_F(KernelBatteryTest, TellsNobodyWhoStoppedListening)
     EXPECT_EQ(changes, 0);
 }
 
-TEST_F(KernelBatteryTest, HoldsBackALooseContactAndTellsWhenItIsOver)
+TEST_F(KernelBatteryTest, HoldsBackALooseContactAndReportsItsEnd)
 {
     setCable(false);
-    (void)only();
+    (void)description();
     setCable(true);
-    (void)only();
+    (void)description();
     loop.advance(3s);
     setCable(false);
-    EXPECT_EQ(only().string("Power Source State"), "AC Power");
-    EXPECT_EQ(only().boolean("Is Charging"), true);
+    EXPECT_EQ(description().string("Power Source State"), "AC Power");
+    EXPECT_EQ(description().boolean("Is Charging"), true);
     const auto counting = countChanges();
 
     loop.advance(9s);
@@ -389,53 +390,53 @@ TEST_F(KernelBatteryTest, HoldsBackALooseContactAndTellsWhenItIsOver)
     loop.advance(1s);
 
     EXPECT_EQ(changes, 1);
-    EXPECT_EQ(only().string("Power Source State"), "Battery Power");
+    EXPECT_EQ(description().string("Power Source State"), "Battery Power");
     loop.advance(1h);
     EXPECT_EQ(changes, 1);
 }
 
-TEST_F(KernelBatteryTest, SaysWhileItHoldsBackAPlugChange)
+TEST_F(KernelBatteryTest, KnowsWhetherItHoldsBackAPlugChange)
 {
     setCable(false);
-    (void)only();
+    (void)description();
     setCable(true);
-    (void)only();
-    EXPECT_FALSE(sources.holdsBackPlugChange());
+    (void)description();
+    EXPECT_FALSE(battery.holdsBackPlugChange());
 
     setCable(false);
-    (void)only();
-    EXPECT_TRUE(sources.holdsBackPlugChange());
+    (void)description();
+    EXPECT_TRUE(battery.holdsBackPlugChange());
 
     loop.advance(10s);
-    (void)only();
-    EXPECT_FALSE(sources.holdsBackPlugChange());
+    (void)description();
+    EXPECT_FALSE(battery.holdsBackPlugChange());
 }
 
 TEST_F(KernelBatteryTest, HoldsNothingBackWithoutABattery)
 {
     setCable(false);
-    (void)only();
+    (void)description();
     setCable(true);
-    (void)only();
+    (void)description();
     setCable(false);
-    (void)only();
+    (void)description();
 
     std::filesystem::remove_all(std::filesystem::path(folder.path()) / "BAT0");
-    (void)sources.descriptions();
+    (void)battery.descriptions();
 
-    EXPECT_FALSE(sources.holdsBackPlugChange());
+    EXPECT_FALSE(battery.holdsBackPlugChange());
 }
 
 TEST_F(KernelBatteryTest, DoesNotLookAgainWhenTheCableIsBack)
 {
     setCable(false);
-    (void)only();
+    (void)description();
     setCable(true);
-    (void)only();
+    (void)description();
     setCable(false);
-    (void)only();
+    (void)description();
     setCable(true);
-    (void)only();
+    (void)description();
     const auto counting = countChanges();
 
     loop.advance(1h);
@@ -443,43 +444,43 @@ TEST_F(KernelBatteryTest, DoesNotLookAgainWhenTheCableIsBack)
     EXPECT_EQ(changes, 0);
 }
 
-TEST_F(KernelBatteryTest, DoesNotTakeAPlugChangeOfTheSleepForALooseContact)
+TEST_F(KernelBatteryTest, DoesNotTakeAPlugChangeDuringSleepForALooseContact)
 {
     setCable(false);
-    (void)only();
+    (void)description();
     loop.advance(1h);
     setCable(true);
-    sources.resumed();
-    EXPECT_EQ(only().string("Power Source State"), "AC Power");
+    battery.resumed();
+    EXPECT_EQ(description().string("Power Source State"), "AC Power");
 
     loop.advance(1s);
     setCable(false);
 
-    EXPECT_EQ(only().string("Power Source State"), "Battery Power");
+    EXPECT_EQ(description().string("Power Source State"), "Battery Power");
 }
 
-// The kernel may tell of the cable before the session tells of the resume.
-TEST_F(KernelBatteryTest, ForgetsAPlugChangeOfTheSleepThatWasAlreadySeen)
+// The kernel may report the cable before logind reports the resume.
+TEST_F(KernelBatteryTest, ForgetsAPlugChangeThatWasReadBeforeTheResume)
 {
     setCable(false);
-    (void)only();
+    (void)description();
     setCable(true);
-    (void)only();
-    sources.resumed();
-    (void)only();
+    (void)description();
+    battery.resumed();
+    (void)description();
 
     setCable(false);
 
-    EXPECT_EQ(only().string("Power Source State"), "Battery Power");
+    EXPECT_EQ(description().string("Power Source State"), "Battery Power");
 }
 
-TEST_F(KernelBatteryTest, ShowsACableThatFlapsForFourteenMinutesOnce)
+TEST_F(KernelBatteryTest, ShowsOneChangeOfACableThatFlapsForMinutes)
 {
     setCable(false);
-    std::string shown = only().string("Power Source State").value_or("");
+    std::string shown = description().string("Power Source State").value_or("");
     int flips = 0;
-    const auto reading = sources.observe([&] {
-        const auto now = only().string("Power Source State").value_or("");
+    const auto reading = battery.observe([&] {
+        const auto now = description().string("Power Source State").value_or("");
         if (now != shown) ++flips;
         shown = now;
     });
@@ -522,7 +523,7 @@ TEST_F(KernelBatteryTest, GivesTheDetailsByTheKeysOfTheRegistry)
     EXPECT_EQ(adapter.integer("Watts"), 60);
 }
 
-TEST_F(KernelBatteryTest, TellsOfALimitOfTheFirmware)
+TEST_F(KernelBatteryTest, GivesTheChargeLimitOfTheFirmware)
 {
     folder.write("BAT0/uevent", "POWER_SUPPLY_TYPE=Battery\n");
     folder.write("BAT0/charge_control_end_threshold", "80\n");

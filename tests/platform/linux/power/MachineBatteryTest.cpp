@@ -7,7 +7,7 @@
 namespace vorlane::platform {
 namespace {
 
-// Puts `changes` in place of the values of a healthy battery that discharges.
+// A healthy battery that discharges, with `changes` to its values.
 PowerSupply healthy(const Values& changes = {})
 {
     Values values = changes;
@@ -75,7 +75,7 @@ TEST(MachineBatteryTest, IsNamedByItsModelOrElseByItsBay)
     EXPECT_EQ(readOne({{"MODEL_NAME", " "}}).name, "BAT0");
 }
 
-TEST(MachineBatteryTest, BelievesTheGaugeBeforeTheCapacities)
+TEST(MachineBatteryTest, PrefersTheGaugeToTheCapacities)
 {
     const auto machine =
         readOne({{"CAPACITY", "62"}, {"ENERGY_NOW", "568500000"}, {"ENERGY_FULL", "50000000"}});
@@ -89,7 +89,7 @@ TEST(MachineBatteryTest, ClampsTheGauge)
     EXPECT_EQ(readOne({{"CAPACITY", "0"}}).percent, 0);
 }
 
-TEST(MachineBatteryTest, TakesANegativeGaugeForNone)
+TEST(MachineBatteryTest, IgnoresANegativeGauge)
 {
     EXPECT_EQ(readOne({{"CAPACITY", "-1"}, {"ENERGY_NOW", "30000000"}, {"ENERGY_FULL", "50000000"}})
                   .percent,
@@ -97,7 +97,7 @@ TEST(MachineBatteryTest, TakesANegativeGaugeForNone)
     EXPECT_EQ(readOne({{"CAPACITY", "-1"}}).percent, std::nullopt);
 }
 
-TEST(MachineBatteryTest, MakesThePercentFromCapacitiesWithoutAGauge)
+TEST(MachineBatteryTest, DerivesThePercentageFromTheCapacitiesWithoutAGauge)
 {
     EXPECT_EQ(readOne({{"ENERGY_NOW", "20000000"}, {"ENERGY_FULL", "50000000"}}).percent, 40);
     EXPECT_EQ(readOne({{"CHARGE_NOW", "1000000"}, {"CHARGE_FULL", "4000000"}}).percent, 25);
@@ -106,7 +106,7 @@ TEST(MachineBatteryTest, MakesThePercentFromCapacitiesWithoutAGauge)
     EXPECT_EQ(readOne({{"CHARGE_NOW", "5000000"}, {"CHARGE_FULL", "4000000"}}).percent, 100);
 }
 
-TEST(MachineBatteryTest, TakesTheDesignForTheWholeOnlyWithoutAFullCapacity)
+TEST(MachineBatteryTest, UsesTheDesignCapacityOnlyWithoutAFullCapacity)
 {
     EXPECT_EQ(readOne({{"ENERGY_NOW", "20"}, {"ENERGY_FULL_DESIGN", "80"}}).percent, 25);
     EXPECT_EQ(
@@ -124,14 +124,14 @@ TEST(MachineBatteryTest, NeverMixesEnergyAndChargeInOneRatio)
               25);
 }
 
-TEST(MachineBatteryTest, HasNoPercentWhenNothingTellsIt)
+TEST(MachineBatteryTest, HasNoPercentageWithoutAReading)
 {
     EXPECT_EQ(readOne({{"STATUS", "Charging"}}).percent, std::nullopt);
     EXPECT_EQ(readOne({{"ENERGY_NOW", "20"}, {"ENERGY_FULL", "0"}}).percent, std::nullopt);
     EXPECT_EQ(readOne({{"ENERGY_NOW", "-20"}, {"ENERGY_FULL", "40"}}).percent, std::nullopt);
 }
 
-TEST(MachineBatteryTest, KeepsFullAtNinetySevenPercent)
+TEST(MachineBatteryTest, CanBeFullAtNinetySevenPercent)
 {
     const auto machine = read({mains("1"), healthy({{"STATUS", "Full"}, {"CAPACITY", "97"}})});
 
@@ -153,7 +153,7 @@ TEST(MachineBatteryTest, TakesTheSignOfTheCurrentFromTheStatus)
     }
 }
 
-TEST(MachineBatteryTest, MakesTheCurrentFromThePower)
+TEST(MachineBatteryTest, DerivesTheCurrentFromThePower)
 {
     const Values power{
         {"POWER_NOW", "-24000000"}, {"VOLTAGE_NOW", "12000000"}, {"STATUS", "Charging"}};
@@ -162,7 +162,7 @@ TEST(MachineBatteryTest, MakesTheCurrentFromThePower)
     EXPECT_EQ(readOne({{"POWER_NOW", "24000000"}}).current, std::nullopt);
 }
 
-TEST(MachineBatteryTest, HasNoCurrentThatNoLaptopCarries)
+TEST(MachineBatteryTest, DiscardsImplausibleCurrents)
 {
     EXPECT_EQ(readOne({{"CURRENT_NOW", "65535000"}}).current, std::nullopt);
     EXPECT_EQ(readOne({{"CURRENT_NOW", "-9223372036854775808"}}).current, std::nullopt);
@@ -170,7 +170,7 @@ TEST(MachineBatteryTest, HasNoCurrentThatNoLaptopCarries)
               std::nullopt);
 }
 
-TEST(MachineBatteryTest, HasNoVoltageThatIsASentinel)
+TEST(MachineBatteryTest, DiscardsImplausibleVoltages)
 {
     EXPECT_EQ(readOne({{"VOLTAGE_NOW", "65535000"}}).voltage, std::nullopt);
     EXPECT_EQ(readOne({{"VOLTAGE_NOW", "0"}}).voltage, std::nullopt);
@@ -178,7 +178,7 @@ TEST(MachineBatteryTest, HasNoVoltageThatIsASentinel)
     EXPECT_EQ(readOne({{"VOLTAGE_NOW", "3700000"}}).voltage, 3700);
 }
 
-TEST(MachineBatteryTest, HasNoTemperatureOfADeadSensor)
+TEST(MachineBatteryTest, DiscardsTheTemperatureOfADeadSensor)
 {
     EXPECT_EQ(readOne({{"TEMP", "-2700"}}).temperature, std::nullopt);
     EXPECT_EQ(readOne({{"TEMP", "161100"}}).temperature, std::nullopt);
@@ -187,7 +187,7 @@ TEST(MachineBatteryTest, HasNoTemperatureOfADeadSensor)
     EXPECT_EQ(readOne({{"TEMP", "0"}}).temperature, 0);
 }
 
-TEST(MachineBatteryTest, HasNoCycleCountThatMeansUnknown)
+TEST(MachineBatteryTest, DiscardsCycleCountsThatMeanUnknown)
 {
     EXPECT_EQ(readOne({{"CYCLE_COUNT", "0"}}).cycleCount, std::nullopt);
     EXPECT_EQ(readOne({{"CYCLE_COUNT", "65535"}}).cycleCount, std::nullopt);
@@ -195,7 +195,7 @@ TEST(MachineBatteryTest, HasNoCycleCountThatMeansUnknown)
     EXPECT_EQ(readOne({{"CYCLE_COUNT", "1"}}).cycleCount, 1);
 }
 
-TEST(MachineBatteryTest, GivesCapacitiesOfOneUnit)
+TEST(MachineBatteryTest, GivesCapacitiesInOneUnit)
 {
     const auto charge = readOne({{"CHARGE_FULL", "4500000"}, {"CHARGE_FULL_DESIGN", "5000000"}});
     const auto both = readOne({{"ENERGY_FULL", "45000000"},
@@ -211,7 +211,7 @@ TEST(MachineBatteryTest, GivesCapacitiesOfOneUnit)
     EXPECT_EQ(split.designCapacity, 5000);
 }
 
-TEST(MachineBatteryTest, TellsTheTimeFromChargeAndCurrent)
+TEST(MachineBatteryTest, DerivesTheTimeFromChargeAndCurrent)
 {
     const Values half{
         {"CHARGE_NOW", "2000000"}, {"CHARGE_FULL", "4000000"}, {"CURRENT_NOW", "1000000"}};
@@ -226,14 +226,14 @@ TEST(MachineBatteryTest, TellsTheTimeFromChargeAndCurrent)
     EXPECT_EQ(readOne(filling).minutesToEmpty, std::nullopt);
 }
 
-TEST(MachineBatteryTest, TellsTheTimeByTheGaugeWhenTheEnergyIsAbsurd)
+TEST(MachineBatteryTest, DerivesTheTimeFromTheGaugeWhenTheEnergyIsAbsurd)
 {
     const auto machine = read({healthy({{"ENERGY_NOW", "568500000"}})});
 
     EXPECT_EQ(machine.minutesToEmpty, 150);
 }
 
-TEST(MachineBatteryTest, LosesNoMinuteToTheFractionsOfASecond)
+TEST(MachineBatteryTest, RoundsFractionsOfASecond)
 {
     const auto machine = readOne({{"STATUS", "Discharging"},
                                   {"CAPACITY", "58"},
@@ -243,7 +243,7 @@ TEST(MachineBatteryTest, LosesNoMinuteToTheFractionsOfASecond)
     EXPECT_EQ(machine.minutesToEmpty, 58);
 }
 
-TEST(MachineBatteryTest, TellsNoTimeWithoutARate)
+TEST(MachineBatteryTest, HasNoTimeWithoutARate)
 {
     EXPECT_EQ(read({healthy({{"POWER_NOW", "0"}})}).minutesToEmpty, std::nullopt);
     EXPECT_EQ(read({healthy({{"POWER_NOW", "x"}})}).minutesToEmpty, std::nullopt);
@@ -287,7 +287,7 @@ TEST(MachineBatteryTest, KnowsThatItIsForcedToDischarge)
     EXPECT_FALSE(read({healthy()}).isForcedToDischarge);
 }
 
-TEST(MachineBatteryTest, TellsNoTimeWhileNothingFlows)
+TEST(MachineBatteryTest, HasNoTimeUnlessItChargesOrDischarges)
 {
     for (const char* const status : {"Full", "Not charging", "Unknown", "gibberish"}) {
         const auto machine = read({mains("1"), healthy({{"STATUS", status}})});

@@ -77,7 +77,7 @@ TEST(PowerAdaptersTest, FollowsTheStatusWithoutAnyAdapter)
     EXPECT_FALSE(isPluggedIn({}, ChargeStatus::unknown));
 }
 
-TEST(PowerAdaptersTest, IsPluggedInWithAFullBatteryBesideOneThatKnowsNothing)
+TEST(PowerAdaptersTest, IsPluggedInWithAFullBatteryBesideOneOfUnknownStatus)
 {
     const std::vector batteries{fullBattery, battery({{"STATUS", "Unknown"}}, "BAT1")};
 
@@ -85,7 +85,7 @@ TEST(PowerAdaptersTest, IsPluggedInWithAFullBatteryBesideOneThatKnowsNothing)
     EXPECT_FALSE(isPluggedIn({fullBattery, mains("0")}, ChargeStatus::unknown));
 }
 
-TEST(PowerAdaptersTest, FollowsAStatusThatShowsAnAdapterWhichNoneAdmits)
+TEST(PowerAdaptersTest, BelievesAStatusThatImpliesAnAdapter)
 {
     const std::vector offline{mains("0"), fullBattery};
 
@@ -96,7 +96,7 @@ TEST(PowerAdaptersTest, FollowsAStatusThatShowsAnAdapterWhichNoneAdmits)
     EXPECT_FALSE(isPluggedIn(offline, ChargeStatus::unknown));
 }
 
-TEST(PowerAdaptersTest, TakesAnAdapterThatDoesNotTellForNone)
+TEST(PowerAdaptersTest, IgnoresAnAdapterWithoutAReading)
 {
     const std::vector silent{mains("?"), fullBattery};
 
@@ -114,7 +114,7 @@ TEST(PowerAdaptersTest, RatesAUsbSupplyByItsMaxima)
     EXPECT_EQ(adapterWatts({supply}), 60);
 }
 
-TEST(PowerAdaptersTest, RatesItByWhatFlowsWithoutMaxima)
+TEST(PowerAdaptersTest, RatesItByItsPresentOutputWithoutMaxima)
 {
     const Values now{{"VOLTAGE_NOW", "15000000"}, {"CURRENT_NOW", "3000000"}};
     Values zeroMaxima = now;
@@ -124,12 +124,12 @@ TEST(PowerAdaptersTest, RatesItByWhatFlowsWithoutMaxima)
     EXPECT_EQ(adapterWatts({usb(zeroMaxima)}), 45);
 }
 
-TEST(PowerAdaptersTest, RatesItByThePowerLimitElse)
+TEST(PowerAdaptersTest, RatesItByThePowerLimitOtherwise)
 {
     EXPECT_EQ(adapterWatts({usb({{"INPUT_POWER_LIMIT", "65000000"}})}), 65);
 }
 
-TEST(PowerAdaptersTest, RatesOnlyWhatIsOnline)
+TEST(PowerAdaptersTest, RatesOnlyAdaptersThatAreOnline)
 {
     const Values sixty{{"VOLTAGE_MAX", "20000000"}, {"CURRENT_MAX", "3000000"}};
     Values offline = sixty;
@@ -147,7 +147,7 @@ TEST(PowerAdaptersTest, RatesTheStrongestOfSeveral)
     EXPECT_EQ(adapterWatts({weak, strong, weak}), 100);
 }
 
-TEST(PowerAdaptersTest, HasNoRatingThatIsNotPlausible)
+TEST(PowerAdaptersTest, DiscardsImplausibleRatings)
 {
     const auto rated = [](const char* volts, const char* amperes) {
         return adapterWatts({usb({{"VOLTAGE_MAX", volts}, {"CURRENT_MAX", amperes}})});

@@ -23,32 +23,37 @@ PowerSupply usbOnline()
     return supply("ucsi", {{"TYPE", "USB"}, {"ONLINE", "1"}});
 }
 
+std::vector<std::string> notesOn(const std::vector<PowerSupply>& supplies)
+{
+    return powerNotes(supplies, machineBattery(supplies));
+}
+
 TEST(PowerNotesTest, SaysNothingWhereTheAdaptersAreBelieved)
 {
-    EXPECT_THAT(powerNotes({}), IsEmpty());
-    EXPECT_THAT(powerNotes({drainingAt("30"), mains("0")}), IsEmpty());
-    EXPECT_THAT(powerNotes({battery({{"STATUS", "Charging"}, {"CAPACITY", "30"}}), mains("1")}),
+    EXPECT_THAT(notesOn({}), IsEmpty());
+    EXPECT_THAT(notesOn({drainingAt("30"), mains("0")}), IsEmpty());
+    EXPECT_THAT(notesOn({battery({{"STATUS", "Charging"}, {"CAPACITY", "30"}}), mains("1")}),
                 IsEmpty());
 }
 
 TEST(PowerNotesTest, SaysThatAUsbSupplyIsNotBelieved)
 {
-    EXPECT_THAT(powerNotes({drainingAt("80"), mains("0"), usbOnline()}),
+    EXPECT_THAT(notesOn({drainingAt("80"), mains("0"), usbOnline()}),
                 ElementsAre(HasSubstr("USB supply")));
 }
 
 TEST(PowerNotesTest, SaysThatAChargerIsTooWeak)
 {
-    EXPECT_THAT(powerNotes({drainingAt("49"), mains("1")}), ElementsAre(HasSubstr("below 50%")));
+    EXPECT_THAT(notesOn({drainingAt("49"), mains("1")}), ElementsAre(HasSubstr("below 50%")));
 }
 
 TEST(PowerNotesTest, SaysWhyADischargeOnTheAdapterIsBelieved)
 {
-    EXPECT_THAT(powerNotes({drainingAt("50"), mains("1")}),
+    EXPECT_THAT(notesOn({drainingAt("50"), mains("1")}),
                 ElementsAre(HasSubstr("at 50% and above")));
-    EXPECT_THAT(powerNotes({drainingAt("30", {{"CHARGE_BEHAVIOUR", "auto [force-discharge]"}}),
-                            mains("1")}),
-                ElementsAre(HasSubstr("force-discharge")));
+    EXPECT_THAT(
+        notesOn({drainingAt("30", {{"CHARGE_BEHAVIOUR", "auto [force-discharge]"}}), mains("1")}),
+        ElementsAre(HasSubstr("force-discharge")));
 }
 
 }  // namespace

@@ -35,7 +35,7 @@ protected:
     }
 };
 
-TEST_F(PowerSupplyFolderTest, IsAbsentWhenThereIsNoSuchFolder)
+TEST_F(PowerSupplyFolderTest, FailsWithoutTheFolder)
 {
     EXPECT_FALSE(readPowerSupplies(folder.path() / "none"));
 
@@ -48,7 +48,7 @@ TEST_F(PowerSupplyFolderTest, FindsNothingInAnEmptyFolder)
     EXPECT_THAT(read(), IsEmpty());
 }
 
-TEST_F(PowerSupplyFolderTest, ReadsTheUeventOfEachSupplyInTheOrderOfTheirNames)
+TEST_F(PowerSupplyFolderTest, ReadsTheUeventOfEachSupplySortedByName)
 {
     folder.write("BAT1/uevent", "POWER_SUPPLY_TYPE=Battery\n");
     folder.write("AC/uevent",
@@ -83,7 +83,7 @@ TEST_F(PowerSupplyFolderTest, KeepsTheFirstOfTwoTypes)
     EXPECT_EQ(read().at(0).text("TYPE"), "Battery");
 }
 
-TEST_F(PowerSupplyFolderTest, PassesOverLinesThatAreNoProperties)
+TEST_F(PowerSupplyFolderTest, SkipsLinesThatAreNotProperties)
 {
     folder.write("BAT0/uevent",
                  "\n\nPOWER_SUPPLY_TYPE=Battery\nPOWER_SUPPLY_\nPOWER_SUPPLY\nCAPACITY=9\n=\n");
@@ -91,7 +91,7 @@ TEST_F(PowerSupplyFolderTest, PassesOverLinesThatAreNoProperties)
     EXPECT_THAT(read().at(0).values, ElementsAre(Pair("TYPE", "Battery")));
 }
 
-TEST_F(PowerSupplyFolderTest, ReadsTheSingleAttributesWhenTheUeventIsEmpty)
+TEST_F(PowerSupplyFolderTest, ReadsTheAttributeFilesWhenTheUeventIsEmpty)
 {
     folder.write("BAT0/uevent", "");
     folder.write("BAT0/type", "Battery\n");
@@ -101,7 +101,7 @@ TEST_F(PowerSupplyFolderTest, ReadsTheSingleAttributesWhenTheUeventIsEmpty)
     EXPECT_THAT(read().at(0).values, ElementsAre(Pair("CAPACITY", "42"), Pair("TYPE", "Battery")));
 }
 
-TEST_F(PowerSupplyFolderTest, ReadsTheSingleAttributesWhenTheUeventIsMissingOrNoFile)
+TEST_F(PowerSupplyFolderTest, ReadsTheAttributeFilesWhenTheUeventIsMissingOrAFolder)
 {
     folder.write("BAT0/type", "Battery\n");
     folder.write("BAT1/type", "Battery\n");
@@ -111,7 +111,7 @@ TEST_F(PowerSupplyFolderTest, ReadsTheSingleAttributesWhenTheUeventIsMissingOrNo
     EXPECT_TRUE(read().at(1).isMachineBattery());
 }
 
-TEST_F(PowerSupplyFolderTest, CompletesAUeventThatDoesNotTellTheType)
+TEST_F(PowerSupplyFolderTest, CompletesAUeventWithoutAType)
 {
     folder.write("BAT0/uevent", "POWER_SUPPLY_NAME=BAT0\nPOWER_SUPPLY_CAPACITY=50\n");
     folder.write("BAT0/type", "Battery\n");
@@ -123,7 +123,7 @@ TEST_F(PowerSupplyFolderTest, CompletesAUeventThatDoesNotTellTheType)
     EXPECT_EQ(battery.integer("CAPACITY"), 50);
 }
 
-TEST_F(PowerSupplyFolderTest, ReadsWhatPlatformDriversAddBesideTheUeventOfABattery)
+TEST_F(PowerSupplyFolderTest, ReadsAttributesThatPlatformDriversAddToABattery)
 {
     folder.write("BAT0/uevent", "POWER_SUPPLY_TYPE=Battery\nPOWER_SUPPLY_CHARGE_TYPES=[Fast]\n");
     folder.write("BAT0/charge_control_end_threshold", "80\n");
@@ -141,7 +141,7 @@ TEST_F(PowerSupplyFolderTest, ReadsWhatPlatformDriversAddBesideTheUeventOfABatte
                                       {"CHARGE_TYPES", "[Fast]"}}));
 }
 
-TEST_F(PowerSupplyFolderTest, LeavesOutWhatCannotBeRead)
+TEST_F(PowerSupplyFolderTest, SkipsSuppliesThatCannotBeRead)
 {
     std::filesystem::create_directory(folder.path() / "empty");
     std::filesystem::create_symlink("gone", folder.path() / "dangling");
@@ -168,7 +168,7 @@ TEST_F(PowerSupplyFolderTest, NeverReadsADevice)
     EXPECT_THAT(read(), IsEmpty());
 }
 
-TEST_F(PowerSupplyFolderTest, PassesOverAFileFarTooLarge)
+TEST_F(PowerSupplyFolderTest, SkipsAHugeFile)
 {
     folder.write("BAT0/uevent", "POWER_SUPPLY_TYPE=Battery\n" + std::string(70000, 'x'));
     folder.write("BAT1/uevent", "POWER_SUPPLY_TYPE=Battery\n");
@@ -177,7 +177,7 @@ TEST_F(PowerSupplyFolderTest, PassesOverAFileFarTooLarge)
     EXPECT_THAT(read(), IsEmpty());
 }
 
-TEST_F(PowerSupplyFolderTest, AbsorbsBytesThatAreNoText)
+TEST_F(PowerSupplyFolderTest, KeepsBytesThatAreNotText)
 {
     folder.write("BAT0/uevent", std::string("POWER_SUPPLY_TYPE=Battery\nPOWER_SUPPLY_MODEL_NAME="
                                             "\xff\xfe\0\x80\nPOWER_SUPPLY_CAPACITY=7\n",
@@ -189,7 +189,7 @@ TEST_F(PowerSupplyFolderTest, AbsorbsBytesThatAreNoText)
     EXPECT_EQ(battery.integer("CAPACITY"), 7);
 }
 
-TEST_F(PowerSupplyFolderTest, PassesOverAFileWithoutPermission)
+TEST_F(PowerSupplyFolderTest, SkipsAFileWithoutPermission)
 {
     if (geteuid() == 0) GTEST_SKIP() << "root may read every file";
     folder.write("BAT0/uevent", "POWER_SUPPLY_TYPE=Battery\n");

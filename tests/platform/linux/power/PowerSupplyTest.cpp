@@ -7,7 +7,7 @@
 namespace vorlane::platform {
 namespace {
 
-TEST(PowerSupplyTest, GivesTextWithoutBlanksAround)
+TEST(PowerSupplyTest, TrimsText)
 {
     const auto battery = supply("BAT0", {{"MODEL_NAME", " 5B10W13930 \t"}});
 
@@ -39,7 +39,7 @@ TEST(PowerSupplyTest, HasNoNumberForAnythingElse)
     }
 }
 
-TEST(PowerSupplyTest, TellsTheMachinesBatteryFromAPeripherals)
+TEST(PowerSupplyTest, DistinguishesTheMachinesBatteryFromAPeripherals)
 {
     EXPECT_TRUE(battery({}).isMachineBattery());
     EXPECT_TRUE(battery({{"SCOPE", "System"}}).isMachineBattery());
@@ -47,14 +47,14 @@ TEST(PowerSupplyTest, TellsTheMachinesBatteryFromAPeripherals)
     EXPECT_FALSE(battery({{"SCOPE", "Device"}}).isMachineBattery());
 }
 
-TEST(PowerSupplyTest, TakesABatteryThatDoesNotTellForPresent)
+TEST(PowerSupplyTest, TakesABatteryForPresentUnlessItSaysOtherwise)
 {
     EXPECT_TRUE(battery({{"PRESENT", "1"}}).isMachineBattery());
     EXPECT_TRUE(battery({{"PRESENT", "?"}}).isMachineBattery());
     EXPECT_FALSE(battery({{"PRESENT", "0"}, {"CAPACITY", "80"}}).isMachineBattery());
 }
 
-TEST(PowerSupplyTest, CallsMainsAndUsbAndWirelessSuppliesAdapters)
+TEST(PowerSupplyTest, CountsMainsUsbAndWirelessSuppliesAsAdapters)
 {
     for (const char* const type : {"Mains", "USB", "USB_PD", "USB_DCP", "Wireless"}) {
         EXPECT_TRUE(supply("x", {{"TYPE", type}}).isAdapter()) << type;

@@ -50,8 +50,8 @@ protected:
     }
 };
 
-// The memory of a process: a plain file to look at, and an error to read.
-TEST_F(PowerSupplyTroubleTest, PassesOverWhatFailsToBeRead)
+// /proc/self/mem looks like a regular file but fails to be read.
+TEST_F(PowerSupplyTroubleTest, SkipsFilesThatFailToBeRead)
 {
     std::array<char, 1> byte{};
     const FileDescriptor memory(open("/proc/self/mem", O_RDONLY | O_CLOEXEC));
@@ -63,12 +63,12 @@ TEST_F(PowerSupplyTroubleTest, PassesOverWhatFailsToBeRead)
     folder.write("BAT0/type", "Mains\n");
     std::filesystem::create_symlink("/proc/self/mem", folder.path() / "BAT0/online");
 
-    EXPECT_THAT(names(), ElementsAre("BAT0", "BAT1"));  // the one by what can be read of it
+    EXPECT_THAT(names(), ElementsAre("BAT0", "BAT1"));  // BAT0 from its remaining files
     EXPECT_EQ(percent(), 60);
 }
 
-// A file that somebody has a lease on holds up who opens it, unless he does not wait.
-TEST_F(PowerSupplyTroubleTest, NeverWaitsForAFileThatIsNotReady)
+// A file under a lease blocks any other process that opens it without O_NONBLOCK.
+TEST_F(PowerSupplyTroubleTest, NeverWaitsForALeasedFile)
 {
     folder.write("BAT0/uevent", batteryText);
     folder.write("BAT1/uevent", batteryText);
@@ -97,7 +97,7 @@ TEST_F(PowerSupplyTroubleTest, NeverWaitsForAFileThatIsNotReady)
     if (taken != 'y') GTEST_SKIP() << "this file system has no leases";
 }
 
-TEST_F(PowerSupplyTroubleTest, PassesOverFilesAndLinksThatLeadNowhere)
+TEST_F(PowerSupplyTroubleTest, SkipsStrayFilesAndBrokenLinks)
 {
     folder.write("BAT0/uevent", batteryText);
     folder.write("BAT1", "a file where a folder should be");
@@ -136,8 +136,8 @@ TEST_F(PowerSupplyTroubleTest, FindsTheBatteryAmongFiveHundredSupplies)
     EXPECT_EQ(percent(), 60);
 }
 
-// A supply that comes and goes, and changes, while it is read: each reading is one that was there.
-TEST_F(PowerSupplyTroubleTest, ReadsOneStateOrAnotherWhileTheyChange)
+// A supply changes, disappears and reappears while it is read; no reading mixes two states.
+TEST_F(PowerSupplyTroubleTest, ReadsAConsistentStateWhileFilesChange)
 {
     std::string filling = batteryText;
     filling.replace(filling.find("Discharging"), 11, "Charging");

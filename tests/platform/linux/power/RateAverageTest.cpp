@@ -65,7 +65,7 @@ TEST_F(RateAverageTest, IsAbsentWithoutARateNow)
     EXPECT_EQ(average.flow(idle, Seconds{60}), std::nullopt);
 }
 
-TEST_F(RateAverageTest, StartsOverWithThePlugAndTheStatus)
+TEST_F(RateAverageTest, StartsOverWhenThePlugOrTheStatusChanges)
 {
     (void)averageAt(0, discharging(0.2));
 
@@ -79,7 +79,7 @@ TEST_F(RateAverageTest, StartsOverWithThePlugAndTheStatus)
     EXPECT_EQ(averageAt(2, charging), 0.8);
 }
 
-TEST_F(RateAverageTest, StartsOverAfterABatteryThatDidNeither)
+TEST_F(RateAverageTest, StartsOverAfterTheBatteryWasIdle)
 {
     (void)averageAt(0, discharging(0.2));
     MachineBattery full;
@@ -89,7 +89,7 @@ TEST_F(RateAverageTest, StartsOverAfterABatteryThatDidNeither)
     EXPECT_EQ(averageAt(2, discharging(0.4)), 0.4);
 }
 
-TEST_F(RateAverageTest, StartsOverWhenItIsTo)
+TEST_F(RateAverageTest, StartsOverOnRequest)
 {
     (void)averageAt(0, discharging(0.2));
 

@@ -1,4 +1,4 @@
-// Laptops with two batteries in their bays: handed on as one.
+// Laptops with two batteries, which are treated as one.
 #include <gtest/gtest.h>
 
 #include "platform/linux/power/MachineBattery.h"
@@ -44,12 +44,12 @@ MachineBattery read(const std::vector<PowerSupply>& supplies)
     return found.value_or(MachineBattery{});
 }
 
-TEST(TwoBatteriesTest, WeighThePercentByTheirEnergies)
+TEST(TwoBatteriesTest, WeightThePercentageByTheirEnergies)
 {
     EXPECT_EQ(read({first(), second()}).percent, 50);
 }
 
-TEST(TwoBatteriesTest, BelieveEachGaugeBeforeItsEnergy)
+TEST(TwoBatteriesTest, PreferEachGaugeToItsEnergy)
 {
     EXPECT_EQ(read({first(), second({{"ENERGY_NOW", "682200000"}})}).percent, 50);
 }
@@ -72,7 +72,7 @@ TEST(TwoBatteriesTest, LastAsLongAsTheSumOfTheirEnergies)
     EXPECT_EQ(read({first(), second()}).minutesToEmpty, 218);  // 40 Wh at 11 W
 }
 
-TEST(TwoBatteriesTest, TellNoTimeWhenOneRateOfTwoIsUnknown)
+TEST(TwoBatteriesTest, HaveNoTimeWhenOneRateIsUnknown)
 {
     const auto silent = first({{"STATUS", "Discharging"}, {"POWER_NOW", "?"}});
 
@@ -125,7 +125,7 @@ TEST(TwoBatteriesTest, ArePluggedInWhenOneIsFullAndNeitherDischarges)
     EXPECT_NE(machine.status, ChargeStatus::full);
 }
 
-TEST(TwoBatteriesTest, StopChargingWhereTheirThresholdsAddUp)
+TEST(TwoBatteriesTest, CombineTheirThresholdsByCapacity)
 {
     const auto thresholds = [](const char* ofFirst, const char* ofSecond) {
         return read({first({{"CHARGE_CONTROL_END_THRESHOLD", ofFirst}}),
@@ -144,7 +144,7 @@ TEST(TwoBatteriesTest, CountTheCyclesOfTheMostWorn)
     EXPECT_EQ(read({first(), second({{"CYCLE_COUNT", "65535"}})}).cycleCount, 30);
 }
 
-TEST(TwoBatteriesTest, GiveTheCurrentOfBothAndTheVoltageOfTheOneThatWorks)
+TEST(TwoBatteriesTest, GiveTheCurrentOfBothAndTheVoltageOfTheOneInUse)
 {
     const auto machine = read({first(), second()});
 
@@ -152,7 +152,7 @@ TEST(TwoBatteriesTest, GiveTheCurrentOfBothAndTheVoltageOfTheOneThatWorks)
     EXPECT_EQ(machine.voltage, 11000);
 }
 
-TEST(TwoBatteriesTest, GiveTheVoltageOfTheFirstWhenNeitherWorks)
+TEST(TwoBatteriesTest, GiveTheVoltageOfTheFirstWhenNeitherIsInUse)
 {
     const auto machine = read({first(), second({{"STATUS", "Unknown"}, {"POWER_NOW", "0"}})});
 
@@ -165,7 +165,7 @@ TEST(TwoBatteriesTest, GiveTheTemperatureOfTheHotter)
     EXPECT_EQ(read({first(), second({{"TEMP", "161100"}})}).temperature, 2500);
 }
 
-TEST(TwoBatteriesTest, AreConvertedToEnergyWhenOneOfThemTellsCharge)
+TEST(TwoBatteriesTest, AreConvertedToEnergyWhenOneReportsCharge)
 {
     const auto charge = battery({{"STATUS", "Discharging"},
                                  {"CAPACITY", "33"},
@@ -185,7 +185,7 @@ TEST(TwoBatteriesTest, AreConvertedToEnergyWhenOneOfThemTellsCharge)
     EXPECT_EQ(machine.minutesToEmpty, 218);
 }
 
-TEST(TwoBatteriesTest, AreSummedInChargeWhenBothTellCharge)
+TEST(TwoBatteriesTest, AreSummedInChargeWhenBothReportCharge)
 {
     const Values values{{"STATUS", "Discharging"},
                         {"CHARGE_FULL_DESIGN", "5000000"},
@@ -213,14 +213,14 @@ TEST(TwoBatteriesTest, AreAveragedWhenNoUnitIsCommon)
     EXPECT_EQ(machine.designCapacity, std::nullopt);
 }
 
-TEST(TwoBatteriesTest, LeaveOutTheOneThatTellsNothing)
+TEST(TwoBatteriesTest, IgnoreTheOneWithoutReadings)
 {
     const auto dead = battery({{"STATUS", "Unknown"}, {"ENERGY_FULL", "0"}}, "BAT1");
 
     EXPECT_EQ(read({first({{"CAPACITY", "80"}, {"ENERGY_NOW", "16000000"}}), dead}).percent, 80);
 }
 
-TEST(TwoBatteriesTest, AreOneWhenABayIsEmpty)
+TEST(TwoBatteriesTest, CountAsOneWhenABayIsEmpty)
 {
     EXPECT_EQ(read({first({{"PRESENT", "0"}}), second()}).percent, 33);
 }

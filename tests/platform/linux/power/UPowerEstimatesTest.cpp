@@ -33,23 +33,17 @@ protected:
         startUPower({{"State", 'u', stateDischarging}, {"TimeToEmpty", 'x', seconds}});
     }
 
-    std::optional<std::int64_t> toEmpty()
-    {
-        return estimates.estimate(ChargeStatus::discharging).toEmpty;
-    }
+    std::optional<std::int64_t> toEmpty() { return estimates.estimate(ChargeStatus::discharging); }
 
-    std::optional<std::int64_t> toFull()
-    {
-        return estimates.estimate(ChargeStatus::charging).toFull;
-    }
+    std::optional<std::int64_t> toFull() { return estimates.estimate(ChargeStatus::charging); }
 
     void waitForMinutesToEmpty(std::optional<std::int64_t> minutes)
     {
         EXPECT_TRUE(runUntil(loop, [&] { return toEmpty() == minutes; }));
     }
 
-    // Everything that UPower has said before is heard when this returns.
-    void hearUPowerOut()
+    // Waits until all earlier signals of UPower have been handled.
+    void handleSignals()
     {
         upower->say({{"State", 'u', stateCharging}, {"TimeToFull", 'x', 420}});
         EXPECT_TRUE(runUntil(loop, [&] { return toFull() == 7; }));
@@ -62,7 +56,7 @@ TEST_F(UPowerEstimatesTest, KnowsNothingWithoutASystemBus)
 {
     UPowerEstimates alone(nullptr, [] { return Seconds{0}; });
 
-    EXPECT_EQ(alone.estimate(ChargeStatus::discharging).toEmpty, std::nullopt);
+    EXPECT_EQ(alone.estimate(ChargeStatus::discharging), std::nullopt);
     EXPECT_TRUE(alone.observe([] {}));
 }
 
@@ -81,7 +75,7 @@ TEST_F(UPowerEstimatesTest, GivesTheTimeToEmptyWhileDischarging)
 
     waitForMinutesToEmpty(125);
 
-    EXPECT_EQ(estimates.estimate(ChargeStatus::discharging).toFull, std::nullopt);
+    EXPECT_EQ(toFull(), std::nullopt);
 }
 
 TEST_F(UPowerEstimatesTest, GivesTheTimeToFullWhileCharging)
@@ -91,17 +85,16 @@ TEST_F(UPowerEstimatesTest, GivesTheTimeToFullWhileCharging)
 
     EXPECT_TRUE(runUntil(loop, [&] { return toFull() == 60; }));
 
-    EXPECT_EQ(estimates.estimate(ChargeStatus::charging).toEmpty, std::nullopt);
+    EXPECT_EQ(toEmpty(), std::nullopt);
 }
 
-TEST_F(UPowerEstimatesTest, FindsAUPowerThatRunsAlready)
+TEST_F(UPowerEstimatesTest, FindsAUPowerThatIsAlreadyRunning)
 {
     startDischarging(7200);
 
     UPowerEstimates late(connection.get(), [this] { return now; });
 
-    EXPECT_TRUE(
-        runUntil(loop, [&] { return late.estimate(ChargeStatus::discharging).toEmpty == 120; }));
+    EXPECT_TRUE(runUntil(loop, [&] { return late.estimate(ChargeStatus::discharging) == 120; }));
 }
 
 TEST_F(UPowerEstimatesTest, GivesNothingWhenUPowerDisagreesWithTheKernel)
@@ -111,8 +104,7 @@ TEST_F(UPowerEstimatesTest, GivesNothingWhenUPowerDisagreesWithTheKernel)
 
     for (const auto status : {ChargeStatus::charging, ChargeStatus::full, ChargeStatus::notCharging,
                               ChargeStatus::unknown}) {
-        EXPECT_EQ(estimates.estimate(status).toFull, std::nullopt);
-        EXPECT_EQ(estimates.estimate(status).toEmpty, std::nullopt);
+        EXPECT_EQ(estimates.estimate(status), std::nullopt);
     }
 }
 
@@ -126,7 +118,7 @@ TEST_F(UPowerEstimatesTest, FollowsChanges)
     waitForMinutesToEmpty(60);
 }
 
-TEST_F(UPowerEstimatesTest, TakesZeroForUnknown)
+TEST_F(UPowerEstimatesTest, TreatsZeroAsUnknown)
 {
     startDischarging(7200);
     waitForMinutesToEmpty(120);
@@ -136,7 +128,7 @@ TEST_F(UPowerEstimatesTest, TakesZeroForUnknown)
     waitForMinutesToEmpty(std::nullopt);
 }
 
-TEST_F(UPowerEstimatesTest, HasNoTimeThatIsNotPlausible)
+TEST_F(UPowerEstimatesTest, DiscardsImplausibleTimes)
 {
     for (const std::int64_t seconds :
          {std::int64_t{-60}, std::int64_t{950400} /* 11 days */,
@@ -151,7 +143,7 @@ TEST_F(UPowerEstimatesTest, HasNoTimeThatIsNotPlausible)
     }
 }
 
-TEST_F(UPowerEstimatesTest, TakesAWrongTypeForUnknown)
+TEST_F(UPowerEstimatesTest, TreatsAWrongTypeAsUnknown)
 {
     for (const char type : {'s', 'd', 'u', 't', 'a'}) {
         startDischarging(7200);
@@ -164,7 +156,7 @@ TEST_F(UPowerEstimatesTest, TakesAWrongTypeForUnknown)
     }
 }
 
-TEST_F(UPowerEstimatesTest, TakesAWrongStateForUnknown)
+TEST_F(UPowerEstimatesTest, TreatsAWrongStateAsUnknown)
 {
     startDischarging(7200);
     waitForMinutesToEmpty(120);
@@ -174,7 +166,7 @@ TEST_F(UPowerEstimatesTest, TakesAWrongStateForUnknown)
     waitForMinutesToEmpty(std::nullopt);
 }
 
-TEST_F(UPowerEstimatesTest, AbsorbsSignalsThatAreGarbage)
+TEST_F(UPowerEstimatesTest, IgnoresMalformedSignals)
 {
     startDischarging(7200);
     waitForMinutesToEmpty(120);
@@ -182,11 +174,11 @@ TEST_F(UPowerEstimatesTest, AbsorbsSignalsThatAreGarbage)
     upower->sayGarbage();
     upower->say({{"TimeToEmpty", 'x', 60}}, "org.example.Other");
 
-    hearUPowerOut();
+    handleSignals();
     EXPECT_EQ(toEmpty(), 120);
 }
 
-TEST_F(UPowerEstimatesTest, AbsorbsAnAnswerThatIsGarbage)
+TEST_F(UPowerEstimatesTest, AsksAgainAfterAMalformedReply)
 {
     startDischarging(7200);
     upower->isGarbled = true;
@@ -198,36 +190,37 @@ TEST_F(UPowerEstimatesTest, AbsorbsAnAnswerThatIsGarbage)
     waitForMinutesToEmpty(120);
 }
 
-TEST_F(UPowerEstimatesTest, BelievesNobodyButUPower)
+TEST_F(UPowerEstimatesTest, IgnoresSignalsOfOtherSenders)
 {
     startDischarging(7200);
     waitForMinutesToEmpty(120);
-    const auto liar = bus.connect(loop);
+    const auto stranger = bus.connect(loop);
     const char* self = nullptr;
     ASSERT_GE(sd_bus_get_unique_name(connection.get(), &self), 0);
 
-    const auto lie = owned<MessagePointer>([&](sd_bus_message** message) {
-        return sd_bus_message_new_signal(liar.get(), message,
+    const auto forged = owned<MessagePointer>([&](sd_bus_message** message) {
+        return sd_bus_message_new_signal(stranger.get(), message,
                                          "/org/freedesktop/UPower/devices/DisplayDevice",
                                          "org.freedesktop.DBus.Properties", "PropertiesChanged");
     });
-    ASSERT_GE(sd_bus_message_append(lie.get(), "sa{sv}as", FakeUPower::usualInterface, 1,
+    ASSERT_GE(sd_bus_message_append(forged.get(), "sa{sv}as", FakeUPower::usualInterface, 1,
                                     "TimeToEmpty", "x", std::int64_t{60}, 0),
               0);
-    ASSERT_GE(sd_bus_message_set_destination(lie.get(), self), 0);  // or the bus would drop it
-    ASSERT_GE(sd_bus_send(liar.get(), lie.get(), nullptr), 0);
+    // Without a destination the bus would drop it.
+    ASSERT_GE(sd_bus_message_set_destination(forged.get(), self), 0);
+    ASSERT_GE(sd_bus_send(stranger.get(), forged.get(), nullptr), 0);
     const auto ping = owned<MessagePointer>([&](sd_bus_message** message) {
-        return sd_bus_message_new_method_call(liar.get(), message, "org.freedesktop.DBus",
+        return sd_bus_message_new_method_call(stranger.get(), message, "org.freedesktop.DBus",
                                               "/org/freedesktop/DBus", "org.freedesktop.DBus.Peer",
                                               "Ping");
     });
-    ASSERT_TRUE(answer(loop, ping.get()));  // the lie was delivered before
+    ASSERT_TRUE(answer(loop, ping.get()));  // the forged signal was delivered before
 
-    hearUPowerOut();
+    handleSignals();
     EXPECT_EQ(toEmpty(), 120);
 }
 
-TEST_F(UPowerEstimatesTest, ForgetsAUPowerThatIsGone)
+TEST_F(UPowerEstimatesTest, DropsTheEstimateWhenUPowerExits)
 {
     startDischarging(7200);
     waitForMinutesToEmpty(120);
@@ -237,7 +230,7 @@ TEST_F(UPowerEstimatesTest, ForgetsAUPowerThatIsGone)
     waitForMinutesToEmpty(std::nullopt);
 }
 
-TEST_F(UPowerEstimatesTest, AsksAUPowerThatIsRestarted)
+TEST_F(UPowerEstimatesTest, AsksUPowerAfterItsRestart)
 {
     startDischarging(7200);
     waitForMinutesToEmpty(120);
@@ -249,7 +242,7 @@ TEST_F(UPowerEstimatesTest, AsksAUPowerThatIsRestarted)
     waitForMinutesToEmpty(60);
 }
 
-TEST_F(UPowerEstimatesTest, NeverWaitsForAUPowerThatHangs)
+TEST_F(UPowerEstimatesTest, NeverWaitsForAHungUPower)
 {
     startDischarging(7200);
     upower->hangs = true;
@@ -262,7 +255,7 @@ TEST_F(UPowerEstimatesTest, NeverWaitsForAUPowerThatHangs)
     waitForMinutesToEmpty(120);
 }
 
-TEST_F(UPowerEstimatesTest, AsksAgainWhenAUPowerThatDidNotAnswerSpeaksUp)
+TEST_F(UPowerEstimatesTest, AsksAgainWhenASignalFollowsAMalformedReply)
 {
     startDischarging(7200);
     upower->isGarbled = true;
@@ -274,7 +267,7 @@ TEST_F(UPowerEstimatesTest, AsksAgainWhenAUPowerThatDidNotAnswerSpeaksUp)
     waitForMinutesToEmpty(120);
 }
 
-TEST_F(UPowerEstimatesTest, ForgetsWhatAUPowerSaidThatHasBeenSilentForFiveMinutes)
+TEST_F(UPowerEstimatesTest, DropsTheEstimateAfterFiveMinutesOfSilence)
 {
     startDischarging(7200);
     waitForMinutesToEmpty(120);
@@ -287,7 +280,7 @@ TEST_F(UPowerEstimatesTest, ForgetsWhatAUPowerSaidThatHasBeenSilentForFiveMinute
     EXPECT_EQ(toEmpty(), std::nullopt);
 }
 
-TEST_F(UPowerEstimatesTest, AsksAUPowerThatHasNothingToSay)
+TEST_F(UPowerEstimatesTest, AsksASilentUPower)
 {
     startDischarging(7200);
     waitForMinutesToEmpty(120);
@@ -299,22 +292,22 @@ TEST_F(UPowerEstimatesTest, AsksAUPowerThatHasNothingToSay)
     EXPECT_EQ(upower->questions, 2);
 }
 
-TEST_F(UPowerEstimatesTest, TakesAnyWordOfUPowerForASignOfLife)
+TEST_F(UPowerEstimatesTest, CountsAnySignalAsASignOfLife)
 {
     startDischarging(7200);
     waitForMinutesToEmpty(120);
     now += Seconds{200};
     upower->say({{"UpdateTime", 't', 1}});
-    hearUPowerOut();
+    handleSignals();
 
     now += Seconds{200};
 
     EXPECT_EQ(toEmpty(), 120);
-    hearUPowerOut();
+    handleSignals();
     EXPECT_EQ(upower->questions, 1);
 }
 
-TEST_F(UPowerEstimatesTest, TellsWhenATimeAppearsChangesAndVanishes)
+TEST_F(UPowerEstimatesTest, ReportsThatATimeAppearsChangesAndVanishes)
 {
     int changes = 0;
     const auto counting = estimates.observe([&] { ++changes; });
@@ -332,7 +325,7 @@ TEST_F(UPowerEstimatesTest, TellsWhenATimeAppearsChangesAndVanishes)
     EXPECT_TRUE(runUntil(loop, [&] { return changes == 3; }));
 }
 
-TEST_F(UPowerEstimatesTest, TellsNothingOfATimeThatMerelyRunsDown)
+TEST_F(UPowerEstimatesTest, DoesNotReportATimeThatMerelyRunsDown)
 {
     startDischarging(7200);
     waitForMinutesToEmpty(120);

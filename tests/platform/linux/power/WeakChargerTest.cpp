@@ -40,7 +40,7 @@ TEST_F(WeakChargerTest, IsNotAssumedAtHalfAndAbove)
     EXPECT_TRUE(drainsAt(86401, drainingAt(49)));
 }
 
-TEST_F(WeakChargerTest, StaysKnownUntilTheBatteryDrainsNoMore)
+TEST_F(WeakChargerTest, StaysKnownUntilTheBatteryStopsDraining)
 {
     (void)drainsAt(0, drainingAt(49));
     EXPECT_TRUE(drainsAt(60, drainingAt(49)));
@@ -101,18 +101,18 @@ TEST_F(WeakChargerTest, IsStillKnownAfterARestartInPlace)
     (void)drainsAt(0, drainingAt(30));
     ASSERT_TRUE(drainsAt(60, drainingAt(30)));
 
-    charger.leave();
+    charger.handOver();
     charger = WeakCharger::take();
 
     EXPECT_TRUE(drainsAt(61, drainingAt(30)));
     EXPECT_EQ(std::getenv(variable), nullptr);
 }
 
-TEST_F(WeakChargerTest, IsForgottenAfterARestartWhenTheBatteryDrainsNoMore)
+TEST_F(WeakChargerTest, IsForgottenAfterARestartWhenTheBatteryStopsDraining)
 {
     (void)drainsAt(0, drainingAt(30));
     (void)drainsAt(60, drainingAt(30));
-    charger.leave();
+    charger.handOver();
     charger = WeakCharger::take();
 
     auto recharging = drainingAt(30);
@@ -122,16 +122,16 @@ TEST_F(WeakChargerTest, IsForgottenAfterARestartWhenTheBatteryDrainsNoMore)
     EXPECT_FALSE(drainsAt(62, drainingAt(30)));
 }
 
-TEST_F(WeakChargerTest, LeavesNothingWhileItIsNotKnown)
+TEST_F(WeakChargerTest, HandsOverNothingWhileItIsNotKnown)
 {
     (void)drainsAt(0, drainingAt(30));
 
-    charger.leave();
+    charger.handOver();
 
     EXPECT_EQ(std::getenv(variable), nullptr);
 }
 
-TEST_F(WeakChargerTest, IgnoresAnyOtherTextAndRemovesIt)
+TEST_F(WeakChargerTest, IgnoresAndRemovesOtherValues)
 {
     for (const char* const text : {"", "0", "yes", "11", " 1", "\xff"}) {
         ASSERT_EQ(setenv(variable, text, 1), 0);

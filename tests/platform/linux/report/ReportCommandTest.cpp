@@ -22,7 +22,7 @@ struct Result {
     std::string output;
 };
 
-// `arguments` is a piece of a shell command: quote what needs it.
+// `arguments` is part of a shell command and must be quoted accordingly.
 Result run(const std::string& arguments)
 {
     const auto command = std::string("'" VORLANE_REPORT "' ") + arguments;
@@ -85,7 +85,7 @@ TEST_F(ReportCommandTest, RefusesAFolderThatItCannotRead)
     EXPECT_THAT(run(quotedFolder() + "/none 2>/dev/null").output, IsEmpty());
 }
 
-TEST_F(ReportCommandTest, TellsItsUsageWhenCalledWrongly)
+TEST_F(ReportCommandTest, PrintsItsUsageWhenCalledWrongly)
 {
     for (const char* const arguments : {"a b", "--help", "''  ''"}) {
         const auto result = run(std::string(arguments) + " 2>&1 >/dev/null");
@@ -95,7 +95,7 @@ TEST_F(ReportCommandTest, TellsItsUsageWhenCalledWrongly)
     }
 }
 
-TEST_F(ReportCommandTest, FailsWhenItsTextCannotBeWritten)
+TEST_F(ReportCommandTest, FailsWhenItsOutputCannotBeWritten)
 {
     EXPECT_EQ(run(quotedFolder() + " >/dev/full").status, 1);
 }
