@@ -23,7 +23,7 @@ constexpr const char* fileName = "/autostart/org.vorlane.Vorlane.desktop";
 constexpr const char* oddPath =
     "The path of Vorlane has characters that an autostart file cannot hold.";
 
-// Off for GNOME and those that came from it.
+// The switch of GNOME and the desktops derived from it.
 constexpr const char* gnomeSwitch = "X-GNOME-Autostart-enabled";
 
 bool exists(const std::string& path)
@@ -33,8 +33,8 @@ bool exists(const std::string& path)
 
 using MaybeEntry = std::optional<DesktopEntry>;
 
-// Absent when there is none; an error when that cannot be told. Without the group when it is no
-// such file: it starts nothing.
+// Absent without a file; an error if it cannot be read. A file that is not regular or is too large
+// gives an invalid entry, which starts nothing.
 Expected<MaybeEntry> read(const std::string& path)
 {
     auto text = readFile(path, largest);
@@ -43,7 +43,7 @@ Expected<MaybeEntry> read(const std::string& path)
     return exists(path) ? MaybeEntry("") : std::nullopt;
 }
 
-// For the user.
+// The message for the user.
 std::optional<std::string> reasonOf(const Expected<>& outcome)
 {
     if (outcome) return std::nullopt;
@@ -52,15 +52,15 @@ std::optional<std::string> reasonOf(const Expected<>& outcome)
 
 std::optional<std::string> write(const std::string& path, const std::string& text)
 {
-    std::string_view rest = text;
-    return reasonOf(replaceFile(path, [&rest] { return std::exchange(rest, {}); }));
+    return reasonOf(replaceFile(path, text));
 }
 
-std::vector<std::string> split(std::string_view text)
+// The non-empty parts.
+std::vector<std::string> split(std::string_view text, char separator)
 {
     std::vector<std::string> parts;
     while (!text.empty()) {
-        const auto end = std::min(text.find(':'), text.size());
+        const auto end = std::min(text.find(separator), text.size());
         if (end > 0) parts.emplace_back(text.substr(0, end));
         text.remove_prefix(std::min(end + 1, text.size()));
     }
@@ -77,7 +77,7 @@ bool isExecutable(const std::string& program)
 {
     if (program.find('/') != std::string::npos) return access(program.c_str(), X_OK) == 0;
     if (program.empty()) return false;
-    return std::ranges::any_of(split(environment("PATH")), [&](const std::string& folder) {
+    return std::ranges::any_of(split(environment("PATH"), ':'), [&](const std::string& folder) {
         return access((folder + "/" + program).c_str(), X_OK) == 0;
     });
 }
@@ -88,13 +88,13 @@ AutostartLoginItem::Places AutostartLoginItem::Places::usual()
 {
     Places places;
     if (const auto config = xdgConfigHome()) places.own = *config + fileName;
-    // Not by libsystemd, whose default is /etc, and which takes relative folders.
+    // Not through libsystemd, which defaults to /etc and accepts relative folders.
     const auto listed = environment("XDG_CONFIG_DIRS");
-    for (const auto& folder : split(listed.empty() ? "/etc/xdg" : listed)) {
+    for (const auto& folder : split(listed.empty() ? "/etc/xdg" : listed, ':')) {
         if (folder.starts_with('/')) places.systems.push_back(folder + fileName);
     }
     places.program = programPath();
-    places.desktops = split(environment("XDG_CURRENT_DESKTOP"));
+    places.desktops = split(environment("XDG_CURRENT_DESKTOP"), ':');
     return places;
 }
 
@@ -138,7 +138,7 @@ bool AutostartLoginItem::starts(const DesktopEntry& entry) const
 bool AutostartLoginItem::isForThisDesktop(const DesktopEntry& entry) const
 {
     const auto names = [&](const char* key) {
-        const auto listed = entry.list(key);
+        const auto listed = split(entry.value(key).value_or(""), ';');
         return std::ranges::any_of(places_.desktops, [&](const std::string& desktop) {
             return std::ranges::find(listed, desktop) != listed.end();
         });
@@ -164,7 +164,8 @@ void AutostartLoginItem::setProgram(DesktopEntry& entry) const
     if (const auto command = execCommand(places_.program)) entry.set("Exec", *command);
 }
 
-// Also when an older one of ours started another copy of the program, or was turned off.
+// Whether the user has changed nothing. The path of the program may be outdated, and the file may
+// turn the item off.
 bool AutostartLoginItem::isOurs(DesktopEntry entry) const
 {
     if (!entry.isValid()) return false;
@@ -175,7 +176,7 @@ bool AutostartLoginItem::isOurs(DesktopEntry entry) const
 
 std::optional<std::string> AutostartLoginItem::turnOn(DesktopEntry entry) const
 {
-    if (!entry.isValid()) {  // whatever it is
+    if (!entry.isValid()) {
         if (auto reason = reasonOf(keepFileAside(places_.own))) return reason;
     }
     if (!entry.isValid() || isOurs(entry)) return write(places_.own, fresh().text());

@@ -1,5 +1,5 @@
-// Starting with the session, by the desktops' autostart folders: a file in the user's own stands
-// before those of the same name in the system's.
+// Starts Vorlane with the session through XDG autostart files: a file in the user's folder
+// overrides those of the same name in the system's folders.
 #pragma once
 
 #include <optional>
@@ -14,21 +14,20 @@ namespace vorlane::platform {
 class AutostartLoginItem : public LoginItem {
 public:
     struct Places {
-        std::string own;                    // the user's file; empty when there is no home
-        std::vector<std::string> systems;   // the system's files, the first before the others
+        std::string own;                    // the user's file; empty without a home folder
+        std::vector<std::string> systems;   // the system's files; the first that exists counts
         std::string program;                // what to start
-        std::vector<std::string> desktops;  // which the session calls itself
+        std::vector<std::string> desktops;  // the session's names for itself
 
-        // From the environment and the running program, which an upgrade may replace later.
+        // From the environment and the running program. Call it before an upgrade can replace it.
         static Places usual();
     };
     explicit AutostartLoginItem(Places places);
 
-    // What the files say now.
+    // Reads the files each time.
     bool enabled() const override;
 
-    // Keeps what the user wrote into the file: a file that is not as we make it is changed, not
-    // removed.
+    // Edits a file that the user has changed instead of replacing or removing it.
     std::optional<std::string> setEnabled(bool on) override;
 
 private:

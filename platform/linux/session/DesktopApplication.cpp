@@ -22,9 +22,9 @@ constexpr std::uint64_t patience = 5'000'000;  // microseconds for the other ins
 
 constexpr Seconds restartRetry{1};
 
-constexpr int mostTries = 5;  // another instance may take the name first, each time
+constexpr int mostTries = 5;  // another process may take the name first each time
 
-// The bus tells the caller that nobody answered, once this connection closes.
+// The bus replies with an error once this connection closes.
 constexpr int leaveUnanswered = 1;
 
 // The actions of the desktop file.
@@ -62,8 +62,8 @@ Answer activateOther(sd_bus* session, MenuAction action)
     return wentAway ? Answer::wentAway : Answer::refused;
 }
 
-// For good: a second signal would otherwise end the program in the midst of ending. One that comes
-// just before a new start is heard after it.
+// Never unblocked: otherwise a second signal would kill the program while it ends. One that arrives
+// just before a restart in place is handled after it.
 void block(std::span<const int> signals)
 {
     sigset_t blocked;
@@ -106,8 +106,7 @@ DesktopApplication::DesktopApplication(SdEventRunLoop& loop, sd_bus* session)
     }
 }
 
-// The other instance may be just about to end: it then goes without an answer, and its name is
-// free.
+// The other instance may exit without answering; its name is then free.
 DesktopApplication::Claim DesktopApplication::claim(MenuAction action)
 {
     for (int tries = 0; tries < mostTries; ++tries) {
@@ -165,7 +164,7 @@ void DesktopApplication::onAction(std::function<void(MenuAction)> callback)
     act = std::move(callback);
 }
 
-// The program opens no documents: each way in shows the program.
+// Handles Activate and Open alike: there are no documents to open.
 int DesktopApplication::reopened(sd_bus_message* message, void* self, sd_bus_error* /*error*/)
 {
     auto* const application = static_cast<DesktopApplication*>(self);
@@ -175,8 +174,7 @@ int DesktopApplication::reopened(sd_bus_message* message, void* self, sd_bus_err
     return sd_bus_reply_method_return(message, "");
 }
 
-// What this version does not know, as when the launcher's file is of another one, shows the
-// program.
+// An unknown action, for example from the desktop file of another version, shows the program.
 int DesktopApplication::acted(sd_bus_message* message, void* self, sd_bus_error* error)
 {
     const char* name = nullptr;

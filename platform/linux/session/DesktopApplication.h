@@ -22,27 +22,27 @@ public:
 
     enum class Claim {
         first,      // this process is the one instance
-        activated,  // another one is, and was told that the user wants it
-        failed,     // the session bus did not answer, or the other instance did not
+        activated,  // another one is, and has accepted the action
+        failed,     // the session bus or the other instance did not answer
     };
-    // Waits for the bus: call it once, before the main loop. `action` is what the user wants of
-    // the other one; none and open bring it to the front.
+    // Blocks: call it once, before the main loop. Another instance performs `action`; none and open
+    // both open its window.
     Claim claim(MenuAction action = MenuAction::none);
 
-    // Does so here, on a turn of the main loop; nothing for none.
+    // Performs the action in this instance, on the next turn of the main loop.
     void perform(MenuAction action);
 
-    // Ends the main loop, after which the program is to be started anew from its file.
+    // Ends the main loop; the program is then to restart in place and perform `action`.
     void restart(MenuAction action);
 
-    // SIGUSR1 restarts the program once this returns true: it is called at the signal, then each
-    // second. Meanwhile the program can still be ended, or restarted by `restart`.
+    // Delays a restart by SIGUSR1 until `allowed` returns true: it is called at the signal, then
+    // each second. Meanwhile the program can still be ended, or restarted by `restart`.
     void waitToRestartUntil(std::function<bool()> allowed);
 
-    // What the new start is to do; absent when none was asked for.
+    // The action after the restart; absent when no restart was requested.
     std::optional<MenuAction> restarting() const { return restart_; }
 
-    void setAccessory() override {}  // a program without windows has no place on any task bar
+    void setAccessory() override {}  // a program without windows is not on the task bar
     void activate() override {}      // nothing to bring to the front yet
     void terminate() override;
     bool isRestarting() const override { return restart_.has_value(); }
@@ -64,9 +64,9 @@ private:
     SlotPointer disconnection;
     std::array<EventSourcePointer, 4> quitSignals;
     std::optional<MenuAction> restart_;
-    Subscription restartLater;  // while a restart waits
+    Subscription restartLater;  // while a restart is pending
     std::function<bool()> mayRestart = [] { return true; };
-    bool ending = false;  // what is asked for now is the next instance's
+    bool ending = false;  // later calls are for the next instance
     std::function<void()> reopen = [] {};
     std::function<void(MenuAction)> act = [](MenuAction) {};
 };

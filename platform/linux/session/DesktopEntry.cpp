@@ -48,7 +48,7 @@ std::string unescaped(std::string_view text)
     return plain;
 }
 
-// A blank needs its escape only at the start, where it would be taken for none of the value.
+// A blank is escaped only at the start, where it would otherwise be trimmed.
 std::string escaped(std::string_view text)
 {
     std::string written;
@@ -63,11 +63,11 @@ std::string escaped(std::string_view text)
     return written;
 }
 
-// Starts the program that is named after it.
+// Starts the program named by the argument after it.
 constexpr std::string_view byShell = R"(/bin/sh -c "exec \"\$0\"" )";
 
-// What a program's name may not be: "=" by the format, and "%" because it must be written twice,
-// which is another name to those who look for the program first, as GLib does.
+// Exec does not allow "=" in a program's name. "%" must be doubled, and launchers that look for the
+// program before they expand it, such as GLib, would not find it.
 bool needsShell(std::string_view path)
 {
     return path.find_first_of("=%") != std::string_view::npos;
@@ -101,18 +101,6 @@ std::optional<std::string> DesktopEntry::value(std::string_view key) const
                                    [key](const Line& candidate) { return candidate.key == key; });
     if (line == lines.rend()) return std::nullopt;
     return unescaped(trimmed(std::string_view(line->text).substr(line->text.find('=') + 1)));
-}
-
-std::vector<std::string> DesktopEntry::list(std::string_view key) const
-{
-    std::vector<std::string> parts;
-    const auto whole = value(key).value_or("");
-    for (std::size_t start = 0; start < whole.size();) {
-        const auto end = std::min(whole.find(';', start), whole.size());
-        if (end > start) parts.push_back(whole.substr(start, end - start));
-        start = end + 1;
-    }
-    return parts;
 }
 
 void DesktopEntry::set(std::string_view key, std::string_view value)

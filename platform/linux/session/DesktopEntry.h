@@ -1,5 +1,4 @@
-// The text of a desktop file, read and edited where it stands: what is not asked for stays as it
-// was written.
+// Reads and edits the text of a desktop file; everything else in it stays as it was written.
 #pragma once
 
 #include <optional>
@@ -13,16 +12,13 @@ class DesktopEntry {
 public:
     explicit DesktopEntry(std::string_view text);
 
-    // Whether there is the group that all keys here are of.
+    // Whether the text has the group [Desktop Entry], to which all keys here belong.
     bool isValid() const { return group.has_value(); }
 
-    // With its escapes resolved. Of a key that stands twice, the last.
+    // Unescaped; the last one of a repeated key.
     std::optional<std::string> value(std::string_view key) const;
 
-    // The texts between the semicolons.
-    std::vector<std::string> list(std::string_view key) const;
-
-    // `value` is escaped here. Must be valid.
+    // Escapes `value`. The entry must be valid.
     void set(std::string_view key, std::string_view value);
     void remove(std::string_view key);
 
@@ -31,15 +27,15 @@ public:
 private:
     struct Line {
         std::string text;
-        std::string key;  // empty: none of the group's
+        std::string key;  // empty unless the line sets a key of the group
     };
 
     std::vector<Line> lines;
-    std::optional<std::size_t> group;  // the line of its header
+    std::optional<std::size_t> group;  // index of its header
 };
 
-// The value of Exec that starts the program at `path`; absent for one with control characters or
-// not in UTF-8, which desktops read in different ways or not at all.
+// The value of Exec that starts the program at `path`. Absent for a path with control characters or
+// invalid UTF-8, which desktops read in different ways or not at all.
 std::optional<std::string> execCommand(std::string_view path);
 
 // The program that a value of Exec starts; empty when there is none.

@@ -32,7 +32,7 @@ void LogindWorkspace::connect(sd_bus* system)
     });
     names.emplace(system_, service, [this](const char* name) { setOwner(name); });
     names->ask();
-    takeLock();  // by logind's name, at once: the machine may go to sleep next
+    takeLock();  // without waiting for the owner's name: the machine may be about to sleep
 }
 
 Subscription LogindWorkspace::observeWillSleep(std::function<void()> willSleep)
@@ -45,7 +45,7 @@ Subscription LogindWorkspace::observeDidWake(std::function<void()> didWake)
     return wakers.add(std::move(didWake));
 }
 
-// No time limit: a lock is as good when it is granted late.
+// Without a timeout: a lock that is granted late still helps.
 void LogindWorkspace::takeLock()
 {
     const auto call = owned<MessagePointer>([this](sd_bus_message** message) {
@@ -79,7 +79,7 @@ void LogindWorkspace::prepareForSleep(sd_bus_message* signal)
     if (!isFrom(signal, owner) || sd_bus_message_read(signal, "b", &goingToSleep) < 0) return;
     if (goingToSleep) {
         sleepers.call();
-        request.reset();  // a lock granted only now would hold up the sleep for nothing
+        request.reset();  // a lock granted only now would delay the sleep for nothing
         lock.reset();
         return;
     }
@@ -87,7 +87,7 @@ void LogindWorkspace::prepareForSleep(sd_bus_message* signal)
     wakers.call();
 }
 
-// Locks end with the service that gave them.
+// A lock ends with the service that granted it.
 void LogindWorkspace::setOwner(const char* name)
 {
     if (owner == name) return;

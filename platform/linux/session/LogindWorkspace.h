@@ -1,4 +1,4 @@
-// The system's sleep and wake, as logind announces them.
+// Reports the system's sleep and wake, as logind announces them.
 #pragma once
 
 #include <functional>
@@ -14,14 +14,14 @@
 namespace vorlane::platform {
 
 // Holds a delay lock while the machine is awake, so that the system waits for the observers before
-// it sleeps. Without logind nothing is ever observed.
+// it sleeps. Without logind the observers are never called.
 class LogindWorkspace : public Workspace {
 public:
-    // As `connect`.
+    // Calls `connect`.
     explicit LogindWorkspace(sd_bus* system) { connect(system); }
 
-    // From now on by this connection, which is attached to the main loop and stays until the next
-    // call or the end of this object; null without a system bus.
+    // Uses this connection from now on; null without a system bus. It is attached to the main loop
+    // and must last until the next call or the end of this object.
     void connect(sd_bus* system);
 
     Subscription observeWillSleep(std::function<void()> willSleep) override;

@@ -37,7 +37,7 @@ protected:
         std::filesystem::permissions(folder.path() / name, std::filesystem::perms::owner_all);
     }
 
-    // Keys in the group of a file that would start the program.
+    // A file that starts the program, unless `keys` prevent it.
     void write(const char* in, const std::string& keys) const
     {
         folder.write(std::filesystem::path(in) / fileName,
@@ -57,7 +57,7 @@ protected:
     AutostartLoginItem::Places places;
 };
 
-TEST_F(AutostartLoginItemTest, TurnsOnWithAFileOfOurs)
+TEST_F(AutostartLoginItemTest, TurnsOnByWritingAFile)
 {
     EXPECT_FALSE(item().enabled());
 
@@ -70,7 +70,7 @@ TEST_F(AutostartLoginItemTest, TurnsOnWithAFileOfOurs)
                   places.program + "\"\n");
 }
 
-TEST_F(AutostartLoginItemTest, TurnsOffByTakingItAway)
+TEST_F(AutostartLoginItemTest, TurnsOffByRemovingItsFile)
 {
     (void)item().setEnabled(true);
 
@@ -102,7 +102,7 @@ TEST_F(AutostartLoginItemTest, TakesTheFirstOfTheSystemsFiles)
     EXPECT_FALSE(item().enabled());
 }
 
-TEST_F(AutostartLoginItemTest, TellsWhatTheFilesSayNow)
+TEST_F(AutostartLoginItemTest, FollowsTheKeysOfTheFile)
 {
     const auto one = item();
     for (const auto* keys :
@@ -115,13 +115,13 @@ TEST_F(AutostartLoginItemTest, TellsWhatTheFilesSayNow)
         EXPECT_FALSE(one.enabled()) << keys;
     }
     for (const auto* keys : {"Hidden=false\n", "X-GNOME-Autostart-enabled=true\n",
-                             "OnlyShowIn=GNOME;sway;\n", "NotShowIn=XFCE;\n", "TryExec=sh\n"}) {
+                             "OnlyShowIn=GNOME;;sway;\n", "NotShowIn=XFCE;\n", "TryExec=sh\n"}) {
         write("home/autostart", keys);
         EXPECT_TRUE(one.enabled()) << keys;
     }
 }
 
-TEST_F(AutostartLoginItemTest, TurnsOnAgainWhateverTurnedItOff)
+TEST_F(AutostartLoginItemTest, OverridesAnyKeyThatTurnedItOff)
 {
     for (const auto* keys :
          {"Hidden=true\n", "X-GNOME-Autostart-enabled=false\n", "OnlyShowIn=GNOME;KDE;\n",
@@ -135,7 +135,7 @@ TEST_F(AutostartLoginItemTest, TurnsOnAgainWhateverTurnedItOff)
     }
 }
 
-TEST_F(AutostartLoginItemTest, KeepsAFileOfTheUsersWhenItTurnsOff)
+TEST_F(AutostartLoginItemTest, KeepsTheUsersFileWhenItTurnsOff)
 {
     write("home/autostart", "X-MATE-Autostart-Delay=10\n");
     const auto before = own().value();
@@ -182,7 +182,7 @@ TEST_F(AutostartLoginItemTest, StartsAProgramWithAnyName)
     EXPECT_TRUE(item().enabled());
 }
 
-// Letters that mean something to a reader of desktop files, or to a shell; and any others.
+// Names with characters that are special in desktop files or shells.
 std::vector<std::string> awkwardNames()
 {
     std::vector<std::string> names{"plain",  "a b",         " lead",  "trail ",
@@ -209,7 +209,7 @@ bool appearsSoon(const std::filesystem::path& path)
 TEST_F(AutostartLoginItemTest, IsStartedFromAnyFolder)
 {
     if (std::system("/usr/bin/python3 -c 'from gi.repository import Gio' 2>/dev/null") != 0) {
-        GTEST_SKIP() << "there is no GLib for Python here, which would start the programs";
+        GTEST_SKIP() << "GLib for Python, which starts the programs, is not installed";
     }
     std::vector<std::filesystem::path> started;
     std::string command = "/usr/bin/python3 " VORLANE_LAUNCH;
@@ -258,7 +258,7 @@ TEST_F(AutostartLoginItemTest, TurnsOffFromAnyFolderWhatTheSystemWouldStart)
     EXPECT_THAT(own().value(), Not(HasSubstr("Exec")));
 }
 
-TEST_F(AutostartLoginItemTest, SeesThatAProgramInAnOddFolderIsGone)
+TEST_F(AutostartLoginItemTest, NoticesThatAProgramInAnOddFolderIsGone)
 {
     writeProgram("50%/vorlane");
     places.program = (folder.path() / "50%/vorlane").string();
@@ -281,7 +281,7 @@ TEST_F(AutostartLoginItemTest, ChangesNothingThatItCannotKeepAside)
     EXPECT_EQ(own(), "mine");
 }
 
-TEST_F(AutostartLoginItemTest, TakesGarbageForOffAndKeepsItAside)
+TEST_F(AutostartLoginItemTest, TreatsGarbageAsOffAndKeepsItAside)
 {
     const auto garbage = std::string(
         "\x7f"
@@ -297,7 +297,7 @@ TEST_F(AutostartLoginItemTest, TakesGarbageForOffAndKeepsItAside)
     EXPECT_TRUE(std::filesystem::exists(places.own + ".bad"));
 }
 
-TEST_F(AutostartLoginItemTest, TakesAMaskForOff)
+TEST_F(AutostartLoginItemTest, TreatsALinkToDevNullAsOff)
 {
     write("xdg/autostart", "");
     std::filesystem::create_directories(folder.path() / "home/autostart");
@@ -315,7 +315,7 @@ TEST_F(AutostartLoginItemTest, SaysWhyItCannotTurnOn)
     EXPECT_FALSE(item().enabled());
 }
 
-TEST_F(AutostartLoginItemTest, ChangesNothingThatIsAsItShouldBe)
+TEST_F(AutostartLoginItemTest, ChangesNothingWhenTheSystemStartsIt)
 {
     write("xdg/autostart", "");
 

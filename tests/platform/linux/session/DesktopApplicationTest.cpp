@@ -31,7 +31,7 @@ protected:
     PrivateBus bus;
     BusPointer session = bus.connect(loop);
     DesktopApplication application{loop, session.get()};
-    BusPointer user = bus.connect(loop);  // somebody else on the bus
+    BusPointer user = bus.connect(loop);  // another process on the bus
     int reopened = 0;
     std::vector<MenuAction> actions;
 
@@ -41,7 +41,7 @@ protected:
         application.onAction([this](MenuAction action) { actions.push_back(action); });
     }
 
-    // The reply to a launcher that has no leave to give.
+    // Returns the reply to a launcher that passes no activation token.
     MessagePointer choose(const char* action)
     {
         const auto message = call("ActivateAction");
@@ -51,7 +51,7 @@ protected:
 
     MessagePointer call(const char* method) { return call("org.freedesktop.Application", method); }
 
-    // The connection itself answers this one, whatever the application does.
+    // The connection replies to this by itself.
     bool ping()
     {
         const auto reply = answer(loop, call("org.freedesktop.DBus.Peer", "Ping").get());
@@ -68,7 +68,7 @@ private:
     }
 };
 
-TEST_F(DesktopApplicationTest, IsTheFirstOnItsSession)
+TEST_F(DesktopApplicationTest, IsTheFirstInItsSession)
 {
     EXPECT_EQ(application.claim(), DesktopApplication::Claim::first);
 }
@@ -85,7 +85,7 @@ TEST_F(DesktopApplicationTest, IsReopenedWhenTheUserStartsItAgain)
     EXPECT_TRUE(runUntil(loop, [&] { return reopened == 1; }));
 }
 
-TEST_F(DesktopApplicationTest, HandsOnTheActionsOfALauncher)
+TEST_F(DesktopApplicationTest, PerformsTheActionsOfALauncher)
 {
     ASSERT_EQ(application.claim(), DesktopApplication::Claim::first);
 
@@ -98,8 +98,8 @@ TEST_F(DesktopApplicationTest, HandsOnTheActionsOfALauncher)
     EXPECT_EQ(reopened, 0);
 }
 
-// Who gets no answer starts the next instance.
-TEST_F(DesktopApplicationTest, AnswersNobodyOnceItIsToQuit)
+// A caller without a reply starts the next instance.
+TEST_F(DesktopApplicationTest, DoesNotReplyOnceItIsQuitting)
 {
     ASSERT_EQ(application.claim(), DesktopApplication::Claim::first);
     (void)choose("quit");
@@ -107,12 +107,12 @@ TEST_F(DesktopApplicationTest, AnswersNobodyOnceItIsToQuit)
     ASSERT_GE(sd_bus_message_append(activate.get(), "a{sv}", 0), 0);
     std::string error;
     const auto noteError = [](sd_bus_message* reply, void* noted, sd_bus_error* /*error*/) {
-        const auto* const told = sd_bus_message_get_error(reply);
-        *static_cast<std::string*>(noted) = told != nullptr ? told->name : "an answer";
+        const auto* const failure = sd_bus_message_get_error(reply);
+        *static_cast<std::string*>(noted) = failure != nullptr ? failure->name : "an answer";
         return 0;
     };
     ASSERT_GE(sd_bus_call_async(user.get(), nullptr, activate.get(), noteError, &error, 0), 0);
-    ASSERT_TRUE(ping()) << "what was called before it has not arrived";
+    ASSERT_TRUE(ping()) << "the earlier call has not arrived";
     ASSERT_EQ(actions.size(), 1);
 
     sd_bus_close(session.get());
@@ -133,7 +133,7 @@ TEST_F(DesktopApplicationTest, IsReopenedByAnActionThatItDoesNotKnow)
     EXPECT_TRUE(actions.empty());
 }
 
-TEST_F(DesktopApplicationTest, KeepsTheLeaveToRaiseAWindowFromAnAction)
+TEST_F(DesktopApplicationTest, KeepsTheActivationTokenOfAnAction)
 {
     ASSERT_EQ(application.claim(), DesktopApplication::Claim::first);
     const auto action = call("ActivateAction");
@@ -150,7 +150,7 @@ TEST_F(DesktopApplicationTest, KeepsTheLeaveToRaiseAWindowFromAnAction)
     (void)unsetenv("DESKTOP_STARTUP_ID");
 }
 
-TEST_F(DesktopApplicationTest, KeepsTheLeaveToRaiseAWindowFromEachOfItsMethods)
+TEST_F(DesktopApplicationTest, KeepsTheActivationTokenOfEachMethod)
 {
     ASSERT_EQ(application.claim(), DesktopApplication::Claim::first);
     const auto activate = call("Activate");
@@ -172,7 +172,7 @@ TEST_F(DesktopApplicationTest, KeepsTheLeaveToRaiseAWindowFromEachOfItsMethods)
     (void)unsetenv("DESKTOP_STARTUP_ID");
 }
 
-TEST_F(DesktopApplicationTest, KeepsNoLeaveThatIsNoText)
+TEST_F(DesktopApplicationTest, IgnoresAnActivationTokenThatIsNotText)
 {
     ASSERT_EQ(application.claim(), DesktopApplication::Claim::first);
     const auto activate = call("Activate");
@@ -203,7 +203,7 @@ TEST_F(DesktopApplicationTest, FailsToClaimOnABusThatHasGone)
     EXPECT_EQ(application.claim(), DesktopApplication::Claim::failed);
 }
 
-// Each of these would run until the tests are given up if the loop did not end.
+// If the loop did not end, these tests would time out.
 TEST_F(DesktopApplicationTest, EndsTheLoopWhenTheSessionBusIsLost)
 {
     bus.end();
@@ -236,7 +236,7 @@ TEST(DesktopApplicationEndTest, IsNotCutShortByASecondSignal)
     EXPECT_EXIT(end(), testing::ExitedWithCode(0), "");
 }
 
-TEST_F(DesktopApplicationTest, AsksForANewStartWhenTheFileWasUpgraded)
+TEST_F(DesktopApplicationTest, RequestsARestartOnSigusr1)
 {
     ASSERT_EQ(application.restarting(), std::nullopt);
     ASSERT_EQ(std::raise(SIGUSR1), 0);
@@ -246,7 +246,7 @@ TEST_F(DesktopApplicationTest, AsksForANewStartWhenTheFileWasUpgraded)
     EXPECT_EQ(application.restarting(), MenuAction::none);
 }
 
-TEST_F(DesktopApplicationTest, RestartsAfterAnUpgradeOnceReadingsAreSettled)
+TEST_F(DesktopApplicationTest, DelaysARestartUntilItIsAllowed)
 {
     int asked = 0;
     application.waitToRestartUntil([&] { return ++asked == 2; });
@@ -258,7 +258,7 @@ TEST_F(DesktopApplicationTest, RestartsAfterAnUpgradeOnceReadingsAreSettled)
     EXPECT_EQ(application.restarting(), MenuAction::none);
 }
 
-TEST_F(DesktopApplicationTest, EndsWhileARestartWaits)
+TEST_F(DesktopApplicationTest, EndsWhileARestartIsPending)
 {
     application.waitToRestartUntil([] {
         (void)std::raise(SIGTERM);
@@ -271,7 +271,7 @@ TEST_F(DesktopApplicationTest, EndsWhileARestartWaits)
     EXPECT_EQ(application.restarting(), std::nullopt);
 }
 
-TEST_F(DesktopApplicationTest, DoesNotWaitToRestartForAClick)
+TEST_F(DesktopApplicationTest, RestartsAtOnceForAClick)
 {
     application.waitToRestartUntil([] { return false; });
 
@@ -281,7 +281,7 @@ TEST_F(DesktopApplicationTest, DoesNotWaitToRestartForAClick)
     EXPECT_EQ(application.restarting(), MenuAction::open);
 }
 
-TEST_F(DesktopApplicationTest, PerformsWhatItWasStartedFor)
+TEST_F(DesktopApplicationTest, PerformsTheActionItWasStartedFor)
 {
     application.perform(MenuAction::open);
     application.perform(MenuAction::none);

@@ -15,17 +15,17 @@ public:
     FakeLogind(const PrivateBus& bus, const SdEventRunLoop& loop);
 
     int locksGiven = 0;
-    bool hangs = false;    // takes requests and leaves them until `answerLate`
+    bool hangs = false;    // leaves requests unanswered until `answerLate`
     std::string lastLock;  // "what who why mode" of the last request
 
-    // Whether somebody holds the lock that was given last.
+    // Whether the last lock is still held.
     bool isLockHeld() const;
 
     void prepareForSleep(bool goingToSleep);
 
     void answerLate();
 
-    // As in a restart: the name goes and comes, and the locks with it.
+    // Releases the name and acquires it again.
     void restart();
 
 private:

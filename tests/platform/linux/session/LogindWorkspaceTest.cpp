@@ -41,7 +41,7 @@ TEST_F(LogindWorkspaceTest, HoldsADelayLockWhileTheMachineIsAwake)
     EXPECT_EQ(logind.lastLock, "sleep/Vorlane/Save the battery's history/delay/");
 }
 
-TEST_F(LogindWorkspaceTest, TellsOfSleepBeforeItLetsTheMachineGo)
+TEST_F(LogindWorkspaceTest, ReportsSleepBeforeItReleasesTheLock)
 {
     runUntilLocks(1);
 
@@ -51,7 +51,7 @@ TEST_F(LogindWorkspaceTest, TellsOfSleepBeforeItLetsTheMachineGo)
     EXPECT_THAT(heard, ElementsAre("sleep, locked"));
 }
 
-TEST_F(LogindWorkspaceTest, TellsOfTheWakeAndTakesANewLock)
+TEST_F(LogindWorkspaceTest, ReportsTheWakeAndTakesANewLock)
 {
     runUntilLocks(1);
     logind.prepareForSleep(true);
@@ -72,14 +72,14 @@ TEST_F(LogindWorkspaceTest, TakesANewLockFromALoginManagerThatRestarted)
     runUntilLocks(2);
 }
 
-TEST_F(LogindWorkspaceTest, TakesALockThatIsGrantedLate)
+TEST_F(LogindWorkspaceTest, AcceptsALockThatIsGrantedLate)
 {
     runUntilLocks(1);
     logind.prepareForSleep(true);
     ASSERT_TRUE(runUntil(loop, [&] { return !logind.isLockHeld(); }));
     logind.hangs = true;
-    constexpr std::uint64_t usualPatience = 20'000;  // microseconds; others wait 25 s
-    ASSERT_GE(sd_bus_set_method_call_timeout(system.get(), usualPatience), 0);
+    constexpr std::uint64_t timeout = 20'000;  // microseconds; by default 25 s
+    ASSERT_GE(sd_bus_set_method_call_timeout(system.get(), timeout), 0);
     logind.prepareForSleep(false);
     ASSERT_TRUE(runUntil(loop, [&] { return heard.size() == 2; }));
     bool isOver = false;
@@ -91,7 +91,7 @@ TEST_F(LogindWorkspaceTest, TakesALockThatIsGrantedLate)
     runUntilLocks(2);
 }
 
-TEST_F(LogindWorkspaceTest, TellsNobodyWhoseSubscriptionEnded)
+TEST_F(LogindWorkspaceTest, DoesNotCallAnEndedSubscription)
 {
     runUntilLocks(1);
     asleep = {};
@@ -103,7 +103,7 @@ TEST_F(LogindWorkspaceTest, TellsNobodyWhoseSubscriptionEnded)
     EXPECT_THAT(heard, ElementsAre("wake"));
 }
 
-TEST(LogindWorkspaceAloneTest, DoesWithoutALoginManager)
+TEST(LogindWorkspaceAloneTest, WorksWithoutALoginManager)
 {
     SdEventRunLoop loop;
     const PrivateBus bus;
@@ -114,7 +114,7 @@ TEST(LogindWorkspaceAloneTest, DoesWithoutALoginManager)
     EXPECT_TRUE(workspace.observeWillSleep([] {}));
 }
 
-TEST(LogindWorkspaceAloneTest, DoesWithoutASystemBus)
+TEST(LogindWorkspaceAloneTest, WorksWithoutASystemBus)
 {
     LogindWorkspace workspace(nullptr);
 
