@@ -1,4 +1,4 @@
-// The sounds that the program ships, as files.
+// Finds the sound files that the program ships.
 #pragma once
 
 #include <optional>
@@ -8,18 +8,18 @@ namespace vorlane::platform {
 
 class SoundFiles {
 public:
-    // In share/sounds beside the folder of the running program, installed or in its build tree.
+    // In share/sounds of the installation, or of the build tree.
     SoundFiles();
     explicit SoundFiles(std::string folder) : folder_(std::move(folder)) {}
 
-    // The absolute path of "Glass" and the like; absent for any other name and for a lost file.
+    // The absolute path for a name such as "Glass"; absent if there is no such file.
     std::optional<std::string> path(const std::string& name) const;
 
 private:
     std::string folder_;
 };
 
-// What the sound theme of the desktop calls it, for all sounds that have no file of ours.
+// The name in the desktop's sound theme, for a sound that is not shipped.
 std::string soundThemeName(const std::string& name);
 
 }  // namespace vorlane::platform

@@ -1,5 +1,5 @@
-// Plays a sound in a process of its own, which ends with it: the audio libraries start threads,
-// keep memory, print, and wait for a sound server that may never answer.
+// Plays each sound in a separate process: the audio libraries start threads, keep memory, print,
+// and wait for a sound server that may never answer.
 #pragma once
 
 #include <string>
@@ -12,13 +12,14 @@ namespace vorlane::platform {
 
 class ThemeSoundPlayer : public SoundPlayer {
 public:
-    // `event` outlives it. `program` is called with "file" and a path, or "theme" and a name.
+    // `event` must outlive this object. `program` is called with "file" and a path, or "theme" and
+    // a name.
     ThemeSoundPlayer(sd_event* event, std::string program, SoundFiles files);
 
-    // In lib/vorlane beside the folder of the running program.
+    // In lib/vorlane of the installation, or of the build tree.
     static std::string usualProgram();
 
-    // Cuts off a sound that still plays.
+    // Stops a sound that is still playing.
     void play(const std::string& name) override;
 
 private:

@@ -49,7 +49,7 @@ def noise(seconds, seed):
 
 
 def resonance(sound, pitch, width):
-    """What of it lies about `pitch`, `width` hertz wide."""
+    """The part of the sound around `pitch`, in a band of `width` hertz."""
     at = pitch if callable(pitch) else lambda t: pitch
     radius = math.exp(-math.pi * width / RATE)
     one = two = 0.0
@@ -66,7 +66,7 @@ def shaped(sound, level):
 
 
 def mixed(*placed):
-    """Sounds at their times: (seconds, loudness, sound)."""
+    """Adds up (start in seconds, loudness, sound)."""
     whole = silence(max(at + len(sound) / RATE for at, _, sound in placed) + 0.001)
     for at, loud, sound in placed:
         start = round(at * RATE)
@@ -76,10 +76,10 @@ def mixed(*placed):
 
 
 def plucked(pitch, seconds, seed, damping):
-    """A string: a burst of noise that runs round a loop and softens."""
+    """A string: a burst of noise, repeated and softened each time."""
     loop = noise(1 / pitch, seed)
     loop = [(loop[i - 2] + 2 * loop[i - 1] + loop[i]) / 4 for i in range(len(loop))]
-    middle = sum(loop) / len(loop)  # which would stay to the end
+    middle = sum(loop) / len(loop)  # an offset would not die away
     loop = [x - middle for x in loop]
     sound = []
     for i in range(round(seconds * RATE)):
@@ -182,7 +182,7 @@ SOUNDS = (glass, ping, hero, submarine, funk, basso, blow, bottle, frog, morse, 
 
 
 def finished(sound):
-    """About zero, faded at both ends, as loud as all others."""
+    """Centred on zero, faded at both ends, and as loud as all others."""
     middle = sum(sound) / len(sound)
     length = len(sound) / RATE
     faded = shaped([x - middle for x in sound],

@@ -1,5 +1,5 @@
-// Plays one sound and ends with it: vorlane-play file PATH, or vorlane-play theme NAME. Without a
-// sound server it ends at once; it says nothing and never stays.
+// Plays one sound and exits: vorlane-play file PATH, or vorlane-play theme NAME. Without a sound
+// server it exits at once. It prints nothing and runs for at most ten seconds.
 #include <canberra.h>
 #include <unistd.h>
 
@@ -11,13 +11,13 @@ namespace {
 
 constexpr unsigned longest = 10;  // seconds; a sound server may hang
 
-// All that the sound took goes with the process.
+// The end of the process frees everything.
 [[noreturn]] void end(ca_context* /*context*/, std::uint32_t /*id*/, int error, void* /*data*/)
 {
     _exit(error == CA_SUCCESS ? EXIT_SUCCESS : EXIT_FAILURE);
 }
 
-// False when it cannot be played; otherwise `end` is called, in another thread.
+// False when the sound cannot be played; otherwise `end` is called later, on another thread.
 bool play(const char* property, const char* sound)
 {
     ca_context* context = nullptr;

@@ -1,4 +1,4 @@
-// The sounds that the build made, as a listener would judge them.
+// Checks the generated sounds for what a listener would notice.
 #include <gmock/gmock.h>
 
 #include <algorithm>
@@ -20,7 +20,7 @@ constexpr std::array names{"glass",  "ping", "hero",  "submarine", "funk", "bass
                            "bottle", "frog", "morse", "pop",       "purr", "sosumi", "tink"};
 constexpr double rate = 44'100;
 
-// Of the mono file with 16 bits that it must be; empty when it is not.
+// Empty unless the file is mono with 16 bits.
 std::vector<double> samples(const std::string& name)
 {
     std::ifstream file(VORLANE_SOUNDS "/stereo/vorlane-" + name + ".wav", std::ios::binary);
@@ -42,7 +42,7 @@ double loudest(const std::vector<double>& sound)
                            [](double most, double x) { return std::max(most, std::abs(x)); });
 }
 
-// What a resonator of a third of an octave about the pitch takes up.
+// The part of the sound in a third of an octave around the pitch.
 std::vector<double> resonance(std::vector<double> sound, double pitch)
 {
     const double radius = std::exp(-std::numbers::pi * 0.18 * pitch / rate);
@@ -59,14 +59,14 @@ std::vector<double> resonance(std::vector<double> sound, double pitch)
     return sound;
 }
 
-// Twice, for narrow bands.
+// Filtered twice, for a narrow band.
 double levelAt(const std::vector<double>& sound, double pitch)
 {
     const auto heard = resonance(resonance(sound, pitch), pitch);
     return std::sqrt(std::inner_product(heard.begin(), heard.end(), heard.begin(), 0.0));
 }
 
-// Its levels at each third of an octave from 50 Hz, as a direction.
+// The levels at each third of an octave from 50 Hz, normalised.
 std::array<double, 24> spectrum(const std::vector<double>& sound)
 {
     std::array<double, 24> levels{};
@@ -79,7 +79,7 @@ std::array<double, 24> spectrum(const std::vector<double>& sound)
     return levels;
 }
 
-TEST(ShippedSoundsTest, AreShortAndOfOneLoudness)
+TEST(ShippedSoundsTest, AreShortAndEquallyLoud)
 {
     for (const auto* name : names) {
         const auto sound = samples(name);
@@ -90,7 +90,7 @@ TEST(ShippedSoundsTest, AreShortAndOfOneLoudness)
     }
 }
 
-TEST(ShippedSoundsTest, AreNoHumAndNoSilence)
+TEST(ShippedSoundsTest, AreCentredAndAudible)
 {
     for (const auto* name : names) {
         const auto sound = samples(name);
@@ -115,7 +115,7 @@ TEST(ShippedSoundsTest, BeginAndEndWithoutAClick)
     }
 }
 
-TEST(ShippedSoundsTest, AreToldApartByTheirTones)
+TEST(ShippedSoundsTest, HaveDistinctSpectra)
 {
     std::vector<std::array<double, 24>> spectra;
     spectra.reserve(names.size());

@@ -19,7 +19,7 @@ TEST(SoundFilesTest, FindsASoundByTheNameInTheSettings)
     EXPECT_EQ(sounds.path(""), std::nullopt);
 }
 
-TEST(SoundFilesTest, LeavesItsFolderForNoName)
+TEST(SoundFilesTest, NeverLeavesItsFolder)
 {
     const TemporaryFolder folder;
     folder.write("vorlane-x/y", "");
@@ -30,14 +30,14 @@ TEST(SoundFilesTest, LeavesItsFolderForNoName)
     EXPECT_EQ(sounds.path(std::string("x\0y", 3)), std::nullopt);
 }
 
-TEST(SoundFilesTest, KnowsTheDesktopsNameOfTheDefault)
+TEST(SoundFilesTest, GivesThemeNames)
 {
     EXPECT_EQ(soundThemeName("default"), "message-new-instant");
     EXPECT_EQ(soundThemeName("bell"), "bell");
 }
 
-// Whoever plays it makes a path of it.
-TEST(SoundFilesTest, TakesNoPathForAName)
+// The player would build a path from it.
+TEST(SoundFilesTest, PlaysTheDefaultInsteadOfAPath)
 {
     EXPECT_EQ(soundThemeName("../../secret"), "message-new-instant");
     EXPECT_EQ(soundThemeName("/secret"), "message-new-instant");

@@ -15,7 +15,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-// Stands in for the program that plays: it writes down how it was called.
+// A script replaces the program that plays.
 class ThemeSoundPlayerTest : public testing::Test {
 protected:
     ThemeSoundPlayerTest() { folder.write("sounds/vorlane-glass.wav", "RIFF"); }
@@ -51,7 +51,7 @@ protected:
     TemporaryFolder folder;
 };
 
-TEST_F(ThemeSoundPlayerTest, PlaysASoundOfOursByItsFile)
+TEST_F(ThemeSoundPlayerTest, PlaysAShippedSoundFromItsFile)
 {
     auto sounds = player("echo \"$@\" >> calls");
 
@@ -72,9 +72,9 @@ TEST_F(ThemeSoundPlayerTest, PlaysTheDefaultByItsNameInTheTheme)
     EXPECT_THAT(lines("calls"), ElementsAre("theme message-new-instant"));
 }
 
-TEST_F(ThemeSoundPlayerTest, WaitsForNothing)
+TEST_F(ThemeSoundPlayerTest, DoesNotWaitForTheSound)
 {
-    // Waits for a line that nobody writes before play has returned.
+    // The script waits for a line that is written after `play` has returned.
     auto sounds = player("read line < pipe; echo \"$line\" > calls");
     ASSERT_EQ(mkfifo((folder.path() / "pipe").c_str(), S_IRWXU), 0);
 
@@ -86,7 +86,7 @@ TEST_F(ThemeSoundPlayerTest, WaitsForNothing)
     EXPECT_THAT(lines("calls"), ElementsAre("done"));
 }
 
-TEST_F(ThemeSoundPlayerTest, CutsOffASoundThatStillPlays)
+TEST_F(ThemeSoundPlayerTest, StopsASoundThatIsStillPlaying)
 {
     auto sounds = player("[ \"$1\" = theme ] && exit; read line < pipe; echo late > calls");
     ASSERT_EQ(mkfifo((folder.path() / "pipe").c_str(), S_IRWXU), 0);
@@ -98,7 +98,7 @@ TEST_F(ThemeSoundPlayerTest, CutsOffASoundThatStillPlays)
     EXPECT_THAT(lines("calls"), IsEmpty());
 }
 
-TEST_F(ThemeSoundPlayerTest, LeavesNoProcessBehindThatStillPlays)
+TEST_F(ThemeSoundPlayerTest, LeavesNoPlayerBehind)
 {
     {
         auto sounds = player("read line < pipe");
@@ -110,7 +110,7 @@ TEST_F(ThemeSoundPlayerTest, LeavesNoProcessBehindThatStillPlays)
     EXPECT_FALSE(hasChildren());
 }
 
-TEST_F(ThemeSoundPlayerTest, LetsThePlayingProgramBeStopped)
+TEST_F(ThemeSoundPlayerTest, UnblocksSignalsForThePlayer)
 {
     sigset_t blocked;
     sigset_t before;
@@ -126,7 +126,7 @@ TEST_F(ThemeSoundPlayerTest, LetsThePlayingProgramBeStopped)
     pthread_sigmask(SIG_SETMASK, &before, nullptr);
 }
 
-TEST_F(ThemeSoundPlayerTest, LetsThePlayingProgramSayNothing)
+TEST_F(ThemeSoundPlayerTest, DiscardsThePlayersOutput)
 {
     auto sounds = player("readlink /proc/self/fd/1 /proc/$$/fd/2 > calls; echo noise >&2");
 
