@@ -16,14 +16,6 @@ namespace {
 constexpr std::int64_t fullBar = 1000;  // charge cycles
 constexpr double leastPower = 0.1;      // watts; less is measuring noise
 
-// Fixed levels, independent of the user's limits.
-Color ringColor(const BatteryState& state)
-{
-    if (!state.pluggedIn && state.percent <= 20) return Color::red;
-    const bool full = state.isCharged || (state.pluggedIn && state.percent > 99);
-    return state.isCharging || full ? Color::green : Color::accent;
-}
-
 Color cycleColor(std::int64_t count)
 {
     if (count <= 700) return Color::accent;
@@ -107,7 +99,7 @@ GaugeBlock PopoverView::gauge(Date now) const
 {
     const auto& state = model->state.get();
     GaugeBlock block;
-    block.ring = RingView{.percent = state.percent, .color = ringColor(state)}.content();
+    block.ring = RingView::of(state).content();
     block.stateText = state.stateText();
     if (const auto since = model->pluggedSince.get()) {
         const auto minutes = static_cast<std::int64_t>((now - *since).count() / 60.0);

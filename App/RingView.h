@@ -3,6 +3,7 @@
 
 #include <cstdint>
 
+#include "App/BatteryState.h"
 #include "App/content/PopoverContent.h"
 
 namespace vorlane {
@@ -10,6 +11,9 @@ namespace vorlane {
 struct RingView {
     std::int64_t percent = 0;
     Color color = Color::accent;
+
+    // The levels of its colours are fixed: they do not depend on the user's limits.
+    static RingView of(const BatteryState& state);
 
     RingContent content() const;
 };

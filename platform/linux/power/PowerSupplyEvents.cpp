@@ -15,6 +15,7 @@ struct Watch {
     DeviceMonitorPointer monitor;
 };
 
+// As PowerSupply::isPeripheral, which reads files.
 bool isPeripheral(sd_device* device)
 {
     const char* scope = nullptr;

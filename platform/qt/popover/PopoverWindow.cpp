@@ -21,6 +21,7 @@ using namespace std::chrono_literals;
 
 constexpr const char* title = "Vorlane";
 constexpr int border = 1;
+constexpr auto reopenDelay = 150ms;
 
 bool canGrabPointer()
 {
@@ -45,7 +46,7 @@ PopoverWindow::PopoverWindow(QWidget* content, ClosedByUser closedByUser,
     setWindowTitle(title);
     qApp->installEventFilter(this);
     resting.setSingleShot(true);
-    resting.setInterval(150ms);
+    resting.setInterval(reopenDelay);
     connect(&resting, &QTimer::timeout, this, [this] {
         if (const auto pointer = std::exchange(waiting, std::nullopt)) openAt(*pointer);
     });
