@@ -10,7 +10,6 @@
 #include "platform/qt/chart/ChartGeometry.h"
 #include "platform/qt/chart/ChartText.h"
 #include "platform/qt/look/PixelGrid.h"
-#include "platform/qt/look/TextLabel.h"
 
 namespace vorlane::platform {
 
@@ -186,9 +185,8 @@ void ChartWidget::paintNotice(QPainter& painter) const
 {
     painter.setFont(theme.caption);
     painter.setPen(theme.secondary);
-    const auto text = QString::fromStdString(*content.notice);
     painter.drawText(rect(), Qt::AlignCenter | Qt::TextWordWrap,
-                     brokenAtPauses(text, painter.fontMetrics(), width()));
+                     QString::fromStdString(*content.notice));
 }
 
 void ChartWidget::paintGrid(QPainter& painter, const ChartDrawing& drawn) const
