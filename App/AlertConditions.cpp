@@ -7,7 +7,8 @@ AlertConditions AlertConditions::of(const BatteryState& state, const Prefs& pref
 {
     if (!state.hasBattery) return {};
 
-    // The limit is also the threshold of "too long", even when its own reminder is off.
+    // The charge limit is also the threshold of "too long", even when the charge-limit reminder is
+    // off.
     const bool aboveLimit = state.pluggedIn && state.percent >= prefs.limit;
     const Seconds allowed{static_cast<double>(prefs.longHours) * 3600.0};
     return {

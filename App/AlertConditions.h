@@ -1,4 +1,4 @@
-// Which alert conditions are true now. Whether to send an alert is left to `AlertEngine`.
+// Evaluates which alert conditions are true now. `AlertEngine` decides whether to send an alert.
 #pragma once
 
 #include <array>
@@ -12,7 +12,7 @@
 namespace vorlane {
 
 struct AlertConditions {
-    // Without health, whose reminder is sent once and never withdrawn.
+    // All kinds except health, whose reminder is sent once and never withdrawn.
     static constexpr std::array kinds{AlertKind::chargeLimit, AlertKind::low, AlertKind::tooLong};
 
     bool chargeLimit = false;

@@ -18,7 +18,7 @@ constexpr std::int64_t mostChargeAlerts = 4;
 constexpr Seconds repeatSpacing{290};
 
 constexpr double healthFloor = 80.0;
-// Above the floor, so that a capacity wavering around it gives one alert and not many.
+// Above the floor, so that a capacity that wavers around the floor causes only one alert.
 constexpr double healthRearm = 82.0;
 constexpr const char* healthSentKey = "healthAlertSent";
 

@@ -19,16 +19,16 @@ namespace vorlane {
 // "healthAlertSent", because it must survive restarts.
 struct AlertEngine {
     std::set<AlertKind> suppressed;  // were true when primed; silent until they have been false
-    std::int64_t chargeSent = 0;     // alerts since the limit was last reached
+    std::int64_t chargeSent = 0;     // sent since the limit was last reached
     Date chargeLast = distantPast;
     bool lowSent = false;
     bool longSent = false;
 
     struct Moment {
-        std::optional<Date> since;  // when it was plugged in; absent when unknown or unplugged
+        std::optional<Date> since;  // start of the spell on power; absent when unknown or unplugged
         Date now;
         bool canDeliver = false;
-        bool prime = false;  // count conditions that are already true as announced
+        bool prime = false;  // treat conditions that are already true as announced
     };
 
     // Returns at most one alert per kind, in the order of `AlertKind`. While `canDeliver` is false

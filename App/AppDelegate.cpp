@@ -124,7 +124,7 @@ void AppDelegate::subscribe()
     };
     bag.push_back(model->state.subscribe(redrawSoon));
     bag.push_back(model->snoozeUntil.subscribe(redrawSoon));
-    // The menu shows when a snooze ends, and the time zone may have changed.
+    // Every refresh redraws the end of a snooze in the menu, since the time zone may have changed.
     bag.push_back(model->historyVersion.subscribe([&snoozeUntil = model->snoozeUntil, redrawSoon] {
         if (snoozeUntil.get()) redrawSoon();
     }));

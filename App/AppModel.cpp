@@ -9,8 +9,8 @@ namespace vorlane {
 namespace {
 
 constexpr RunLoop::Rhythm refreshRhythm{.interval = Seconds{60}, .tolerance = Seconds{10}};
-// Some embedded controllers need seconds to detect the battery after a resume, and not all of them
-// signal when they have.
+// Some embedded controllers need seconds to detect the battery after a resume, and some of them do
+// not signal that they have detected it.
 constexpr RunLoop::Rhythm resumeRefreshRhythm{.interval = Seconds{5}, .tolerance = Seconds{1}};
 constexpr Seconds snoozeSpan{3600};
 
@@ -79,7 +79,7 @@ void AppModel::adjustToClockStep(Seconds step, Date now)
 void AppModel::goToSleep()
 {
     history.save(now());
-    // Not only at the wake: battery events may arrive before the wake signal.
+    // Starts filtering before the wake, because battery events may arrive before the wake signal.
     resumeFilter.sleep();
     restartSettleTimer();
 }
@@ -137,7 +137,7 @@ void AppModel::refresh(Reason reason)
     remind(fresh, pass);
 }
 
-// Primes what was true before a plug change, even if no refresh saw it.
+// Primes conditions that were true before a plug change, even if no refresh saw them.
 void AppModel::catchUp(const BatteryState& missed, Date now)
 {
     const Pass pass{.now = now, .primes = true};

@@ -24,8 +24,8 @@ namespace vorlane {
 // Lives as long as the process; main thread only.
 class AppModel : public std::enable_shared_from_this<AppModel> {
 public:
-    // Why a refresh happens. Launch and wake only prime: conditions that are already true count as
-    // announced.
+    // Why a refresh happens. Launch and wake only prime: they treat conditions that are already
+    // true as announced.
     enum class Reason { launch, change, timer, wake };
 
     Published<BatteryState> state;
@@ -44,8 +44,8 @@ public:
     // Performs the first refresh and subscribes to the platform's events. Call it once.
     void start();
 
-    // Reads the battery, then records history and reminds. The clock is read once, after the
-    // battery. Around a sleep, `ResumeFilter` may reject the reading or have it only prime.
+    // Reads the battery, then records history and reminds. Reads the clock once, after the battery.
+    // Around a sleep, `ResumeFilter` may reject the reading or let it only prime.
     void refresh(Reason reason);
 
     // Whether readings are suspect because the machine is about to sleep or has just woken.
@@ -61,7 +61,7 @@ public:
 private:
     struct Pass {
         Date now;
-        bool primes;  // conditions that are true count as announced
+        bool primes;  // treat conditions that are true as announced
     };
 
     Date now();

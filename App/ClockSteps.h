@@ -16,8 +16,8 @@ public:
         Seconds uptime;
     };
 
-    // By how much the clock was set since the last call. Absent on the first call, and for the
-    // small corrections of a time service.
+    // Returns how far the clock was moved since the last call. Absent on the first call, and for
+    // the small corrections of a time service.
     std::optional<Seconds> check(Reading fresh)
     {
         const auto before = std::exchange(last, fresh);

@@ -15,7 +15,7 @@ constexpr const char* collecting = "Collecting history… a graph appears after 
 constexpr std::size_t targetPoints = 300;  // up to twice as many are plotted
 constexpr Seconds day{86400};
 
-// Thinned samples lie further apart and may have longer gaps before the line breaks.
+// Thinned samples lie further apart, so the line breaks only at a longer gap.
 Seconds longestGap(std::size_t stride)
 {
     return Seconds{900} + Seconds{60} * static_cast<double>(stride);

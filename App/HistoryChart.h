@@ -15,10 +15,11 @@ struct HistoryChart {
     std::shared_ptr<const AppModel> model;
     std::int64_t days = 1;
 
-    // Only a notice until there are two points. Negative `days` is a programming error.
+    // Contains only a notice until there are two points. Negative `days` is a programming error.
     ChartContent content(Date now) const;
 
-    // A new segment starts where samples are missing. `id` is the index among those since `from`.
+    // The samples since `from`, thinned; `id` is a sample's index before thinning. A new segment
+    // starts where samples are missing.
     std::vector<ChartPoint> points(Date from) const;
 };
 

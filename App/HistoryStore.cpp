@@ -14,7 +14,7 @@ namespace {
 
 constexpr Seconds retention = std::chrono::hours{30 * 24};
 constexpr Seconds saveSpacing{300};
-constexpr Seconds trustedAge{600};  // of the last sample, for the estimate
+constexpr Seconds trustedAge{600};  // how old the last sample may be for an estimate
 constexpr Seconds longestGap{900};
 constexpr Seconds asideRetention = std::chrono::hours{24};
 
@@ -50,7 +50,7 @@ void HistoryStore::load(Date now)
     if (!decoded) return;
     decoded->insert(decoded->end(), samples.begin(), samples.end());
 
-    // Usually sorted already; sorting a month of samples costs as much as reading them.
+    // The file is usually sorted, and sorting a month of samples takes as long as reading them.
     if (!std::ranges::is_sorted(*decoded, {}, &Sample::t)) {
         std::ranges::stable_sort(*decoded, {}, &Sample::t);
     }

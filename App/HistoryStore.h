@@ -45,7 +45,7 @@ public:
     // The samples at or after `since`; valid until the next change.
     std::span<const Sample> samplesSince(Date since) const;
 
-    // When the machine was plugged in, as far as the samples show; absent when they do not.
+    // Estimates from the samples when the machine was plugged in; absent when they do not show it.
     std::optional<Date> pluggedSinceEstimate(Date now) const;
 
 private:

@@ -34,13 +34,13 @@ public:
 
     bool available() const;
 
-    // Registers as the service's delegate, and the category with the snooze action.
+    // Registers this object as the service's delegate, and the category with the snooze action.
     void setup();
 
     // Explains, then asks for permission, unless the user has already decided.
     void requestIfNeeded();
 
-    // Posts one alert. A kind that is missing in `sounds` plays the default sound.
+    // Posts one alert. A kind that is not in `sounds` plays the default sound.
     void deliver(const PendingAlert& alert, const std::map<AlertKind, std::string>& sounds);
 
     // Removes the notification of this kind.

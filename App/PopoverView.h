@@ -34,7 +34,7 @@ public:
 
     PopoverContent content(Date now) const;
 
-    // They do nothing once the view is destroyed.
+    // The intents do nothing once the view is destroyed.
     PopoverIntents intents();
 
 private:

@@ -23,7 +23,7 @@ public:
     // Replaces any earlier value of the key.
     void set(std::string key, Value value);
 
-    // Also reads a real number, truncated toward zero; absent when that does not fit.
+    // Also reads a real number, truncated toward zero; absent when the result does not fit.
     std::optional<std::int64_t> integer(std::string_view key) const;
 
     // Also reads a whole number. Absent for infinities and NaN.

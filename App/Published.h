@@ -8,8 +8,8 @@
 
 namespace vorlane {
 
-// Assigning an equal value notifies too; the owner compares first. A subscriber still reads the old
-// value; to read the new one it defers its work to the next turn of the run loop.
+// Assigning an equal value notifies too, so the owner compares first. A subscriber still reads the
+// old value; to read the new one, it defers its work to the next turn of the run loop.
 template <typename T>
 class Published {
 public:

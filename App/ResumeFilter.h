@@ -1,4 +1,4 @@
-// Decides what to make of readings around a sleep. Conditions that arose during the sleep count as
+// Decides how to treat readings around a sleep. Conditions that arose during the sleep count as
 // announced; a plug change after the wake does not. A battery that briefly reads as empty or
 // missing is rejected for a while.
 #pragma once
@@ -13,7 +13,7 @@ namespace vorlane {
 
 class ResumeFilter {
 public:
-    // After the wake, until its owner refreshes, and until it calls `end`.
+    // How long after the wake the owner refreshes, and calls `end`.
     static constexpr Seconds wakeRefreshDelay{3};
     static constexpr Seconds settleTimeout{30};
 
@@ -45,7 +45,7 @@ private:
         asleep,
         woken,                 // until the wake refresh
         wakeRefreshPostponed,  // until the next accepted reading
-        plugChanged            // since the wake; the wake refresh no longer primes
+        plugChanged            // since the wake, so the wake refresh no longer primes
     };
 
     Phase phase = Phase::awake;

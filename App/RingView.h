@@ -12,7 +12,7 @@ struct RingView {
     std::int64_t percent = 0;
     Color color = Color::accent;
 
-    // The levels of its colours are fixed: they do not depend on the user's limits.
+    // The levels of the colours are fixed; they do not depend on the user's limits.
     static RingView of(const BatteryState& state);
 
     RingContent content() const;

@@ -35,7 +35,7 @@ std::optional<Sample> sampleOf(const simdjson::dom::element& element)
 // Appends the samples in `json`; false if it is not an array of samples.
 bool decodeArray(simdjson::dom::parser& parser, std::string& json, std::vector<Sample>& samples)
 {
-    // The parser reads a little beyond the text; without room there it makes a copy.
+    // The parser reads a little beyond the text, and copies the text if there is no room for that.
     json.reserve(json.size() + simdjson::SIMDJSON_PADDING);
     simdjson::dom::array elements;
     if (parser.parse(json).get(elements) != simdjson::SUCCESS) return false;

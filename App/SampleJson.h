@@ -20,7 +20,7 @@ std::optional<std::vector<Sample>> decodeSamples(std::string json);
 // Whether every sample can be written: JSON has no infinities or NaN.
 bool canEncode(std::span<const Sample> samples);
 
-// Encodes samples as compact JSON in pieces, to save memory. The samples must outlive it.
+// Encodes samples as compact JSON in pieces, to save memory. The samples must outlive the encoder.
 class SampleEncoder {
 public:
     explicit SampleEncoder(std::span<const Sample> all) : samples(all) {}

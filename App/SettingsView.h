@@ -44,7 +44,7 @@ public:
 
     SettingsContent content() const;
 
-    // They do nothing once the view is destroyed.
+    // The intents do nothing once the view is destroyed.
     SettingsIntents intents();
 
 private:

@@ -57,7 +57,7 @@ StatusItemContent StatusItemView::content(DefaultsStore& defaults, const StatusI
         .time = state.hasBattery && prefs.showTime ? state.shortTime() : std::nullopt,
         .toolTip = state.stateText(),
         .menu = menu(state.stateText(), snoozeLine(model->snoozeUntil.get(), calendar)),
-        // "Low" does not depend on time.
+        // "Low" does not depend on the time, so no time is passed.
         .needsAttention = AlertConditions::of(state, prefs, std::nullopt, {}).low,
     };
     content.title = titleText(content);

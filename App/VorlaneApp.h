@@ -31,7 +31,7 @@ public:
         return !_delegate->model->isSettling();
     }
 
-    // For a process that ends without leaving its main loop.
+    // Call it when the process ends without leaving its main loop.
     void terminate() { _delegate->applicationWillTerminate(); }
 
 private:

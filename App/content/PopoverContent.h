@@ -25,14 +25,14 @@ struct RingContent {
 struct DetailRow {
     std::string label;
     std::string value;
-    std::optional<Color> color;  // of the value; absent: secondary
+    std::optional<Color> color;  // the value's colour; absent: secondary
 
     friend bool operator==(const DetailRow&, const DetailRow&) = default;
 };
 
 struct SnoozeLine {
     std::string text;
-    std::string cancel;  // the title of the link after it
+    std::string cancel;  // the title of the cancel link after the text
 
     friend bool operator==(const SnoozeLine&, const SnoozeLine&) = default;
 };

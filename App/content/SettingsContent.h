@@ -46,7 +46,7 @@ struct SoundEntry {
 struct SoundRow {
     std::string key;
     std::string title;
-    std::string value;  // selects no entry if none has it
+    std::string value;  // if no entry has this value, none is selected
     std::vector<SoundEntry> entries;
     bool enabled = true;
 

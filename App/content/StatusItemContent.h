@@ -13,7 +13,7 @@ enum class ImagePosition { imageOnly, imageLeading };
 // What a menu item of the status item does.
 enum class MenuAction { none, open, snooze, cancelSnooze, settings, quit };
 
-// One entry of the menu. With `none` it is a plain text or a separator.
+// One entry of the menu. With the action `none`, it is plain text or a separator.
 struct MenuItem {
     MenuAction action = MenuAction::none;
     std::string title;  // empty: a separator

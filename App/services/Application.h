@@ -11,7 +11,7 @@ class Application {
 public:
     virtual ~Application() = default;
 
-    // No dock icon and no main window.
+    // Shows no dock icon and no main window.
     virtual void setAccessory() = 0;
 
     // Brings the program's windows to the front, before those of other programs.

@@ -18,7 +18,7 @@ class DefaultsStore {
 public:
     virtual ~DefaultsStore() = default;
 
-    // Sets what keys read as until they are written. Replaces earlier defaults.
+    // Sets the values that keys have until they are written. Replaces earlier defaults.
     virtual void registerDefaults(const std::map<std::string, DefaultsValue>& defaults) = 0;
 
     // False or 0 when the key has no value or one of another type. Whole and real numbers convert;

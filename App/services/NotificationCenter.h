@@ -63,7 +63,8 @@ public:
 
     virtual PresentationOptions willPresent() = 0;
 
-    // The user chose an action of a notification. Must call `completion` exactly once.
+    // Called when the user chooses an action of a notification. Must call `completion` exactly
+    // once.
     virtual void didReceive(const std::string& actionIdentifier,
                             const std::function<void()>& completion) = 0;
 };
