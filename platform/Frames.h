@@ -1,4 +1,4 @@
-// Messages on a SOCK_SEQPACKET socket, where each send is one receive.
+// Sends and receives messages on a SOCK_SEQPACKET socket, which delivers each message whole.
 #pragma once
 
 #include <sys/socket.h>
@@ -23,8 +23,8 @@ inline Receiving receiveFrame(int socket, std::string& bytes, std::size_t larges
 {
     constexpr int peek = MSG_PEEK | MSG_TRUNC | MSG_DONTWAIT;
     auto size = recv(socket, nullptr, 0, peek);
-    // Reported once if the peer closed without reading everything; its own messages are still
-    // queued.
+    // The kernel reports this error once if the peer closed without reading everything. The peer's
+    // own messages are still queued.
     if (size < 0 && errno == ECONNRESET) size = recv(socket, nullptr, 0, peek);
     if (size < 0 && (errno == EAGAIN || errno == EINTR)) return Receiving::nothing;
     if (size <= 0 || static_cast<std::size_t>(size) > largest) return Receiving::end;

@@ -15,8 +15,8 @@
 
 namespace vorlane::platform {
 
-// To the windows. `opening` counts how often a window was shown, so that a late close report for
-// an earlier opening is ignored.
+// Messages to the windows process. `opening` counts how often a window was shown, so that a late
+// close report for an earlier opening is ignored.
 struct ShowPopover {
     PopoverContent content;
     std::string token;  // for XDG activation; may be empty
@@ -47,7 +47,7 @@ struct PopUpMenu {
 using ToWindows = std::variant<Appearance, ShowPopover, UpdatePopover, ClosePopover, ShowSettings,
                                UpdateSettings, Ask, PopUpMenu>;
 
-// From the windows.
+// Messages from the windows process.
 struct PopoverClosed {
     std::uint64_t opening = 0;
     bool byPress = false;  // a press elsewhere may have closed it
@@ -78,7 +78,7 @@ struct Chosen {
 };
 struct Idle {};  // no window has been visible for a while
 struct Handled {
-    std::uint64_t messages = 0;  // since the process was started
+    std::uint64_t messages = 0;  // handled since the process was started
 };
 using FromWindows =
     std::variant<PopoverClosed, SettingsClosed, OpenSettings, Quit, CancelSnooze, SelectRange,

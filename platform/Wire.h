@@ -18,7 +18,7 @@
 
 namespace vorlane::platform::wire {
 
-// Copied bytewise.
+// Copied byte by byte.
 template <typename T>
 concept Number = std::is_arithmetic_v<T> && !std::is_same_v<T, bool>;
 

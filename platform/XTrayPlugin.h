@@ -28,10 +28,10 @@ public:
     // Readable when there may be something to dispatch.
     virtual int descriptor() const = 0;
 
-    // Handles pending events. False once the connection is lost, for good.
+    // Handles pending events. False once the connection is lost; it never recovers.
     virtual bool dispatch() = 0;
 
-    // Redraws the icon and names its window. False as above.
+    // Redraws the icon and names its window. False once the connection is lost.
     virtual bool show(const std::string& name) = 0;
 };
 
@@ -39,7 +39,8 @@ public:
 struct XTrayHost {
     std::string_view build;  // must match the plugin's
 
-    // The picture to draw, at most this size; in `color`, if the tray sets one.
+    // Returns the picture to draw, at most `size` pixels wide and high. `color` is the tray's
+    // colour for symbols, if it sets one.
     std::function<TrayPicture(int size, std::optional<Rgb> color)> picture;
 
     std::function<void()> clicked;

@@ -51,13 +51,14 @@ LinuxServices::LinuxServices(Dependencies dependencies)
                                    .session = dependencies_.session,
                                    .refused =
                                        [&application = dependencies_.application] {
-                                           // The new windows need the new program.
+                                           // After an upgrade, the new windows program works only
+                                           // with the new resident program.
                                            if (!programWasReplaced()) return;
                                            application.restart(MenuAction::open);
                                        }}),
       statusBar(
           {.session = dependencies_.session, .loop = dependencies_.loop, .xTray = xTray(windows)}),
-      // Registered before the model, which reads the battery on wake-up.
+      // Registered before the model's observer, which reads the battery at the wake.
       wake(workspace.observeDidWake([this] {
           battery.resumed();
           statusBar.registerAgain();

@@ -36,10 +36,10 @@ public:
     // Writes pending settings and sends pending messages.
     void finish();
 
-    // False while the battery holds back a change of the plug.
+    // False while the battery holds back a plug change that it has read.
     bool showsLastReading() const { return !battery.holdsBackPlugChange(); }
 
-    // Before a restart in place: hands over what the new process image cannot find out by itself.
+    // Call before a restart in place: passes on state that the new process image cannot read again.
     void handOver() const;
 
 private:

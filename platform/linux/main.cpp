@@ -42,8 +42,8 @@ void openStandardStreams()
     if (lowest > STDERR_FILENO) (void)close(lowest);
 }
 
-// With a limit on the size of files, makes a write that is too long fail as on a full disk. By
-// default, the kernel kills the program.
+// Makes a write beyond the limit on file sizes fail, as on a full disk. By default, the kernel
+// kills the program.
 void outliveFileSizeLimits()
 {
     (void)std::signal(SIGXFSZ, SIG_IGN);
@@ -110,7 +110,7 @@ End run(MenuAction action)
 
 int start(const CommandLine& commandLine)
 {
-    const auto program = programPath().string();  // now: an upgrade may replace the file
+    const auto program = programPath().string();  // read now, before an upgrade replaces the file
     switch (run(commandLine.action)) {
         case End::failed:
             return EXIT_FAILURE;

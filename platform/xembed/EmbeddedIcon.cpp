@@ -35,8 +35,8 @@ EmbeddedIcon::EmbeddedIcon(const XConnection& connection, const Tray& tray)
     colormap = xcb_generate_id(xcb);
     xcb_create_colormap(xcb, XCB_COLORMAP_ALLOC_NONE, colormap, screen.root, visual);
 
-    // A depth other than the root's requires all of these values. Pixel 0 is transparent in a
-    // visual with alpha.
+    // A window whose depth differs from the root's needs all of these values. Pixel 0 is
+    // transparent in a visual with alpha.
     const std::array<std::uint32_t, 4> values{
         0, 0,
         XCB_EVENT_MASK_EXPOSURE | XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_BUTTON_PRESS |

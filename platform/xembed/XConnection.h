@@ -25,8 +25,8 @@ struct XAtoms {
 
 class XConnection {
 public:
-    // Connects to $DISPLAY; null when it cannot be reached or cannot blend ARGB pictures. Blocks
-    // on the server; nothing later does.
+    // Connects to $DISPLAY; null when it cannot be reached or cannot blend ARGB pictures. Waits for
+    // the server; no later call does.
     static std::unique_ptr<XConnection> open();
 
     xcb_connection_t* get() const { return connection.get(); }

@@ -21,14 +21,14 @@ public:
 
     struct Program {
         std::vector<std::string> words;  // the first is the path
-        int passed = -1;                 // inherited as descriptor 3
+        int passed = -1;                 // the child inherits it as descriptor 3
         bool isQuiet = false;            // its standard streams are /dev/null
     };
     static constexpr int passedAs = 3;
 
     using Exited = std::function<void(int exitCode)>;  // -1: ended by a signal
 
-    // Starts it with an empty signal mask. False when it cannot be started.
+    // Starts the program with an empty signal mask. False when it cannot be started.
     bool start(Program program, Exited exited);
 
     void killAll();

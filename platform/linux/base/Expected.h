@@ -1,4 +1,4 @@
-// A value, or the error that stands in its place: what C++23 calls std::expected.
+// A value or an error, like C++23's std::expected.
 #pragma once
 
 #include <cerrno>
@@ -8,7 +8,7 @@
 
 namespace vorlane::platform {
 
-// `*`, `->` and `error` ask for what is there.
+// Check before use: `*` and `->` require a value, `error` requires an error.
 template <typename Value = std::monostate>
 class [[nodiscard]] Expected {
 public:
@@ -27,7 +27,7 @@ private:
     std::variant<Value, std::errc> outcome;
 };
 
-// Why the system call before this one failed.
+// The error of the system call that has just failed.
 inline std::errc lastError()
 {
     return static_cast<std::errc>(errno);

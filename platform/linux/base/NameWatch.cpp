@@ -10,7 +10,7 @@ namespace {
 constexpr const char* busName = "org.freedesktop.DBus";
 constexpr const char* busPath = "/org/freedesktop/DBus";
 
-// Filtered by the name (arg0), or every owner change on the bus would wake the program.
+// Filters by the name (arg0); otherwise every owner change on the bus would wake the program.
 std::string rule(const std::string& name)
 {
     return "type='signal',sender='org.freedesktop.DBus',interface='org.freedesktop.DBus',"

@@ -37,7 +37,8 @@ void SystemBus::open()
     changed_(bus.get());
 }
 
-// Not before: a bus that accepts a connection and hangs up must not be retried every second.
+// Resets the delay only now: a bus that accepts a connection and hangs up must not be retried every
+// second.
 void SystemBus::greeted(sd_bus_message* reply)
 {
     if (!sd_bus_message_is_method_error(reply, nullptr)) retryDelay = shortestDelay;
@@ -49,7 +50,7 @@ void SystemBus::retryLater()
     retryDelay = std::min(retryDelay * 2, longestDelay);
 }
 
-// In the next turn: a connection must not be freed inside its own callback.
+// Reacts on the next turn: a connection must not be freed inside its own callback.
 void SystemBus::disconnected(sd_bus_message* /*message*/)
 {
     later = loop_.after(Seconds{0}, [this] { lost(); });

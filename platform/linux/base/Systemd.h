@@ -37,7 +37,7 @@ using EventSourcePointer =
     std::unique_ptr<sd_event_source, Releaser<sd_event_source_disable_unref>>;
 using DeviceMonitorPointer = std::unique_ptr<sd_device_monitor, Releaser<sd_device_monitor_unref>>;
 
-// The timeout of a call whose answer is right however late it arrives.
+// Disables the timeout of a call whose answer is still right when it arrives late.
 inline constexpr std::uint64_t forever = UINT64_MAX;
 
 // Owns an error that a call fills in.

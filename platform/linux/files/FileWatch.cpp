@@ -25,7 +25,8 @@ std::string_view nameOf(std::string_view path)
     return path.substr(path.rfind('/') + 1);
 }
 
-// The file, existing or not, that the link at `path` leads to; empty if it is no such link.
+// The file that the symbolic link at `path` leads to, even if that file does not exist. Empty if
+// `path` is no link or leads to something other than a file.
 std::string targetOf(const std::string& path)
 {
     namespace fs = std::filesystem;

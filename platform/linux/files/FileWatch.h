@@ -14,7 +14,7 @@ namespace vorlane::platform {
 
 class FileWatch {
 public:
-    // Calls `changed` on a later turn of the loop, once for what happened together.
+    // Calls `changed` on a later turn of the loop, once for all events that arrived together.
     FileWatch(sd_event* event, std::string path, std::function<void()> changed);
 
     // False when the system granted no watch; call `renew` to retry.
@@ -33,7 +33,7 @@ private:
     std::string path;
     std::function<void()> changed;
     std::string awaited;  // the entry to wait for: the file, or the first missing folder above it
-    std::string target;   // the file that `path` links to; empty if it is no such link
+    std::string target;   // the file that `path` links to; empty if it links to none
     EventSourcePointer watch_;
     EventSourcePointer targetWatch_;
     EventSourcePointer deferred_;

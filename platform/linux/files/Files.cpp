@@ -99,7 +99,7 @@ void makeFolder(const std::string& path)
     (void)chmod(path.c_str(), S_IRWXU);  // regardless of the umask
 }
 
-// Keeps a folder aside, which a file cannot replace.
+// Renames `temporary` to `path`. A file cannot replace a folder, so a folder is kept aside first.
 Expected<> moveOver(const std::string& temporary, const std::string& path)
 {
     const auto move = [&] { return rename(temporary.c_str(), path.c_str()) == 0; };
@@ -111,7 +111,7 @@ Expected<> moveOver(const std::string& temporary, const std::string& path)
 }
 
 constexpr std::time_t staleAge = 600;     // seconds; writing a file takes milliseconds
-constexpr std::size_t randomLetters = 6;  // as mkostemp makes
+constexpr std::size_t randomLetters = 6;  // mkostemp makes this many
 
 bool isLetterOrDigit(char c)
 {

@@ -9,7 +9,7 @@ namespace vorlane::platform {
 
 namespace {
 
-// Seven times a full history. Parsing may briefly take fourteen times this much memory.
+// Seven times the size of a full history. Parsing may briefly take fourteen times this much memory.
 constexpr std::size_t longestFile = 16U << 20U;
 
 }  // namespace

@@ -6,7 +6,8 @@
 
 namespace vorlane::platform {
 
-// $XDG_CONFIG_HOME if it is absolute, else ".config" in the home folder; absent without one.
+// $XDG_CONFIG_HOME if it is absolute, else ".config" in the home folder; absent without a home
+// folder.
 std::optional<std::string> xdgConfigHome();
 
 // Likewise $XDG_DATA_HOME, else ".local/share" in the home folder.

@@ -44,8 +44,8 @@ FreedesktopNotificationCenter::FreedesktopNotificationCenter(Dependencies depend
     for (const auto& [identifier, id] : dependencies.inherited.shown) records.show(identifier, id);
 }
 
-// Limited, because a hung server must not hold up a logout. Called inside an sd-bus callback, it
-// does not wait, because sd_bus_process fails there.
+// Waits for a limited time, because a hung server must not hold up a logout. Does not wait inside
+// an sd-bus callback, where sd_bus_process fails.
 void FreedesktopNotificationCenter::finish()
 {
     const auto deadline = uptime() + finishTimeout;
@@ -109,8 +109,8 @@ void FreedesktopNotificationCenter::postPending()
     while (auto* const record = records.takeNext(uptime())) post(*record);
 }
 
-// Closes the old one instead of replacing it: the replacement of an expired notification stays
-// invisible on some desktops, and some servers adopt an unknown id.
+// Closes the old notification instead of replacing it: the replacement of an expired notification
+// stays invisible on some desktops, and some servers adopt an unknown id.
 void FreedesktopNotificationCenter::post(NotificationRecord& record)
 {
     if (const auto old = std::exchange(record.shown, std::nullopt)) close(*old);
@@ -118,7 +118,7 @@ void FreedesktopNotificationCenter::post(NotificationRecord& record)
     const auto& request = record.posted->request;
     const auto message = notificationMessage(request, categories, *server.capabilities(), sounds);
     const auto call = notifyCall(session_, server.owner(), message);
-    // No timeout: a slow server may still show it, and it must not be shown twice.
+    // No timeout: a slow server may still show the notification, which must not appear twice.
     record.reply = owned<SlotPointer>([&](sd_bus_slot** slot) {
         if (!call) return -1;
         return sd_bus_call_async(
@@ -139,7 +139,7 @@ void FreedesktopNotificationCenter::answered(sd_bus_message* reply)
 {
     auto* const record = records.awaiting(sd_bus_get_current_slot(session_));
     if (!record) return;
-    // The next server gets it, once the bus reports one.
+    // The request goes to the next server, once the bus reports one.
     if (diedFirst(reply)) return record->lost();
 
     const auto request = std::move(record->posted->request);
@@ -157,7 +157,8 @@ void FreedesktopNotificationCenter::answered(sd_bus_message* reply)
     postPending();
 }
 
-// Does not start a server that is gone for what is pending: it may come back by itself.
+// Does not start a server for pending requests when the old one has gone: it may come back by
+// itself.
 void FreedesktopNotificationCenter::serverChanged()
 {
     records.serverChanged();

@@ -10,8 +10,8 @@
 
 namespace vorlane::platform {
 
-// Never waits for the server. A post that the server died without answering goes to the next one; a
-// server that only hangs gets nothing twice.
+// Never waits for the server. If a server dies before it answers a post, the next server gets the
+// post; a server that only hangs does not get it again.
 class FreedesktopNotificationCenter : public NotificationCenter {
 public:
     struct Dependencies {

@@ -64,8 +64,9 @@ bool appendHints(sd_bus_message* call, const NotificationMessage& message)
            sd_bus_message_close_container(call) >= 0;
 }
 
-// For "battery.0" the path of vorlane-battery-0.svg: servers find that without an icon theme. In
-// full colour, because a server does not recolour a symbolic icon, which may then not stand out.
+// For "battery.0", the path of vorlane-battery-0.svg: servers find a path without an icon theme.
+// The icon is in full colour, because a server does not recolour a symbolic icon, which may then
+// not stand out.
 std::string iconOf(const std::optional<std::string>& symbol)
 {
     constexpr const char* neutral = "vorlane-battery-50-symbolic";  // a name in the theme

@@ -1,5 +1,5 @@
-// For each identifier, which notifications are pending, in flight and on the screen. Only keeps the
-// records; its owner posts.
+// Records, for each identifier, which notifications are pending, in flight and on the screen. The
+// owner does the posting.
 #pragma once
 
 #include <cstdint>
@@ -29,12 +29,12 @@ struct NotificationRecord {
 
     void answered();
 
-    // The server died before it answered. The request is pending again, unless it was withdrawn or
-    // a newer one is pending.
+    // Call when the server died before it answered. The request is pending again, unless it was
+    // withdrawn or a newer one is pending.
     void lost();
 };
 
-// All times are of one monotonic clock.
+// All times come from one monotonic clock.
 class NotificationRecords {
 public:
     void add(const NotificationRequest& request, Seconds now);
@@ -44,7 +44,7 @@ public:
     // a post in flight.
     NotificationRecord* takeNext(Seconds now);
 
-    // Nothing is pending or in flight.
+    // Whether nothing is pending or in flight.
     bool isEmpty() const;
 
     // Returns the id of the shown notification, which the caller must close.
@@ -57,7 +57,8 @@ public:
 
     std::map<std::string, std::uint32_t> shown() const;
 
-    // Also true for closed ones: their action can still be chosen in the server's history.
+    // Also true for closed notifications: the user can still choose their action in the server's
+    // history.
     bool isOurs(std::uint32_t id) const;
 
     // Discards all ids, which mean nothing to another server. Requests in flight are lost.

@@ -72,8 +72,8 @@ bool NotificationServer::available() const
     return !owner_.empty() || activatable;
 }
 
-// No timeout: the bus reports when the server dies, and a slow one (after sleep, at login) still
-// gets what is pending.
+// No timeout: the bus reports when the server dies, and a slow server (after sleep, at login) still
+// gets the pending requests.
 void NotificationServer::prepare()
 {
     if (capabilitiesRequest || capabilities_) return;

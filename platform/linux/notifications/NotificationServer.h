@@ -17,7 +17,7 @@ namespace vorlane::platform {
 class NotificationServer {
 public:
     struct Events {
-        std::function<void()> changed;  // another owner, or none
+        std::function<void()> changed;  // a server has started, was replaced or has gone
         std::function<void()> ready;    // its capabilities are known
     };
 
@@ -25,10 +25,10 @@ public:
     // attached to the main loop and must outlive this object.
     NotificationServer(sd_bus* session, Events events);
 
-    // A server runs, or the bus can start one.
+    // Whether a server runs or the bus can start one.
     bool available() const;
 
-    // Its unique name; empty while none runs.
+    // The server's unique name; empty while none runs.
     const std::string& owner() const { return owner_; }
 
     // Absent until `ready`.

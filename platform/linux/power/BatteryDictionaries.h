@@ -10,7 +10,8 @@ namespace vorlane::platform {
 
 PowerSituation situationOf(const MachineBattery& battery);
 
-// The machine's only power source, in the given situation; the rest comes from the battery.
+// Describes the machine's only power source: `situation` as given, everything else from the
+// battery.
 PropertyDictionary powerSourceDescription(const MachineBattery& battery,
                                           const PowerSituation& situation);
 

@@ -12,7 +12,7 @@ constexpr double leastVolts = 1.0;
 constexpr double mostVolts = 60.0;  // below the gauges' sentinel of 65.535 V
 constexpr double mostAmperes = 30.0;
 constexpr double mostWatts = 300.0;
-constexpr std::int64_t unknownRate = 65535000;  // 16 bits of ones, in thousandths
+constexpr std::int64_t unknownRate = 65535000;  // 16 bits of ones, in thousandths: unknown
 
 struct StatusName {
     const char* text;

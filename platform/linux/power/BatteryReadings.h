@@ -8,7 +8,8 @@
 
 namespace vorlane::platform {
 
-// `notCharging` is on the adapter but kept from charging, for example by a threshold or by heat.
+// `notCharging`: the battery is on the adapter but kept from charging, for example by a threshold
+// or by heat.
 enum class ChargeStatus { unknown, charging, discharging, notCharging, full };
 
 ChargeStatus chargeStatus(const PowerSupply& battery);
@@ -23,14 +24,14 @@ std::optional<double> currentMagnitude(const PowerSupply& battery);
 std::optional<double> signedCurrent(const PowerSupply& battery);
 
 // Energy in milliwatt-hours with a rate in milliwatts, or charge in milliampere-hours with a rate
-// in milliamperes; never one figure of each.
+// in milliamperes; never a mixture.
 struct BatteryCapacity {
     std::optional<double> now;
-    std::optional<double> full;    // what it holds today when full, above 0
-    std::optional<double> design;  // what it was built for, above 0
-    std::optional<double> rate;    // in or out, without a sign
+    std::optional<double> full;    // the full charge today, above 0
+    std::optional<double> design;  // the full charge when new, above 0
+    std::optional<double> rate;    // charging or discharging, without a sign
 
-    // What `now` is measured against.
+    // The capacity that counts as 100%.
     std::optional<double> size() const { return full ? full : design; }
 };
 

@@ -20,18 +20,18 @@ class CableDebounce {
 public:
     struct Shown {
         PowerSituation situation;
-        std::optional<Seconds> lookAgain;  // at this uptime; absent when no change is held back
+        std::optional<Seconds> lookAgain;  // when to read again; absent when no change is held back
     };
 
-    // What to show for the reading `raw`. A plug change is shown at once, unless it follows another
-    // within ten seconds. It is then held back, and the last situation shown, until ten seconds
-    // have passed without a change.
+    // Returns the situation to show for the reading `raw`. A plug change is shown at once, unless
+    // it follows another within ten seconds. In that case it is held back, and the last situation
+    // stays, until ten seconds have passed without a change.
     Shown filter(const PowerSituation& raw, Seconds uptime);
 
 private:
     std::optional<PowerSituation> shown;  // absent before the first reading
     bool rawPluggedIn = false;
-    std::optional<Seconds> lastChange;  // of the raw reading
+    std::optional<Seconds> lastChange;  // when the raw reading last changed
 };
 
 }  // namespace vorlane::platform

@@ -184,7 +184,8 @@ std::optional<std::int64_t> sumOf(const std::vector<BatteryCapacity>& capacities
     return static_cast<std::int64_t>(std::round(sum));
 }
 
-// Weighted by capacity; for a single battery exactly what its gauge says.
+// The batteries' percentages, weighted by capacity where it is known. For a single battery, its own
+// percentage.
 std::optional<std::int64_t> combinedPercent(const Batteries& batteries)
 {
     std::vector<double> percents;

@@ -28,23 +28,24 @@ struct MachineBattery {
     bool pluggedIn = false;
     std::optional<ChargeFlow> flow;               // while charging or discharging
     std::optional<std::int64_t> minutesToFull;    // while charging, at the present rate
-    std::optional<std::int64_t> minutesToEmpty;   // while discharging, likewise
+    std::optional<std::int64_t> minutesToEmpty;   // while discharging, at the present rate
     std::optional<std::int64_t> chargeThreshold;  // 1..99: where the firmware stops charging
     bool keepsBelowFull = false;       // the firmware stops before 100%, and does not say where
     bool isForcedToDischarge = false;  // on the adapter, by user request or for calibration
     std::optional<std::int64_t> designCapacity;  // both in mWh or both in mAh
     std::optional<std::int64_t> fullCapacity;
     std::optional<std::int64_t> cycleCount;   // of the most worn battery
-    std::optional<std::int64_t> temperature;  // hundredths of a degree Celsius, of the hottest
-    std::optional<std::int64_t> voltage;      // millivolts, of the one with the most current
+    std::optional<std::int64_t> temperature;  // hundredths of a degree Celsius, of the hottest one
+    std::optional<std::int64_t> voltage;      // millivolts, of the battery with the most current
     std::optional<std::int64_t> current;      // milliamperes, negative while discharging
     std::optional<std::int64_t> adapterWatts;
 
-    // To full while charging, to empty while discharging, otherwise ignored.
+    // Sets the time to full while charging and the time to empty while discharging; otherwise
+    // ignored.
     void setMinutes(std::optional<std::int64_t> minutes);
 };
 
-// Absent without a battery; those of peripherals and in empty bays do not count.
+// Absent without a battery. Peripherals and empty bays do not count.
 std::optional<MachineBattery> machineBattery(const std::vector<PowerSupply>& supplies);
 
 // Whole minutes; absent when negative or longer than ten days.

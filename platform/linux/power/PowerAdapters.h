@@ -18,10 +18,10 @@ enum class AdapterClaim { none, offline, online, staleOnline };
 // `status` is the battery's.
 AdapterClaim adapterClaim(const std::vector<PowerSupply>& supplies, ChargeStatus status);
 
-// The status decides where the adapters report nothing or are wrong.
+// The battery's status decides where the adapters report nothing or are wrong.
 bool isPluggedIn(const std::vector<PowerSupply>& supplies, ChargeStatus status);
 
-// Watts of the strongest adapter that is online; those with a barrel plug do not report any.
+// Watts of the strongest adapter that is online; adapters with a barrel plug do not report any.
 std::optional<std::int64_t> adapterWatts(const std::vector<PowerSupply>& supplies);
 
 }  // namespace vorlane::platform

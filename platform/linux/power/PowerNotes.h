@@ -8,7 +8,7 @@
 
 namespace vorlane::platform {
 
-// Usually empty. `battery` is that of the supplies.
+// Usually empty. `battery` is combined from `supplies`.
 std::vector<std::string> powerNotes(const std::vector<PowerSupply>& supplies,
                                     const std::optional<MachineBattery>& battery);
 

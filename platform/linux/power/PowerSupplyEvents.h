@@ -9,8 +9,8 @@
 
 namespace vorlane::platform {
 
-// Calls `changed` from `event`'s loop when a supply appears, changes or disappears, except for a
-// peripheral's. Empty where watching is not allowed, as in a container.
+// Calls `changed` from `event`'s loop when a supply appears, changes or disappears; ignores
+// peripherals. Empty where watching is not allowed, as in a container.
 [[nodiscard]] Subscription watchPowerSupplies(sd_event* event, std::function<void()> changed);
 
 }  // namespace vorlane::platform

@@ -12,8 +12,8 @@ namespace vorlane::platform {
 inline constexpr const char* kernelPowerSupplies = "/sys/class/power_supply";
 
 // Sorted by name. A supply whose files cannot be read, because it has just disappeared for example,
-// is left out. Never blocks on a pipe or a device. An error when the folder itself cannot be
-// listed, or when a shortage kept any file from being opened.
+// is left out. Never blocks on a pipe or a device. Fails when the folder itself cannot be listed,
+// or when a shortage kept any file from being opened.
 Expected<std::vector<PowerSupply>> readPowerSupplies(const std::string& folder);
 
 // Whether the system or the process has run out of memory or file descriptors: the file may be fine

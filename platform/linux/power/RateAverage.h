@@ -1,5 +1,5 @@
-// Averages the rate at which the battery fills or drains: a momentary rate, and the remaining time
-// with it, jumps with every task.
+// Averages the rate at which the battery fills or drains: the momentary rate jumps with every task,
+// and the remaining time with it.
 #pragma once
 
 #include <optional>
@@ -15,7 +15,7 @@ public:
     // status starts the average over. `uptime` must be monotonic.
     std::optional<ChargeFlow> flow(const MachineBattery& battery, Seconds uptime);
 
-    // Discards earlier readings, after a resume.
+    // Call after a resume: discards earlier readings.
     void startOver() { latest.reset(); }
 
 private:

@@ -45,7 +45,7 @@ std::optional<std::int64_t> readMinutes(sd_bus_message* message)
     return plausibleMinutes(static_cast<double>(*seconds));
 }
 
-// Only the two states with a remaining time.
+// Unknown for all states except the two that have a remaining time.
 ChargeStatus readStatus(sd_bus_message* message)
 {
     const auto state = readVariant<std::uint32_t>(message, "u");

@@ -28,11 +28,11 @@ public:
     // Absent when UPower reports another status.
     std::optional<std::int64_t> estimate(ChargeStatus status) override;
 
-    // Not called for a time that merely runs down: the next reading shows it.
+    // A time that merely runs down is not reported: the next reading shows it.
     Subscription observe(std::function<void()> changed) override;
 
 private:
-    // What UPower last said; see org.freedesktop.UPower.Device.
+    // The properties that UPower last sent; see org.freedesktop.UPower.Device.
     struct Device {
         ChargeStatus status = ChargeStatus::unknown;
         std::optional<std::int64_t> minutesToFull;

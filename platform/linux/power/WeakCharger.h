@@ -15,7 +15,7 @@ public:
     // the battery to a limit. Call it with each reading; `uptime` must be monotonic.
     bool drains(const MachineBattery& battery, Seconds uptime);
 
-    // After a resume: time asleep does not count as draining.
+    // Call after a resume: time asleep does not count as draining.
     void startOver() { since.reset(); }
 
     // Passes the result to the next process image, in an environment variable.

@@ -1,4 +1,4 @@
-// Formats a bug report: what the kernel says about the supplies, and what Vorlane makes of it.
+// Formats a bug report: what the kernel says about the supplies, and how Vorlane interprets it.
 #pragma once
 
 #include <string>
@@ -8,8 +8,8 @@
 
 namespace vorlane::platform {
 
-// One JSON object, without serial numbers; invalid UTF-8 is replaced. Times are from the kernel
-// alone.
+// One JSON object, without serial numbers; invalid UTF-8 is replaced. Remaining times come from the
+// kernel alone.
 std::string reportJson(const std::vector<PowerSupply>& supplies);
 
 }  // namespace vorlane::platform

@@ -23,7 +23,7 @@ constexpr const char* fileName = "/autostart/org.vorlane.Vorlane.desktop";
 constexpr const char* oddPath =
     "The path of Vorlane has characters that an autostart file cannot hold.";
 
-// The switch of GNOME and the desktops derived from it.
+// The key that turns an entry off in GNOME and the desktops derived from it.
 constexpr const char* gnomeSwitch = "X-GNOME-Autostart-enabled";
 
 bool exists(const std::string& path)
@@ -88,7 +88,7 @@ AutostartLoginItem::Places AutostartLoginItem::Places::usual()
 {
     Places places;
     if (const auto config = xdgConfigHome()) places.own = *config + fileName;
-    // Not through libsystemd, which defaults to /etc and accepts relative folders.
+    // Does not ask libsystemd, which defaults to /etc and accepts relative folders.
     const auto listed = environment("XDG_CONFIG_DIRS");
     for (const auto& folder : split(listed.empty() ? "/etc/xdg" : listed, ':')) {
         if (folder.starts_with('/')) places.systems.push_back(folder + fileName);
@@ -164,8 +164,8 @@ void AutostartLoginItem::setProgram(DesktopEntry& entry) const
     if (const auto command = execCommand(places_.program)) entry.set("Exec", *command);
 }
 
-// Whether the user has changed nothing. The path of the program may be outdated, and the file may
-// turn the item off.
+// Whether the file is as the program wrote it. The path of the program may be outdated, and the
+// file may turn the item off.
 bool AutostartLoginItem::isOurs(DesktopEntry entry) const
 {
     if (!entry.isValid()) return false;

@@ -16,10 +16,11 @@ public:
     struct Places {
         std::string own;                    // the user's file; empty without a home folder
         std::vector<std::string> systems;   // the system's files; the first that exists counts
-        std::string program;                // what to start
-        std::vector<std::string> desktops;  // the session's names for itself
+        std::string program;                // the path of the program to start
+        std::vector<std::string> desktops;  // the names of the session's desktop
 
-        // From the environment and the running program. Call it before an upgrade can replace it.
+        // From the environment and the path of the running program. Call it before an upgrade can
+        // replace the program's file.
         static Places usual();
     };
     explicit AutostartLoginItem(Places places);

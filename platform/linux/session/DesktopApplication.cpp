@@ -62,8 +62,8 @@ Answer activateOther(sd_bus* session, MenuAction action)
     return wentAway ? Answer::wentAway : Answer::refused;
 }
 
-// Never unblocked: otherwise a second signal would kill the program while it ends. One that arrives
-// just before a restart in place is handled after it.
+// The signals are never unblocked: otherwise a second one would kill the program while it ends. A
+// signal that arrives just before a restart in place is handled after it.
 void block(std::span<const int> signals)
 {
     sigset_t blocked;

@@ -22,11 +22,11 @@ public:
 
     enum class Claim {
         first,      // this process is the one instance
-        activated,  // another one is, and has accepted the action
+        activated,  // another process is, and has accepted the action
         failed,     // the session bus or the other instance did not answer
     };
-    // Blocks: call it once, before the main loop. Another instance performs `action`; none and open
-    // both open its window.
+    // Blocks: call it once, before the main loop. A running instance performs `action`; both `none`
+    // and `open` open its window.
     Claim claim(MenuAction action = MenuAction::none);
 
     // Performs the action in this instance, on the next turn of the main loop.
@@ -35,8 +35,8 @@ public:
     // Ends the main loop; the program is then to restart in place and perform `action`.
     void restart(MenuAction action);
 
-    // Delays a restart by SIGUSR1 until `allowed` returns true: it is called at the signal, then
-    // each second. Meanwhile the program can still be ended, or restarted by `restart`.
+    // Delays a restart by SIGUSR1 until `allowed` returns true. Calls `allowed` at the signal, then
+    // every second. Meanwhile the program can still be ended, or restarted by `restart`.
     void waitToRestartUntil(std::function<bool()> allowed);
 
     // The action after the restart; absent when no restart was requested.

@@ -63,11 +63,11 @@ std::string escaped(std::string_view text)
     return written;
 }
 
-// Starts the program named by the argument after it.
+// A shell that starts the program named by its next argument.
 constexpr std::string_view byShell = R"(/bin/sh -c "exec \"\$0\"" )";
 
 // Exec does not allow "=" in a program's name. "%" must be doubled, and launchers that look for the
-// program before they expand it, such as GLib, would not find it.
+// program before they expand "%%", such as GLib, would not find it.
 bool needsShell(std::string_view path)
 {
     return path.find_first_of("=%") != std::string_view::npos;

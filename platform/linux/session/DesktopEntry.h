@@ -15,7 +15,7 @@ public:
     // Whether the text has the group [Desktop Entry], to which all keys here belong.
     bool isValid() const { return group.has_value(); }
 
-    // Unescaped; the last one of a repeated key.
+    // Unescaped. If the key is repeated, its last value.
     std::optional<std::string> value(std::string_view key) const;
 
     // Escapes `value`. The entry must be valid.

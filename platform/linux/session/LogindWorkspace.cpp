@@ -45,7 +45,7 @@ Subscription LogindWorkspace::observeDidWake(std::function<void()> didWake)
     return wakers.add(std::move(didWake));
 }
 
-// Without a timeout: a lock that is granted late still helps.
+// The call has no timeout: a lock that is granted late still helps.
 void LogindWorkspace::takeLock()
 {
     const auto call = owned<MessagePointer>([this](sd_bus_message** message) {

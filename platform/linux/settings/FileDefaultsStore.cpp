@@ -58,7 +58,7 @@ FileDefaultsStore::FileDefaultsStore(sd_event* event, std::string file, Seconds 
       path(withFolder(std::move(file))),
       retryInterval(interval),
       watch(event, path, [this] { fileChanged(); }),
-      // Created up front: later there may be no descriptor left for it.
+      // Created up front: later there may be no file descriptor left.
       retryTimer_(owned<EventSourcePointer>([this](sd_event_source** source) {
           return sd_event_add_time(event_, source, CLOCK_MONOTONIC, 0, 0, onRetry, this);
       }))
@@ -190,7 +190,7 @@ std::map<std::string, DefaultsValue> FileDefaultsStore::allValues() const
 bool FileDefaultsStore::save()
 {
     auto edited = withValues(text.value_or(""), unsaved);
-    if (!edited) fileHoldsText = false;  // so that it is kept aside
+    if (!edited) fileHoldsText = false;  // so that the file is kept aside
     auto next = edited ? std::move(*edited) : withValues("", allValues()).value_or("");
     if (next != text.value_or("")) {
         if (!fileHoldsText && !keepFileAside(path)) return false;
@@ -203,7 +203,7 @@ bool FileDefaultsStore::save()
     return true;
 }
 
-// Otherwise a pending value would overwrite later edits of the file.
+// Discards the values that the file now has, so that they do not overwrite later edits of the file.
 void FileDefaultsStore::discardSaved()
 {
     std::erase_if(unsaved, [this](const auto& entry) {

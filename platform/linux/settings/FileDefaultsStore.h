@@ -11,8 +11,8 @@
 namespace vorlane::platform {
 
 // A file that is malformed, not a regular file, or another user's counts as empty; one that cannot
-// be read leaves the values unchanged. The first write keeps it aside. So does writing a key that
-// is a table of several lines; the other values are then written again.
+// be read leaves the values unchanged. The first write keeps either file aside. Writing a key that
+// is a table of several lines also keeps the file aside, and writes the other values again.
 class FileDefaultsStore : public DefaultsStore {
 public:
     // Creates the file's folder if it is missing.
@@ -34,10 +34,11 @@ public:
     std::optional<std::string> stringForKey(const std::string& key) const override;
 
     // Ignores a number that is not finite. While the file cannot be written, the value in memory
-    // overrides the file, and writing is retried every minute, with the next value, and at the end.
+    // overrides the file, and the store tries to write again every minute, with the next value, and
+    // when it is destroyed.
     void set(const std::string& key, const DefaultsValue& value) override;
 
-    // Retries to write pending values.
+    // Tries again to write pending values.
     void saveUnsaved() noexcept;
 
     Subscription observe(std::function<void()> changed) override;
@@ -57,7 +58,7 @@ private:
     std::string path;
     Seconds retryInterval;
     std::optional<std::string> text;  // the file's last content; absent if missing or malformed
-    bool fileHoldsText = false;       // as of the last read or write
+    bool fileHoldsText = false;       // at the last read or write
     TomlValues stored;
     std::map<std::string, DefaultsValue> unsaved;
     std::map<std::string, DefaultsValue> registered;

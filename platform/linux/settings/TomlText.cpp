@@ -23,7 +23,7 @@ namespace vorlane::platform {
 namespace {
 
 // The functions here take text encoded in ASCII (AsciiText.h), since some other characters cause
-// undefined behaviour in toml++ 3.3. Its columns are therefore byte offsets.
+// undefined behaviour in toml++ 3.3. In such text, columns are byte offsets.
 
 constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
 
@@ -131,7 +131,7 @@ std::optional<std::string> withAsciiValue(std::string_view text, const std::stri
     auto edited = node != nullptr ? replaced(text, *node, literal)
                                   : inserted(text, tomlKey(key) + " = " + literal);
     std::visit([&](const auto& plain) { table->insert_or_assign(key, plain); }, value);
-    if (parsesTo(text, *table)) return std::string(text);  // no change, perhaps another spelling
+    if (parsesTo(text, *table)) return std::string(text);  // equal value, perhaps another spelling
     if (!parsesTo(edited, *table)) return std::nullopt;    // the key was a table of several lines
     return edited;
 }

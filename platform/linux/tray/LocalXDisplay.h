@@ -1,4 +1,4 @@
-// Which X server of this machine the session runs on.
+// Finds the local X server that the session runs on.
 #pragma once
 
 #include <cstdlib>

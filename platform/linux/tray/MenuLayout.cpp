@@ -11,7 +11,8 @@ namespace {
 constexpr std::int32_t root = 0;
 constexpr std::array propertyNames{"type", "label", "enabled", "children-display"};
 
-// Made of place and action, so that a click on an entry that has since changed finds nothing.
+// The id combines place and action, so that a click on an entry that has since changed finds
+// nothing.
 std::int32_t idOf(std::size_t place, const MenuItem& item)
 {
     constexpr std::size_t actions = 8;  // more than there are

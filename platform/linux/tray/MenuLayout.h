@@ -25,7 +25,7 @@ public:
     MenuLayout() = default;
     explicit MenuLayout(std::vector<MenuItem> entries) : items(std::move(entries)) {}
 
-    // The root first.
+    // The root's id comes first.
     std::vector<std::int32_t> ids() const;
     bool has(std::int32_t id) const;
 
@@ -41,7 +41,7 @@ public:
     // Appends an a{sv}.
     void appendProperties(sd_bus_message* message, std::int32_t id, const Names& names) const;
 
-    // Appends an (ia{sv}av) with `depth` levels of children; all when negative.
+    // Appends an (ia{sv}av) with `depth` levels of children; a negative depth means all levels.
     void append(sd_bus_message* message, std::int32_t id, std::int32_t depth,
                 const Names& names) const;
 

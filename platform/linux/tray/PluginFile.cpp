@@ -15,8 +15,8 @@ namespace vorlane::platform {
 
 namespace {
 
-// The section headers come last in the file. The dynamic linker does not check its length: it maps
-// what the program headers promise, and the process crashes on a missing page.
+// The section headers are at the end of the file. The dynamic linker does not check the file's
+// length: it maps what the program headers promise, and the process crashes on a missing page.
 bool isWhole(const std::string& path)
 {
     const FileDescriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
@@ -35,7 +35,7 @@ void* openPlugin(const std::string& path, const char* entryName)
 {
     if (!isWhole(path)) return nullptr;
 
-    // Never closed: objects that it created still use its code.
+    // The plugin is never closed, because the objects that it created use its code.
     void* const library = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
     return library ? dlsym(library, entryName) : nullptr;
 }

@@ -24,7 +24,7 @@ MenuLayout::Names readNames(sd_bus_message* message)
     return names;
 }
 
-// Not copied, because a message may hold millions.
+// The ids point into the message, which may have millions of them.
 std::span<const std::int32_t> readIds(sd_bus_message* message)
 {
     const void* first = nullptr;

@@ -23,7 +23,7 @@ public:
     // The session bus must outlive this object.
     StatusMenu(sd_bus* session, RunLoop& loop);
 
-    // Signals only differences.
+    // Emits signals only for differences.
     void show(const std::vector<MenuItem>& items);
 
     // Called on a later turn of the loop, never inside a bus call. Repeated choices of an entry

@@ -22,7 +22,7 @@ std::string installedThemes()
     return std::filesystem::is_directory(icons, error) ? icons.string() : std::string();
 }
 
-// For scrolling and the other buttons.
+// Answers calls for scrolling and for the other mouse buttons.
 int ignore(sd_bus_message* call, void* /*self*/, sd_bus_error* /*error*/)
 {
     return sd_bus_reply_method_return(call, "");
@@ -113,7 +113,8 @@ void StatusNotifierItem::showContent()
 }
 
 // Each signal makes trays read and redraw, so only differences are announced. The attention icon is
-// announced only while it is shown, and before the status: a tray's copy may be hours old.
+// announced only while it is shown, and before the status, because a tray's copy of the icon may be
+// hours old.
 void StatusNotifierItem::announce(const TrayFace& before)
 {
     const bool isNewIcon = face.icon != before.icon;
@@ -126,7 +127,7 @@ void StatusNotifierItem::announce(const TrayFace& before)
     if (face.title != before.title) emit("NewTitle");
     if (face.toolTip != before.toolTip) emit("NewToolTip");
     if (face.description != before.description) {
-        // NewIcon is the interface's signal for it, but makes trays read the whole icon again.
+        // Not NewIcon, the interface's signal for this: it makes trays read the whole icon again.
         (void)sd_bus_emit_properties_changed(session_, path, interfaceName, "IconAccessibleDesc",
                                              "AttentionAccessibleDesc", nullptr);
     }
@@ -141,7 +142,7 @@ void StatusNotifierItem::emit(const char* signal) const
     (void)sd_bus_emit_signal(session_, path, interfaceName, signal, "");
 }
 
-// On a later turn, because what a click starts may take long or use the bus.
+// Calls back on a later turn, because the callback may take long or use the bus.
 int StatusNotifierItem::activate(sd_bus_message* call)
 {
     loop_.async([weak = std::weak_ptr(action)] {

@@ -25,7 +25,7 @@ public:
     StatusNotifierItem(sd_bus* session, RunLoop& loop);
 
     bool hasSymbol(const std::string& name) const override { return hasSymbolMask(name); }
-    // Signals only differences.
+    // Emits signals only for differences.
     void show(const StatusItemContent& fresh) override;
     void onAction(std::function<void()> callback) override { *action = std::move(callback); }
     void onMenu(std::function<void(MenuAction)> callback) override
@@ -33,7 +33,7 @@ public:
         menu.onMenu(std::move(callback));
     }
 
-    // As in TrayRegistration.
+    // Call when the tray may have dropped the item, as after sleep.
     void registerAgain() { registration.registerAgain(); }
     void onWatcher(std::function<void(bool present)> callback)
     {

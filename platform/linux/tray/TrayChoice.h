@@ -1,4 +1,4 @@
-// Decides whether the item needs an X icon. Leaves looking for trays and waiting to its owner.
+// Decides whether the item needs an X icon. The owner looks for trays and runs the timer.
 #pragma once
 
 #include "App/Date.h"
@@ -38,7 +38,7 @@ public:
     // The display that showed the icon is gone.
     Step lost() { return state == State::shown ? withdraw() : Step::nothing; }
 
-    // Tries a lost display again, as after sleep.
+    // Tries a lost display again, for example after sleep.
     Step retry() { return state == State::none && !watched ? startWaiting() : Step::nothing; }
 
 private:

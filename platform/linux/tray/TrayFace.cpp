@@ -4,17 +4,17 @@ namespace vorlane::platform {
 
 namespace {
 
-// Constant on most trays, since LXQt remembers by title which items to hide. Trays known to pass
-// the title to screen readers get the description in it.
+// The title is constant on most trays, since LXQt remembers by title which items to hide. Trays
+// known to pass the title to screen readers get the description in it.
 std::string titleFor(const StatusItemContent& content, TrayKind tray)
 {
     const bool isSpoken = tray == TrayKind::labels || tray == TrayKind::titledIcons;
     return isSpoken ? spokenTitle(content) : "Vorlane";
 }
 
-// Usually without text: some trays show only the title, others only the text if there is one. XFCE
-// replaces an empty text by the description, which ends with the title. There the text is the rest
-// of the description, or the title again, which XFCE then shows once.
+// The text is usually empty: some trays show only the title, others only the text if there is one.
+// XFCE replaces an empty text by the description, which ends with the title. So on XFCE the text is
+// the rest of the description, or the title again, which XFCE then shows once.
 TrayToolTip toolTipFor(const StatusItemContent& content, TrayKind tray)
 {
     if (tray != TrayKind::describedIcons) return {.title = content.toolTip, .text = {}};

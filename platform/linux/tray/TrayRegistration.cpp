@@ -12,7 +12,7 @@ namespace {
 constexpr const char* watcher = "org.kde.StatusNotifierWatcher";
 constexpr const char* watcherPath = "/StatusNotifierWatcher";
 
-// The first after a second, then with doubled delays: about a minute in all.
+// The first retry comes after a second, and each delay doubles: about a minute in all.
 constexpr int maxRetries = 6;
 
 // By then a starting tray has drawn itself.
@@ -83,7 +83,7 @@ void TrayRegistration::watcherChanged(const char* owner)
     send();  // even with a request in flight: that went to the previous owner
 }
 
-// A request in flight is enough: the watcher reads it when it already knows the new host.
+// A request in flight is enough: when the watcher reads it, it already knows the new host.
 void TrayRegistration::hostRegistered(sd_bus_message* /*signal*/)
 {
     registerAgain();

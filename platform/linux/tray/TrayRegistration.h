@@ -26,7 +26,7 @@ public:
     // not draw it until it gets a NewIcon signal.
     void onRedraw(std::function<void()> callback) { onRedraw_ = std::move(callback); }
 
-    // For when the tray may have dropped the item, as after sleep.
+    // Call when the tray may have dropped the item, as after sleep.
     void registerAgain();
 
 private:

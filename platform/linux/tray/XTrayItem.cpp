@@ -63,7 +63,7 @@ void XTrayItem::check(bool alive)
     reportLost();
 }
 
-// On a later turn, because the callback may destroy what is in use here.
+// Reports on a later turn, because the callback may destroy objects that are in use here.
 void XTrayItem::reportLost()
 {
     lossReport = loop_.after(Seconds{0}, [this] { lost(); });

@@ -1,5 +1,5 @@
 // The tray item as an X icon: probes the display, loads the plugin that speaks X, runs it in the
-// main loop and gives it what to show.
+// main loop and passes it the pictures to show.
 #pragma once
 
 #include <functional>
@@ -18,13 +18,13 @@ namespace vorlane::platform {
 // Loads nothing before `open`. The plugin follows the display's trays as they come and go.
 class XTrayItem {
 public:
-    // Opens a menu at the pointer and calls `chosen` with what was chosen in it.
+    // Opens a menu at the pointer and calls `chosen` with the action that the user chose.
     using MenuOpener =
         std::function<void(const std::vector<MenuItem>&, std::function<void(MenuAction)> chosen)>;
 
     struct Dependencies {
-        std::string plugin;  // path of its file
-        std::string socket;  // path of the X server's
+        std::string plugin;  // path of the plugin's file
+        std::string socket;  // path of the X server's socket
         MenuOpener openMenu;
     };
 
@@ -34,7 +34,7 @@ public:
     XTrayItem& operator=(const XTrayItem&) = delete;
     ~XTrayItem();
 
-    // Shows nothing while the display does not answer; one that hangs up counts as lost.
+    // Shows nothing while the display does not answer; a display that hangs up counts as lost.
     void open();
     void close();
 
@@ -44,7 +44,7 @@ public:
     void onAction(std::function<void()> callback) { *action = std::move(callback); }
     void onMenu(std::function<void(MenuAction)> callback) { *chosen = std::move(callback); }
 
-    // The display is gone, or was not there. Never called from within `open`.
+    // Called when the display has gone or cannot be reached, but never from within `open`.
     void onLost(std::function<void()> callback) { lost = std::move(callback); }
 
 private:

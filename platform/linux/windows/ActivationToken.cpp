@@ -22,8 +22,8 @@ struct TokenKind {
 constexpr TokenKind kinds[] = {{"activation-token", "XDG_ACTIVATION_TOKEN"},
                                {"desktop-startup-id", "DESKTOP_STARTUP_ID"}};
 
-// In static memory, because setenv() never frees old values. Limited in length, because no program
-// could be started with a huge variable.
+// Stores the token in static memory, because setenv() never frees old values. Its length is
+// limited, because no program could be started with a huge variable.
 void keep(const TokenKind& kind, std::string_view token)
 {
     static std::array<std::array<char, 64 + longestToken>, std::size(kinds)> texts;

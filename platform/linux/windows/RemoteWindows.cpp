@@ -162,8 +162,8 @@ void RemoteWindows::showSettings()
     settings.shown = started;
 }
 
-// Call after starting the process, which inherits both variables. The X11 startup id is used only
-// there.
+// Call after starting the process, which inherits both variables. Only that process uses the X11
+// startup id.
 void RemoteWindows::takeToken()
 {
     if (const char* const given = std::getenv("XDG_ACTIVATION_TOKEN")) token = given;
@@ -191,7 +191,7 @@ bool RemoteWindows::start()
     return true;
 }
 
-// Shows the windows of a hung process in a new one, once.
+// When the process hung, a new process shows its windows again, once.
 void RemoteWindows::ended(WindowsProcess::End how)
 {
     const bool retries = how == WindowsProcess::End::hung && !isRetrying;

@@ -19,7 +19,7 @@ namespace vorlane::platform {
 
 class WindowsProcess {
 public:
-    // Before a process that does not answer a request is killed.
+    // How long the process may take to handle a request before it is killed.
     static constexpr Seconds usualPatience{2};
 
     enum class End {
@@ -31,7 +31,8 @@ public:
         std::string program;  // the path of its file
         std::function<void(const FromWindows&)> received;
         std::function<void()> answered;  // all awaited messages were handled
-        // Its windows are gone. Called from the event loop, never from within a call to this class.
+        // The process has exited or was killed. Called from the event loop, never from within a
+        // call to this class.
         std::function<void(End how)> ended;
         std::function<void()> isOfOtherBuild;  // it refused our build and exited
     };
@@ -39,19 +40,19 @@ public:
     // The loop outlives this object.
     WindowsProcess(SdEventRunLoop& loop, Dependencies dependencies);
 
-    // Does nothing when it is running. False when it cannot be started.
+    // Starts the process unless it is running. False when it cannot be started.
     bool start();
 
     bool isRunning() const { return static_cast<bool>(channel); }
 
-    // Whether it has handled every message.
+    // Whether the process has handled every message.
     bool hasAnswered() const { return handled == sent && unsent.empty(); }
 
     // Kills the process unless it handles all messages sent so far. Any progress restarts the
     // timeout.
     void expectAnswer(Seconds patience);
 
-    // Closes the socket, which makes it exit. `ended` is not called.
+    // Closes the socket, which makes the process exit. Does not call `ended`.
     void dismiss();
 
     // Does nothing unless the process is running.
@@ -85,8 +86,8 @@ private:
     FileDescriptor channel;
     EventSourcePointer readable;
     std::string frame;
-    std::uint64_t sent = 0;                     // messages to the running process
-    std::uint64_t handled = 0;                  // of these, by its own count
+    std::uint64_t sent = 0;                     // messages sent to the running process
+    std::uint64_t handled = 0;                  // messages that it reports as handled
     std::map<std::size_t, std::string> unsent;  // updates, by the type's index
     End end = End::gone;                        // what to report when the socket closes
     bool isBroken = false;                      // a message could not be sent

@@ -24,7 +24,7 @@ public:
     int width() const { return width_; }
     int height() const { return height_; }
 
-    // False outside.
+    // False outside the picture.
     bool at(int x, int y) const { return inside(x, y) && bits[index(x, y)]; }
 
     // Clips to the picture.

@@ -72,7 +72,8 @@ int widthOf(const std::string& line, const Face& face)
     return width;
 }
 
-// At least 3 pixels wide, so that digits have a hole. Low digits may be as wide as they are high.
+// Characters are at least 3 pixels wide, so that digits have a hole. Low ones may be as wide as
+// they are high.
 Face largest(const std::string& line, const Box& box)
 {
     const int bold = std::max(1, std::min(box.width + 5, box.height * 2 + 10) / 11);
@@ -86,7 +87,7 @@ Face largest(const std::string& line, const Box& box)
     return face;
 }
 
-// A post with a slanted flag on its left.
+// Draws a "1": a post with a slanted flag on its left.
 void drawOne(BitPicture& picture, int x, int y, const Face& face)
 {
     const int flag = widthOf('1', face) - face.post;

@@ -45,7 +45,7 @@ constexpr std::array levels{Level{"battery.0", 0},       Level{"battery.25", 1},
                             Level{"battery.100", 4},     Level{"battery.100percent", 4},
                             Level{"battery.100.bolt", 0}};
 
-// Centred in the box, in its own proportions.
+// Scales the rows to the box's height, keeps their proportions and centres them.
 void drawRows(BitPicture& picture, const Box& box, std::span<const std::string_view> rows)
 {
     int width = box.height * static_cast<int>(rows[0].size()) / static_cast<int>(rows.size());

@@ -15,12 +15,12 @@ namespace {
 // SVG files use it too, for trays that do not recolour them.
 constexpr Rgb grey{0x88, 0x88, 0x88};
 
-// Thin strokes need more: 13:1, on a tile that is barely visible on a dark panel.
+// Thin strokes need more contrast: 13:1, on a tile that is barely visible on a dark panel.
 constexpr Rgb white{0xf6, 0xf6, 0xf6};
 constexpr Rgb darkTile{0x2d, 0x2d, 0x2d};
 
-// Some trays always scale down the largest picture. It has twice the usual size, so that the digits
-// stay sharp.
+// Some trays always scale down the largest picture. Here it has twice the usual size, so that the
+// digits stay sharp.
 constexpr std::array numberSizes{16, 18, 20, 22, 24, 28, 32, 44};
 
 constexpr int smallestWithNumber = 16;  // pixels
@@ -57,7 +57,7 @@ StatusPicture xIconPicture(const StatusItemContent& content, int size, std::opti
 {
     const auto tray = size < smallestWithNumber ? TrayKind::labels : TrayKind::icons;
     auto picture = StatusIcon::of(content, tray).picture;
-    if (!color) return picture;  // as on the bus, where no tray sets one
+    if (!color) return picture;  // as for trays on the bus, which set no colour
     picture.ink = *color;
     picture.tile.reset();
     return picture;

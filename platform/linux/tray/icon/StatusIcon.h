@@ -30,8 +30,8 @@ struct StatusIcon {
     friend bool operator==(const StatusIcon&, const StatusIcon&) = default;
 };
 
-// The icon in an X tray, which has no labels. `color` is what the tray sets for symbols, if
-// anything.
+// The icon in an X tray, which has no labels. `color` is the tray's colour for symbols, if it sets
+// one.
 StatusPicture xIconPicture(const StatusItemContent& content, int size, std::optional<Rgb> color);
 
 }  // namespace vorlane::platform
