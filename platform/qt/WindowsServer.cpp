@@ -18,8 +18,8 @@ namespace {
 
 constexpr std::size_t largestMessage = 1 << 20;  // a popover with its chart has some 20 KB
 
-// Qt uses the token when it next activates a window. Clears a leftover one, which must not serve a
-// later window.
+// Qt uses the token when it next activates a window. Clears a leftover token, which must not serve
+// a later window.
 void useToken(const std::string& token)
 {
     qunsetenv("XDG_ACTIVATION_TOKEN");

@@ -20,7 +20,7 @@ struct TimeMarks {
     std::function<double(const QString&)> labelWidth;  // a label begins at its mark
     double gap = 0;                                    // minimum, between two labels
 
-    // In order; as dense as the labels' distance allows.
+    // From left to right, as many as the labels leave room for.
     std::vector<TimeMark> marks(const LocalTimes& times) const;
 
 private:

@@ -20,8 +20,8 @@ struct ControlMetrics {
     double radius = 0.0;
 };
 
-// The margin around each control's shape: room for its focus ring. All controls have it, so that
-// their right edges align.
+// The margin around each control's shape, with room for its focus ring. All controls have the same
+// margin, so that their right edges align.
 constexpr int ringRoom = 3;
 
 struct FieldState {

@@ -38,7 +38,7 @@ struct Theme {
     QFont caption2;  // the footnote
     QFont gauge;     // the number in the ring
 
-    // Without an `accent` of the user's choice, the palette's highlight.
+    // Without an `accent`, uses the palette's highlight colour.
     static Theme of(const QPalette& palette, const QFont& base, std::optional<QColor> accent);
 
     // For text. `secondary` when absent.

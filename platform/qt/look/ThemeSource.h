@@ -9,7 +9,7 @@
 
 namespace vorlane::platform {
 
-// One per application, whose palette and style it sets.
+// Create one per application: it sets the application's palette and style.
 class ThemeSource : public QObject {
     Q_OBJECT
 
@@ -31,7 +31,7 @@ private:
     void derive();
 
     Appearance appearance;
-    QString desktopStyle;  // by name
+    QString desktopStyle;  // the style's name
     Theme theme;
     bool choosing = false;
 };

@@ -100,7 +100,8 @@ bool TimeNotation::has12Hours() const
     return withoutQuoted(format).contains(QLatin1Char('a'), Qt::CaseInsensitive);
 }
 
-// The locale's words come first: the English word for one half may be its word for the other.
+// The locale's words come first: an English word for one half of the day may be the locale's word
+// for the other half.
 std::optional<TimeNotation::Half> TimeNotation::halfOf(const QString& words) const
 {
     const auto known = [](const QString& word) { return squeezed(plain(word)); };

@@ -29,7 +29,7 @@ bool isOnWayland()
     return QGuiApplication::platformName().startsWith("wayland");
 }
 
-// None on Wayland.
+// Null on Wayland.
 xcb_connection_t* xConnection()
 {
     const auto* const x = qApp->nativeInterface<QNativeInterface::QX11Application>();
@@ -63,12 +63,13 @@ bool isComposited()
 
 void declareShadow(QWindow& window, int margin)
 {
-    // sway would ignore a press beside the mask: it finds no surface there, and looks no further.
+    // No mask under sway, which would ignore a press outside the mask instead of passing it on.
     if (isOnWayland() && !SwayIpc::find()) {
         const QRect whole(QPoint(), window.size());
         window.setMask(whole.marginsRemoved(QMargins(margin, margin, margin, margin)));
     }
-    // No mask: on X11 it would cut the shadow off, and an open popover has grabbed the pointer.
+    // No mask on X11: it would cut the shadow off, and an open popover has grabbed the pointer
+    // anyway.
     auto* const x = xConnection();
     if (!x) return;
     std::array<std::uint32_t, 4> extents{};

@@ -11,7 +11,7 @@ constexpr int gap = 6;  // to the panel, the pointer and the edges of the work a
 
 enum class Edge { top, bottom, left, right };
 
-// The first wins a tie: most panels are at the top or at the bottom.
+// The first edge wins a tie: most panels are at the top or at the bottom.
 Edge nearestEdge(QPoint point, const QRect& area)
 {
     const std::array distances{

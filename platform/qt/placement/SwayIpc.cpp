@@ -21,7 +21,7 @@ constexpr std::uint32_t getTree = 4;
 constexpr std::uint32_t longest = 16 << 20;  // bytes of an answer
 constexpr int patience = 200;                // milliseconds for a message and its answer
 
-// The same in both directions; numbers in native byte order.
+// Messages and answers have the same header; its numbers are in native byte order.
 struct Header {
     char magic[6] = {'i', '3', '-', 'i', 'p', 'c'};
     std::uint32_t length = 0;

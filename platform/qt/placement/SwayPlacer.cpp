@@ -69,7 +69,7 @@ void SwayPlacer::place(SwayWindow shown)
 {
     const auto ours = QString("[con_id=%1] ").arg(shown.id);
     if (std::exchange(atPointer, false)) {
-        // Not part of the rule: sway centres a new window after it has applied the rules.
+        // Not part of the rule, because sway centres a new window after it has applied the rules.
         sway->run((ours + "move position mouse").toUtf8());
         if (const auto moved = find()) shown = *moved;
     }

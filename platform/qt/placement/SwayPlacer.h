@@ -21,10 +21,10 @@ public:
     // Places this process's windows with this title.
     explicit SwayPlacer(const QString& title);
 
-    // Around the visible panel, for its shadow.
+    // The width of the window's margin around the visible panel, for the shadow.
     void setMargin(int around) { margin = around; }
 
-    // Call before the window is shown: makes sway float it. False when it will not be placed.
+    // Call before the window is shown: makes sway float it. False when sway will not place it.
     bool prepare();
 
     // Waits for sway to show the window, then moves it to the pointer and beside the bar.

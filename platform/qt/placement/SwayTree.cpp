@@ -35,8 +35,9 @@ std::optional<SwayWindow> findBelow(const QJsonObject& node, const SwayWindowNam
     return std::nullopt;
 }
 
-// Where the pointer was, from the range in which it may be: at the output's edge if the window
-// touches that edge, because only the window's margin kept the panel away from it.
+// Guesses where the pointer was along one axis: in the middle of the window, which sway centred on
+// it. If the window touches the output's edge, at that edge, because only the window's margin kept
+// the panel away from it.
 int pointerAlong(int first, int last, int outputFirst, int outputLast)
 {
     if (first <= outputFirst) return outputFirst;
@@ -44,8 +45,8 @@ int pointerAlong(int first, int last, int outputFirst, int outputLast)
     return (first + last) / 2;
 }
 
-// sway does not report the pointer, so this assumes it on the bar, or on the window when there is
-// no bar.
+// sway does not report the pointer's position, so this assumes that it is on the bar, or on the
+// window when there is no bar.
 QPoint pointerOnBar(const SwayWindow& shown)
 {
     const QPoint middle(pointerAlong(shown.window.left(), shown.window.right(), shown.output.left(),

@@ -1,4 +1,4 @@
-// What the popover shows of a battery: gauge, cycles, details and the chart with its range.
+// The popover's content for a battery: gauge, cycles, details and the chart with its range.
 #pragma once
 
 #include <QWidget>

@@ -46,7 +46,7 @@ void CycleBar::paintEvent(QPaintEvent*)
     painter.drawRoundedRect(whole, radius, radius);
     if (value() <= 0 || maximum() <= 0) return;
 
-    // Never narrower than high: a few cycles show as a dot.
+    // Never narrower than it is high: a few cycles show as a dot.
     auto filled = whole;
     filled.setWidth(std::max(whole.height(), whole.width() * value() / maximum()));
     painter.setBrush(theme.fill(tint));

@@ -1,4 +1,4 @@
-// What the popover shows when there is no battery.
+// The popover's content when there is no battery.
 #pragma once
 
 #include <QWidget>

@@ -1,5 +1,5 @@
-// Draws what the popover's content lies on: a panel with round corners and a soft shadow when the
-// display composites windows, otherwise a plain rectangle.
+// Draws the popover's background: a panel with round corners and a soft shadow when the display
+// composites windows, otherwise a plain rectangle.
 #pragma once
 
 #include <QPainter>

@@ -23,7 +23,7 @@ public:
 
     explicit PopoverPanel(PopoverIntents intents, QWidget* parent = nullptr);
 
-    // Both adjust the panel's height before they return.
+    // Both functions adjust the panel's height before they return.
     void setContent(const PopoverContent& content);
     void setTheme(const Theme& theme);
 

@@ -50,8 +50,8 @@ PopoverWindow::PopoverWindow(QWidget* content, ClosedByUser closedByUser,
     connect(&resting, &QTimer::timeout, this, [this] {
         if (const auto pointer = std::exchange(waiting, std::nullopt)) openAt(*pointer);
     });
-    // With focus-follows-mouse, the focus may go astray while the pointer moves from the bar to the
-    // popover.
+    // Closes only after a delay: with focus-follows-mouse, another window may get the focus while
+    // the pointer moves from the bar to the popover.
     leaving.setSingleShot(true);
     leaving.setInterval(400ms);
     connect(&leaving, &QTimer::timeout, this, &QWidget::close);
@@ -69,7 +69,7 @@ PopoverWindow::PopoverWindow(QWidget* content, ClosedByUser closedByUser,
         pane->addScrollBarWidget(clear, end);
     }
 
-    // Under sway, invisible until sway has placed it.
+    // Under sway, the content is invisible until sway has placed the window.
     auto policy = pane->sizePolicy();
     policy.setRetainSizeWhenHidden(true);
     pane->setSizePolicy(policy);
@@ -85,8 +85,8 @@ void PopoverWindow::openAt(QPoint pointer)
         waiting = pointer;
         return;
     }
-    // Some Wayland compositors ignore an open window's request for focus. A new window gets the
-    // focus and appears on the current workspace.
+    // Some Wayland compositors ignore an open window's request for focus, so it is shown as a new
+    // window, which gets the focus and appears on the current workspace.
     if (!canGrabPointer() && !isActiveWindow()) hide();
     if (!isVisible()) {
         pointer_ = pointer;

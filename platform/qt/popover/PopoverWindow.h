@@ -25,7 +25,7 @@ public:
     using ClosedByUser = std::function<void(bool byPress)>;
 
     // Takes ownership of `content`. `closedByUser` is not called for `dismiss`. `composited` is
-    // asked at each opening: a compositor may have come or gone.
+    // called at each opening, because a compositor may have come or gone.
     PopoverWindow(QWidget* content, ClosedByUser closedByUser,
                   std::function<bool()> composited = isComposited);
 

@@ -56,7 +56,7 @@ SettingsForm::SettingsForm(SettingsIntents intents)
     setTheme(Theme::of(palette(), font(), std::nullopt));
 }
 
-// Deleting a focused child changes the focus, when this object is already half destroyed.
+// Deleting a focused child changes the focus, and the handler would use this half-destroyed object.
 SettingsForm::~SettingsForm()
 {
     disconnect(qApp, nullptr, this, nullptr);

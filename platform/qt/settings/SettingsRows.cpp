@@ -61,7 +61,7 @@ private:
     Control* control;
 };
 
-// A switch that a click anywhere on the row toggles.
+// A row with a switch. A click anywhere on the row toggles it.
 class SwitchRowView : public ControlRowView {
 public:
     explicit SwitchRowView(std::function<void(const std::string& key, bool on)> switched)

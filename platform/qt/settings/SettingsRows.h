@@ -5,7 +5,7 @@
 
 namespace vorlane::platform {
 
-// The view is empty until `showRow`; null for a note. `intents` must outlive it.
+// The view is empty until `showRow`; null for a note. `intents` must outlive the view.
 SettingsRowView* makeSettingsRowView(const SettingsRow& row, const SettingsIntents& intents);
 
 }  // namespace vorlane::platform

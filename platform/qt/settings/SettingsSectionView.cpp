@@ -109,8 +109,8 @@ void SettingsSectionView::showNotes(const std::vector<Note>& fresh)
 }
 
 // A note between rows goes on the card, below the row it belongs to; the others go below the card.
-// Inserted backwards, so that notes at the same place keep their order, but created forwards, the
-// order in which screen readers read them.
+// The labels are inserted backwards, so that notes at the same place keep their order, but created
+// forwards, because screen readers read them in the order of creation.
 void SettingsSectionView::placeNotes()
 {
     for (auto* const label : noteLabels) delete label;

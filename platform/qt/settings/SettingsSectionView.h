@@ -14,10 +14,11 @@ class SettingsSectionView : public QWidget {
     Q_OBJECT
 
 public:
-    // `intents` outlives it.
+    // `intents` must outlive the view.
     SettingsSectionView(const SettingsSection& section, const SettingsIntents& intents);
 
-    // Whether it can show this section in place: the types of the rows match, apart from notes.
+    // Whether the view can show this section in place: the types of the rows match, apart from
+    // notes.
     bool fits(const SettingsSection& section) const;
 
     void showSection(const SettingsSection& section);
@@ -26,7 +27,7 @@ public:
 private:
     struct Note {
         NoteRow row;
-        std::size_t after = 0;  // controls above it
+        std::size_t after = 0;  // number of controls above the note
 
         friend bool operator==(const Note&, const Note&) = default;
     };
@@ -43,7 +44,7 @@ private:
     QLabel* header;
     SettingsCard* card;
     std::vector<SettingsRowView*> rows;
-    std::vector<std::size_t> rowTypes;  // of `rows`, as variant indices
+    std::vector<std::size_t> rowTypes;  // the types of `rows`, as variant indices
     std::vector<Note> notes;
     std::vector<QLabel*> noteLabels;  // one for each note
 };

@@ -115,7 +115,8 @@ void SoundBox::wheelEvent(QWheelEvent* event)
 
 void SoundBox::keyPressEvent(QKeyEvent* event)
 {
-    // Closes the window; QComboBox would search for an entry by its letter.
+    // Lets the window close; QComboBox would look for an entry that begins with the shortcut's
+    // letter.
     if (event->matches(QKeySequence::Close)) return event->ignore();
     QComboBox::keyPressEvent(event);
 }
