@@ -20,7 +20,7 @@ std::int64_t chargedAndUsed(int index)
     return phase < 40 ? 20 + 2 * phase : 140 - phase;
 }
 
-// Unrealistic: the longest possible line.
+// Jumps at every point, for the longest possible line.
 std::int64_t zigzag(int index)
 {
     return index % 2 == 0 ? 0 : 100;
@@ -47,7 +47,7 @@ ChartContent week(Shape shape, int shift)
     return content;
 }
 
-// New content each time, as after each minute, so that no cached drawing helps.
+// Each redraw has new content, so that no cached drawing helps.
 void redrawOfTheChart(benchmark::State& state, Shape shape)
 {
     const auto scale = static_cast<double>(state.range(0));

@@ -1,4 +1,4 @@
-// The history at its longest: load, record, save, and read for the chart. The peer, nlohmann/json,
+// A full history: load, record, save, and read for the chart. The peer, nlohmann/json,
 // decodes and encodes the same samples.
 #include <benchmark/benchmark.h>
 

@@ -11,8 +11,8 @@ class Footprint:
     resident: int = 0   # bytes of resident memory
     threads: int = 0
     descriptors: int = 0
-    wakeups: int = 0    # of all its threads, since its start
-    cpu: float = 0      # processor time since its start, in seconds
+    wakeups: int = 0    # of all threads since the start
+    cpu: float = 0      # seconds of processor time since the start
 
     def __init__(self, pid):
         process = pathlib.Path(f'/proc/{pid}')

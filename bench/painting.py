@@ -5,7 +5,7 @@ import time
 from Xlib import X, display
 from Xlib.ext import damage
 
-BORDERS = 4  # pixels, both sides together
+BORDERS = 4  # pixels, left and right together
 PATIENCE = 30.0  # seconds
 
 
@@ -16,13 +16,13 @@ class Painting:
         self._display.damage_query_version()
         root = self._display.screen().root
         root.change_attributes(event_mask=X.SubstructureNotifyMask)
-        # On the root window, so that no drawing of a new window is missed.
+        # Watches the root window, to catch even the first drawing of a new window.
         self._damage = root.damage_create(damage.DamageReportRawRectangles)
         self._window = None
         self._display.sync()
 
     def wait_until_painted(self):
-        """The time at which a visible window of that width was first painted."""
+        """Returns the time at which a visible window of this width was first painted."""
         return self._wait(self._is_painting)
 
     def wait_until_gone(self):

@@ -7,7 +7,7 @@ class TrayWindows:
         self._display = display.Display(name)
 
     def has(self, application):
-        """Whether a visible window of that class is embedded in a panel."""
+        """Whether a visible window of this class is embedded in a panel."""
         root = self._display.screen().root
         return any(self._find(window, application) for window in root.query_tree().children)
 

@@ -141,7 +141,7 @@ private:
         withdrawn.insert(identifier);
     }
 
-    // If the owner is uncertain, first report none, so that it is known again.
+    // If the program's idea of the owner is uncertain, first reports that the name has no owner.
     void changeOwner(const char* name)
     {
         if (owner != name || isOwnerUncertain) serverIsGone();
@@ -158,7 +158,7 @@ private:
         owner = name;
     }
 
-    // The pending calls, notifications and ids end with their server.
+    // Discards the pending calls and notifications of a server that has ended.
     void serverIsGone()
     {
         questions.forgetAllButTheBus();
@@ -197,7 +197,7 @@ private:
             const bool isName = question->member == "GetNameOwner";
             if (isName && !hasBegun && !mayBeAny) return;
             any.appendMostly(reply.get(), isName ? "s" : "as");
-            if (isName) isOwnerUncertain = true;  // it may contain anything
+            if (isName) isOwnerUncertain = true;  // the reply may name any owner
         }
         lone.send(reply);
     }
@@ -211,7 +211,7 @@ private:
         (void)screen.settle(question.call.get());
         auto signature = any.anySignature();
         if (signature.starts_with('u'))
-            signature.insert(0, "s");  // an id here would be unknown to the screen
+            signature.insert(0, "s");  // the screen must know every id that a reply contains
         any.append(reply.get(), signature);
     }
 
@@ -272,7 +272,7 @@ private:
     std::unique_ptr<FreedesktopNotificationCenter> center;
     bool hasBegun = false;
 
-    // What the program must have learned by now.
+    // What the program must know by now.
     std::string owner;
     bool isOwnerUncertain = true;  // the program may assume any owner
     std::set<std::string> withdrawn;

@@ -28,7 +28,7 @@ public:
     std::optional<Date> pluggedSince(Date now) const;
 
 private:
-    // A sample outside the 30 days, and the time when it was set aside, adjusted to the clock.
+    // A sample outside the 30 days. `at` is when it was set aside and moves when the clock is set.
     struct SetAside {
         Sample sample;
         double at;

@@ -15,7 +15,7 @@ namespace vorlane::fuzz {
 
 class PlainSettings {
 public:
-    // Of the reminders; the kept cases count on the order.
+    // The corpus depends on the order of these keys.
     static constexpr std::array keys{
         rowOf(&Prefs::limitEnabled).key,  rowOf(&Prefs::repeatReminder).key,
         rowOf(&Prefs::lowEnabled).key,    rowOf(&Prefs::longEnabled).key,
@@ -34,7 +34,7 @@ public:
         return prefs;
     }
 
-    // With days that begin at midnight UTC.
+    // The local time is UTC.
     bool isQuiet(Date now) const
     {
         const auto all = prefs();

@@ -15,7 +15,7 @@ public:
     struct Look {
         AppModel::Reason reason;
         bool doubts;
-        bool ends = false;  // whether this look ends the half minute after a sleep or a wake
+        bool ends = false;  // this look ends the half minute after a sleep or a wake
     };
 
     // A look requested from outside.
@@ -50,8 +50,8 @@ public:
 private:
     using Reason = AppModel::Reason;
 
-    std::int64_t second = 0;          // since the start
-    std::optional<std::int64_t> end;  // of the half minute of doubt
+    std::int64_t second = 0;          // seconds since the start
+    std::optional<std::int64_t> end;  // when the half minute of doubt ends
     std::optional<std::int64_t> wakeLook;
     std::optional<std::int64_t> looksSince;
 };

@@ -13,7 +13,7 @@ namespace vorlane::fuzz {
 
 struct Question {
     MessagePointer call;
-    std::string asked;  // the destination
+    std::string asked;  // the name that the call was sent to
     std::string member;
 };
 

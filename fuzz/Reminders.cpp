@@ -217,7 +217,7 @@ private:
         compare(reason, before);
     }
 
-    // Sets the reading in the form of the power-source service.
+    // Describes `state` to the program as a power source.
     void describe()
     {
         machine.powerSources.sources.clear();
@@ -253,7 +253,7 @@ private:
         return !settings.isQuiet(now);
     }
 
-    // Whether the battery has just become empty or gone, which is doubted after a sleep.
+    // Whether the battery has just become empty or gone, which the program doubts after a sleep.
     bool isGoneOrEmpty(const BatteryState& reading) const
     {
         const bool isGone = !reading.hasBattery && believed.hasBattery;

@@ -41,7 +41,7 @@ public:
         screen.erase(id);
     }
 
-    // Handles a Notify call: `show` gives it an id, `settle` only ends it as pending.
+    // Both end a pending Notify call; `show` also puts the notification on the screen.
     std::uint32_t show(sd_bus_message* notify)
     {
         const auto identifier = settle(notify);

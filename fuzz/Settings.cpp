@@ -76,7 +76,7 @@ std::size_t commonEnd(std::string_view one, std::string_view other)
     return same;
 }
 
-// If a plain value is replaced or added, only that value disappears from the text.
+// Replacing or adding a plain value removes nothing from the text except the old value.
 void compareTexts(const std::string& text, const std::string& edited, const TomlValues& before,
                   const Setting& setting)
 {

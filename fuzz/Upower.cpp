@@ -173,7 +173,7 @@ private:
     platform::UPowerEstimates estimates;
     Subscription changes;
 
-    // What the program must have learned by now.
+    // What the program must know by now.
     std::string owner;
     bool isUncertain = false;  // an arbitrary message may have changed any of it
     bool known = false;

@@ -1,4 +1,4 @@
-# Run at installation, when the program's path is known: writes the files that contain it. Configures
+# Run at installation, when the program's path is known: writes the files that contain this path. Configures
 # the templates in DRAFTS (@program@, @command@) into MADE and installs them under SHARE.
 set(program ${CMAKE_INSTALL_PREFIX}/${BIN}/vorlane)
 set(command ${program})
