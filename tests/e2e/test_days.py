@@ -5,8 +5,8 @@ from laptop.life.days import Days
 from laptop.life.life import Life
 
 BEGIN, MINUTES = 10 * 60 + 30, 210
-# With this seed, a condition that began during sleep coincides with a click right after the wake, and a cable moved
-# right after another wake makes a reminder due at once.
+# This seed covers two rare cases: a click right after a wake finds a condition that began during the sleep, and a cable
+# moved right after another wake makes a reminder due at once.
 SEED = 188
 
 

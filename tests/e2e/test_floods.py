@@ -60,7 +60,7 @@ def activation_tokens(system, session, count):
 
 
 def expect_no_growth(vorlane, first, second):
-    """A leak grows in every round, but a queue keeps the capacity for its greatest length only once."""
+    """A leak grows in every round, but a queue grows only until its capacity fits its greatest length."""
     growths = []
     for _ in range(MOST_ROUNDS):
         first()
@@ -76,7 +76,7 @@ def expect_no_growth(vorlane, first, second):
 
 @pytest.fixture
 def count(pytestconfig):
-    """For changes that cost the virtual laptop more time than the program."""
+    """How many changes to make: each costs the virtual laptop more time than the program."""
     return (pytestconfig.getoption('--flood') or 2500) // 25
 
 

@@ -53,7 +53,7 @@ def test_opening_it_takes_a_fresh_reading(desktop):
 
 
 def wait_for_span(popover, span):
-    """Waits until the chart covers that span; its button must be the checked one."""
+    """Waits until the chart covers that span; checks that the button of the span is selected."""
     def shown():
         chart = next(one for one in popover.walk() if one.role == 'chart')
         return chart.name.startswith(f'Charge over the last {span}: ')

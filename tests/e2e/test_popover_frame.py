@@ -1,4 +1,4 @@
-"""The popover's round corners and shadow: only where the display composites, and never in the way."""
+"""The popover's round corners and shadow, which it has only on a composited display."""
 import re
 
 import pytest
@@ -12,12 +12,12 @@ from laptop.xfce_panel import XfcePanel
 WIDTH, HEIGHT = SIZE
 PANEL_HEIGHT = 30
 EDGES = {'top': PANEL_HEIGHT // 2, 'bottom': HEIGHT - PANEL_HEIGHT // 2}
-ITEM_X = WIDTH - 16  # the last thing on the panel
+ITEM_X = WIDTH - 16  # the item is the last one on the panel
 WALL = (160, 200, 220)
 
 
 class Desk(Desktop):
-    """With a panel, and a light wall behind everything."""
+    """A desktop with a panel and a light wallpaper."""
 
     def __init__(self, laptop, edge):
         super().__init__(laptop)
@@ -31,11 +31,11 @@ class Desk(Desktop):
         self.screen.click(*self._place)
 
     def open_by_click(self):
-        """Gives the box of its window."""
+        """Returns the box of the popover's window."""
         return self.screen.click_until(self.popover_box, 'the popover', *self._place)
 
     def corner(self, box):
-        """The colour of the outermost pixel of the panel in that box, away from the screen's edge."""
+        """The colour of a corner pixel of the popover's panel, on the side away from the bar."""
         return self.screen.picture().pixel(box[0], box[1] if box[1] > HEIGHT // 4 else box[3] - 1)
 
     def wait_for_ground(self, box):
@@ -128,4 +128,4 @@ def test_other_wayland_compositors_are_asked_to_pass_a_press_on_the_shadow_on(wa
     panel = f'add({SHADOW}, {SHADOW}, {right - left - 2 * SHADOW}, {bottom - top - 2 * SHADOW})'
     wait_until(lambda: re.search(rf'wl_region@(\d+)\.{re.escape(panel)}[^$]*?set_input_region\(wl_region@\1\)',
                                  vorlane.process.stderr), 'the region that takes presses', look_every=0.05)
-    vorlane.kill()  # it would be reproached with the log
+    vorlane.kill()  # a clean quit would fail on the debug log in stderr

@@ -12,7 +12,7 @@ def reach_the_limit(laptop, vorlane, notifications, clock):
 
 
 def expect_an_hour_of_silence(vorlane, notifications, item):
-    """After the snooze action: nothing for an hour, then the reminder repeats."""
+    """Expects nothing for an hour after the snooze action, and then a repeat of the reminder."""
     item.wait_for_menu_line('Cancel Snooze')
     for _ in range(11):
         vorlane.advance(300)

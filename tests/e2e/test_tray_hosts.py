@@ -7,8 +7,8 @@ from laptop.tray import Tray
 from laptop.tray_host import TRAY_HOSTS
 from laptop.waiting import wait_until
 
-PANEL_HEIGHT = 32  # of the tallest
-HANDLE = 6  # pixels wide; once MATE's tray has held an item, it keeps showing its handle
+PANEL_HEIGHT = 32  # height of the tallest panel
+HANDLE = 6  # width in pixels; MATE's tray keeps showing its handle once it has held an item
 
 
 @pytest.fixture(scope='module', params=TRAY_HOSTS)

@@ -146,7 +146,7 @@ def test_a_truncated_windows_program_shows_nothing_and_a_repaired_one_starts_at_
     desktop.accessibility.wait_for_window(POPOVER)
 
 
-@pytest.mark.parametrize('spare', range(3))  # starting the windows process takes three
+@pytest.mark.parametrize('spare', range(3))  # starting the windows process takes three descriptors
 def test_a_click_without_free_descriptors_does_nothing_until_some_are_free(
         laptop, desktop, in_panel, vorlane, item, spare):
     # Warm up: the sanitizer opens a pipe for each object type that it meets for the first time.
@@ -173,7 +173,7 @@ def test_a_minute_after_its_last_window_closed_it_ends(desktop, vorlane, clock, 
     before = vorlane.windows_process()
     desktop.open_popover()
     clock.move(61)
-    assert tree.programs() == ['Vorlane']  # a query that wakes it
+    assert tree.programs() == ['Vorlane']  # a query that wakes the process
     assert vorlane.windows_process() == before
 
     desktop.close_popover()
@@ -237,7 +237,7 @@ def test_it_does_not_outlive_a_program_that_is_killed_while_it_starts(desktop, s
     process.signal(signal.SIGKILL)
     process.wait_for_end()
 
-    with contextlib.suppress(ProcessLookupError):  # it had started already
+    with contextlib.suppress(ProcessLookupError):  # the process had already started and ended
         os.kill(windows, signal.SIGCONT)
 
     wait_until(lambda: has_ended(windows), 'the windows process to end', look_every=0.02)

@@ -12,7 +12,7 @@ from laptop.x_screen import XScreen
 from laptop.x_trays import I3, Tint2, TrayIcon
 
 DARK, LIGHT = '#222222', '#eeeeee'
-WHITE = (0xf6, 0xf6, 0xf6)  # of the number on a bar that sets no colour
+WHITE = (0xf6, 0xf6, 0xf6)  # colour of the number on a bar that sets none
 PANEL_HEIGHT = 30
 POPOVER = '^Vorlane$'
 
@@ -29,18 +29,18 @@ def icon(screen):
 
 
 def maps_x(process):
-    """Whether it has loaded the X client library."""
+    """Whether the process has loaded the X client library."""
     return 'libxcb' in pathlib.Path(f'/proc/{process.pid}/maps').read_text()
 
 
 def processor_time(process):
-    """CPU seconds used so far."""
+    """CPU seconds used so far by the process."""
     fields = pathlib.Path(f'/proc/{process.pid}/stat').read_text().rsplit(')', 1)[1].split()
     return (int(fields[11]) + int(fields[12])) / os.sysconf('SC_CLK_TCK')
 
 
 def near(color, wanted):
-    """Equal up to the rounding of the bar's blending."""
+    """Whether two colours are equal except for rounding in the bar's blending."""
     return all(abs(one - other) <= 3 for one, other in zip(color, wanted))
 
 
@@ -129,7 +129,7 @@ def test_the_icon_yields_to_a_panel_that_watches_the_bus(vorlane, screen, panel,
     item.wait_until_registered()
     icon.wait_until_gone()
     panel.kill()
-    tint2.kill()  # it lost its tray to the panel
+    tint2.kill()  # the icon has left this tray for the panel
     tint2.start()
 
     icon.wait_for()
@@ -163,7 +163,7 @@ def test_a_display_that_dies_removes_only_the_icon(laptop, vorlane, screen, tint
     item.wait_for_label('40%')
 
     before = processor_time(vorlane.process)
-    time.sleep(1)  # in which it should stay idle
+    time.sleep(1)  # the program should stay idle in this second
     assert processor_time(vorlane.process) - before < 0.1
 
 
@@ -173,7 +173,7 @@ def test_a_display_that_hangs_delays_only_the_icon(laptop, vorlane, screen, tint
     screen.hang()
 
     vorlane.start(clock=clock)
-    vorlane.advance(60)  # by then it has tried the display
+    vorlane.advance(60)  # the program has tried the display by then
     laptop.charge_to(40)
     item.wait_for_label('40%')
     screen.go_on()

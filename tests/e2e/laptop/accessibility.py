@@ -12,7 +12,7 @@ from .waiting import wait_until
 
 BUS = 'org.a11y.Bus'
 REGISTRY = 'org.a11y.atspi.Registry'
-ROOT = '/org/a11y/atspi/accessible/root'  # of the registry's tree and of each program's
+ROOT = '/org/a11y/atspi/accessible/root'  # the root object of the registry and of each program
 ACCESSIBLE = 'org.a11y.atspi.Accessible'
 ACTION = 'org.a11y.atspi.Action'
 COMPONENT = 'org.a11y.atspi.Component'
@@ -24,7 +24,7 @@ ON_SCREEN = 0  # AtspiCoordType
 
 class Accessibility:
     def __init__(self, machine, bus):
-        """Programs started from now on appear in this tree."""
+        """Programs started afterwards appear in this tree."""
         launcher = machine.start('at-spi', ['/usr/libexec/at-spi-bus-launcher', '--launch-immediately'])
         bus.wait_for(BUS, launcher)
         machine.environment['QT_LINUX_ACCESSIBILITY_ALWAYS_ON'] = '1'
@@ -72,10 +72,10 @@ class ScreenReader(Accessibility):
                                              sender_keyword='sender', path_keyword='path')
         self._connection.call_blocking(REGISTRY, '/org/a11y/atspi/registry', REGISTRY,
                                        'RegisterEvent', 's', ('object:property-change',), timeout=REPLY_TIMEOUT)
-        machine.environment.pop('NO_AT_BRIDGE')  # so that panels started from now on are included
+        machine.environment.pop('NO_AT_BRIDGE')  # so that panels started afterwards are included
 
     def wait_for(self, role, name):
-        """`name` is a function, evaluated at each check."""
+        """`name` is a function and called at each check."""
         wait_until(lambda: any((one.role, one.name) == (role, name()) for one in self._heard),
                    lambda: f'{role} {name()!r} among {self._heard}', look_every=0.1)
 

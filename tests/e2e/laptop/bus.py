@@ -32,7 +32,7 @@ CONFIGURATION = '''<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus Con
 
 class Bus:
     def __init__(self, machine, kind):
-        """`kind` is "session" or "system"; programs started from now on use this bus."""
+        """`kind` is "session" or "system"; programs started afterwards use this bus."""
         socket = machine.folder('run', kind + '-bus')
         self.address = 'unix:path=' + socket
         self.services = machine.folder('run', kind + '-services')
@@ -62,19 +62,19 @@ class Bus:
         self.install(name, f'[D-BUS Service]\nName={name}\nExec={" ".join(argv)}\n')
 
     def install(self, name, text):
-        """The same, given the text of the service file."""
+        """Makes a service activatable, given the text of its service file."""
         os.makedirs(self.services, exist_ok=True)
         with open(os.path.join(self.services, name + '.service'), 'w') as file:
             file.write(text)
         self.call(BUS, '/org/freedesktop/DBus', BUS, 'ReloadConfig')
 
     def set_environment(self, environment):
-        """For services activated from now on, as a session does at login."""
+        """Sets variables for services activated afterwards, as a session does at login."""
         self.call(BUS, '/org/freedesktop/DBus', BUS, 'UpdateActivationEnvironment', 'a{ss}',
                   dbus.Dictionary(environment, signature='ss'))
 
     def complaints(self):
-        """What activated services have printed."""
+        """The output of activated services."""
         return [line for line in self._daemon.stderr.splitlines() if not line.startswith('dbus-daemon[')]
 
     def call(self, name, path, interface, method, signature='', *arguments):
@@ -87,7 +87,7 @@ class Bus:
     def round_trip(self):
         """Returns once the program, if it is running, has handled every message that reached it before."""
         try:
-            # Not a ping: in a monitor connection libdbus would answer that too, and a monitor must not send.
+            # Not a ping: libdbus would answer the ping in our monitor connections too, and a monitor must not send.
             self.get('org.vorlane.Vorlane', '/StatusNotifierItem', 'org.kde.StatusNotifierItem', 'Id')
         except dbus.DBusException as error:
             if error.get_dbus_name() != BUS + '.Error.ServiceUnknown':

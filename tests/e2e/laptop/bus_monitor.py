@@ -9,12 +9,12 @@ from .bus import BUS
 from .waiting import wait_until
 
 MARK = 'org.vorlane.test.Mark'
-marks = itertools.count(1)  # one sequence for all monitors, because each sees the marks of the others
+marks = itertools.count(1)  # shared, because each monitor sees the marks of the others
 
 
 @dataclass(frozen=True)
 class Seen:
-    """One message. `reply_to` is the serial of the call it answers."""
+    """A message. `reply_to` is the serial of the call that the message answers."""
     kind: str  # "call", "return", "error" or "signal"
     sender: str
     destination: str

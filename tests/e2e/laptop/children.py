@@ -18,13 +18,13 @@ def children(parent):
 
 
 def has_ended(pid):
-    """True for a zombie, too."""
+    """Also true for a zombie."""
     stat = _stat(pid)
     return stat is None or stat[1].zombie
 
 
 def _stat(pid):
-    """The parent's id and the child; None when it is gone."""
+    """The id of the parent, and the child; None when the child is gone."""
     try:
         text = pathlib.Path(f'/proc/{pid}/stat').read_text()
     except (FileNotFoundError, ProcessLookupError):

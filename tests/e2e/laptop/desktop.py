@@ -7,12 +7,12 @@ from .waiting import wait_until
 from .x_screen import XScreen
 
 POPOVER, SETTINGS, ALERT = 'Vorlane', 'Vorlane Settings', 'Vorlane'
-SHADOW = 24  # pixels around the popover's panel that are of its window, where the display composites
+SHADOW = 24  # width in pixels of the popover's shadow, which is part of its window on a composited display
 CLICK_PAUSE = 0.2  # seconds between clicks on the item; an earlier second click would close the popover
 
 
 def without_shadow(box, scale=1):
-    """The panel in the box of the popover's window."""
+    """The box of the popover's panel, given the box of its window."""
     left, top, right, bottom = box
     shadow = SHADOW * scale
     return left + shadow, top + shadow, right - shadow, bottom - shadow
@@ -41,7 +41,7 @@ class Desktop:
         return self.screen.window_titled(f'^{POPOVER}$')
 
     def popover(self):
-        """Its controls; None while it is closed."""
+        """The popover's controls; None while it is closed."""
         return self.accessibility.window(POPOVER)
 
     def open_popover(self):

@@ -1,4 +1,4 @@
-"""Another bus client that floods the program with messages, and what that costs the program."""
+"""A bus client that floods the program with messages, and the memory and CPU time that the program uses."""
 import os
 
 import dbus.lowlevel
@@ -43,7 +43,7 @@ def memory_of(process):
 
 
 def cpu_of(process):
-    """CPU seconds used so far."""
+    """CPU seconds used so far by a process."""
     with open(f'/proc/{process.pid}/stat') as file:
         fields = file.read().rpartition(')')[2].split()
     return (int(fields[11]) + int(fields[12])) / os.sysconf('SC_CLK_TCK')

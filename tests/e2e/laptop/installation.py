@@ -69,7 +69,7 @@ class Installation:
             {**self._laptop.machine.environment, **self._laptop.vorlane.environment()})
 
     def _keep_elsewhere(self, folder, name):
-        """For a package that was only unpacked: its files name a path where the program is not installed."""
+        """Corrects the program's path in the files of a package that was only unpacked."""
         text = self._text(folder, name)
         if text != (self.share / folder / name).read_text():
             self._laptop.machine.write(text, 'data', folder, name)
@@ -80,11 +80,11 @@ class Installation:
 
 
 def upgrade(prefix, names=(WINDOWS, 'bin/vorlane')):
-    """Replaces the program in the folder by another version, each file atomically."""
+    """Atomically replaces each program in the folder by one of another build."""
     for name in names:
         file = prefix / name
         content = file.read_bytes()
-        # The build name, which must match between the two programs.
+        # The name of the build, which must be the same in both programs.
         [build] = set(re.findall(rb'vorlane-ui-build-([0-9a-f]{32})', content))
         fresh = file.with_name(file.name + '.new')
         # Keep the last digit: the linker may share it with a shorter string, such as the key "a".

@@ -56,14 +56,14 @@ class Laptop:
         self.testbed.change('BAT0', **self._levels(percent))
 
     def charge_silently_to(self, percent):
-        """The same without a kernel event: the program sees it only at its next reading."""
+        """Sets the level without a kernel event: the program notices only at its next reading."""
         self.testbed.change('BAT0', announce=False, **self._levels(percent))
 
     def pull_battery(self):
         self.testbed.remove('BAT0')
 
     def put_battery_back(self, **attributes):
-        """The same battery, with some attributes changed (None removes one)."""
+        """Puts the same battery back, with these attributes changed (None removes one)."""
         merged = {**BATTERY, **attributes}
         self.testbed.add('BAT0', {key: value for key, value in merged.items() if value is not None})
 

@@ -47,7 +47,7 @@ class LxqtPanel:
         return self
 
     def kill(self):
-        """As in a crash, without any goodbye."""
+        """Kills it, as in a crash."""
         self._process.kill()
         self._bus.wait_until_free(WATCHER)
 

@@ -41,7 +41,7 @@ class MatePanel:
         return self
 
     def kill(self):
-        """As in a crash, without any goodbye."""
+        """Kills it, as in a crash."""
         while self._started:
             self._started.pop().kill()
         self._bus.wait_until_free(WATCHER)

@@ -54,7 +54,7 @@ class MovedClock:
         self._add(was_set=seconds)
 
     def set_time_of_day(self, hour, minute=0):
-        """Moves forward to the next time that the clock shows this."""
+        """Moves the clock forward until it shows this time of day."""
         now = self.now()
         then = now.replace(hour=hour, minute=minute, second=0, microsecond=0)
         if then <= now:

@@ -25,7 +25,7 @@ font=DejaVu Sans 10
 
 
 class NotificationDaemon:
-    """What they have in common: the name on the session bus."""
+    """A daemon that owns the notification name on the session bus."""
 
     window_class = None
 
@@ -37,7 +37,7 @@ class NotificationDaemon:
         raise NotImplementedError
 
     def argv_in_environment(self):
-        """The command line for a starter without the machine's environment, such as the bus."""
+        """The command line for a parent without the machine's environment, such as the bus."""
         return ['/usr/bin/env', *(f'{key}={value}' for key, value in self._machine.environment.items()),
                 *self.argv()]
 
@@ -47,7 +47,7 @@ class NotificationDaemon:
         return self
 
     def freeze(self):
-        """It keeps its name but stops answering."""
+        """Stops the daemon: it keeps its name but does not answer."""
         self.process.signal(signal.SIGSTOP)
 
     def kill(self):

@@ -12,12 +12,12 @@ SNOOZE = 'Snooze 1 hour'
 
 
 def without_markup(text):
-    """The visible text."""
+    """The text as the user sees it."""
     return ''.join(ElementTree.fromstring(f'<text>{text}</text>').itertext())
 
 
 class DunstServer(Dunst):
-    """Has no accessible controls, so its printed output is read. It reports an action only to the connection
+    """dunst has no accessible controls, so its printed output is read. dunst reports an action only to the connection
     that posted the notification.
     """
 
@@ -71,7 +71,7 @@ class MakoServer(Mako):
 
 
 class AccessibleServer(NotificationDaemon):
-    """Its notifications are toolkit windows with accessible labels and buttons."""
+    """A server whose notifications are toolkit windows with accessible labels and buttons."""
 
     program = None
     plays_sounds = False
@@ -114,7 +114,7 @@ class LxqtServer(AccessibleServer):
         return ['/usr/bin/lxqt-notificationd']
 
     def texts(self):
-        """Without the program's name, shown above each notification."""
+        """Leaves out the program's name, which is shown above each notification."""
         return [text for text in super().texts() if text != 'Vorlane']
 
 

@@ -36,7 +36,7 @@ class Notifications:
         self._monitor.listen(self._note)
 
     def titles(self):
-        """The titles of everything posted in response to events before this call.
+        """The titles of all notifications posted in response to events before this call.
 
         `posted` alone may lag behind.
         """
@@ -87,7 +87,7 @@ class Notifications:
 
 
 def plain(value):
-    """The same value in plain Python types."""
+    """Converts a D-Bus value to plain Python types."""
     if isinstance(value, dict):
         return {plain(key): plain(one) for key, one in value.items()}
     if isinstance(value, (list, tuple)):

@@ -15,12 +15,12 @@ class OpenCalls:
         self._monitor.listen(self._note)
 
     def of(self, pid):
-        """The method names of those made by a process."""
+        """The method names of the open calls of a process."""
         self._monitor.catch_up()
         return [seen.member for (caller, _), seen in list(self._open.items()) if self._pid_of(caller) == pid]
 
     def wait_until_answered(self, pid):
-        """Returns whether there were any."""
+        """Returns whether there were any open calls."""
         waited = bool(self.of(pid))
         wait_until(lambda: not self.of(pid), lambda: f'the answers to {self.of(pid)}', look_every=0.02)
         return waited
@@ -28,7 +28,7 @@ class OpenCalls:
     def _pid_of(self, caller):
         try:
             return self._bus.pid_of(caller)
-        except dbus.DBusException:  # it has disconnected
+        except dbus.DBusException:  # the caller has disconnected
             return None
 
     def _note(self, seen):

@@ -18,7 +18,7 @@ def testbed_environment():
 
 
 def sanitizer_of(program):
-    """The address sanitizer library a program is linked with, or None. It must be preloaded first."""
+    """The address sanitizer library that a program is linked with, or None. Must come first in LD_PRELOAD."""
     listing = subprocess.run(['ldd', program], capture_output=True, text=True).stdout
     found = re.search(r'libasan\S* => (\S+)', listing)
     return found.group(1) if found else None

@@ -95,7 +95,7 @@ class Process:
 
 
 def _end_with_parent():
-    """If the tests are killed, their child processes end, too."""
+    """Makes the kernel terminate the child when the tests end."""
     libc.prctl(PR_SET_PDEATHSIG, signal.SIGTERM)
 
 

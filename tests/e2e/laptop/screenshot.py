@@ -35,7 +35,7 @@ class Screenshot:
         return min(columns), rows[0], max(columns) + 1, rows[-1] + 1
 
     def pixel(self, x, y):
-        """Its red, green and blue."""
+        """Red, green and blue of a pixel."""
         return tuple(self._row(y)[3 * x:3 * x + 3])
 
     def holds(self, box, color):
@@ -46,7 +46,7 @@ class Screenshot:
     def shows(self, color):
         """Whether a pixel anywhere has exactly that colour."""
         found = self._pixels.find(bytes(color))
-        while found > 0 and found % 3:  # across two pixels
+        while found > 0 and found % 3:  # the bytes found span two pixels
             found = self._pixels.find(bytes(color), found + 1)
         return found >= 0
 

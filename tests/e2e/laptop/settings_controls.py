@@ -35,7 +35,7 @@ def press(desktop, control, *keys):
 
 
 def focus_picker(desktop, window, key):
-    """By Tab from the previous control: Qt cannot focus a combo box through accessibility."""
+    """Presses Tab on the previous control, because Qt cannot focus a combo box through accessibility."""
     picker = pickers(window)[SOUNDS.index(key)]
     controls = operable(window)
     press(desktop, controls[controls.index(picker) - 1], 'Tab')

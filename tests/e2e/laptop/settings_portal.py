@@ -24,7 +24,7 @@ class SettingsPortal:
         self._emit('color-scheme', dbus.UInt32(scheme, variant_level=1))
 
     def set_accent(self, red, green, blue):
-        """Each from 0 to 1."""
+        """Sets red, green and blue, each from 0 to 1."""
         parts = [dbus.Double(part) for part in (red, green, blue)]
         self._emit('accent-color', dbus.Struct(parts, variant_level=1))
 

@@ -11,8 +11,8 @@ from .waiting import wait_until
 
 RATE = 44_100
 BLOCK = RATE // 50
-PAUSE = RATE // 2  # seconds in samples: no sound of ours contains a longer one
-AUDIBLE = 300  # of 32767
+PAUSE = RATE // 2  # half a second in samples: the pauses within our sounds are shorter
+AUDIBLE = 300  # amplitude, of at most 32767
 LIKE = 0.9  # likeness at which a sound counts as recognised
 SIZE = 16_384  # samples in a spectrum
 
@@ -22,7 +22,7 @@ class Speaker:
         self._machine, self._sounds = machine, pathlib.Path(sounds)
         self._heard_until = 0
         self._recorder = None
-        self.address = None  # for PULSE_SERVER
+        self.address = None  # the value for PULSE_SERVER
 
     def start(self):
         socket = self._machine.folder('run', 'sound')
@@ -57,7 +57,7 @@ class Speaker:
         return array.array('h', data[:len(data) // 2 * 2])
 
     def _next(self):
-        """Its start and its samples; None until it has ended."""
+        """The start and the samples of the next sound; None until it has ended."""
         samples = self._samples()
         loud = [at for at in range(self._heard_until, len(samples), BLOCK)
                 if max(map(abs, samples[at:at + BLOCK])) > AUDIBLE]

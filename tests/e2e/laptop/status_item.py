@@ -16,7 +16,7 @@ RULES = [f"type='signal',interface='{ITEM}'", f"type='signal',interface='{MENU}'
 class StatusItem:
     def __init__(self, bus):
         self._bus = bus
-        # Its messages wake `wait_until` when the item changes.
+        # The recorded messages wake `wait_until` when the item changes.
         self._monitor = BusMonitor(bus, RULES)
 
     def on_change(self, callback):
@@ -39,14 +39,14 @@ class StatusItem:
         return str(self.get('IconName'))
 
     def pixels(self, size):
-        """The opaque pixels of the icon of that size: position to red, green and blue."""
+        """The opaque pixels of the icon of this size: a map from position to red, green and blue."""
         data = next(bytes(data) for width, height, data in self.get('IconPixmap') if width == height == size)
         return {(at // 4 % size, at // 4 // size): tuple(data[at + 1:at + 4])
                 for at in range(0, len(data), 4) if data[at] == 255}
 
     @property
     def tooltip(self):
-        """Its title line."""
+        """The title line of the tooltip."""
         tip = self.get('ToolTip')
         return str(tip[2]) if tip else None
 

@@ -28,13 +28,13 @@ class Sway:
         self._process = machine.start('sway', command, {
             'WLR_BACKENDS': 'headless', 'WLR_RENDERER': 'pixman', 'WLR_LIBINPUT_NO_DEVICES': '1',
             'XDG_RUNTIME_DIR': self._folder, 'HOME': self._folder, 'DISPLAY': None,
-            # It must not use the buses.
+            # sway must not use the buses.
             'DBUS_SESSION_BUS_ADDRESS': None, 'DBUS_SYSTEM_BUS_ADDRESS': None})
         machine.environment['WAYLAND_DISPLAY'] = os.path.join(self._folder, self._socket('wayland-'))
         machine.environment['SWAYSOCK'] = os.path.join(self._folder, self._socket('sway-ipc'))
 
     def hang(self):
-        """It stops answering until `go_on`."""
+        """Stops the compositor until `go_on`."""
         self._process.signal(signal.SIGSTOP)
 
     def go_on(self):
@@ -49,18 +49,18 @@ class Sway:
         self._message('seat', '-', 'cursor', 'set', str(x), str(y))
 
     def plug_in_pointer(self):
-        """Adds the mouse that `click` needs. Only windows opened later use it."""
+        """Adds the mouse that `click` needs. Only windows opened afterwards use it."""
         self._pointer = WaylandPointer(self._machine.environment['WAYLAND_DISPLAY'], SIZE)
 
     def click(self, x, y, button=1):
-        # Pauses, so that the window under the pointer notices it.
+        # Pauses, so that the window notices the pointer before the press.
         self._pointer.move(x, y)
         for down in (True, False):
             time.sleep(0.1)
             self._pointer.press(button, down)
 
     def press_keys(self, *keys):
-        """One after another, by their X names ("ctrl+w")."""
+        """Presses keys, given by their X names ("ctrl+w"), one after another."""
         # A pause, so that the window notices the keyboard, which exists only while wtype runs.
         strokes = [word for key in keys for word in _stroke(*key.split('+'))]
         subprocess.run(['/usr/bin/wtype', '-s', '200', *strokes, '-s', '100'], env=self._machine.environment,
@@ -70,7 +70,7 @@ class Sway:
         self._message(f'[title="^{title}$"]', 'focus')
 
     def refuse_focus(self, title, workspace='.*'):
-        """For windows that open from now on; the first window on a workspace gets the focus anyway."""
+        """Windows opened afterwards do not get the focus, except the first one on a workspace."""
         self._message(f'no_focus [title="^{title}$" workspace="^{workspace}$"]')
 
     def go_to_workspace(self, number):
@@ -103,7 +103,7 @@ class Sway:
                 yield node
 
     def kill(self):
-        """As when the compositor crashes."""
+        """Kills it, as in a crash."""
         self._process.kill()
 
     def _message(self, *arguments):
@@ -111,7 +111,7 @@ class Sway:
                               stdout=subprocess.PIPE, check=True, timeout=60).stdout
 
     def _as_user(self):
-        """sway refuses to run as root, but root can use its socket."""
+        """Avoids running sway as root, which it refuses; root can use its socket."""
         if os.geteuid() != 0:
             return []
         for folder in (self._folder, os.path.join(self._folder, 'config')):

@@ -68,7 +68,7 @@ def main():
         error = None
         try:
             getattr(supplies, order.pop('order'))(**order)
-        except Exception as trouble:  # reported to testbed.py, which raises it
+        except Exception as trouble:  # testbed.py raises the reported exception
             error = repr(trouble)
         print(json.dumps({'error': error}), flush=True)
 

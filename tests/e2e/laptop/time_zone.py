@@ -26,7 +26,7 @@ class TimeZone:
 
     @property
     def wrapper(self):
-        """The command that runs a program in this zone."""
+        """The command prefix that runs a program in this zone."""
         return [sys.executable, __file__, str(self._etc), str(self._machines)]
 
     @property

@@ -4,9 +4,9 @@ from .pictures import picture_that_differs, picture_with_panel, still_picture
 from .sway import Sway
 from .waiting import wait_until
 
-AWAY = (640, 15)  # parks the pointer, which may be in the picture, clear of every menu and window
-# Menu lines: how many lines from the end, and the distance from the lower edge for clicking.
-MENU_INSIDE = 60  # pixels to the left of its right edge
+AWAY = (640, 15)  # where the pointer, which may be in the picture, is clear of every menu and window
+# LINES: for each menu line, how many lines from the end it is, and pixels above the lower edge for clicking.
+MENU_INSIDE = 60  # pixels to the left of the menu's right edge
 LINES = {'Quit': (1, 17), 'Settings': (2, 43)}
 
 
@@ -51,7 +51,7 @@ class Tray:
             self.screen.click(right - MENU_INSIDE, bottom - above_edge)
 
     def popover(self):
-        """The panel's box; none while it is closed."""
+        """The box of the popover's panel; None while it is closed."""
         window = self.screen.window_titled(f'^{POPOVER}$')
         return without_shadow(window) if window and isinstance(self.screen, Sway) else window
 
@@ -81,7 +81,7 @@ class Tray:
                    look_every=0.1)
 
     def wait_until_gone(self, picture):
-        """Waits until neither the item nor its panel in that picture is left."""
+        """Waits until the item and the panel shown in that picture are both gone."""
         def gone():
             box = self.screen.picture().difference(picture)
             return box and box[2] - box[0] == picture.width

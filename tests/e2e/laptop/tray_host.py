@@ -1,4 +1,4 @@
-"""Kinds of tray: the program, where it shows the number, and what clicks do."""
+"""The kinds of tray: their program, where they show the number, and what clicks do."""
 from dataclasses import dataclass
 from functools import partial
 
@@ -17,7 +17,7 @@ class TrayHost:
     screen: object = XScreen
     label: bool = False  # the number is shown beside the icon
     exact: bool = False  # shows the pixels from the bus unchanged
-    opens: str = 'popover'  # on a click
+    opens: str = 'popover'  # what a click opens
     menu_button: int = 3
     menu_keys: bool = True  # its menu can be used by keyboard
 

@@ -25,7 +25,7 @@ class UPower:
         self._bus.wait_until_free(NAME)
 
     def freeze(self):
-        """It keeps its name but stops answering."""
+        """Stops the daemon: it keeps its name but does not answer."""
         self._process.signal(signal.SIGSTOP)
 
     def thaw(self):

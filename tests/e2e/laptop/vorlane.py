@@ -67,7 +67,7 @@ class Vorlane:
         self._machine.write(json.dumps(samples), 'data', 'Vorlane', 'history.json')
 
     def snooze_deadline(self):
-        """The stored deadline in seconds since 1970, or None."""
+        """The stored end of the snooze in seconds since 1970, or None."""
         return self.setting('snoozeUntil') or None
 
     def write_settings(self, text):
@@ -91,7 +91,7 @@ class Vorlane:
         self._wrapper = list(wrapper)
 
     def setting(self, key):
-        """The stored value, or None."""
+        """The stored value of a setting, or None."""
         return tomllib.loads(self.settings()).get(key) if os.path.exists(self.settings_path) else None
 
     def wait_for_setting(self, key, value):
@@ -99,7 +99,7 @@ class Vorlane:
                    look_every=0.02)
 
     def environment(self, clock=None):
-        """What the program needs in addition to the machine's environment."""
+        """Variables that the program needs in addition to the machine's environment."""
         libraries = [preload.sanitizer_of(self._program), preload.library('libumockdev-preload.so.0'),
                      clock.preloaded if clock else None]
         return {**self._testbed.environment(), **SANITIZERS, **(clock.environment() if clock else {}),
@@ -107,7 +107,7 @@ class Vorlane:
 
     @staticmethod
     def with_small_quarantine():
-        """For measuring memory: makes the sanitizer release freed memory soon."""
+        """Makes the sanitizer release freed memory soon, for measuring memory."""
         return {'ASAN_OPTIONS': SANITIZERS['ASAN_OPTIONS'] + ':quarantine_size_mb=1:'
                                                              'thread_local_quarantine_size_kb=64'}
 
@@ -167,7 +167,7 @@ class Vorlane:
         wait_until(lambda: not self.windows_process(), 'the windows process to be reaped', look_every=0.02)
 
     def kill_windows(self):
-        """As in a crash; returns once the process has been reaped."""
+        """Kills the process, as in a crash; returns once it has been reaped."""
         os.kill(self.windows_process(), signal.SIGKILL)
         self.wait_until_windows_process_is_gone()
 
@@ -177,7 +177,7 @@ class Vorlane:
 
     @contextlib.contextmanager
     def without_descriptors(self, spare=0):
-        """The program can open only `spare` more descriptors meanwhile."""
+        """Within the block the program can open only `spare` more descriptors."""
         open_now = set(self.descriptors())
         unused = (number for number in itertools.count() if number not in open_now)
         limit = next(itertools.islice(unused, spare, None))
@@ -188,19 +188,19 @@ class Vorlane:
 
     @contextlib.contextmanager
     def without_room(self):
-        """Every write to a file fails meanwhile, as on a full disk."""
+        """Within the block every write to a file fails, as on a full disk."""
         _, hard = resource.prlimit(self.process.pid, resource.RLIMIT_FSIZE)
         resource.prlimit(self.process.pid, resource.RLIMIT_FSIZE, (0, hard))
         yield
         resource.prlimit(self.process.pid, resource.RLIMIT_FSIZE, (hard, hard))
 
     def restart_in_place(self):
-        """As after an upgrade; returns once the program has restarted."""
+        """Restarts the program as after an upgrade; returns once it has restarted."""
         self.ask_to_restart()
         self.wait_until_restarted()
 
     def ask_to_restart(self):
-        """The program may wait until its readings have settled."""
+        """Requests a restart; the program may first wait for its readings to settle."""
         self._before_restart = self._bus.owner(OWNER)
         self.process.signal(signal.SIGUSR1)
         self.process.signal(signal.SIGCONT)
@@ -210,7 +210,7 @@ class Vorlane:
         self.round_trip()
 
     def kill(self):
-        """Without any chance to save or print."""
+        """Kills the program, without a chance to save or print."""
         self.process.kill()
         self._bus.wait_until_free(OWNER)
         self.process = None

@@ -4,7 +4,7 @@ import socket
 import struct
 import time
 
-BUTTONS = {1: 0x110, 2: 0x112, 3: 0x111}  # from X's numbers to those of <linux/input-event-codes.h>
+BUTTONS = {1: 0x110, 2: 0x112, 3: 0x111}  # X button numbers to <linux/input-event-codes.h>
 MANAGER = 'zwlr_virtual_pointer_manager_v1'
 DISPLAY, REGISTRY, NULL = 1, 2, 0  # object ids of the connection; 0 is null
 SYNC, GET_REGISTRY, BIND, CREATE_POINTER = 0, 1, 0, 0  # request numbers

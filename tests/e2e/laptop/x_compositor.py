@@ -18,7 +18,7 @@ class XCompositor:
         wait_until(lambda: not self._owns_selection(), 'the compositing manager to go', look_every=0.02)
 
     def _owns_selection(self):
-        """By this programs find out whether there is one."""
+        """Whether a compositing manager owns the selection by which programs detect it."""
         x = ctypes.CDLL('libX11.so.6')
         x.XOpenDisplay.restype = ctypes.c_void_p
         display = ctypes.c_void_p(x.XOpenDisplay(self._machine.environment['DISPLAY'].encode()))

@@ -28,14 +28,14 @@ class XScreen:
             wait_until(self._is_managed, 'the window manager', look_every=0.02)
 
     def split(self):
-        """Splits it into two monitors, side by side."""
+        """Splits the screen into two monitors, side by side."""
         width, height = self.box[2] // 2, self.box[3]
         for number in (0, 1):
             self._run('xrandr', '--setmonitor', f'half-{number}',
                       f'{width}/300x{height}/400+{number * width}+0', 'screen' if number == 0 else 'none')
 
     def paint_wall(self, top, bottom):
-        """From one colour to another; compositors find it, too."""
+        """Paints a gradient between two colours, which compositors find, too."""
         self._run('hsetroot', '-add', top, '-add', bottom, '-gradient', '0')
 
     def picture(self):
@@ -46,7 +46,7 @@ class XScreen:
         self._run('xdotool', 'mousemove', str(x), str(y))
 
     def click(self, x, y, button=1):
-        # A pause between moving and pressing, so that the window under the pointer notices it.
+        # A pause, so that the window notices the pointer before the press.
         self._run('xdotool', 'mousemove', str(x), str(y), 'sleep', '0.1', 'click', str(button))
 
     def click_until(self, condition, description, x, y):
@@ -61,15 +61,15 @@ class XScreen:
         return wait_until(came, description, look_every=0.05)
 
     def press_keys(self, *keys):
-        """One after another, by their X names."""
+        """Presses keys, given by their X names, one after another."""
         self._run('xdotool', 'key', *keys)
 
     def kill(self):
-        """As when the server crashes: every program on it loses its display."""
+        """Kills the X server, so that every program on it loses its display."""
         self._server.kill()
 
     def hang(self):
-        """It stops answering until `go_on`."""
+        """Stops the X server until `go_on`."""
         self._server.signal(signal.SIGSTOP)
 
     def go_on(self):
@@ -95,7 +95,7 @@ class XScreen:
         return self._run('xdotool', 'search', '--name', pattern, check=False).split()
 
     def is_in_front(self, name, other):
-        """For two windows that the window manager does not manage, by title or class."""
+        """Whether one window is in front of another; both by title or class, and not managed by the window manager."""
         from_front = self._run('xwininfo', '-root', '-children').decode()
         return from_front.index(f'"{name}"') < from_front.index(f'"{other}"')
 

@@ -41,7 +41,7 @@ class Tint2:
         return self
 
     def kill(self):
-        """As in a crash."""
+        """Kills it, as in a crash."""
         self._process.kill()
 
 
@@ -64,7 +64,7 @@ class TrayIcon:
         self._screen = screen
 
     def box(self):
-        """Its box; None while it is in no tray."""
+        """The box of the icon; None while it is in no tray."""
         return self._screen.window_titled('^Vorlane: ')
 
     def wait_for(self):

@@ -35,7 +35,7 @@ class Desktop:
         return path
 
     def open_popover(self):
-        """By D-Bus call: a click on this panel's plugin opens the menu instead."""
+        """Opens it by a D-Bus call, because a click on this panel's plugin opens the menu."""
         self.screen.move_pointer(SIZE[0] - 120, 15)
         self._laptop.item.activate()
         wait_until(lambda: self.screen.window_titled('^Vorlane$'), 'the popover', look_every=0.05)

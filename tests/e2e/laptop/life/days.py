@@ -10,8 +10,8 @@ TROUBLES = ('panel restarts', 'notification daemon restarts', 'upower restarts')
 @dataclass(frozen=True)
 class Sleep:
     minutes: int
-    moves_cable: bool  # during the sleep, without a kernel event
-    then: tuple  # 'cable' and 'click', done in the first seconds after the wake
+    moves_cable: bool  # the cable is moved during the sleep, without a kernel event
+    then: tuple  # actions in the first seconds after the wake: 'cable', 'click'
 
 
 class Days:

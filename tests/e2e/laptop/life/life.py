@@ -44,7 +44,7 @@ class Life:
         the program."""
         self.days, self.minute = days, begin_at
         self.expected, self.daily, self.happened = [], [], collections.Counter()
-        self.windows = {}  # by process id: private dirty bytes when the popover last opened
+        self.windows = {}  # private dirty bytes when the popover last opened, by process id
         self._closed = 0.0  # when the popover was closed
         self._laptop = Laptop(program)
         try:
@@ -74,7 +74,7 @@ class Life:
                 each_day(len(self.daily))
 
     def end(self):
-        """Quits the program, which must end cleanly."""
+        """Quits the program and checks that it ends cleanly."""
         self._compare()
         self.vorlane.quit()
 
@@ -129,7 +129,7 @@ class Life:
         self._let_timer_fire()
 
     def _let_timer_fire(self):
-        """Waits only if it has not fired by itself already."""
+        """Moves the clock until the timer has fired, unless the timer has already fired by itself."""
         until = self._until_timer()
         due = self._now() + until
         self._pass(until + SLACK)
@@ -145,7 +145,7 @@ class Life:
 
     def _account_for_real_time(self):
         """Accounts for real time spent here, during which the timer may have fired by itself."""
-        while self._until_timer() < SLACK:  # or so close to due that it may or may not have fired
+        while self._until_timer() < SLACK:  # due, or so soon that the timer may or may not have fired
             self._let_timer_fire()
 
     def _look(self, reason, since):
@@ -239,8 +239,8 @@ class Life:
         self.minute += sleep.minutes
 
     def _live_first_seconds(self, woken, then):
-        """On a slow machine these actions may come before or after the reading that the program takes for the wake. The
-        reminders are the same either way; the samples differ."""
+        """On a slow machine the program may take its wake reading before or after these actions. The reminders are the
+        same either way; the samples differ."""
         at_wake = self._sample()
         self.rules.woke(self._reading())
         if 'cable' in then:
@@ -317,10 +317,10 @@ class Life:
         wait_until(closed, 'the settings to close', look_every=0.1)
 
     def _end_windows(self):
-        """So that the costs at the end of each day are comparable."""
+        """Ends the windows process, so that the costs at the end of each day are comparable."""
         process = self.vorlane.windows_process()
         if process:
-            with contextlib.suppress(ProcessLookupError):  # it may have just ended by itself
+            with contextlib.suppress(ProcessLookupError):  # the process may have just ended by itself
                 os.kill(process, signal.SIGKILL)
         self.vorlane.wait_until_windows_process_is_gone()
 
@@ -338,7 +338,7 @@ class Life:
         self._laptop.upower.start()
 
     def _change_setting(self, key, value):
-        """Like an edit by the user: keys written by the program are kept."""
+        """Edits the file as the user would: keys written by the program are kept."""
         self.rules.settings[key] = value
         line = f'{key} = {json.dumps(value)}\n'
         text, found = re.subn(rf'^{key} = .*\n', line, self._settings_text(), flags=re.MULTILINE)

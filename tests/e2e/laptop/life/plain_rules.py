@@ -20,7 +20,7 @@ class Reading:
     percent: int
     plugged: bool
     charging: bool
-    health: float  # percent of the design
+    health: float  # percent of the design capacity
 
 
 @dataclass
@@ -41,8 +41,8 @@ class PlainRules:
         self._zone = zoneinfo.ZoneInfo(zone)
         self._health_sent = False
         self._spell = []  # the looks since no condition last held; older ones do not matter
-        self._at_wake = None  # the reading at the wake, until the scheduled look
-        self._cable_moved = False  # since the wake
+        self._at_wake = None  # the reading at the wake; None after the scheduled look
+        self._cable_moved = False  # the cable was moved since the wake
 
     def woke(self, reading):
         """Conditions count as already announced until the scheduled look, unless the cable is moved."""
@@ -91,7 +91,7 @@ class PlainRules:
         ) if holds}
 
     def _looks_while_held(self, kind):
-        """From the latest look back to the one at which the condition began to hold."""
+        """Yields the looks from the latest back to the one at which the condition began to hold."""
         for look in reversed(self._spell):
             if kind not in look.holds:
                 return

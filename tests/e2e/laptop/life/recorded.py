@@ -1,9 +1,9 @@
-"""What the history file must contain: the sample of every look, that is, of every reading that the test brought about.
+"""What the history file must contain: a sample of every look, that is, of every reading that the test caused.
 
 The program also takes readings by itself: every five seconds after a wake, and at signals from UPower. These may record
-a change early, before the look that was meant to see it; no other surplus samples are allowed.
+a change early, before the look that follows it in the test; no other surplus samples are allowed.
 
-Several looks that may come in any order are noted as one, with the other readings possible meanwhile.
+Looks whose order is open are noted as one, with the other readings that were possible at that time.
 """
 from dataclasses import dataclass
 
@@ -13,10 +13,10 @@ MONTH = 30 * 86400
 @dataclass(frozen=True)
 class Look:
     reason: str
-    since: float  # it came no earlier than this
-    until: float  # and was complete by then
+    since: float  # earliest time of the reading
+    until: float  # latest time of the reading
     reading: tuple  # (percent, charging, plugged)
-    earlier: tuple = ()  # other readings possible in that time
+    earlier: tuple = ()  # other readings possible in this period
 
 
 class Recorded:
@@ -28,7 +28,7 @@ class Recorded:
         self._looks.append(Look(reason, since, until, reading, tuple(earlier)))
 
     def check(self, samples):
-        """Checks the file's samples, in the same form; returns how many are early changes."""
+        """Checks the samples in the file, in the form of `before`; returns how many are early changes."""
         assert samples, 'nothing recorded'
         assert all(one[0] <= other[0] for one, other in zip(samples, samples[1:])), 'out of order'
         oldest = samples[-1][0] - MONTH
@@ -43,7 +43,7 @@ class Recorded:
             first = at
             while at < len(samples) and samples[at][0] <= look.until:
                 at += 1
-            # A look during which the 30 days began may or may not have a sample.
+            # The sample of a look that straddles the start of the 30 days may have been dropped.
             if look.since >= oldest:
                 surplus += _check_look(look, samples[max(first - 1, 0):first], samples[first:at], last)
             last = look
@@ -52,7 +52,7 @@ class Recorded:
 
 
 def _check_look(look, before, own, last):
-    """`own` are the samples since the previous look, `last`; returns how many are early changes."""
+    """`own` are the samples since `last`, the previous look; returns how many are early changes."""
     context = f'{look} has {own} after {before} and {last}'
     assert (before + own)[-1:], f'nothing recorded: {context}'
     assert (before + own)[-1][1:] == look.reading, f'not the reading at that time: {context}'

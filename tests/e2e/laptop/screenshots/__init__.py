@@ -1,1 +1,1 @@
-"""The pictures of the documentation: the program on a virtual laptop's desktop, as its screen shows it."""
+"""Takes the pictures in docs/: screenshots of the program on the desktop of a virtual laptop."""

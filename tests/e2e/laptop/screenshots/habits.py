@@ -2,7 +2,7 @@
 import datetime
 import math
 
-# A day's habits, in hours after midnight: awake, on power twice; and percent an hour without power.
+# For each day: the hours of waking and sleeping, two spells on power, and percent per hour on battery.
 WEEK = [(7.2, 23.2, (9.0, 11.5), (16.4, 18.6), 9.5), (7.8, 22.8, (8.6, 12.1), (18.0, 20.1), 8.1),
         (9.4, 23.6, (10.2, 11.9), (17.1, 19.0), 11.0), (7.0, 22.5, (9.1, 10.7), (15.2, 17.0), 8.8),
         (7.4, 23.4, (8.9, 12.4), (16.9, 18.1), 10.2)]
@@ -11,7 +11,7 @@ MINUTE = datetime.timedelta(minutes=1)
 
 
 def samples(until, percent):
-    """One for each minute awake, the last stretch bent so that it ends at that percentage."""
+    """One sample per minute awake; the samples since the last sleep are shifted gradually to end at `percent`."""
     lived = list(_live(until))
     last = next((at for at in range(len(lived) - 1, 0, -1) if lived[at]['t'] - lived[at - 1]['t'] > 60), 0)
     off = percent - lived[-1]['p']

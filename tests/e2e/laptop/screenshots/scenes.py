@@ -17,11 +17,11 @@ def battery(percent, status, watts, full=FULL, cycles=212, celsius=31.4):
 class Scene:
     name: str
     dark: bool
-    time: tuple  # of the day: hour and minute
+    time: tuple  # hour and minute
     battery: dict
     plugged: bool
     play: Callable
-    tray: str = 'systray'  # shows the number in the icon; the other one beside it
+    tray: str = 'systray'  # 'systray' shows the number in the icon, 'indicator' beside it
 
 
 def point_at_chart(session):

@@ -14,12 +14,12 @@ SIZE = (1280 * SCALE, 800 * SCALE)
 PANEL = 30 * SCALE
 ITEM = (SIZE[0] - 62 * SCALE, PANEL // 2)
 WALLS = {False: ('#8fb3c4', '#d8e2e8'), True: ('#1d3f50', '#10232d')}
-# The font of the session's user.
+# Sets the default font of the session.
 FONTS = '''<?xml version="1.0"?><fontconfig><alias binding="strong">
 <family>sans-serif</family><prefer><family>Inter</family></prefer></alias></fontconfig>'''
-AROUND = 16 * SCALE  # what a picture shows of the desktop beside a window
-AWAY = (SIZE[0] // 2, SIZE[1] - 1)  # for the pointer
-RANGE, CHART = 232, 140  # how far above the panel's lower edge the two are
+AROUND = 16 * SCALE  # width of the strip of desktop around a window in a picture
+AWAY = (SIZE[0] // 2, SIZE[1] - 1)  # where the pointer is parked
+RANGE, CHART = 232, 140  # distances of the range buttons and the chart from the panel's lower edge
 
 
 class Session:
@@ -57,7 +57,7 @@ class Session:
         laptop.item.wait_until_registered()
 
     def open_popover(self):
-        """By a click on the item, the last thing before the panel's clock."""
+        """Clicks the item, which is next to the panel's clock."""
         self.screen.click_until(lambda: self.screen.window_titled('^Vorlane$'), 'the popover', *ITEM)
         self._shown = self.screen.window_titled('^Vorlane$')
         self.screen.move_pointer(*AWAY)
@@ -76,6 +76,6 @@ class Session:
         self._shown = self.screen.wait_for_window(self.notifyd.window_class)
 
     def photograph(self, path):
-        """The corner of the screen down to what was opened, with a little of the desktop around it."""
+        """Saves the top right corner of the screen with the opened window and a little of the desktop around it."""
         left, _, _, bottom = self._shown
         still_picture(self.screen).crop((left - AROUND, 0, SIZE[0], bottom + AROUND)).save(path)
