@@ -24,7 +24,7 @@ TEST_F(AlertEngineTest, StartsArmed)
     EXPECT_FALSE(engine.longSent);
 }
 
-TEST_F(AlertEngineTest, WordsTheLimitLowAndTooLongAlerts)
+TEST_F(AlertEngineTest, WritesTheTextsOfTheLimitLowAndTooLongAlerts)
 {
     EXPECT_THAT(alerts(charging(81)),
                 ElementsAre(PendingAlert{.kind = chargeLimit,
@@ -44,7 +44,7 @@ TEST_F(AlertEngineTest, WordsTheLimitLowAndTooLongAlerts)
             .body = "Plugged in for over 9 h at 100%. Unplug it to let the battery rest."}));
 }
 
-TEST_F(AlertEngineTest, WordsTheHealthAlert)
+TEST_F(AlertEngineTest, WritesTheTextOfTheHealthAlert)
 {
     EXPECT_THAT(alerts(worn(786)),
                 ElementsAre(PendingAlert{
@@ -53,7 +53,7 @@ TEST_F(AlertEngineTest, WordsTheHealthAlert)
                     .body = "Battery health has fallen to 79% of its original capacity."}));
 }
 
-TEST_F(AlertEngineTest, ResetsAllButTheLastTimeWithoutABattery)
+TEST_F(AlertEngineTest, ResetsAllButTheTimeOfTheLastAlertWithoutABattery)
 {
     since = start - 9h;
     EXPECT_THAT(given(onPower(80)), ElementsAre(chargeLimit, tooLong));

@@ -42,7 +42,7 @@ protected:
                                             std::string(plugged ? "AC Power" : "Battery Power"));
     }
 
-    // No reminder while the battery stays low, but one the next time it becomes low.
+    // Expects no reminder while the battery stays low, but one the next time it becomes low.
     void expectThatLowIsKnown()
     {
         machine.advance(1h);
@@ -105,7 +105,7 @@ TEST_F(AppModelSleepTest, RemindsAfterQuietHoursOfAPlugChangeAfterTheWake)
     EXPECT_THAT(posted(), ElementsAre("low"));
 }
 
-// It was plugged in while asleep, which ended the low condition although no refresh saw it.
+// The laptop was plugged in while asleep, so the battery was not low at the wake.
 TEST_F(AppModelSleepTest, RemindsAgainOfAConditionThatWasFalseAtTheWake)
 {
     launch();
@@ -491,7 +491,7 @@ TEST_F(AppModelSleepTest, KeepsQuietForHalfAMinuteWithoutAWakeSignal)
     expectThatLowIsKnown();
 }
 
-TEST_F(AppModelSleepTest, KeepsQuietAboutWhatItFindsAtTheEndOfThatHalfMinute)
+TEST_F(AppModelSleepTest, KeepsQuietAboutConditionsFoundAtTheEndOfTheHalfMinute)
 {
     launchPluggedIn(15);
     beginSleep();
@@ -508,7 +508,7 @@ TEST_F(AppModelSleepTest, KeepsQuietAboutWhatItFindsAtTheEndOfThatHalfMinute)
     EXPECT_THAT(posted(), ElementsAre("low"));
 }
 
-TEST_F(AppModelSleepTest, RemindsOfChangesAfterThatHalfMinute)
+TEST_F(AppModelSleepTest, RemindsOfChangesAfterTheHalfMinute)
 {
     launchPluggedIn(15);
     machine.workspace.willSleep();

@@ -22,7 +22,7 @@ TEST_F(PluggedSinceEstimateTest, EstimatesNothingWhenItWasLastOnBattery)
     EXPECT_EQ(store.pluggedSinceEstimate(start), std::nullopt);
 }
 
-TEST_F(PluggedSinceEstimateTest, TrustsALastSampleOfLessThanTenMinutes)
+TEST_F(PluggedSinceEstimateTest, TrustsALastSampleLessThanTenMinutesOld)
 {
     auto store = open();
     store.samples = {plugged(start - 60s), plugged(start)};

@@ -27,7 +27,7 @@ protected:
     std::string last() const { return machine.notifications.posted.back().body; }
 };
 
-TEST_F(ScenarioTest, ADayOfALaptop)
+TEST_F(ScenarioTest, ADayOfUsePostsEachReminderWhenDue)
 {
     launch();
     moveCharge(50, 21, 5min);

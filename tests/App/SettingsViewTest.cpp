@@ -169,7 +169,7 @@ TEST_F(SettingsViewTest, PrefersTheExactFirmwareThreshold)
     EXPECT_EQ(section(0).rows.size(), 4);  // no note: the reminder comes first
 }
 
-TEST_F(SettingsViewTest, EndsWithWhatItCannotDo)
+TEST_F(SettingsViewTest, EndsWithANoteOnWhatTheProgramCannotDo)
 {
     EXPECT_THAT(
         section(7).rows,
@@ -192,7 +192,7 @@ TEST_F(SettingsViewTest, ExplainsWhyAlertsCannotBeDelivered)
                    "the command line, alerts cannot be delivered.")));
 }
 
-TEST_F(SettingsViewTest, RemovesThatNoteWhenNotificationsBecomeAvailable)
+TEST_F(SettingsViewTest, RemovesTheNoteOnDeliveryWhenNotificationsBecomeAvailable)
 {
     machine.notifications.reachable = false;
     ASSERT_EQ(section(6).rows.size(), 3);

@@ -63,7 +63,7 @@ TEST_F(TroubleTest, AMalformedHistoryIsRenamedAndANewOneStarted)
                 ElementsAre(Field(&Sample::p, 50), Field(&Sample::p, 50)));
 }
 
-TEST_F(TroubleTest, NoDataIsAvailable)
+TEST_F(TroubleTest, NeitherBatteryNorFilesNorNotificationsAreAvailable)
 {
     machine.removeBattery();
     machine.powerSources.watchable = false;

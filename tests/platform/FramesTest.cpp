@@ -28,7 +28,7 @@ protected:
     std::string frame;
 };
 
-TEST_F(FramesTest, ReceivesEachMessageByItself)
+TEST_F(FramesTest, ReceivesMessagesOneByOne)
 {
     const std::string longest(largest, 'x');
     ASSERT_TRUE(sendFrame(theirs.get(), "one"));
@@ -41,7 +41,7 @@ TEST_F(FramesTest, ReceivesEachMessageByItself)
     EXPECT_EQ(receive(), Receiving::nothing);
 }
 
-TEST_F(FramesTest, EndsWhenThePeerHasGone)
+TEST_F(FramesTest, EndsWhenThePeerDisconnects)
 {
     ASSERT_TRUE(sendFrame(theirs.get(), "last"));
     theirs.reset();
@@ -51,7 +51,7 @@ TEST_F(FramesTest, EndsWhenThePeerHasGone)
     EXPECT_FALSE(sendFrame(ours.get(), "unheard"));
 }
 
-TEST_F(FramesTest, ReceivesTheLastMessagesOfAPeerThatLeftSomethingUnread)
+TEST_F(FramesTest, ReceivesTheLastMessageOfAPeerWithUnreadMessages)
 {
     ASSERT_TRUE(sendFrame(ours.get(), "unread"));
     ASSERT_TRUE(sendFrame(theirs.get(), "last"));

@@ -12,7 +12,7 @@
 
 namespace vorlane::platform {
 
-// Named, since types without linkage cannot be taken apart.
+// Not anonymous, because `wire` cannot decompose types without linkage.
 namespace wiretest {
 
 enum class Fruit { apple, pear, plum };
@@ -88,7 +88,7 @@ TEST(WireTest, ReadsWhatItWrites)
     EXPECT_EQ(wire::decode<Empty>(bytesOf(Empty())), Empty());
 }
 
-TEST(WireTest, ReadsAVariantFromTheAlternativeAlone)
+TEST(WireTest, EncodesAnAlternativeLikeItsVariant)
 {
     const auto bytes = wire::encodeAs<Message>(sample());
 

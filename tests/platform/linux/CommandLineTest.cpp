@@ -12,13 +12,13 @@ CommandLine read(const std::vector<const char*>& arguments)
     return readCommandLine(arguments);
 }
 
-TEST(CommandLineTest, AsksForNothingByItself)
+TEST(CommandLineTest, StartsWithoutAnActionByDefault)
 {
     EXPECT_EQ(read({}),
               (CommandLine{.kind = CommandLine::Kind::start, .action = MenuAction::none}));
 }
 
-TEST(CommandLineTest, HasAnOptionForEachThingToDo)
+TEST(CommandLineTest, ReadsEachOption)
 {
     EXPECT_EQ(read({"--open"}), CommandLine{.action = MenuAction::open});
     EXPECT_EQ(read({"--settings"}), CommandLine{.action = MenuAction::settings});
@@ -28,7 +28,7 @@ TEST(CommandLineTest, HasAnOptionForEachThingToDo)
     EXPECT_EQ(read({"--version"}), CommandLine{.kind = CommandLine::Kind::version});
 }
 
-TEST(CommandLineTest, GuessesNothing)
+TEST(CommandLineTest, RejectsUnknownAndExtraArguments)
 {
     for (const auto& arguments : std::vector<std::vector<const char*>>{
              {"--opne"}, {"open"}, {""}, {"--open", "--settings"}}) {

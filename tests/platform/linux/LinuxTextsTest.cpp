@@ -17,7 +17,7 @@ TEST(LinuxTextsTest, NameNoOtherSystem)
     }
 }
 
-TEST(LinuxTextsTest, EachTakeThePlaceOfADefault)
+TEST(LinuxTextsTest, ReplaceEveryDefault)
 {
     const PlatformTexts defaults;
 

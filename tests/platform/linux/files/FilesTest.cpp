@@ -44,7 +44,7 @@ protected:
         return static_cast<unsigned>(fs::symlink_status(path).permissions());
     }
 
-    // Dates it years back.
+    // Sets its modification time years back.
     void makeOld(const char* name) const
     {
         const timespec old[] = {{.tv_sec = 1'000'000'000, .tv_nsec = 0},
@@ -170,7 +170,7 @@ TEST_F(FilesTest, LeavesTheOldFileUntouchedOnAFullDisk)
     EXPECT_THAT(names(), ElementsAre("file"));
 }
 
-TEST_F(FilesTest, KeepsAFolderInPlaceOfTheFileAside)
+TEST_F(FilesTest, MovesAFolderAsideWhenItReplacesIt)
 {
     fs::create_directories(fs::path(file) / "inner");
 
@@ -313,7 +313,7 @@ TEST_F(FilesTest, KeepsAFileUnderASecondNameUntilItIsReplaced)
     EXPECT_EQ(readFile(file + ".bad", limit).value_or("none"), "bad");
 }
 
-TEST_F(FilesTest, NeverOverwritesWhatWasKeptEarlier)
+TEST_F(FilesTest, NeverOverwritesAnEarlierBackup)
 {
     for (const auto* content : {"first", "second", "third"}) {
         folder.write("file", content);

@@ -45,8 +45,8 @@ struct SaveCase {
     const char* name;
     const char* file;                   // below the folder
     std::optional<std::string> before;  // its content
-    bool isUnderstood;                  // otherwise it must be kept aside
-    // Saves in the folder under the planned interference; idempotent.
+    bool isUnderstood;                  // otherwise the program must keep it aside
+    // Saves in the folder with the planned interference; may be repeated.
     std::function<TracedChild::Outcome(fs::path, TracedChild::Plan)> act;
 };
 
@@ -162,7 +162,7 @@ protected:
 
     std::optional<std::string> content() const { return contentOf(file()); }
 
-    // The files in its folder whose names start with `begin`.
+    // The files in the same folder whose names start with `begin`.
     std::vector<fs::path> beside(const std::string& begin) const
     {
         std::vector<fs::path> found;
@@ -186,7 +186,7 @@ protected:
         });
     }
 
-    // The complete old or new file, without loss of the user's data.
+    // Expects the complete old or new file. Malformed content must be kept, here or aside.
     void expectWhole() const
     {
         const auto found = content();
@@ -198,7 +198,7 @@ protected:
     {
         if (content() == after && temporaries().empty()) return;
 
-        // Stale, so that the next save removes it.
+        // Makes leftover temporaries old, so that the next save removes them.
         const timespec old[] = {{.tv_sec = 1'000'000'000, .tv_nsec = 0},
                                 {.tv_sec = 1'000'000'000, .tv_nsec = 0}};
         for (const auto& left : temporaries()) (void)utimensat(AT_FDCWD, left.c_str(), old, 0);
@@ -215,7 +215,7 @@ protected:
         return act({}).calls;
     }
 
-    // Returns the number of calls.
+    // Returns the number of system calls of a save.
     int interfereWithEach(TracedChild::Plan plan) const
     {
         for (int calls = callsOfASave(); plan.call < calls; ++plan.call) {
@@ -282,7 +282,7 @@ TEST_P(MomentsOfASaveTest, LosesNothingWhenItIsKilled)
     EXPECT_GT(kills, 10);
 }
 
-TEST_P(MomentsOfASaveTest, LosesNothingWhenThereIsNoRoom)
+TEST_P(MomentsOfASaveTest, LosesNothingOnAFullDisk)
 {
     EXPECT_TRUE(TracedChild::holds(
         [&] { EXPECT_GT(interfereWithEach({.trouble = Trouble::error, .error = ENOSPC}), 10); }));
@@ -310,7 +310,7 @@ TEST_P(MomentsOfASaveTest, CopesWithAFileThatChangesDuringTheSave)
             try {
                 change();
             } catch (const fs::filesystem_error&) {
-                // There was nothing to change.
+                // The file or folder did not exist.
             }
         };
         const auto work = [&] {

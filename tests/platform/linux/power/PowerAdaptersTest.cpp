@@ -16,7 +16,7 @@ PowerSupply usb(Values values)
 
 const PowerSupply fullBattery = battery({{"STATUS", "Full"}});
 
-TEST(PowerAdaptersTest, IsPluggedInByAnyAdapterOnline)
+TEST(PowerAdaptersTest, CountsAnyOnlineAdapterAsPluggedIn)
 {
     for (const char* const type : {"Mains", "USB", "Wireless"}) {
         const auto online = supply("x", {{"TYPE", type}, {"ONLINE", "1"}});
@@ -26,7 +26,7 @@ TEST(PowerAdaptersTest, IsPluggedInByAnyAdapterOnline)
     }
 }
 
-TEST(PowerAdaptersTest, BelievesMainsAndBatteryRatherThanAUsbSupply)
+TEST(PowerAdaptersTest, TrustsMainsAndBatteryOverAUsbSupply)
 {
     const std::vector stale{mains("0"), usb({})};
 
@@ -38,7 +38,7 @@ TEST(PowerAdaptersTest, BelievesMainsAndBatteryRatherThanAUsbSupply)
     }
 }
 
-TEST(PowerAdaptersTest, BelievesAUsbSupplyThatNoMainsAdapterContradicts)
+TEST(PowerAdaptersTest, TrustsAUsbSupplyThatNoMainsAdapterContradicts)
 {
     const auto wireless = supply("w", {{"TYPE", "Wireless"}, {"ONLINE", "1"}});
     const auto offlineUsb = supply("u", {{"TYPE", "USB_PD"}, {"ONLINE", "0"}});
@@ -54,14 +54,14 @@ TEST(PowerAdaptersTest, CountsAProgrammableUsbSupplyAsPluggedIn)
     EXPECT_TRUE(isPluggedIn({usb({{"ONLINE", "2"}})}, ChargeStatus::discharging));
 }
 
-TEST(PowerAdaptersTest, IsNeverPluggedInByABatteryThatSaysOnline)
+TEST(PowerAdaptersTest, IgnoresABatteryThatReportsOnline)
 {
     const std::vector supplies{mains("0"), battery({{"ONLINE", "1"}})};
 
     EXPECT_FALSE(isPluggedIn(supplies, ChargeStatus::discharging));
 }
 
-TEST(PowerAdaptersTest, IsNeverPluggedInByAPeripheral)
+TEST(PowerAdaptersTest, IgnoresAPeripheral)
 {
     const std::vector supplies{usb({{"SCOPE", "Device"}})};
 
@@ -77,7 +77,7 @@ TEST(PowerAdaptersTest, FollowsTheStatusWithoutAnyAdapter)
     EXPECT_FALSE(isPluggedIn({}, ChargeStatus::unknown));
 }
 
-TEST(PowerAdaptersTest, IsPluggedInWithAFullBatteryBesideOneOfUnknownStatus)
+TEST(PowerAdaptersTest, CountsAFullBatteryBesideAnUnknownOneAsPluggedIn)
 {
     const std::vector batteries{fullBattery, battery({{"STATUS", "Unknown"}}, "BAT1")};
 
@@ -85,7 +85,7 @@ TEST(PowerAdaptersTest, IsPluggedInWithAFullBatteryBesideOneOfUnknownStatus)
     EXPECT_FALSE(isPluggedIn({fullBattery, mains("0")}, ChargeStatus::unknown));
 }
 
-TEST(PowerAdaptersTest, BelievesAStatusThatImpliesAnAdapter)
+TEST(PowerAdaptersTest, TrustsAStatusThatImpliesAnAdapter)
 {
     const std::vector offline{mains("0"), fullBattery};
 
@@ -114,7 +114,7 @@ TEST(PowerAdaptersTest, RatesAUsbSupplyByItsMaxima)
     EXPECT_EQ(adapterWatts({supply}), 60);
 }
 
-TEST(PowerAdaptersTest, RatesItByItsPresentOutputWithoutMaxima)
+TEST(PowerAdaptersTest, RatesAUsbSupplyByItsOutputWithoutMaxima)
 {
     const Values now{{"VOLTAGE_NOW", "15000000"}, {"CURRENT_NOW", "3000000"}};
     Values zeroMaxima = now;
@@ -124,7 +124,7 @@ TEST(PowerAdaptersTest, RatesItByItsPresentOutputWithoutMaxima)
     EXPECT_EQ(adapterWatts({usb(zeroMaxima)}), 45);
 }
 
-TEST(PowerAdaptersTest, RatesItByThePowerLimitOtherwise)
+TEST(PowerAdaptersTest, RatesAUsbSupplyByItsPowerLimitOtherwise)
 {
     EXPECT_EQ(adapterWatts({usb({{"INPUT_POWER_LIMIT", "65000000"}})}), 65);
 }
@@ -139,7 +139,7 @@ TEST(PowerAdaptersTest, RatesOnlyAdaptersThatAreOnline)
     EXPECT_EQ(adapterWatts({battery(sixty)}), std::nullopt);
 }
 
-TEST(PowerAdaptersTest, RatesTheStrongestOfSeveral)
+TEST(PowerAdaptersTest, ReportsTheRatingOfTheStrongestAdapter)
 {
     const auto weak = usb({{"VOLTAGE_MAX", "5000000"}, {"CURRENT_MAX", "3000000"}});
     const auto strong = usb({{"VOLTAGE_MAX", "20000000"}, {"CURRENT_MAX", "5000000"}});

@@ -28,7 +28,7 @@ std::vector<std::string> notesOn(const std::vector<PowerSupply>& supplies)
     return powerNotes(supplies, machineBattery(supplies));
 }
 
-TEST(PowerNotesTest, SaysNothingWhereTheAdaptersAreBelieved)
+TEST(PowerNotesTest, SayNothingWhenTheAdaptersAreTrusted)
 {
     EXPECT_THAT(notesOn({}), IsEmpty());
     EXPECT_THAT(notesOn({drainingAt("30"), mains("0")}), IsEmpty());
@@ -36,18 +36,18 @@ TEST(PowerNotesTest, SaysNothingWhereTheAdaptersAreBelieved)
                 IsEmpty());
 }
 
-TEST(PowerNotesTest, SaysThatAUsbSupplyIsNotBelieved)
+TEST(PowerNotesTest, SayThatAUsbSupplyIsNotTrusted)
 {
     EXPECT_THAT(notesOn({drainingAt("80"), mains("0"), usbOnline()}),
                 ElementsAre(HasSubstr("USB supply")));
 }
 
-TEST(PowerNotesTest, SaysThatAChargerIsTooWeak)
+TEST(PowerNotesTest, SayThatAChargerIsTooWeak)
 {
     EXPECT_THAT(notesOn({drainingAt("49"), mains("1")}), ElementsAre(HasSubstr("below 50%")));
 }
 
-TEST(PowerNotesTest, SaysWhyADischargeOnTheAdapterIsBelieved)
+TEST(PowerNotesTest, SayWhyTheBatteryDischargesOnTheAdapter)
 {
     EXPECT_THAT(notesOn({drainingAt("50"), mains("1")}),
                 ElementsAre(HasSubstr("at 50% and above")));

@@ -44,7 +44,7 @@ MachineBattery read(const std::vector<PowerSupply>& supplies)
     return found.value_or(MachineBattery{});
 }
 
-TEST(TwoBatteriesTest, WeightThePercentageByTheirEnergies)
+TEST(TwoBatteriesTest, WeightThePercentageByEnergy)
 {
     EXPECT_EQ(read({first(), second()}).percent, 50);
 }
@@ -97,7 +97,7 @@ TEST(TwoBatteriesTest, ChargeWhenEitherCharges)
     EXPECT_EQ(read({first(), second({{"STATUS", "Charging"}})}).status, ChargeStatus::charging);
 }
 
-TEST(TwoBatteriesTest, DischargeWhileTheOtherWaits)
+TEST(TwoBatteriesTest, DischargeWhenOneDoesAndTheOtherIsIdle)
 {
     for (const char* const idle : {"Unknown", "Not charging", "Full"}) {
         const auto machine = read({mains("0"), first({{"STATUS", idle}}), second()});
@@ -201,7 +201,7 @@ TEST(TwoBatteriesTest, AreSummedInChargeWhenBothReportCharge)
     EXPECT_EQ(machine.minutesToEmpty, 120);
 }
 
-TEST(TwoBatteriesTest, AreAveragedWhenNoUnitIsCommon)
+TEST(TwoBatteriesTest, AreAveragedWithoutACommonUnit)
 {
     const auto charge =
         battery({{"CAPACITY", "50"}, {"CHARGE_FULL", "6000000"}, {"CHARGE_FULL_DESIGN", "6000000"}},

@@ -36,7 +36,7 @@ protected:
                                   {.action = MenuAction::quit, .title = "Quit"}};
     std::vector<MenuAction> chosen;
 
-    // Made of place and action.
+    // An id combines the entry's position and action.
     static constexpr std::int32_t stateId = 1;
     static constexpr std::int32_t separatorId = 9;
     static constexpr std::int32_t snoozeId = 19;
@@ -183,7 +183,7 @@ TEST_F(StatusMenuTest, RejectsCallsWithOtherArguments)
     EXPECT_THAT(chosen, IsEmpty());
 }
 
-TEST_F(StatusMenuTest, TakesEventsInGroupsAndNamesTheUnknown)
+TEST_F(StatusMenuTest, HandlesGroupedEventsAndReportsUnknownEntries)
 {
     EXPECT_EQ(tray.call("EventGroup", "a(isvu)", 3, snoozeId, "clicked", "i", 0, 0U,  //
                         77, "clicked", "s", "?", 0U,                                  //
@@ -261,7 +261,7 @@ TEST_F(StatusMenuTest, SignalsANewLayoutWhenAnEntryIsRemoved)
     EXPECT_THAT(tray.newSignals(), ElementsAre("LayoutUpdated(3u, 0)"));
 }
 
-// The user read "Snooze 1 hour" and must not get its opposite.
+// A click on "Snooze 1 hour" must not cancel a snooze.
 TEST_F(StatusMenuTest, IgnoresAChoiceOfAnEntryThatHasSinceChanged)
 {
     entries[2] = {.action = MenuAction::cancelSnooze, .title = "Cancel Snooze"};

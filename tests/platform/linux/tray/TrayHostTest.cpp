@@ -20,7 +20,7 @@ TEST(TrayKindTest, KnowsTheTraysThatShowLabels)
     }
 }
 
-TEST(TrayKindTest, CountsEveryOtherTrayAsIcons)
+TEST(TrayKindTest, AssumesThatOtherTraysShowOnlyIcons)
 {
     for (const auto* const process :
          {"", "lxqt-panel", "waybar", "xapp-sn-watcher", "budgie-panel", "gnome-shell-calendar",

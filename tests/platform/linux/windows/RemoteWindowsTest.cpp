@@ -96,7 +96,7 @@ TEST_F(RemoteWindowsTest, ReportsTheAnswerOfADialogAndTheChoiceInAMenu)
     EXPECT_EQ(choice, MenuAction::quit);
 }
 
-TEST_F(RemoteWindowsTest, IsNotShownOnceTheUserClosedIt)
+TEST_F(RemoteWindowsTest, ReportsAWindowAsHiddenOnceTheUserClosedIt)
 {
     open();
     settings->makeKeyAndOrderFront({});
@@ -109,14 +109,14 @@ TEST_F(RemoteWindowsTest, IsNotShownOnceTheUserClosedIt)
     EXPECT_FALSE(settings->isShown());
 }
 
-TEST_F(RemoteWindowsTest, StaysShownWhileTheClosingPressMayBeReportedAsAClick)
+TEST_F(RemoteWindowsTest, KeepsThePopoverShownWhileItsClosingPressMayBecomeAClick)
 {
     open();
 
     puppet.send(PopoverClosed{.opening = 1, .byPress = true});
     turn();
     EXPECT_TRUE(popover->isShown());
-    popover->performClose();  // which that click asks for
+    popover->performClose();  // as that click requests
 
     loop.repeat({.interval = Seconds{0.02}, .tolerance = Seconds{0.01}}, [] {}).detach();
     EXPECT_TRUE(runUntil(loop, [this] { return !popover->isShown(); }));
@@ -139,7 +139,7 @@ TEST_F(RemoteWindowsTest, IgnoresTheReportOfAnEarlierClosing)
     EXPECT_TRUE(settings->isShown());
 }
 
-TEST_F(RemoteWindowsTest, IgnoresThePressReportedAfterAClickClosedIt)
+TEST_F(RemoteWindowsTest, IgnoresAPressReportedAfterAClickClosedThePopover)
 {
     open();
     popover->performClose();

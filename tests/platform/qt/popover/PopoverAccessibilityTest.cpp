@@ -43,7 +43,7 @@ protected:
                         .selectRange = [](std::int64_t) {}}};
 };
 
-TEST_F(PopoverAccessibilityTest, EverythingHasARoleAndAName)
+TEST_F(PopoverAccessibilityTest, GivesEverythingARoleAndAName)
 {
     using Role = QAccessible::Role;
     const auto text = [](const char* name) {
@@ -64,7 +64,7 @@ TEST_F(PopoverAccessibilityTest, EverythingHasARoleAndAName)
             std::pair(Role::Button, "Settings"), std::pair(Role::Button, "Quit")));
 }
 
-TEST_F(PopoverAccessibilityTest, AMissingBatteryHidesAllItsDetails)
+TEST_F(PopoverAccessibilityTest, HidesAllDetailsWithoutABattery)
 {
     using Role = QAccessible::Role;
     announced(charging());
@@ -79,7 +79,7 @@ TEST_F(PopoverAccessibilityTest, AMissingBatteryHidesAllItsDetails)
             std::pair(Role::Button, "Settings"), std::pair(Role::Button, "Quit")));
 }
 
-TEST_F(PopoverAccessibilityTest, TheCyclesAreAValueAndAMaximum)
+TEST_F(PopoverAccessibilityTest, GivesTheCyclesAsAValueAndAMaximum)
 {
     panel.setContent(wornBattery());
 

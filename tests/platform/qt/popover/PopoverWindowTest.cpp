@@ -26,7 +26,7 @@ protected:
                               closedByPress = byPress;
                           },
                           [this] { return composited; }};
-    int closings = 0;  // by the user
+    int closings = 0;  // reported closings by the user
     bool closedByPress = false;
     bool composited = false;
     PopoverContent content = noBattery();
@@ -152,7 +152,7 @@ protected:
         return window()->geometry().marginsRemoved(QMargins(margin, margin, margin, margin));
     }
 
-    // 0 where nothing is painted, 255 where it covers what is behind the window.
+    // 0 is fully transparent, 255 opaque.
     static int alphaAt(QPoint position)
     {
         return qAlpha(window()->grab().toImage().pixel(position));
@@ -236,7 +236,7 @@ TEST_F(CompositedPopoverTest, KeepsItsRoundCornersBesideAScrollBar)
         128);
 }
 
-TEST_F(CompositedPopoverTest, APressOnTheShadowIsAPressElsewhere)
+TEST_F(CompositedPopoverTest, TreatsAPressOnTheShadowAsAPressOutside)
 {
     open();
     QTest::mousePress(window(), Qt::LeftButton, {}, QPoint(margin + 5, margin + 5));
