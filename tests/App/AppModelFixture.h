@@ -23,7 +23,7 @@ protected:
 
     std::shared_ptr<AppModel> makeModel() { return std::make_shared<AppModel>(machine.services()); }
 
-    // A model right after launch.
+    // Returns a model that has just started.
     std::shared_ptr<AppModel> launch()
     {
         auto model = makeModel();

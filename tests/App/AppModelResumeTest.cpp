@@ -113,7 +113,7 @@ TEST_F(AppModelResumeTest, AcceptsAnyOtherReadingAtOnce)
     EXPECT_EQ(percent(), 83);
 }
 
-// Some embedded controllers signal nothing, so the program polls.
+// Some embedded controllers send no event when their readings settle.
 TEST_F(AppModelResumeTest, PollsEveryFiveSecondsForHalfAMinute)
 {
     machine.wake();

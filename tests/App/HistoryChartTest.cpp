@@ -20,7 +20,7 @@ class HistoryChartTest : public AppModelFixture {
 protected:
     static constexpr Seconds wholeDay{86400};
 
-    // Samples at these seconds after the left edge of a one-day chart.
+    // Records samples at these seconds after the left edge of a one-day chart.
     void record(const std::vector<double>& seconds)
     {
         model->history.samples.clear();

@@ -131,7 +131,7 @@ struct NotedRunLoop : FakeRunLoop {
     Journal& journal;
 };
 
-// The services without a recording version are those of `FakeMachine`.
+// Services without a recording version are taken from `FakeMachine`.
 struct NotedMachine : FakeMachine {
     Journal journal;
     NotedPowerSources notedPowerSources{journal};

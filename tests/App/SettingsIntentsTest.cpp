@@ -15,7 +15,7 @@ using testing::IsEmpty;
 // What the settings window's intents do.
 class SettingsIntentsTest : public SettingsViewFixture {
 protected:
-    // The number stored after the stepper sent `value`.
+    // Returns the number stored after the stepper sent `value`.
     DefaultsValue number(const std::string& key, std::int64_t value)
     {
         intents.setNumber(key, value);

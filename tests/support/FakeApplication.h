@@ -13,7 +13,7 @@ public:
     bool terminating = false;
     bool restarting = false;
     int activations = 0;
-    std::function<void()> activated;  // called at each activation, if set
+    std::function<void()> activated;  // called at each activation
 
     void setAccessory() override { accessory = true; }
     void activate() override

@@ -1,4 +1,4 @@
-// A battery registry whose one entry is set by hand.
+// A battery registry with one entry, which the test sets.
 #pragma once
 
 #include "App/services/BatteryRegistry.h"

@@ -1,4 +1,4 @@
-// A calendar without summer time: each day has 24 hours.
+// A calendar without summer time: every day has 24 hours.
 #pragma once
 
 #include <cmath>

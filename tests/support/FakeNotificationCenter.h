@@ -1,4 +1,4 @@
-// A notification service and its user.
+// A fake notification service, and the user who answers it.
 #pragma once
 
 #include <algorithm>

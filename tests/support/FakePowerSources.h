@@ -1,4 +1,4 @@
-// A power-source service whose descriptions are set by hand.
+// A power-source service whose descriptions the test sets.
 #pragma once
 
 #include <utility>

@@ -76,7 +76,7 @@ private:
         return lazy && timer.rhythm ? timer.due + timer.rhythm->tolerance : timer.due;
     }
 
-    // Of timers due at the same time, the one that was registered first.
+    // The next timer to fire; of timers due at the same time, the one registered first.
     std::optional<std::uint64_t> earliest() const
     {
         const auto found = std::ranges::min_element(

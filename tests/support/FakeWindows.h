@@ -13,7 +13,7 @@ public:
     struct PopoverState {
         PopoverIntents intents;
         std::optional<PopoverContent> shown;  // while it is open
-        bool pressedOutside = false;          // closed by a press that is still held
+        bool pressedOutside = false;          // a press closed the popover and is still held
         int openings = 0;
         int raisings = 0;  // shown while already open
         int updates = 0;

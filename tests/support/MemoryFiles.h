@@ -1,4 +1,4 @@
-// A disk in memory, which can be full or refuse to be read.
+// A disk in memory, which can be full or unreadable.
 #pragma once
 
 #include <map>

@@ -195,7 +195,7 @@ TEST_F(SystemCalendarTest, FindsNoTimeBeyondTheCalendar)
     }
 }
 
-// Builds its own locales, so that it does not depend on the installed ones.
+// Builds its own locales, so that the tests do not depend on the installed ones.
 class SystemCalendarLocaleTest : public SystemCalendarTest {
 protected:
     static void SetUpTestSuite()

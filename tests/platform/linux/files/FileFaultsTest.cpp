@@ -32,7 +32,7 @@ void putSocket(const fs::path& path)
     fs::current_path(begin);
 }
 
-// Something in the place of a file.
+// An object of another kind in the place of a file.
 struct Obstacle {
     const char* name;
     std::function<void(const fs::path&)> put;

@@ -22,7 +22,7 @@ protected:
 
     FileWatchTest() { fs::create_directories(parent); }
 
-    // Calls for everything that has happened so far.
+    // Returns the number of calls after handling all events so far.
     int callsNow()
     {
         calls = 0;
@@ -110,7 +110,7 @@ TEST_F(FileWatchTest, ReportsWhenTheTargetOfALinkAppears)
     EXPECT_EQ(callsNow(), 1);
 }
 
-// Other processes write to it all the time.
+// Other processes write to devices like /dev/null all the time.
 TEST_F(FileWatchTest, DoesNotWatchADeviceBehindALink)
 {
     fs::create_symlink("/dev/null", file);

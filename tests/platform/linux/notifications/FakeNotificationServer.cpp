@@ -19,7 +19,7 @@ std::string readString(sd_bus_message* call)
     return text ? text : "";
 }
 
-// A hint as "type value".
+// Reads a hint as "type value".
 std::string readVariant(sd_bus_message* call)
 {
     const char* type = "";

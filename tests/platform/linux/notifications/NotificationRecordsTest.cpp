@@ -27,7 +27,7 @@ protected:
 
     std::map<std::string, NotificationRecord*> posted;
 
-    // Takes all that may be posted now, as "identifier title".
+    // Takes all requests that may be posted now, as "identifier title".
     std::vector<std::string> taken(Seconds now)
     {
         std::vector<std::string> names;

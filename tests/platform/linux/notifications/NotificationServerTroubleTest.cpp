@@ -27,7 +27,7 @@ TEST_F(NotificationServerTroubleTest, DropsAReminderWhenThereIsNoServer)
 TEST_F(NotificationServerTroubleTest, LetsTheBusStartTheServer)
 {
     open();
-    bus.add({.name = service, .command = "/usr/bin/dbus-monitor"});  // stays, but is no server
+    bus.add({.name = service, .command = "/usr/bin/dbus-monitor"});  // runs, but is no server
     ASSERT_TRUE(untilAvailable(true));
     center->add(request("low"));
     settle();
@@ -36,7 +36,8 @@ TEST_F(NotificationServerTroubleTest, LetsTheBusStartTheServer)
     ASSERT_TRUE(untilReceived(1));
     settle();
 
-    EXPECT_EQ(server.capabilityCalls, 2);  // one that started it, one answered by it
+    // One call made the bus start the server; the other was sent to the running server.
+    EXPECT_EQ(server.capabilityCalls, 2);
     EXPECT_THAT(titles(), ElementsAre("Title"));
 }
 

@@ -37,7 +37,7 @@ protected:
         std::filesystem::permissions(folder.path() / name, std::filesystem::perms::owner_all);
     }
 
-    // A file that starts the program, unless `keys` prevent it.
+    // Writes a file that starts the program, unless `keys` prevent it.
     void write(const char* in, const std::string& keys) const
     {
         folder.write(std::filesystem::path(in) / fileName,

@@ -51,7 +51,7 @@ protected:
 
     MessagePointer call(const char* method) { return call("org.freedesktop.Application", method); }
 
-    // The connection replies to this by itself.
+    // The bus connection of the application replies to a ping by itself.
     bool ping()
     {
         const auto reply = answer(loop, call("org.freedesktop.DBus.Peer", "Ping").get());
@@ -98,7 +98,7 @@ TEST_F(DesktopApplicationTest, PerformsTheActionsOfALauncher)
     EXPECT_EQ(reopened, 0);
 }
 
-// A caller without a reply starts the next instance.
+// A launcher that gets no reply starts another instance.
 TEST_F(DesktopApplicationTest, DoesNotReplyOnceItIsQuitting)
 {
     ASSERT_EQ(application.claim(), DesktopApplication::Claim::first);

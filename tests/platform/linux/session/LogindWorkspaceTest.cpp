@@ -29,7 +29,7 @@ protected:
     void runUntilLocks(int count)
     {
         ASSERT_TRUE(runUntil(loop, [&] { return logind.locksGiven == count; }));
-        // Our end of the lock is open from here on; the program's arrives with the next message.
+        // The lock is now held; the program gets its descriptor with the next message.
         ASSERT_TRUE(runUntil(loop, [&] { return logind.isLockHeld(); }));
     }
 };

@@ -52,7 +52,7 @@ protected:
         return readFile(file.string() + std::string(ending), 10'000'000).value_or("none");
     }
 
-    // How often observers were called for everything that has happened so far.
+    // Returns how often observers were called after handling all events so far.
     int changesNow()
     {
         while (sd_event_run(loop.event(), 0) > 0) {

@@ -48,7 +48,7 @@ std::vector<double> resonance(std::vector<double> sound, double pitch)
     const double radius = std::exp(-std::numbers::pi * 0.18 * pitch / rate);
     const double angle = 2 * std::numbers::pi * pitch / rate;
     const double turn = 2 * radius * std::cos(angle);
-    const double gain = 2 * (1 - radius) * std::sin(angle);  // one, at the pitch
+    const double gain = 2 * (1 - radius) * std::sin(angle);  // gives the pitch a gain of 1
     double one = 0;
     double two = 0;
     for (double& x : sound) {

@@ -36,7 +36,7 @@ TEST(SoundFilesTest, GivesThemeNames)
     EXPECT_EQ(soundThemeName("bell"), "bell");
 }
 
-// The player would build a path from it.
+// The sound player would use the name as part of a file path.
 TEST(SoundFilesTest, PlaysTheDefaultInsteadOfAPath)
 {
     EXPECT_EQ(soundThemeName("../../secret"), "message-new-instant");

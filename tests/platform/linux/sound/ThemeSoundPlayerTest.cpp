@@ -15,7 +15,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-// A script replaces the program that plays.
+// A script replaces the program that plays sounds.
 class ThemeSoundPlayerTest : public testing::Test {
 protected:
     ThemeSoundPlayerTest() { folder.write("sounds/vorlane-glass.wav", "RIFF"); }

@@ -30,7 +30,7 @@ constexpr long endCall = 6002;
 
 constexpr int syscallStop = SIGTRAP | 0x80;
 
-// System calls for memory, signals and exiting, which no fault of a file can affect.
+// System calls for memory, signals and exiting, which file faults do not affect.
 constexpr std::array uncounted{
     SYS_mmap,          SYS_munmap,       SYS_mremap,         SYS_mprotect,   SYS_madvise,
     SYS_brk,           SYS_futex,        SYS_sched_yield,    SYS_getpid,     SYS_gettid,
@@ -157,7 +157,7 @@ private:
         interfered = true;
     }
 
-    // The sanitizers probe an address by writing from it into a pipe, whose ends they then close.
+    // The sanitizers probe an address with four calls: pipe, write from the address, close, close.
     bool counts(long number)
     {
         if (number == SYS_pipe2) sanitizers = 4;
@@ -172,7 +172,7 @@ private:
     bool counting = false;
     bool interfered = false;
     bool inside = false;
-    int sanitizers = 0;  // the number of the next calls that are theirs
+    int sanitizers = 0;  // how many of the next calls are the sanitizers'
     int result = 0;      // what the current call returns instead
 };
 

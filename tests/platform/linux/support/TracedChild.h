@@ -15,8 +15,8 @@ public:
     struct Plan {
         Trouble trouble = Trouble::none;
         int call = 0;          // index of the call, from 0
-        int error = 0;         // of Trouble::error
-        bool onwards = false;  // also all later calls
+        int error = 0;         // errno for Trouble::error
+        bool onwards = false;  // interferes with all later calls, too
     };
 
     // Why no child can be traced here; empty when it can.
@@ -26,7 +26,7 @@ public:
     // calls `happening` at the call that the plan names, while the child waits.
     static int statusOf(const std::function<void()>& work, const std::function<void()>& happening);
 
-    // The same; true when it exited normally with all its expectations met.
+    // The same; true when the child exited normally with all its expectations met.
     static bool holds(const std::function<void()>& work,
                       const std::function<void()>& happening = nullptr);
 

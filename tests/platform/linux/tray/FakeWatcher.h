@@ -16,7 +16,7 @@ public:
     static constexpr const char* path = "/StatusNotifierWatcher";
 
     std::vector<std::string> items;    // in the order of registration
-    std::vector<std::string> senders;  // owners of the registered names at that time
+    std::vector<std::string> senders;  // who owned each name at its registration
     int refusals = 0;                  // how many registrations fail
     bool silent = false;               // registrations are never answered
     bool hostComesAtOnce = false;      // the host registers before a registration is answered

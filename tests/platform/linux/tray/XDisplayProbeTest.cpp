@@ -15,7 +15,7 @@
 namespace vorlane::platform {
 namespace {
 
-// With a server that accepts connections only when the test says so.
+// The X server accepts connections only when the test lets it.
 class XDisplayProbeTest : public testing::Test {
 protected:
     TemporaryFolder folder;
@@ -40,7 +40,7 @@ protected:
     {
         probe.emplace(loop.event(), path, [this](bool answers) {
             answered = answers;
-            probe.reset();  // allowed in the callback
+            probe.reset();  // the callback may destroy the probe
         });
     }
 
@@ -49,7 +49,7 @@ protected:
         return FileDescriptor(::accept(listener.get(), nullptr, nullptr));
     }
 
-    // Whether the loop had something to do.
+    // Runs one turn of the loop; false if it had nothing to do.
     bool turn() { return sd_event_run(loop.event(), 0) > 0; }
 };
 

@@ -36,7 +36,7 @@ protected:
         (void)unsetenv(startupVariable);
     }
 
-    // Lets the called process receive the call, without a token in its environment.
+    // Receives the call as the called process, which has no token in its environment.
     void arrive() const
     {
         forget();

@@ -54,7 +54,7 @@ protected:
             const auto text = label ? label->text() : button->text();
             found.emplace_back(widget->mapTo(&panel, QPoint()), text.toStdString());
         }
-        // The ring is taller than the text beside it.
+        // By the top edge: the ring is taller than the text beside it and so comes first.
         std::stable_sort(found.begin(), found.end(), [](const auto& a, const auto& b) {
             return std::pair(a.first.y(), a.first.x()) < std::pair(b.first.y(), b.first.x());
         });

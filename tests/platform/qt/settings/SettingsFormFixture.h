@@ -56,7 +56,7 @@ protected:
         return *QAccessible::queryAccessibleInterface(widget);
     }
 
-    // The label's name if there is one: a combo box has its current entry as its name.
+    // The label's text if there is a label: the name of a combo box would be its current entry.
     static QString nameOf(QWidget* widget)
     {
         const auto labels = accessible(widget).relations(QAccessible::Label);
@@ -69,7 +69,8 @@ protected:
         const QPointF middle = widget->rect().center();
         QWheelEvent event(middle, widget->mapToGlobal(middle), {}, {0, 120 * notches}, Qt::NoButton,
                           Qt::NoModifier, Qt::NoScrollPhase, false);
-        // As if from the window system, so that an ignored event goes to the parent.
+        // Marks the event as from the window system, so that Qt passes an ignored event to the
+        // parent.
         QSpontaneKeyEvent::setSpontaneous(&event);
         qApp->notify(widget, &event);  // sendEvent() would mark it as not spontaneous
     }

@@ -71,7 +71,7 @@ std::vector<ChartPoint> lived(const Recorded& recorded)
     return points;
 }
 
-// The chart, with its last stretch bent to end at `percent`.
+// The chart, with its last segment shifted gradually to end at `percent`.
 ChartContent endingAt(std::int64_t percent, ChartContent chart)
 {
     auto& points = chart.points;

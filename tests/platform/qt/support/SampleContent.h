@@ -5,7 +5,7 @@
 
 namespace vorlane::platform {
 
-// A Wednesday in Berlin: 14:05, on battery, and 18:36, on power again.
+// A Wednesday in Berlin: 14:05 (on battery) and 18:36 (on power again).
 inline constexpr Date sampleNoon{1772629500};
 inline constexpr Date sampleEvening{1772645760};
 
@@ -17,7 +17,7 @@ PopoverContent sevenDays();
 PopoverContent collecting();
 PopoverContent noBattery();
 
-// The battery of all but the last.
+// The battery of any content except noBattery().
 const BatteryBlocks& blocks(const PopoverContent& content);
 
 struct Recorded {

@@ -61,7 +61,7 @@ TEST(StatusIconTest, ChangesWithTheNumberOnlyOnTraysWithoutLabels)
     EXPECT_EQ(StatusIcon::of(other, TrayKind::labels), StatusIcon::of(content, TrayKind::labels));
 }
 
-// Trays that halve it get exactly the picture of the usual size.
+// Trays that halve the largest picture then show the usual one exactly.
 TEST(StatusIconTest, OffersANumberAtTwiceTheUsualSizeAsTheLargest)
 {
     const auto icon = StatusIcon::of(content, TrayKind::icons);

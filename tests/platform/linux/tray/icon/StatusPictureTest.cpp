@@ -61,10 +61,10 @@ TEST(StatusPictureTest, DrawsTheTileBehindIt)
     const auto pixmap =
         StatusPicture{.symbol = "battery.0", .lines = {"80"}, .ink = ink, .tile = tile}.draw(22);
 
-    EXPECT_EQ(pixel(pixmap, 0, 0)[0], 0);                          // a round corner
-    EXPECT_EQ(pixel(pixmap, 1, 0), (Pixel{255, 200, 210, 220}));   // the edge
-    EXPECT_EQ(pixel(pixmap, 10, 4), (Pixel{255, 200, 210, 220}));  // in the empty battery
-    EXPECT_EQ(pixel(pixmap, 10, 1), (Pixel{255, 10, 20, 30}));     // its upper edge
+    EXPECT_EQ(pixel(pixmap, 0, 0)[0], 0);                          // outside the round corner
+    EXPECT_EQ(pixel(pixmap, 1, 0), (Pixel{255, 200, 210, 220}));   // the edge of the tile
+    EXPECT_EQ(pixel(pixmap, 10, 4), (Pixel{255, 200, 210, 220}));  // inside the empty battery
+    EXPECT_EQ(pixel(pixmap, 10, 1), (Pixel{255, 10, 20, 30}));     // the upper edge of the battery
 }
 
 TEST(StatusPictureTest, KeepsTheNumberOffTheEdgesOfTheTile)

@@ -86,7 +86,7 @@ TEST(SymbolMaskTest, KeepsEachPartInPlaceWhenScaled)
     EXPECT_EQ(mask[10 * 20 + 10], 0);    // the empty middle
     EXPECT_EQ(mask[0], 0);               // outside
     EXPECT_GT(mask[4 * 20 + 10], 150);   // the upper edge of the body
-    EXPECT_GT(mask[15 * 20 + 10], 150);  // the lower one
+    EXPECT_GT(mask[15 * 20 + 10], 150);  // the lower edge of the body
 }
 
 TEST(SymbolMaskTest, NamesTheThemeIconAfterTheSymbol)
