@@ -175,7 +175,7 @@ class StrangeAnswerTest : public SwayIpcTest, public testing::WithParamInterface
 TEST_P(StrangeAnswerTest, IsIgnored)
 {
     for (const bool staysOpen : {false, true}) {
-        serve([&](int connection) {
+        serve([staysOpen](int connection) {
             write(connection, GetParam());
             char none = 0;
             if (staysOpen) (void)recv(connection, &none, 1, 0);
