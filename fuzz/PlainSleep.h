@@ -1,5 +1,5 @@
-// A plain second implementation of which looks only prime after a sleep: searches the readings
-// since the wake for a plug change.
+// A plain second implementation of which looks around a sleep only prime: all until the scheduled
+// look after the wake, unless the readings since the wake contain a plug change.
 #pragma once
 
 #include <algorithm>
@@ -23,7 +23,7 @@ public:
         asleep = true;
     }
 
-    // `reading` is absent if it is doubtful.
+    // `reading` is absent if it is not believed.
     void wake(std::optional<BatteryState> reading)
     {
         *this = {};

@@ -1,5 +1,6 @@
-// A plain second implementation of the model's own schedule of looks: every minute, three seconds
-// after a wake, and every five seconds for half a minute, during which empty and gone are doubted.
+// A plain second implementation of when the model looks at the battery: every minute, three seconds
+// after a wake, and every five seconds for half a minute. During that time the model does not
+// believe that the battery is empty or gone.
 #pragma once
 
 #include <cstdint>
@@ -18,7 +19,7 @@ public:
         bool ends = false;  // this look ends the half minute after a sleep or a wake
     };
 
-    // A look requested from outside.
+    // A look that was requested, not scheduled.
     Look now(AppModel::Reason reason) const { return {reason, end.has_value()}; }
 
     void sleep() { end = second + 30; }
@@ -51,7 +52,7 @@ private:
     using Reason = AppModel::Reason;
 
     std::int64_t second = 0;          // seconds since the start
-    std::optional<std::int64_t> end;  // when the half minute of doubt ends
+    std::optional<std::int64_t> end;  // of the half minute
     std::optional<std::int64_t> wakeLook;
     std::optional<std::int64_t> looksSince;
 };

@@ -253,7 +253,7 @@ private:
         return !settings.isQuiet(now);
     }
 
-    // Whether the battery has just become empty or gone, which the program doubts after a sleep.
+    // Whether the battery has just become empty or gone; not believed after a sleep.
     bool isGoneOrEmpty(const BatteryState& reading) const
     {
         const bool isGone = !reading.hasBattery && believed.hasBattery;
@@ -346,7 +346,7 @@ private:
     ReminderRules rules;
     Date now{1767603600};
     PlainTimers timers;
-    BatteryState believed;  // the last reading that was not doubted
+    BatteryState believed;  // the last reading that the program accepted
     ReminderRules::Look last;
     PlainSleep night;
     double wasSet = 0;  // since the program last asked for the time

@@ -41,7 +41,7 @@ private:
 
     const XConnection& connection_;
     std::optional<Tray> tray_;
-    Tray found;  // filled in until all replies have arrived
+    Tray found;  // incomplete until all replies have arrived
     XQuestion<xcb_get_selection_owner_reply_t> ownerAsked;
     XQuestion<xcb_get_property_reply_t> visualAsked;
     XQuestion<xcb_get_property_reply_t> colorsAsked;

@@ -53,7 +53,7 @@ TEST_F(AppModelAlertsTest, ResetsTheEngineWhenItWakesWithoutABattery)
     machine.removeBattery();
     machine.wake();
 
-    machine.advance(30s);  // until then a missing battery is not believed
+    machine.advance(30s);  // until then a missing battery is ignored
 
     EXPECT_FALSE(model->engine.lowSent);
 }

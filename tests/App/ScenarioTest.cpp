@@ -124,7 +124,7 @@ TEST_F(ScenarioTest, ASnoozeSurvivesARestart)
 TEST_F(ScenarioTest, QuietHoursSpanMidnight)
 {
     set("quietEnabled", true);
-    machine.clock.time = start + 12h + 59min + 30s;  // half a minute before 22:00
+    machine.clock.time = start + 12h + 59min + 30s;  // 21:59:30; quiet from 22:00 to 07:00
     launch();
     machine.charge(20);
     EXPECT_THAT(posted(), ElementsAre("low"));
@@ -132,7 +132,7 @@ TEST_F(ScenarioTest, QuietHoursSpanMidnight)
     machine.advance(1min);
 
     machine.charge(80);
-    machine.advance(8h + 59min);  // half a minute after the last quiet minute began
+    machine.advance(8h + 59min);  // 06:59:30
     EXPECT_THAT(posted(), ElementsAre("low"));
 
     machine.advance(1min);

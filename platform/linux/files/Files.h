@@ -34,8 +34,8 @@ Expected<> replaceFile(const std::string& path, const FilePieces& next);
 Expected<> replaceFile(const std::string& path, std::string_view content);
 
 // Keeps what is at `path` as `path` + ".bad", or ".bad.1", ".bad.2"... if that exists. A file keeps
-// its old name as well, until it is replaced; what cannot have two names is renamed. Succeeds also
-// when there is nothing to keep.
+// its old name as well, until it is replaced; what cannot be linked is renamed. Succeeds also when
+// there is nothing to keep.
 Expected<> keepFileAside(const std::string& path);
 
 // Creates the folder and those above it with mode 0700. Existing folders keep their mode, and

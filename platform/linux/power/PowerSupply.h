@@ -23,6 +23,7 @@ struct PowerSupply {
     std::optional<std::int64_t> integer(std::string_view key) const;
 
     // Belongs to a mouse or headset, so it is neither the laptop's battery nor its adapter.
+    // `PowerSupplyEvents` applies the same test to events.
     bool isPeripheral() const;
 
     // A battery in a bay of the machine itself.

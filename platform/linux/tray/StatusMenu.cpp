@@ -126,7 +126,7 @@ void StatusMenu::show(const std::vector<MenuItem>& items)
     (void)send(signal);
 }
 
-// An open menu takes new labels; a new layout would close it.
+// An open menu can show new labels; a new layout would close it.
 void StatusMenu::announceLabels(const MenuLayout& before)
 {
     const auto signal = newSignal(session_, "ItemsPropertiesUpdated");

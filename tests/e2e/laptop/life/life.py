@@ -320,7 +320,7 @@ class Life:
         """Ends the windows process, so that the costs at the end of each day are comparable."""
         process = self.vorlane.windows_process()
         if process:
-            with contextlib.suppress(ProcessLookupError):  # the process may have just ended by itself
+            with contextlib.suppress(ProcessLookupError):  # it may have just exited
                 os.kill(process, signal.SIGKILL)
         self.vorlane.wait_until_windows_process_is_gone()
 

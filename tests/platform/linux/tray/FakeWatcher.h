@@ -17,7 +17,7 @@ public:
 
     std::vector<std::string> items;    // in the order of registration
     std::vector<std::string> senders;  // who owned each name at its registration
-    int refusals = 0;                  // how many registrations fail
+    int refusals = 0;                  // how many more registrations to reject
     bool silent = false;               // registrations are never answered
     bool hostComesAtOnce = false;      // the host registers before a registration is answered
 

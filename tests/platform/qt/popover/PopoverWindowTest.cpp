@@ -159,7 +159,7 @@ protected:
     }
 };
 
-TEST_F(PopoverWindowTest, IsAnOpaqueSquareWithoutACompositor)
+TEST_F(PopoverWindowTest, IsOpaqueWithSquareCornersWithoutACompositor)
 {
     open();
 

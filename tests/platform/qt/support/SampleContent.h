@@ -1,4 +1,4 @@
-// Popover content as on a real laptop, for tests and pictures.
+// Realistic popover content, for tests and screenshots.
 #pragma once
 
 #include "App/content/PopoverContent.h"
