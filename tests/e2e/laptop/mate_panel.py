@@ -1,4 +1,5 @@
 """The MATE panel along the top of the screen, with its notification area in a separate process."""
+from .helper_program import helper_program
 from .status_item import WATCHER
 from .waiting import wait_until
 
@@ -23,7 +24,7 @@ TOOLKIT = '''[Settings]
 gtk-button-images=1
 gtk-menu-images=1
 '''
-APPLET = '/usr/lib/mate-panel/notification-area-applet'
+APPLET = helper_program('mate-panel/notification-area-applet')
 FACTORY = 'org.mate.panel.applet.NotificationAreaAppletFactory'
 
 

@@ -1,9 +1,9 @@
 """The desktops' notification servers as users see them: texts on a screen and a button."""
-import json
 import subprocess
 from xml.etree import ElementTree
 
 from .accessibility import Accessibility
+from .helper_program import helper_program
 from .notification_daemons import Dunst, Mako, NotificationDaemon, XfceNotifyd
 from .sway import Sway
 from .waiting import wait_until
@@ -60,11 +60,9 @@ class MakoServer(Mako):
         self.screen = Sway(laptop.machine)
 
     def texts(self):
-        listing = subprocess.run(['/usr/bin/makoctl', 'list'], env=self._machine.environment, check=True,
-                                 stdout=subprocess.PIPE, timeout=30).stdout
-        shown = [one for group in json.loads(listing)['data'] for one in group]
-        return [text for one in reversed(shown)
-                for text in (one['summary']['data'], without_markup(one['body']['data']))]
+        shown = self._bus.call('org.freedesktop.Notifications', '/fr/emersion/Mako', 'fr.emersion.Mako',
+                               'ListNotifications')
+        return [text for one in reversed(shown) for text in (one['summary'], without_markup(one['body']))]
 
     def snooze(self):
         self.invoke('SNOOZE')
@@ -124,7 +122,7 @@ class MateServer(AccessibleServer):
     plays_sounds = True
 
     def argv(self):
-        return ['/usr/lib/mate-notification-daemon/mate-notification-daemon']
+        return [helper_program('mate-notification-daemon/mate-notification-daemon')]
 
 
 SERVERS = [DunstServer, MakoServer, XfceServer, LxqtServer, MateServer]
