@@ -12,7 +12,7 @@ namespace vorlane::platform {
 
 namespace {
 
-constexpr const char* path = "/StatusNotifierItem";
+constexpr const char* path = TrayRegistration::itemPath;
 constexpr const char* interfaceName = "org.kde.StatusNotifierItem";
 
 std::string installedThemes()
@@ -62,7 +62,7 @@ const sd_bus_vtable StatusNotifierItem::vtable[] = {
     SD_BUS_PROPERTY("AttentionAccessibleDesc", "s", getText, 0,
                     SD_BUS_VTABLE_PROPERTY_EMITS_CHANGE),
     SD_BUS_PROPERTY("ToolTip", "(sa(iiay)ss)", getToolTip, 0, 0),
-    SD_BUS_PROPERTY("XAyatanaLabel", "s", getText, 0, 0),
+    SD_BUS_PROPERTY("XAyatanaLabel", "s", getText, 0, SD_BUS_VTABLE_PROPERTY_EMITS_CHANGE),
     SD_BUS_PROPERTY("XAyatanaLabelGuide", "s", getText, 0, 0),
     SD_BUS_METHOD("Activate", "ii", "", (onCall<StatusNotifierItem, &StatusNotifierItem::activate>),
                   SD_BUS_VTABLE_UNPRIVILEGED),
@@ -94,7 +94,7 @@ StatusNotifierItem::StatusNotifierItem(sd_bus* session, RunLoop& loop)
       registration(session, loop)
 {
     registration.onRedraw([this] {
-        if (shown) emit("NewIcon");
+        if (shown) redraw();
     });
 }
 
@@ -135,6 +135,15 @@ void StatusNotifierItem::announce(const TrayFace& before)
         (void)sd_bus_emit_signal(session_, path, interfaceName, "XAyatanaNewLabel", "ss",
                                  face.label.c_str(), face.labelGuide.c_str());
     }
+}
+
+// GNOME Shell reads the label before it knows the property, and then ignores XAyatanaNewLabel with
+// the text that it has read.
+void StatusNotifierItem::redraw() const
+{
+    emit("NewIcon");
+    if (face.label.empty()) return;
+    (void)sd_bus_emit_properties_changed(session_, path, interfaceName, "XAyatanaLabel", nullptr);
 }
 
 void StatusNotifierItem::emit(const char* signal) const

@@ -45,6 +45,7 @@ private:
 
     void showContent();
     void announce(const TrayFace& before);
+    void redraw() const;
     void emit(const char* signal) const;
     std::string text(std::string_view property) const;
     int activate(sd_bus_message* call);

@@ -1,8 +1,5 @@
 #include "platform/linux/tray/TrayRegistration.h"
 
-#include <unistd.h>
-
-#include <cstdint>
 #include <string_view>
 
 namespace vorlane::platform {
@@ -23,12 +20,9 @@ constexpr Seconds drawingTime{2};
 TrayRegistration::TrayRegistration(sd_bus* session, RunLoop& loop)
     : session_(session),
       loop_(loop),
-      name("org.kde.StatusNotifierItem-" + std::to_string(getpid()) + "-1"),
       watcherOwner(session, watcher, [this](const char* owner) { watcherChanged(owner); })
 {
-    // The bus keeps this order: the item has its name before the watcher gets the registration.
     watchHosts();
-    requestName();
     send();
 }
 
@@ -46,30 +40,6 @@ void TrayRegistration::watchHosts()
             session_, slot, watcher, watcherPath, watcher, "StatusNotifierHostRegistered",
             onMessage<TrayRegistration, &TrayRegistration::hostRegistered>, matchInstalled, this);
     });
-}
-
-void TrayRegistration::requestName()
-{
-    nameRequest = owned<SlotPointer>([this](sd_bus_slot** slot) {
-        return sd_bus_request_name_async(
-            session_, slot, name.c_str(), 0,
-            onMessage<TrayRegistration, &TrayRegistration::nameAnswered>, this);
-    });
-}
-
-// Process ids are unique only within a namespace, so another item may already own the name.
-void TrayRegistration::nameAnswered(sd_bus_message* reply)
-{
-    constexpr std::uint32_t isOwner = 1;
-    std::uint32_t answer = 0;
-    if (!sd_bus_message_is_method_error(reply, nullptr) &&
-        sd_bus_message_read(reply, "u", &answer) >= 0 && answer == isOwner) {
-        return;
-    }
-    const char* unique = nullptr;
-    if (sd_bus_get_unique_name(session_, &unique) < 0) return;
-    name = unique;
-    send();
 }
 
 void TrayRegistration::watcherChanged(const char* owner)
@@ -96,7 +66,8 @@ void TrayRegistration::send()
         return sd_bus_message_new_method_call(session_, message, watcher, watcherPath, watcher,
                                               "RegisterStatusNotifierItem");
     });
-    if (!call || sd_bus_message_append(call.get(), "s", name.c_str()) < 0) return;
+    // By its path alone: GNOME Shell may lose an item that is registered by a well-known name.
+    if (!call || sd_bus_message_append(call.get(), "s", itemPath) < 0) return;
 
     (void)sd_bus_message_set_auto_start(call.get(), false);  // the desktop starts trays
     request = owned<SlotPointer>([&](sd_bus_slot** slot) {

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <functional>
-#include <string>
 #include <utility>
 
 #include "App/Subscription.h"
@@ -12,10 +11,13 @@
 
 namespace vorlane::platform {
 
-// Requests the item's bus name, then registers it with org.kde.StatusNotifierWatcher: at once, with
-// each new owner of that name, and for each new host. Registering twice does no harm.
+// Registers the item with org.kde.StatusNotifierWatcher: at once, with each new owner of that name,
+// and for each new host. Registering twice does no harm.
 class TrayRegistration {
 public:
+    // The item's object on the session bus.
+    static constexpr const char* itemPath = "/StatusNotifierItem";
+
     // The session bus must outlive this object.
     TrayRegistration(sd_bus* session, RunLoop& loop);
 
@@ -31,8 +33,6 @@ public:
 
 private:
     void watchHosts();
-    void requestName();
-    void nameAnswered(sd_bus_message* reply);
     void watcherChanged(const char* owner);
     void hostRegistered(sd_bus_message* signal);
     void send();
@@ -40,10 +40,8 @@ private:
 
     sd_bus* session_;
     RunLoop& loop_;
-    std::string name;
     NameWatch watcherOwner;
     SlotPointer hostSignal;
-    SlotPointer nameRequest;
     SlotPointer request;  // in flight
     Subscription retry;
     Subscription redraw;

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cerrno>
-#include <memory>
 #include <string>
 #include <vector>
 
@@ -15,11 +14,10 @@ public:
     static constexpr const char* name = "org.kde.StatusNotifierWatcher";
     static constexpr const char* path = "/StatusNotifierWatcher";
 
-    std::vector<std::string> items;    // in the order of registration
-    std::vector<std::string> senders;  // who owned each name at its registration
-    int refusals = 0;                  // how many more registrations to reject
-    bool silent = false;               // registrations are never answered
-    bool hostComesAtOnce = false;      // the host registers before a registration is answered
+    std::vector<std::string> items;  // in the order of registration
+    int refusals = 0;                // how many more registrations to reject
+    bool silent = false;             // registrations are never answered
+    bool hostComesAtOnce = false;    // the host registers before a registration is answered
 
     explicit FakeWatcher(sd_bus* connection)
         : connection_(connection), object(owned<SlotPointer>([this](sd_bus_slot** slot) {
@@ -40,22 +38,10 @@ private:
         const char* item = nullptr;
         if (sd_bus_message_read(call, "s", &item) < 0) return -EINVAL;
         items.emplace_back(item);
-        senders.push_back(ownerOf(item));
         if (hostComesAtOnce) hostComes();
         if (silent) return 1;
         if (refusals-- > 0) return -EAGAIN;
         return sd_bus_reply_method_return(call, "");
-    }
-
-    std::string ownerOf(const char* busName) const
-    {
-        using Credentials = std::unique_ptr<sd_bus_creds, Releaser<sd_bus_creds_unref>>;
-        const auto credentials = owned<Credentials>([&](sd_bus_creds** creds) {
-            return sd_bus_get_name_creds(connection_, busName, SD_BUS_CREDS_UNIQUE_NAME, creds);
-        });
-        const char* owner = nullptr;
-        if (!credentials || sd_bus_creds_get_unique_name(credentials.get(), &owner) < 0) return {};
-        return owner;
     }
 
     static inline const sd_bus_vtable vtable[] = {

@@ -219,9 +219,23 @@ TEST_F(StatusNotifierItemTest, SignalsNothingForTheSameContent)
     EXPECT_THAT(tray.newSignals(), IsEmpty());
 }
 
-TEST_F(StatusNotifierItemTest, SignalsANewIconAMomentAfterATrayHasAcceptedIt)
+TEST_F(StatusNotifierItemTest, AnnouncesItsIconAndLabelAMomentAfterATrayHasAcceptedIt)
 {
     ASSERT_TRUE(runUntil(busLoop, [&] { return !watcher.items.empty(); }));
+    showFirst();
+
+    runLoop.advance(Seconds{2});
+    tray.settle();
+
+    EXPECT_THAT(tray.newSignals(), ElementsAre("NewIcon()",
+                                               "PropertiesChanged('org.kde.StatusNotifierItem', "
+                                               "{'XAyatanaLabel': <'80% · 2:05'>}, [])"));
+}
+
+TEST_F(StatusNotifierItemTest, AnnouncesOnlyItsIconWithoutALabel)
+{
+    ASSERT_TRUE(runUntil(busLoop, [&] { return !watcher.items.empty(); }));
+    content.imagePosition = ImagePosition::imageOnly;
     showFirst();
 
     runLoop.advance(Seconds{2});

@@ -1,7 +1,6 @@
 #include "platform/linux/tray/TrayRegistration.h"
 
 #include <gmock/gmock.h>
-#include <unistd.h>
 
 #include <memory>
 #include <optional>
@@ -32,8 +31,6 @@ protected:
     std::optional<TrayRegistration> registration;
     std::vector<bool> reports;  // whether there is a watcher
     int redraws = 0;
-
-    const std::string itemName = "org.kde.StatusNotifierItem-" + std::to_string(getpid()) + "-1";
 
     void start()
     {
@@ -76,19 +73,7 @@ TEST_F(TrayRegistrationTest, RegistersWithARunningWatcher)
     start();
     settle();
 
-    EXPECT_THAT(watcher.items, ElementsAre(itemName));
-}
-
-TEST_F(TrayRegistrationTest, OwnsItsNameBeforeItRegisters)
-{
-    watcher.appear();
-
-    start();
-    runUntilRegistered(1);
-
-    const char* unique = nullptr;
-    sd_bus_get_unique_name(session.get(), &unique);
-    EXPECT_THAT(watcher.senders, ElementsAre(unique));
+    EXPECT_THAT(watcher.items, ElementsAre(TrayRegistration::itemPath));
 }
 
 TEST_F(TrayRegistrationTest, RegistersWithAWatcherThatStartsLater)
@@ -99,7 +84,7 @@ TEST_F(TrayRegistrationTest, RegistersWithAWatcherThatStartsLater)
     watcher.appear();
     settle();
 
-    EXPECT_THAT(watcher.items, ElementsAre(itemName));
+    EXPECT_THAT(watcher.items, ElementsAre(TrayRegistration::itemPath));
 }
 
 TEST_F(TrayRegistrationTest, DoesNotRetryWithoutAWatcher)
@@ -126,7 +111,7 @@ TEST_F(TrayRegistrationTest, RegistersWithEachNewOwnerOfTheName)
     watcher.appear();
     settle();
 
-    EXPECT_THAT(watcher.items, ElementsAre(itemName, itemName));
+    EXPECT_THAT(watcher.items, ElementsAre(TrayRegistration::itemPath, TrayRegistration::itemPath));
 }
 
 TEST_F(TrayRegistrationTest, RegistersWithANewOwnerWhileARequestToTheLastIsInFlight)
@@ -142,7 +127,7 @@ TEST_F(TrayRegistrationTest, RegistersWithANewOwnerWhileARequestToTheLastIsInFli
     watcher.appear();
     settle();
 
-    EXPECT_THAT(watcher.items, ElementsAre(itemName));
+    EXPECT_THAT(watcher.items, ElementsAre(TrayRegistration::itemPath));
 }
 
 TEST_F(TrayRegistrationTest, RegistersOnceAfterAWatcherDiedBeforeItAnswered)
@@ -161,7 +146,7 @@ TEST_F(TrayRegistrationTest, RegistersOnceAfterAWatcherDiedBeforeItAnswered)
     runLoop.advance(Seconds{3600});
     settle();
 
-    EXPECT_THAT(watcher.items, ElementsAre(itemName));
+    EXPECT_THAT(watcher.items, ElementsAre(TrayRegistration::itemPath));
 }
 
 TEST_F(TrayRegistrationTest, RegistersAgainWhenAHostAppears)
@@ -173,7 +158,7 @@ TEST_F(TrayRegistrationTest, RegistersAgainWhenAHostAppears)
     watcher.hostComes();
     settle();
 
-    EXPECT_THAT(watcher.items, ElementsAre(itemName, itemName));
+    EXPECT_THAT(watcher.items, ElementsAre(TrayRegistration::itemPath, TrayRegistration::itemPath));
 }
 
 TEST_F(TrayRegistrationTest, RegistersOnceWithAWatcherThatHasItsHost)
@@ -200,7 +185,7 @@ TEST_F(TrayRegistrationTest, RegistersAgainWhenAsked)
     registration->registerAgain();
     settle();
 
-    EXPECT_THAT(watcher.items, ElementsAre(itemName, itemName));
+    EXPECT_THAT(watcher.items, ElementsAre(TrayRegistration::itemPath, TrayRegistration::itemPath));
 }
 
 TEST_F(TrayRegistrationTest, RetriesAfterOneSecondWhenRejected)
@@ -286,21 +271,6 @@ TEST_F(TrayRegistrationTest, RequestsNoRedrawWhenNoWatcherAcceptsTheItem)
     runLoop.advance(Seconds{3600});
 
     EXPECT_EQ(redraws, 0);
-}
-
-TEST_F(TrayRegistrationTest, FallsBackToItsUniqueNameWhenItsNameIsTaken)
-{
-    watcher.appear();
-    const auto other = bus.connect(busLoop);
-    ASSERT_GE(sd_bus_request_name(other.get(), itemName.c_str(), 0), 0);
-
-    start();
-    settle();
-
-    const char* unique = nullptr;
-    sd_bus_get_unique_name(session.get(), &unique);
-    ASSERT_FALSE(watcher.items.empty());
-    EXPECT_EQ(watcher.items.back(), unique);
 }
 
 TEST_F(TrayRegistrationTest, ReportsThatThereIsNoWatcher)
