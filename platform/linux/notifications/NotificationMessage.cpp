@@ -61,6 +61,7 @@ bool appendHints(sd_bus_message* call, const NotificationMessage& message)
     }
     return appendHint(call, "sound-file", message.soundFile) &&
            appendHint(call, "sound-name", message.soundName) &&
+           appendHint(call, "image-path", message.image) &&
            sd_bus_message_close_container(call) >= 0;
 }
 
@@ -92,7 +93,9 @@ NotificationMessage notificationMessage(const NotificationRequest& request,
         .soundFile = std::nullopt,
         .soundName = std::nullopt,
         .urgent = request.urgent,
-        .icon = iconOf(request.symbol)};
+        .icon = iconOf(request.symbol),
+        .image = std::nullopt};
+    if (capabilities.imagePath && message.icon.starts_with('/')) message.image = message.icon;
 
     const auto category = std::ranges::find(categories, request.categoryIdentifier,
                                             &NotificationCategory::identifier);

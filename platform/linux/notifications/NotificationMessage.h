@@ -15,7 +15,8 @@ namespace vorlane::platform {
 struct NotificationCapabilities {
     bool actions = false;
     bool bodyMarkup = false;
-    bool sound = false;  // plays sounds itself
+    bool sound = false;      // plays sounds itself
+    bool imagePath = false;  // draws a picture only if the hint image-path names it
 
     friend bool operator==(const NotificationCapabilities&,
                            const NotificationCapabilities&) = default;
@@ -28,7 +29,8 @@ struct NotificationMessage {
     std::optional<std::string> soundFile;  // absolute path
     std::optional<std::string> soundName;  // in the desktop's sound theme; with neither: silence
     bool urgent = false;
-    std::string icon;  // the absolute path of a file, or a name in the icon theme
+    std::string icon;                  // the absolute path of a file, or a name in the icon theme
+    std::optional<std::string> image;  // the same path, for servers with `imagePath`
 };
 
 NotificationMessage notificationMessage(const NotificationRequest& request,

@@ -1,8 +1,11 @@
 #include "platform/linux/notifications/NotificationServer.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <string_view>
 #include <utility>
+
+#include "platform/linux/base/Environment.h"
 
 namespace vorlane::platform {
 
@@ -32,6 +35,15 @@ bool namesTheService(sd_bus_message* list)
     bool found = false;
     readStrings(list, [&](std::string_view name) { found = found || name == service; });
     return found;
+}
+
+// The servers of these two ignore the icon's field. Others, such as Cinnamon's, draw a picture that
+// both name twice.
+bool needsImagePath()
+{
+    return std::ranges::any_of(currentDesktops(), [](const std::string& desktop) {
+        return desktop == "GNOME" || desktop == "Budgie";
+    });
 }
 
 MessagePointer newCall(sd_bus* session, const char* destination, const char* object,
@@ -128,7 +140,7 @@ void NotificationServer::capabilitiesAnswered(sd_bus_message* reply)
     capabilitiesRequest.reset();
     if (owner_.empty()) return;  // the bus could not start it
 
-    NotificationCapabilities offered;
+    NotificationCapabilities offered{.imagePath = needsImagePath()};
     readStrings(reply, [&](std::string_view name) {
         offered.actions = offered.actions || name == "actions";
         offered.bodyMarkup = offered.bodyMarkup || name == "body-markup";

@@ -9,6 +9,7 @@
 #include <system_error>
 #include <utility>
 
+#include "platform/linux/base/Environment.h"
 #include "platform/linux/base/Installation.h"
 #include "platform/linux/files/Files.h"
 #include "platform/linux/files/XdgFolders.h"
@@ -55,24 +56,6 @@ std::optional<std::string> write(const std::string& path, const std::string& tex
     return reasonOf(replaceFile(path, text));
 }
 
-// The non-empty parts.
-std::vector<std::string> split(std::string_view text, char separator)
-{
-    std::vector<std::string> parts;
-    while (!text.empty()) {
-        const auto end = std::min(text.find(separator), text.size());
-        if (end > 0) parts.emplace_back(text.substr(0, end));
-        text.remove_prefix(std::min(end + 1, text.size()));
-    }
-    return parts;
-}
-
-std::string environment(const char* name)
-{
-    const char* const value = std::getenv(name);
-    return value ? value : "";
-}
-
 bool isExecutable(const std::string& program)
 {
     if (program.find('/') != std::string::npos) return access(program.c_str(), X_OK) == 0;
@@ -94,7 +77,7 @@ AutostartLoginItem::Places AutostartLoginItem::Places::usual()
         if (folder.starts_with('/')) places.systems.push_back(folder + fileName);
     }
     places.program = programPath();
-    places.desktops = split(environment("XDG_CURRENT_DESKTOP"), ':');
+    places.desktops = currentDesktops();
     return places;
 }
 

@@ -115,6 +115,17 @@ TEST_F(NotificationMessageTest, ShowsThePictureOfItsSymbol)
     EXPECT_THAT(made(shown, {}).icon, EndsWith("/vorlane-battery-100-bolt.svg"));
 }
 
+TEST_F(NotificationMessageTest, NamesThePictureTwiceForServersThatTakeItOnlyByPath)
+{
+    auto shown = request();
+    shown.symbol = "battery.0";
+
+    EXPECT_EQ(made(shown, {.imagePath = true}).image, made(shown, {}).icon);
+    EXPECT_EQ(made(shown, {}).image, std::nullopt);
+    shown.symbol = "battery.42";  // has no file
+    EXPECT_EQ(made(shown, {.imagePath = true}).image, std::nullopt);
+}
+
 TEST_F(NotificationMessageTest, FallsBackToANeutralIconOfTheTheme)
 {
     auto unknown = request();

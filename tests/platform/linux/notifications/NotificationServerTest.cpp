@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <memory>
 
 #include "tests/platform/linux/notifications/FakeNotificationServer.h"
@@ -14,6 +15,8 @@ constexpr const char* service = "org.freedesktop.Notifications";
 
 class NotificationServerTest : public testing::Test {
 protected:
+    NotificationServerTest() { (void)unsetenv("XDG_CURRENT_DESKTOP"); }
+
     SdEventRunLoop loop;
     PrivateBus bus;
     BusPointer session = bus.connect(loop);
@@ -112,6 +115,26 @@ TEST_F(NotificationServerTest, AssumesNoCapabilitiesAfterAnErrorOrNonsense)
 
         EXPECT_EQ(server->capabilities(), NotificationCapabilities{});
     }
+}
+
+TEST_F(NotificationServerTest, KnowsTheDesktopsThatTakePicturesOnlyByPath)
+{
+    fake.start();
+    const auto takesPath = [this](const char* desktop) {
+        (void)setenv("XDG_CURRENT_DESKTOP", desktop, 1);
+        readies = 0;
+        const auto server = open();
+        server->prepare();
+        EXPECT_TRUE(runUntil(loop, [&] { return readies > 0; }));
+        return server->capabilities()->imagePath;
+    };
+
+    EXPECT_TRUE(takesPath("GNOME"));
+    EXPECT_TRUE(takesPath("ubuntu:GNOME"));
+    EXPECT_TRUE(takesPath("Budgie"));
+    EXPECT_FALSE(takesPath("X-Cinnamon"));
+    EXPECT_FALSE(takesPath("KDE"));
+    EXPECT_FALSE(takesPath(""));
 }
 
 TEST_F(NotificationServerTest, RequestsTheCapabilitiesAgainFromTheNextServer)
