@@ -8,7 +8,7 @@ namespace {
 // known to pass the title to screen readers get the description in it.
 std::string titleFor(const StatusItemContent& content, TrayKind tray)
 {
-    const bool isSpoken = tray == TrayKind::labels || tray == TrayKind::titledIcons;
+    const bool isSpoken = tray == TrayKind::labels || tray == TrayKind::recoloredIcons;
     return isSpoken ? spokenTitle(content) : "Vorlane";
 }
 

@@ -28,9 +28,10 @@ constexpr std::array known{
     // The indicators of XFCE and MATE.
     Tray{"ayatana-indicator-application-service", TrayKind::labels},
     Tray{"indicator-application-service", TrayKind::labels},
-    Tray{"plasmashell", TrayKind::titledIcons},
-    Tray{"kded5", TrayKind::titledIcons},  // owns the watcher on Plasma
-    Tray{"kded6", TrayKind::titledIcons},
+    Tray{"plasmashell", TrayKind::recoloredIcons},
+    Tray{"kded5", TrayKind::recoloredIcons},  // owns the watcher on Plasma
+    Tray{"kded6", TrayKind::recoloredIcons},
+    Tray{"xapp-sn-watcher", TrayKind::iconsOf24},  // Cinnamon's
     Tray{"xfce4-panel", TrayKind::describedIcons},
 };
 constexpr std::size_t longestComm = 15;

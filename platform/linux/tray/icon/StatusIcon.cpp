@@ -1,5 +1,6 @@
 #include "platform/linux/tray/icon/StatusIcon.h"
 
+#include <algorithm>
 #include <array>
 #include <vector>
 
@@ -19,9 +20,9 @@ constexpr Rgb grey{0x88, 0x88, 0x88};
 constexpr Rgb white{0xf6, 0xf6, 0xf6};
 constexpr Rgb darkTile{0x2d, 0x2d, 0x2d};
 
-// Some trays always scale down the largest picture. Here it has twice the usual size, so that the
-// digits stay sharp.
-constexpr std::array numberSizes{16, 18, 20, 22, 24, 28, 32, 44};
+// Some trays always scale down the largest picture. It has twice the size that they show, so that
+// the digits stay sharp. Plasma shows 22 pixels at 100%, 33 at 150% and 39 at 175%.
+constexpr std::array numberSizes{16, 18, 20, 22, 24, 28, 32, 33, 39, 44, 48};
 
 constexpr int smallestWithNumber = 16;  // pixels
 
@@ -35,10 +36,15 @@ std::vector<std::string> numbers(const StatusItemContent& content)
 
 }  // namespace
 
+std::string numberIconName(const std::string& symbol, std::int64_t percent)
+{
+    return symbolIconName(symbol + ".number." + std::to_string(percent));
+}
+
 std::span<const int> StatusIcon::sizes() const
 {
     if (picture.lines.empty()) return pixmapSizes;
-    return numberSizes;
+    return std::span(numberSizes.begin(), std::ranges::upper_bound(numberSizes, largest));
 }
 
 StatusIcon StatusIcon::of(const StatusItemContent& content, TrayKind tray)
@@ -49,8 +55,11 @@ StatusIcon StatusIcon::of(const StatusItemContent& content, TrayKind tray)
         return {.name = content.symbol ? symbolIconName(symbol) : std::string(),
                 .picture = {.symbol = symbol, .lines = {}, .ink = grey, .tile = {}}};
     }
-    return {.name = {},
-            .picture = {.symbol = symbol, .lines = lines, .ink = white, .tile = darkTile}};
+    const bool isRecolored =
+        tray == TrayKind::recoloredIcons && content.symbol && content.percent && !content.time;
+    return {.name = isRecolored ? numberIconName(symbol, *content.percent) : std::string(),
+            .picture = {.symbol = symbol, .lines = lines, .ink = white, .tile = darkTile},
+            .largest = tray == TrayKind::iconsOf24 ? 48 : 44};
 }
 
 StatusPicture xIconPicture(const StatusItemContent& content, int size, std::optional<Rgb> color)

@@ -17,7 +17,7 @@ const StatusItemContent content{
 
 TEST(TrayFaceTest, PutsTheDescriptionInTheTitleWhereScreenReadersGetIt)
 {
-    for (const auto tray : {TrayKind::labels, TrayKind::titledIcons}) {
+    for (const auto tray : {TrayKind::labels, TrayKind::recoloredIcons}) {
         EXPECT_EQ(TrayFace::of(content, tray).title,
                   "Vorlane: Battery 57%, On battery, 2 h 5 min left");
         EXPECT_EQ(TrayFace::of({}, tray).title, "Vorlane");
@@ -29,7 +29,7 @@ TEST(TrayFaceTest, PutsTheDescriptionInTheTitleWhereScreenReadersGetIt)
 
 TEST(TrayFaceTest, HasAToolTipOfOneLineExceptOnXfce)
 {
-    for (const auto tray : {TrayKind::labels, TrayKind::icons, TrayKind::titledIcons}) {
+    for (const auto tray : {TrayKind::labels, TrayKind::icons, TrayKind::recoloredIcons}) {
         EXPECT_EQ(TrayFace::of(content, tray).toolTip,
                   (TrayToolTip{.title = "On battery, 2 h 5 min left", .text = ""}));
     }

@@ -23,16 +23,21 @@ TEST(TrayKindTest, KnowsTheTraysThatShowLabels)
 TEST(TrayKindTest, AssumesThatOtherTraysShowOnlyIcons)
 {
     for (const auto* const process :
-         {"", "lxqt-panel", "waybar", "xapp-sn-watcher", "budgie-panel", "gnome-shell-calendar",
-          "gnome", "mate", "panel-1-whisker", "panel", "kded"}) {
+         {"", "lxqt-panel", "waybar", "budgie-panel", "gnome-shell-calendar", "gnome", "mate",
+          "panel-1-whisker", "panel", "kded"}) {
         EXPECT_EQ(trayKind(process), TrayKind::icons) << process;
     }
+}
+
+TEST(TrayKindTest, KnowsCinnamon)
+{
+    EXPECT_EQ(trayKind("xapp-sn-watcher"), TrayKind::iconsOf24);
 }
 
 TEST(TrayKindTest, KnowsPlasma)
 {
     for (const auto* const process : {"plasmashell", "kded5", "kded6"}) {
-        EXPECT_EQ(trayKind(process), TrayKind::titledIcons) << process;
+        EXPECT_EQ(trayKind(process), TrayKind::recoloredIcons) << process;
     }
 }
 

@@ -3,12 +3,19 @@
 #include <gmock/gmock.h>
 
 #include <cstddef>
+#include <cstdint>
+#include <filesystem>
+#include <vector>
+
+#include "App/BatteryState.h"
+#include "platform/linux/base/Installation.h"
 
 namespace vorlane::platform {
 namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::IsSupersetOf;
 
 const StatusItemContent content{.symbol = "battery.75",
                                 .accessibilityDescription = "Battery 80%, Fully charged",
@@ -37,8 +44,59 @@ TEST(StatusIconTest, ContainsTheNumberWhereTheTrayShowsNoLabels)
     EXPECT_EQ(icon.picture.symbol, "battery.75");
     EXPECT_THAT(icon.picture.lines, ElementsAre("80"));
     EXPECT_TRUE(icon.picture.tile);
-    EXPECT_EQ(StatusIcon::of(content, TrayKind::titledIcons), icon);
     EXPECT_EQ(StatusIcon::of(content, TrayKind::describedIcons), icon);
+}
+
+TEST(StatusIconTest, IsAThemeIconWithTheNumberWhereTheTrayRecolorsIt)
+{
+    const auto icon = StatusIcon::of(content, TrayKind::recoloredIcons);
+
+    EXPECT_EQ(icon.name, "vorlane-battery-75-number-80-symbolic");
+    EXPECT_EQ(icon.picture, StatusIcon::of(content, TrayKind::icons).picture);
+}
+
+TEST(StatusIconTest, IsAPictureWhereverItContainsATime)
+{
+    auto timed = content;
+    timed.time = "2:05";
+
+    EXPECT_EQ(StatusIcon::of(timed, TrayKind::recoloredIcons).name, "");
+    timed.percent.reset();
+    EXPECT_EQ(StatusIcon::of(timed, TrayKind::recoloredIcons).name, "");
+}
+
+TEST(StatusIconTest, OffersAPictureForEachScaleOfTheScreen)
+{
+    const auto sizes = StatusIcon::of(content, TrayKind::recoloredIcons).sizes();
+
+    EXPECT_THAT(std::vector(sizes.begin(), sizes.end()), IsSupersetOf({22, 28, 33, 39, 44}));
+}
+
+TEST(StatusIconTest, OffersTwice24PixelsWhereTheTrayShows24)
+{
+    EXPECT_EQ(StatusIcon::of(content, TrayKind::iconsOf24).sizes().back(), 48);
+}
+
+// A battery at any percentage: in use, charging, full, or held at its charge.
+TEST(StatusIconTest, HasAFileForEachNumber)
+{
+    for (std::int64_t percent = 0; percent <= 100; ++percent) {
+        for (int kind = 0; kind < 4; ++kind) {
+            BatteryState state;
+            state.hasBattery = true;
+            state.percent = percent;
+            state.pluggedIn = kind > 0;
+            state.isCharging = kind == 1;
+            state.isCharged = kind == 2;
+            auto numbered = content;
+            numbered.symbol = state.symbolNames().front();
+            numbered.percent = percent;
+            const auto name = StatusIcon::of(numbered, TrayKind::recoloredIcons).name;
+            const auto file = installedPath("share/icons/hicolor/scalable/status/" + name + ".svg");
+
+            EXPECT_TRUE(std::filesystem::is_regular_file(file)) << file;
+        }
+    }
 }
 
 TEST(StatusIconTest, IsTheSameOnEveryTrayWithoutANumber)
