@@ -43,8 +43,14 @@ protected:
     std::vector<std::string> labels(const TimeMarks& marks)
     {
         std::vector<std::string> found;
-        for (const auto& mark : marks.marks(times)) found.push_back(mark.label.toStdString());
+        for (const auto& mark : marks.marks(times)) found.push_back(plain(mark.label));
         return found;
+    }
+
+    // With an ordinary space, since Qt 6.8 writes a narrow one before AM and PM.
+    static std::string plain(QString text)
+    {
+        return text.replace(QChar(0x202F), QLatin1Char(' ')).toStdString();
     }
 };
 
@@ -219,7 +225,7 @@ TEST_F(TimeMarksTest, ShowAShortTimeWithoutSeconds)
     times.locale = QLocale::c();
     EXPECT_EQ(times.shortTime(now), "14:05");
     times.locale = QLocale(QLocale::English, QLocale::UnitedStates);
-    EXPECT_EQ(times.shortTime(now), "2:05 PM");
+    EXPECT_EQ(plain(times.shortTime(now)), "2:05 PM");
     times.locale = QLocale(QLocale::Finnish, QLocale::Finland);
     EXPECT_EQ(times.shortTime(now), "14.05");
 }
