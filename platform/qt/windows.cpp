@@ -7,6 +7,7 @@
 #include <QApplication>
 #include <QByteArray>
 #include <QIcon>
+#include <QLoggingCategory>
 #include <array>
 #include <csignal>
 #include <cstdlib>
@@ -49,6 +50,8 @@ bool hasDisplay()
 void configureQt()
 {
     usualHandler = qInstallMessageHandler(exitInsteadOfAborting);
+    // Qt warns each time that a window with the text focus closes on GNOME.
+    QLoggingCategory::setFilterRules("qt.qpa.wayland.textinput.warning=false");
     setDefault("QT_QPA_PLATFORM", isOnWayland() ? "wayland;xcb" : "xcb");
     // We draw nothing with OpenGL; its drivers would take more memory than everything else.
     setDefault("QT_XCB_GL_INTEGRATION", "none");

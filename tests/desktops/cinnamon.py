@@ -18,6 +18,7 @@ class Cinnamon:
     name, folder, current_desktop, session_type = 'cinnamon', 'cinnamon', 'X-Cinnamon', 'x11'
     shell_program = 'cinnamon'  # in the accessibility tree
     shows_label, wallpaper_takes_focus, tells_menu, places_popover = False, True, False, True
+    recolors_icons = False
     menu_button, clicks = 3, 1
 
     def __init__(self, laptop, _accessibility):

@@ -22,6 +22,7 @@ SESSION = {'KDE_FULL_SESSION': 'true', 'KDE_SESSION_VERSION': '6', 'XDG_MENU_PRE
 class Plasma:
     folder, current_desktop, shell_program = 'plasma', 'KDE', 'plasmashell'
     shows_label, wallpaper_takes_focus, tells_menu = False, True, False
+    recolors_icons = True
     menu_button, clicks = 3, 1
 
     def __init__(self, laptop, accessibility):

@@ -1,4 +1,6 @@
 """The program's status item and its menu, read over the bus as a tray host does."""
+import re
+
 import dbus
 
 from .bus_monitor import BusMonitor
@@ -69,15 +71,19 @@ class StatusItem:
         return sum(seen.kind == 'call' and seen.member == 'RegisterStatusNotifierItem'
                    for seen in self._monitor.messages)
 
-    def registered(self):
-        """Whether the watcher lists our item."""
+    def registrations(self):
+        """How many of the items that the watcher lists are ours."""
         try:
             items = self._bus.get(WATCHER, '/StatusNotifierWatcher', WATCHER,
                                   'RegisteredStatusNotifierItems')
         except dbus.DBusException:
-            return False
-        owners = {self._bus.owner(str(item).split('/')[0]) for item in items}
-        return self._bus.owner(OWNER) in owners
+            return 0
+        # A name, then the path; GNOME Shell writes an @ between them.
+        owners = [self._bus.owner(re.split('[/@]', str(item))[0]) for item in items]
+        return owners.count(self._bus.owner(OWNER))
+
+    def registered(self):
+        return self.registrations() > 0
 
     def wait_until_registered(self):
         wait_until(self.registered, 'the item at its watcher', look_every=0.05)
