@@ -6,10 +6,11 @@ if(program MATCHES "[^A-Za-z0-9/._+-]")
     set(command "\"${program}\"")
 endif()
 
-function(install_launcher name folder)
+# A macro, since file(INSTALL) lists what it installs, for install_manifest.txt, in a variable of its scope.
+macro(install_launcher name folder)
     configure_file(${DRAFTS}/${name}.in ${MADE}/${name} @ONLY)
     file(INSTALL ${MADE}/${name} DESTINATION ${CMAKE_INSTALL_PREFIX}/${SHARE}/${folder} TYPE FILE)
-endfunction()
+endmacro()
 
 install_launcher(org.vorlane.Vorlane.desktop applications)
 install_launcher(org.vorlane.Vorlane.service dbus-1/services)
