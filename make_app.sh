@@ -1,5 +1,5 @@
 #!/bin/bash
-# Builds the Debian package and installs it with apt.
+# Builds the Debian package, with its source package, in build/package/ and installs it with apt.
 # Usage: ./make_app.sh [--build-only]
 set -euo pipefail
 cd "$(dirname "$(readlink -f "$0")")"
@@ -17,18 +17,25 @@ as_root() {
     fi
 }
 
-# Removes older packages first, so that exactly one is left.
+# Builds in a copy of the tree, since dpkg-buildpackage leaves its results in and beside the tree.
 build_package() {
-    cmake --preset release >/dev/null
-    cmake --build --preset release
-    rm -rf build/release/package
-    (cd build/release && cpack)
+    local version
+    version=$(dpkg-parsechangelog --show-field Version)
+    version=${version%-*}
+    rm -rf build/package
+    mkdir -p "build/package/vorlane-$version"
+    tar --create --exclude-vcs --exclude=./build --exclude=./out . |
+        tar --extract --directory "build/package/vorlane-$version"
+    cd build/package
+    tar --create --gzip --exclude="vorlane-$version/debian" --file "vorlane_$version.orig.tar.gz" "vorlane-$version"
+    cd "vorlane-$version"
+    dpkg-buildpackage --no-sign
 }
 
 [[ $# -eq 0 || ($# -eq 1 && $1 == --build-only) ]] || usage
 scripts/install-packages package
-build_package
-package=$(echo build/release/package/vorlane_*.deb)
+(build_package)
+package=$(echo build/package/vorlane_*.deb)
 scripts/check-package "$package"
 
 if [[ ${1:-} == --build-only ]]; then

@@ -1,15 +1,17 @@
 # Run at installation, when the program's path is known: writes the files that contain this path. Configures
-# the templates in DRAFTS (@program@, @command@) into MADE and installs them under SHARE.
+# the templates in DRAFTS (@program@, @command@) into MADE and installs them.
 set(program ${CMAKE_INSTALL_PREFIX}/${BIN}/vorlane)
 set(command ${program})
 if(program MATCHES "[^A-Za-z0-9/._+-]")
     set(command "\"${program}\"")
 endif()
 
-function(install_launcher name folder)
+# A macro, since file(INSTALL) lists what it installs, for install_manifest.txt, in a variable of its scope.
+macro(install_launcher name folder)
     configure_file(${DRAFTS}/${name}.in ${MADE}/${name} @ONLY)
-    file(INSTALL ${MADE}/${name} DESTINATION ${CMAKE_INSTALL_PREFIX}/${SHARE}/${folder} TYPE FILE)
-endfunction()
+    file(INSTALL ${MADE}/${name} DESTINATION ${CMAKE_INSTALL_PREFIX}/${folder} TYPE FILE)
+endmacro()
 
-install_launcher(org.vorlane.Vorlane.desktop applications)
-install_launcher(org.vorlane.Vorlane.service dbus-1/services)
+install_launcher(org.vorlane.Vorlane.desktop ${SHARE}/applications)
+install_launcher(org.vorlane.Vorlane.service ${SHARE}/dbus-1/services)
+install_launcher(vorlane.service lib/systemd/user)

@@ -42,12 +42,12 @@ LinuxServices::LinuxServices(Dependencies dependencies)
                .uptime = uptime,
                .charger = WeakCharger::take()}),
       loginItem(AutostartLoginItem::Places::usual()),
-      soundPlayer(dependencies_.loop.event(), ThemeSoundPlayer::usualProgram(), SoundFiles()),
+      soundPlayer(dependencies_.loop.event(), helperPath("vorlane-play"), SoundFiles()),
       notifications({.session = dependencies_.session,
                      .sounds = SoundFiles(),
                      .player = soundPlayer,
                      .inherited = NotificationHandover::take()}),
-      windows(dependencies_.loop, {.program = installedPath("lib/vorlane/vorlane-windows"),
+      windows(dependencies_.loop, {.program = helperPath("vorlane-windows"),
                                    .session = dependencies_.session,
                                    .refused =
                                        [&application = dependencies_.application] {

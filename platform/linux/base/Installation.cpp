@@ -26,4 +26,9 @@ std::filesystem::path installedPath(std::string_view relative)
     return programPath().parent_path().parent_path() / relative;
 }
 
+std::filesystem::path helperPath(std::string_view name)
+{
+    return installedPath(VORLANE_HELPERS) / name;
+}
+
 }  // namespace vorlane::platform

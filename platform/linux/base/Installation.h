@@ -15,4 +15,7 @@ bool programWasReplaced();
 // `relative` is relative to the folder above bin/: "share/icons".
 std::filesystem::path installedPath(std::string_view relative);
 
+// A program that only this program starts.
+std::filesystem::path helperPath(std::string_view name);
+
 }  // namespace vorlane::platform

@@ -2,18 +2,11 @@
 
 #include <utility>
 
-#include "platform/linux/base/Installation.h"
-
 namespace vorlane::platform {
 
 ThemeSoundPlayer::ThemeSoundPlayer(sd_event* event, std::string program, SoundFiles files)
     : program_(std::move(program)), files_(std::move(files)), players(event)
 {}
-
-std::string ThemeSoundPlayer::usualProgram()
-{
-    return installedPath("lib/vorlane/vorlane-play");
-}
 
 void ThemeSoundPlayer::play(const std::string& name)
 {

@@ -16,9 +16,6 @@ public:
     // a name.
     ThemeSoundPlayer(sd_event* event, std::string program, SoundFiles files);
 
-    // In lib/vorlane of the installation, or of the build tree.
-    static std::string usualProgram();
-
     // Stops a sound that is still playing.
     void play(const std::string& name) override;
 
