@@ -47,7 +47,7 @@ LinuxServices::LinuxServices(Dependencies dependencies)
                      .sounds = SoundFiles(),
                      .player = soundPlayer,
                      .inherited = NotificationHandover::take()}),
-      windows(dependencies_.loop, {.program = helperPath("vorlane-windows"),
+      windows(dependencies_.loop, {.program = installedPath("lib/vorlane/vorlane-windows"),
                                    .session = dependencies_.session,
                                    .refused =
                                        [&application = dependencies_.application] {

@@ -17,7 +17,7 @@ from .open_calls import OpenCalls
 from .status_item import OWNER
 from .waiting import wait_until
 
-WINDOWS = 'libexec/vorlane/vorlane-windows'
+WINDOWS = 'lib/vorlane/vorlane-windows'
 WINDOWS_NAME = os.path.basename(WINDOWS)
 APPLICATION = 'org.freedesktop.Application'
 SUPPRESSED = pathlib.Path(__file__).resolve().parents[2] / 'sanitizers'
