@@ -150,9 +150,11 @@ class Vorlane:
         while any([calls.wait_until_answered(self.process.pid) for calls in self._open_calls]):
             self.round_trip()
 
-    def activate(self, token=None):
-        """Activates the program as a desktop does when it is started again."""
+    def activate(self, token=None, startup_id=None):
+        """Activates the program as a desktop does when it is started again; KDE sends the startup id as bytes."""
         data = {'activation-token': dbus.String(token)} if token else {}
+        if startup_id:
+            data['desktop-startup-id'] = dbus.ByteArray(startup_id.encode())
         self._bus.call(OWNER, '/org/vorlane/Vorlane', APPLICATION, 'Activate', 'a{sv}',
                        dbus.Dictionary(data, signature='sv'))
 
