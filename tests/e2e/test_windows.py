@@ -5,7 +5,6 @@ import socket
 import pytest
 
 from laptop.desktop import without_shadow
-from laptop.launch_messages import LaunchMessages
 from laptop.waiting import wait_until
 from laptop.x_screen import SIZE
 
@@ -110,18 +109,6 @@ def test_a_second_start_brings_the_popover_to_the_front(laptop, dunst, desk, vor
                look_every=0.05)
     desk.screen.press_keys('Escape')
     desk.wait_until_closed()
-
-
-def test_a_second_start_ends_the_launch_feedback(laptop, desk, vorlane):
-    messages = LaunchMessages(laptop.machine)
-
-    for startup_id in ('first-start-of-the-windows-process_TIME1', 'second_TIME2'):
-        vorlane.activate(startup_id=startup_id)
-        wait_until(lambda: f'remove: ID={startup_id}' in messages.texts(), lambda: f'the end of the launch feedback; {messages.texts()}',
-                   look_every=0.05)
-        wait_until(desk.popover, 'the popover', look_every=0.05)
-        desk.screen.press_keys('Escape')
-        desk.wait_until_closed()
 
 
 def test_a_press_outside_closes_the_popover(desk):
