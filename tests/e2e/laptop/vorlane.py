@@ -55,6 +55,12 @@ class Vorlane:
     def autostart_path(self):
         return pathlib.Path(self._machine.folder('config', 'autostart', 'org.vorlane.Vorlane.desktop'))
 
+    @property
+    def has_layer_shell(self):
+        """Whether it was built with LayerShellQt. The popover is then a layer surface, which sway does not list."""
+        windows = pathlib.Path(self._program).parents[1] / WINDOWS
+        return b'libLayerShellQtInterface' in windows.read_bytes()
+
     def history(self):
         """The samples of the history file; None when there is no file."""
         try:
