@@ -19,7 +19,7 @@ namespace vorlane::platform {
 // close report for an earlier opening is ignored.
 struct ShowPopover {
     PopoverContent content;
-    std::string token;  // for XDG activation; may be empty
+    std::string token;  // for XDG activation, on X11 the startup id; may be empty
     std::uint64_t opening = 0;
 };
 struct UpdatePopover {

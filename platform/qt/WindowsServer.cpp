@@ -11,6 +11,7 @@
 #include "platform/Overloaded.h"
 #include "platform/qt/AlertDialog.h"
 #include "platform/qt/TrayMenu.h"
+#include "platform/qt/placement/LaunchFeedback.h"
 
 namespace vorlane::platform {
 
@@ -95,6 +96,7 @@ void WindowsServer::show(const ShowPopover& message)
     popoverOpening = message.opening;
     update({message.content});
     popover->openAt(pointer);
+    endLaunchFeedback(*popover, message.token);
 }
 
 void WindowsServer::update(const UpdatePopover& message)
@@ -118,6 +120,7 @@ void WindowsServer::show(const ShowSettings& message)
     settingsOpening = message.opening;
     form->setContent(message.content);
     settings->bringToFront();
+    endLaunchFeedback(*settings, message.token);
 }
 
 void WindowsServer::ask(const Ask& message)

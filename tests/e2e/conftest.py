@@ -110,6 +110,13 @@ def wayland(laptop):
 
 
 @pytest.fixture
+def without_layer_shell(vorlane):
+    """Skips tests of the popover as an ordinary window that sway lists."""
+    if vorlane.has_layer_shell:
+        pytest.skip('this program was built with LayerShellQt; see test_layer_shell.py')
+
+
+@pytest.fixture
 def mako(laptop, wayland):
     return Mako(laptop.machine, laptop.session_bus).start()
 

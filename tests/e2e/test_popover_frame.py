@@ -102,6 +102,7 @@ def test_a_press_on_the_shadow_closes_it(laptop, desk):
     desk.wait_until_popover_closed()
 
 
+@pytest.mark.usefixtures('without_layer_shell')
 def test_under_sway_a_press_on_the_shadow_closes_it(wayland, waybar, vorlane, item):
     waybar.start()
     vorlane.start()
@@ -117,6 +118,7 @@ def test_under_sway_a_press_on_the_shadow_closes_it(wayland, waybar, vorlane, it
     wait_until(lambda: not wayland.window_titled(f'^{POPOVER}$'), 'the popover to close', look_every=0.05)
 
 
+@pytest.mark.usefixtures('without_layer_shell')
 def test_other_wayland_compositors_are_asked_to_pass_a_press_on_the_shadow_on(wayland, waybar, vorlane, item):
     waybar.start()
     vorlane.start(environment={'WAYLAND_DEBUG': 'client', 'SWAYSOCK': None})

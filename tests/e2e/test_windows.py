@@ -228,7 +228,7 @@ def test_the_windows_do_not_connect_to_the_session_manager(laptop, screen, vorla
 
 
 @pytest.fixture
-def sway_desk(wayland, waybar, vorlane, item):
+def sway_desk(without_layer_shell, wayland, waybar, vorlane, item):
     """sway with a bar at the top, the program running, and the pointer on the bar."""
     waybar.start()
     vorlane.start()

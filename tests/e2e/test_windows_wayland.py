@@ -1,4 +1,4 @@
-"""The windows under sway with waybar, where a client can neither grab the pointer nor place itself."""
+"""The windows under sway with waybar, without layer-shell: a client can neither grab the pointer nor place itself."""
 import pytest
 
 from laptop.accessibility import Accessibility
@@ -7,6 +7,7 @@ from laptop.mute_sway import MuteSway
 from laptop.waiting import wait_until
 
 PANEL_HEIGHT = 30
+pytestmark = pytest.mark.usefixtures('without_layer_shell')
 
 
 @pytest.fixture

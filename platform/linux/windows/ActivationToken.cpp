@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdlib>
 #include <iterator>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -44,6 +45,30 @@ bool skipToPlatformData(sd_bus_message* call)
     return before.empty() || sd_bus_message_skip(call, before.c_str()) >= 0;
 }
 
+bool isTokenType(std::string_view type)
+{
+    return type == "s" || type == "ay";  // KDE sends the startup id as bytes
+}
+
+// Absent when the value is malformed.
+std::optional<std::string_view> readToken(sd_bus_message* call, const char* type)
+{
+    if (sd_bus_message_enter_container(call, 'v', type) < 0) return std::nullopt;
+    std::string_view token;
+    if (*type == 's') {
+        const char* text = nullptr;
+        if (sd_bus_message_read(call, "s", &text) < 0) return std::nullopt;
+        token = text;
+    } else {
+        const void* bytes = nullptr;
+        std::size_t size = 0;
+        if (sd_bus_message_read_array(call, 'y', &bytes, &size) < 0) return std::nullopt;
+        token = {static_cast<const char*>(bytes), size};
+    }
+    if (sd_bus_message_exit_container(call) < 0) return std::nullopt;
+    return token;
+}
+
 // Reads one entry; false when it is malformed.
 bool keepEntry(sd_bus_message* call)
 {
@@ -52,13 +77,12 @@ bool keepEntry(sd_bus_message* call)
     if (sd_bus_message_read(call, "s", &key) < 0) return false;
     if (sd_bus_message_peek_type(call, nullptr, &type) < 0) return false;
     const auto* const kind = std::ranges::find(kinds, std::string_view(key), &TokenKind::key);
-    if (kind == std::end(kinds) || std::string_view(type) != "s") {
+    if (kind == std::end(kinds) || !isTokenType(type)) {
         return sd_bus_message_skip(call, "v") >= 0;
     }
-    const char* token = nullptr;
-    if (sd_bus_message_read(call, "v", "s", &token) < 0) return false;
-    keep(*kind, token);
-    return true;
+    const auto token = readToken(call, type);
+    if (token) keep(*kind, *token);
+    return token.has_value();
 }
 
 // Printable ASCII, as desktops use it. A variable may hold any bytes, but a message only UTF-8.

@@ -162,13 +162,14 @@ void RemoteWindows::showSettings()
     settings.shown = started;
 }
 
-// Call after starting the process, which inherits both variables. Only that process uses the X11
-// startup id.
+// Call after starting the process, which inherits both variables. A running one needs the startup
+// id only on X11, where there is no other token.
 void RemoteWindows::takeToken()
 {
-    if (const char* const given = std::getenv("XDG_ACTIVATION_TOKEN")) token = given;
-    (void)unsetenv("XDG_ACTIVATION_TOKEN");
-    (void)unsetenv("DESKTOP_STARTUP_ID");
+    for (const char* const variable : {"DESKTOP_STARTUP_ID", "XDG_ACTIVATION_TOKEN"}) {
+        if (const char* const given = std::getenv(variable)) token = given;
+        (void)unsetenv(variable);
+    }
 }
 
 void RemoteWindows::answered()

@@ -1,5 +1,9 @@
 #include "platform/qt/look/AppearancePalette.h"
 
+#include <QStyle>
+#include <QStyleFactory>
+#include <memory>
+
 namespace vorlane::platform {
 
 namespace {
@@ -56,6 +60,18 @@ QPalette paletteOf(const Shades& shades)
 }
 
 }  // namespace
+
+// Compares with Fusion's palette, because a desktop's own style may have the user's colours as its
+// standard palette, as Breeze has.
+bool isBuiltIn(const QPalette& palette)
+{
+    const std::unique_ptr<const QStyle> fusion(QStyleFactory::create("fusion"));
+    const auto grey = fusion->standardPalette();
+    const auto equal = [&](QPalette::ColorRole role) {
+        return palette.color(role) == grey.color(role);
+    };
+    return equal(QPalette::Window) && equal(QPalette::Base);
+}
 
 std::optional<QPalette> ownPalette(const Appearance& appearance, const DesktopPalette& desktop)
 {

@@ -9,9 +9,12 @@
 
 namespace vorlane::platform {
 
+// Whether this is Qt's own grey, which an application has where Qt does not know the desktop.
+bool isBuiltIn(const QPalette& palette);
+
 struct DesktopPalette {
     QPalette palette;
-    bool builtIn;  // Qt's own grey, used where Qt does not know the desktop
+    bool builtIn;
 };
 
 // Absent when the desktop's palette is right.

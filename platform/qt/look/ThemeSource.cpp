@@ -8,21 +8,6 @@
 
 namespace vorlane::platform {
 
-namespace {
-
-// Call while the application has the desktop's palette.
-DesktopPalette desktopPalette()
-{
-    const auto palette = QApplication::palette();
-    const auto fallback = QApplication::style()->standardPalette();
-    const auto equal = [&](QPalette::ColorRole role) {
-        return palette.color(role) == fallback.color(role);
-    };
-    return {.palette = palette, .builtIn = equal(QPalette::Window) && equal(QPalette::Base)};
-}
-
-}  // namespace
-
 ThemeSource::ThemeSource() : desktopStyle(QApplication::style()->name())
 {
     choosePalette();
@@ -51,7 +36,9 @@ void ThemeSource::choosePalette()
     choosing = true;
     QApplication::setPalette(QPalette());  // back to the desktop's
     if (QApplication::style()->name() != desktopStyle) QApplication::setStyle(desktopStyle);
-    if (const auto palette = ownPalette(appearance, desktopPalette())) {
+    const auto desktop = QApplication::palette();
+    if (const auto palette =
+            ownPalette(appearance, {.palette = desktop, .builtIn = isBuiltIn(desktop)})) {
         // The only style that takes every colour from the palette.
         if (QApplication::style()->name() != "fusion") QApplication::setStyle("fusion");
         QApplication::setPalette(*palette);

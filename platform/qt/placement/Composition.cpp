@@ -1,8 +1,5 @@
 #include "platform/qt/placement/Composition.h"
 
-#include <xcb/xcb.h>
-
-#include <QByteArray>
 #include <QGuiApplication>
 #include <QMargins>
 #include <QWindow>
@@ -13,42 +10,22 @@
 #include <memory>
 
 #include "platform/qt/placement/SwayIpc.h"
+#include "platform/qt/placement/XDisplay.h"
 
 namespace vorlane::platform {
 
 namespace {
-
-struct Free {
-    void operator()(void* reply) const { std::free(reply); }
-};
-template <typename Reply>
-using ReplyPointer = std::unique_ptr<Reply, Free>;
 
 bool isOnWayland()
 {
     return QGuiApplication::platformName().startsWith("wayland");
 }
 
-// Null on Wayland.
-xcb_connection_t* xConnection()
-{
-    const auto* const x = qApp->nativeInterface<QNativeInterface::QX11Application>();
-    return x ? x->connection() : nullptr;
-}
-
-xcb_atom_t atom(xcb_connection_t* x, const QByteArray& name)
-{
-    const auto asked =
-        xcb_intern_atom(x, 0, static_cast<std::uint16_t>(name.size()), name.constData());
-    const ReplyPointer<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(x, asked, nullptr));
-    return reply ? reply->atom : static_cast<xcb_atom_t>(XCB_ATOM_NONE);
-}
-
 bool hasOwner(xcb_connection_t* x, xcb_atom_t selection)
 {
     const auto asked = xcb_get_selection_owner(x, selection);
-    const ReplyPointer<xcb_get_selection_owner_reply_t> reply(
-        xcb_get_selection_owner_reply(x, asked, nullptr));
+    const std::unique_ptr<xcb_get_selection_owner_reply_t, decltype(&std::free)> reply(
+        xcb_get_selection_owner_reply(x, asked, nullptr), &std::free);
     return reply && reply->owner != XCB_WINDOW_NONE;
 }
 

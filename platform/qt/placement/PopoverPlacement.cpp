@@ -2,26 +2,29 @@
 
 #include <algorithm>
 #include <array>
+#include <limits>
+#include <utility>
 
 namespace vorlane::platform {
 
 namespace {
 
 constexpr int gap = 6;  // to the panel, the pointer and the edges of the work area
-
-enum class Edge { top, bottom, left, right };
+constexpr Qt::Edges anyEdge = Qt::TopEdge | Qt::BottomEdge | Qt::LeftEdge | Qt::RightEdge;
 
 // The first edge wins a tie: most panels are at the top or at the bottom.
-Edge nearestEdge(QPoint point, const QRect& area)
+Qt::Edge nearestEdge(QPoint point, const QRect& area, Qt::Edges among)
 {
     const std::array distances{
-        std::pair(point.y() - area.top(), Edge::top),
-        std::pair(area.bottom() - point.y(), Edge::bottom),
-        std::pair(point.x() - area.left(), Edge::left),
-        std::pair(area.right() - point.x(), Edge::right),
+        std::pair(point.y() - area.top(), Qt::TopEdge),
+        std::pair(area.bottom() - point.y(), Qt::BottomEdge),
+        std::pair(point.x() - area.left(), Qt::LeftEdge),
+        std::pair(area.right() - point.x(), Qt::RightEdge),
     };
-    return std::ranges::min_element(distances, {}, [](const auto& entry) { return entry.first; })
-        ->second;
+    const auto distance = [among](const auto& entry) {
+        return among.testFlag(entry.second) ? entry.first : std::numeric_limits<int>::max();
+    };
+    return std::ranges::min_element(distances, {}, distance)->second;
 }
 
 int within(int value, int least, int most)
@@ -35,28 +38,38 @@ QPoint PopoverPlacement::position(QSize popover) const
 {
     const auto width = popover.width();
     const auto height = popover.height();
-    // Clamped to the work area, a pointer on a panel is at the panel's edge.
     const QPoint anchor(within(pointer.x(), workArea.left(), workArea.right()),
                         within(pointer.y(), workArea.top(), workArea.bottom()));
+    const auto panels = panelEdges();
+    const QRect beside = panels ? workArea : QRect(anchor, QSize(1, 1));
 
     QPoint corner(anchor.x() - width / 2, anchor.y() - height / 2);
-    switch (workArea.contains(pointer) ? nearestEdge(pointer, screen)
-                                       : nearestEdge(pointer, workArea)) {
-        case Edge::top:
-            corner.setY(anchor.y() + gap);
+    switch (nearestEdge(pointer, workArea, panels ? panels : anyEdge)) {
+        case Qt::TopEdge:
+            corner.setY(beside.top() + gap);
             break;
-        case Edge::bottom:
-            corner.setY(anchor.y() + 1 - gap - height);
+        case Qt::BottomEdge:
+            corner.setY(beside.bottom() + 1 - gap - height);
             break;
-        case Edge::left:
-            corner.setX(anchor.x() + gap);
+        case Qt::LeftEdge:
+            corner.setX(beside.left() + gap);
             break;
-        case Edge::right:
-            corner.setX(anchor.x() + 1 - gap - width);
+        case Qt::RightEdge:
+            corner.setX(beside.right() + 1 - gap - width);
             break;
     }
     return {within(corner.x(), workArea.left() + gap, workArea.right() + 1 - gap - width),
             within(corner.y(), workArea.top() + gap, workArea.bottom() + 1 - gap - height)};
+}
+
+Qt::Edges PopoverPlacement::panelEdges() const
+{
+    Qt::Edges edges;
+    edges.setFlag(Qt::TopEdge, workArea.top() > screen.top());
+    edges.setFlag(Qt::BottomEdge, workArea.bottom() < screen.bottom());
+    edges.setFlag(Qt::LeftEdge, workArea.left() > screen.left());
+    edges.setFlag(Qt::RightEdge, workArea.right() < screen.right());
+    return edges;
 }
 
 int PopoverPlacement::maximumHeight() const

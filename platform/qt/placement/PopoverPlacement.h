@@ -12,13 +12,16 @@ struct PopoverPlacement {
     QRect screen;
     QRect workArea;  // the part of the screen that panels leave free
 
-    // The popover's top left corner: beside the panel under the pointer and centred on the pointer;
-    // beside the pointer itself when no panel is known. Inside the work area, or at its top left
-    // when the popover does not fit.
+    // The popover's top left corner: beside the panel nearest to the pointer and centred on the
+    // pointer, which may be on a menu; beside the pointer itself when no panel is known. Inside the
+    // work area, or at its top left when the popover does not fit.
     QPoint position(QSize popover) const;
 
     // The height of the highest popover that fits.
     int maximumHeight() const;
+
+private:
+    Qt::Edges panelEdges() const;
 };
 
 }  // namespace vorlane::platform

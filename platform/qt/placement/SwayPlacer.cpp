@@ -1,26 +1,15 @@
 #include "platform/qt/placement/SwayPlacer.h"
 
 #include <QCoreApplication>
-#include <QGuiApplication>
 #include <chrono>
 #include <utility>
 
 namespace vorlane::platform {
 
-namespace {
-
 using namespace std::chrono_literals;
 
-std::optional<SwayIpc> findSway()
-{
-    if (!QGuiApplication::platformName().startsWith("wayland")) return std::nullopt;
-    return SwayIpc::find();
-}
-
-}  // namespace
-
-SwayPlacer::SwayPlacer(const QString& title)
-    : sway(findSway()), name{.process = QCoreApplication::applicationPid(), .title = title}
+SwayPlacer::SwayPlacer(const QString& title, std::optional<SwayIpc> ipc)
+    : sway(std::move(ipc)), name{.process = QCoreApplication::applicationPid(), .title = title}
 {
     retry.setInterval(10ms);
     connect(&retry, &QTimer::timeout, this, &SwayPlacer::tryPlacing);

@@ -12,14 +12,14 @@
 
 namespace vorlane::platform {
 
-// Does nothing outside of sway. When sway does not answer, the window stays where it is until it is
+// Does nothing without an IPC. When sway does not answer, the window stays where it is until it is
 // opened again.
 class SwayPlacer : public QObject {
     Q_OBJECT
 
 public:
     // Places this process's windows with this title.
-    explicit SwayPlacer(const QString& title);
+    SwayPlacer(const QString& title, std::optional<SwayIpc> ipc);
 
     // The width of the window's margin around the visible panel, for the shadow.
     void setMargin(int around) { margin = around; }

@@ -45,20 +45,14 @@ int pointerAlong(int first, int last, int outputFirst, int outputLast)
     return (first + last) / 2;
 }
 
-// sway does not report the pointer's position, so this assumes that it is on the bar, or on the
-// window when there is no bar.
-QPoint pointerOnBar(const SwayWindow& shown)
+// sway does not report the pointer's position.
+QPoint pointerNear(const SwayWindow& shown)
 {
     const QPoint middle(pointerAlong(shown.window.left(), shown.window.right(), shown.output.left(),
                                      shown.output.right()),
                         pointerAlong(shown.window.top(), shown.window.bottom(), shown.output.top(),
                                      shown.output.bottom()));
-    if (shown.workspace.top() > shown.output.top()) return {middle.x(), shown.output.top()};
-    if (shown.workspace.bottom() < shown.output.bottom()) {
-        return {middle.x(), shown.output.bottom()};
-    }
-    if (shown.workspace.left() > shown.output.left()) return {shown.output.left(), middle.y()};
-    if (shown.workspace.right() < shown.output.right()) return {shown.output.right(), middle.y()};
+    if (shown.workspace != shown.output) return middle;
     return {middle.x(), shown.window.top() + shown.margin};
 }
 
@@ -67,7 +61,7 @@ QPoint pointerOnBar(const SwayWindow& shown)
 QPoint SwayWindow::position() const
 {
     const PopoverPlacement placement{
-        .pointer = pointerOnBar(*this), .screen = output, .workArea = workspace};
+        .pointer = pointerNear(*this), .screen = output, .workArea = workspace};
     const QPoint shadow(margin, margin);
     const QSize panel = window.size() - 2 * QSize(margin, margin);
     return placement.position(panel) - shadow;

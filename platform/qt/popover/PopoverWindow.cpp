@@ -41,7 +41,8 @@ PopoverWindow::PopoverWindow(QWidget* content, ClosedByUser closedByUser,
       closedByUser_(std::move(closedByUser)),
       composited_(std::move(composited)),
       pane(new ScrollPane(content)),
-      sway(title)
+      layer(LayerShell::find()),
+      sway(title, layer || canGrabPointer() ? std::nullopt : SwayIpc::find())
 {
     setWindowTitle(title);
     qApp->installEventFilter(this);
@@ -73,6 +74,13 @@ PopoverWindow::PopoverWindow(QWidget* content, ClosedByUser closedByUser,
     auto policy = pane->sizePolicy();
     policy.setRetainSizeWhenHidden(true);
     pane->setSizePolicy(policy);
+    if (layer) {
+        connect(layer.get(), &LayerShell::located, this, &PopoverWindow::showAt);
+        connect(layer.get(), &LayerShell::pressedOutside, this, [this] {
+            dismiss();
+            closedByUser_(true);
+        });
+    }
     connect(&sway, &SwayPlacer::placed, this, [this] {
         pane->show();
         update();
@@ -88,7 +96,14 @@ void PopoverWindow::openAt(QPoint pointer)
     // Some Wayland compositors ignore an open window's request for focus, so it is shown as a new
     // window, which gets the focus and appears on the current workspace.
     if (!canGrabPointer() && !isActiveWindow()) hide();
+    if (!isVisible() && layer) return layer->cover();
+    showAt(pointer);
+}
+
+void PopoverWindow::showAt(QPoint pointer)
+{
     if (!isVisible()) {
+        if (layer) destroy();  // Qt would show a window again as an ordinary one
         pointer_ = pointer;
         chooseFrame();
         place();
@@ -103,6 +118,7 @@ void PopoverWindow::openAt(QPoint pointer)
 void PopoverWindow::dismiss()
 {
     waiting.reset();
+    if (layer) layer->uncover();
     hide();
 }
 
@@ -139,6 +155,7 @@ void PopoverWindow::hideEvent(QHideEvent* event)
 {
     QWidget::hideEvent(event);
     leaving.stop();
+    if (layer) layer->uncover();
     resting.start();
 }
 
@@ -209,6 +226,7 @@ void PopoverWindow::place()
     layout()->activate();
     const QPoint shadow(frame.margin(), frame.margin());
     move(placement.position(frame.panel(rect()).size()) - shadow);
+    if (layer) layer->place(*this, pointer_, frame.margin());
 }
 
 }  // namespace vorlane::platform

@@ -5,10 +5,12 @@
 #include <QTimer>
 #include <QWidget>
 #include <functional>
+#include <memory>
 #include <optional>
 
 #include "platform/qt/controls/ScrollPane.h"
 #include "platform/qt/placement/Composition.h"
+#include "platform/qt/placement/LayerShell.h"
 #include "platform/qt/placement/SwayPlacer.h"
 #include "platform/qt/popover/PopoverFrame.h"
 
@@ -51,6 +53,7 @@ protected:
 
 private:
     bool isResting() const;
+    void showAt(QPoint pointer);
     void chooseFrame();
     void place();
 
@@ -58,9 +61,10 @@ private:
     std::function<bool()> composited_;
     PopoverFrame frame;
     ScrollPane* pane;
-    QTimer resting;                 // runs for a moment after closing
-    std::optional<QPoint> waiting;  // where to open once `resting` has elapsed
-    QTimer leaving;                 // runs while another window is active
+    QTimer resting;                     // runs for a moment after closing
+    std::optional<QPoint> waiting;      // where to open once `resting` has elapsed
+    QTimer leaving;                     // runs while another window is active
+    std::unique_ptr<LayerShell> layer;  // null on X and where the compositor lacks it
     SwayPlacer sway;
     QPoint pointer_;
 };

@@ -55,6 +55,12 @@ class Vorlane:
     def autostart_path(self):
         return pathlib.Path(self._machine.folder('config', 'autostart', 'org.vorlane.Vorlane.desktop'))
 
+    @property
+    def has_layer_shell(self):
+        """Whether it was built with LayerShellQt. The popover is then a layer surface, which sway does not list."""
+        windows = pathlib.Path(self._program).parents[1] / WINDOWS
+        return b'libLayerShellQtInterface' in windows.read_bytes()
+
     def history(self):
         """The samples of the history file; None when there is no file."""
         try:
@@ -150,9 +156,11 @@ class Vorlane:
         while any([calls.wait_until_answered(self.process.pid) for calls in self._open_calls]):
             self.round_trip()
 
-    def activate(self, token=None):
-        """Activates the program as a desktop does when it is started again."""
+    def activate(self, token=None, startup_id=None):
+        """Activates the program as a desktop does when it is started again; KDE sends the startup id as bytes."""
         data = {'activation-token': dbus.String(token)} if token else {}
+        if startup_id:
+            data['desktop-startup-id'] = dbus.ByteArray(startup_id.encode())
         self._bus.call(OWNER, '/org/vorlane/Vorlane', APPLICATION, 'Activate', 'a{sv}',
                        dbus.Dictionary(data, signature='sv'))
 

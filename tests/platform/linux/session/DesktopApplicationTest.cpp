@@ -172,6 +172,23 @@ TEST_F(DesktopApplicationTest, KeepsTheActivationTokenOfEachMethod)
     (void)unsetenv("DESKTOP_STARTUP_ID");
 }
 
+TEST_F(DesktopApplicationTest, KeepsAStartupIdThatKdeSendsAsBytes)
+{
+    ASSERT_EQ(application.claim(), DesktopApplication::Claim::first);
+    const auto activate = call("Activate");
+    ASSERT_GE(
+        sd_bus_message_append(activate.get(), "a{sv}", 3, "empty", "ay", 0, "desktop-startup-id",
+                              "ay", 3, 'i', 'd', '7', "activation-token", "s", "token"),
+        0);
+
+    (void)answer(loop, activate.get());
+
+    EXPECT_STREQ(std::getenv("DESKTOP_STARTUP_ID"), "id7");
+    EXPECT_STREQ(std::getenv("XDG_ACTIVATION_TOKEN"), "token");
+    (void)unsetenv("XDG_ACTIVATION_TOKEN");
+    (void)unsetenv("DESKTOP_STARTUP_ID");
+}
+
 TEST_F(DesktopApplicationTest, IgnoresAnActivationTokenThatIsNotText)
 {
     ASSERT_EQ(application.claim(), DesktopApplication::Claim::first);

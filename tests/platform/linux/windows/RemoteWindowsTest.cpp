@@ -57,6 +57,19 @@ TEST_F(RemoteWindowsTest, HandsOverTheActivationTokenOnce)
     EXPECT_EQ(std::getenv("DESKTOP_STARTUP_ID"), nullptr);
 }
 
+TEST_F(RemoteWindowsTest, HandsOverTheStartupIdWithoutAnActivationToken)
+{
+    ASSERT_EQ(setenv("DESKTOP_STARTUP_ID", "id", 1), 0);
+    start();
+
+    ASSERT_TRUE(puppet.next());
+    const auto message = puppet.next();
+
+    ASSERT_TRUE(message);
+    EXPECT_EQ(std::get<ShowPopover>(*message).token, "id");
+    EXPECT_EQ(std::getenv("DESKTOP_STARTUP_ID"), nullptr);
+}
+
 TEST_F(RemoteWindowsTest, ReportsTheUsersActions)
 {
     open();

@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <QApplication>
+#include <QProxyStyle>
+
 namespace vorlane::platform {
 namespace {
 
@@ -44,6 +47,24 @@ TEST(AppearancePaletteTest, ReplacesQtsBuiltInGrey)
     EXPECT_EQ(windowOf(ownPalette({}, grey)), QColor(0xf6f6f7));
     EXPECT_EQ(windowOf(ownPalette({.scheme = Scheme::dark, .accent = std::nullopt}, grey)),
               QColor(0x26262a));
+}
+
+// Like Breeze, whose standard palette is the user's colour scheme.
+class DesktopStyle : public QProxyStyle {
+public:
+    DesktopStyle() : QProxyStyle("fusion") {}
+    QPalette standardPalette() const override { return lightDesktop; }
+};
+
+TEST(AppearancePaletteTest, KnowsQtsBuiltInGreyFromTheStandardPaletteOfADesktopsStyle)
+{
+    const auto grey = QApplication::style()->standardPalette();
+    QApplication::setStyle(new DesktopStyle);
+
+    EXPECT_TRUE(isBuiltIn(grey));
+    EXPECT_FALSE(isBuiltIn(QApplication::style()->standardPalette()));
+
+    QApplication::setStyle("fusion");
 }
 
 TEST(AppearancePaletteTest, HighlightsInTheUsersAccentWithContrastingText)

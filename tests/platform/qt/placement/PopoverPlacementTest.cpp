@@ -55,6 +55,23 @@ TEST(PopoverPlacementTest, IsBesideThePointerWhenNoPanelReservesSpace)
     EXPECT_EQ(position({600, 790}, screen), QPoint(430, 791 - 6 - 500));
 }
 
+TEST(PopoverPlacementTest, IsBesideThePanelWhenThePointerIsOnAMenu)
+{
+    const auto bottom = 800 - 30 - 6 - 500;
+
+    EXPECT_EQ(position({1270, 650}, screen.adjusted(0, 0, 0, -30)), QPoint(934, bottom));
+    EXPECT_EQ(position({40, 300}, screen.adjusted(0, 0, 0, -30)), QPoint(6, bottom));
+    EXPECT_EQ(position({600, 30}, screen.adjusted(48, 0, 0, 0)), QPoint(54, 6));
+}
+
+TEST(PopoverPlacementTest, IsBesideTheNearerOfTwoPanels)
+{
+    const auto area = screen.adjusted(0, 30, 0, -30);
+
+    EXPECT_EQ(position({600, 300}, area), QPoint(430, 36));
+    EXPECT_EQ(position({600, 500}, area), QPoint(430, 800 - 30 - 6 - 500));
+}
+
 TEST(PopoverPlacementTest, StaysAtThePanelWhenItsHeightChanges)
 {
     const auto bottom = screen.adjusted(0, 0, 0, -30);
