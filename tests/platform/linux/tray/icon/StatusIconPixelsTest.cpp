@@ -37,12 +37,12 @@ TEST(StatusIconPixelsTest, IsOnlyTheSymbolBelow16Pixels)
 
 TEST(StatusIconPixelsTest, IsOnlyTheSymbolWhenNoNumberIsWanted)
 {
-    auto content = sixtyPercent();
-    content.imagePosition = ImagePosition::imageOnly;
-    content.title = "";
-    content.percent.reset();
+    auto symbolOnly = sixtyPercent();
+    symbolOnly.imagePosition = ImagePosition::imageOnly;
+    symbolOnly.title = "";
+    symbolOnly.percent.reset();
 
-    EXPECT_THAT(xIconPicture(content, 22, white).lines, IsEmpty());
+    EXPECT_THAT(xIconPicture(symbolOnly, 22, white).lines, IsEmpty());
 }
 
 TEST(StatusIconPixelsTest, UsesTheTraysColourWithoutATile)
