@@ -14,13 +14,18 @@
 
 namespace {
 
-std::vector<std::string> calls;
+std::vector<std::string>* calls = nullptr;  // null while other tests run
 
-// "content" for a file, "folder" for a folder.
-const char* kindOf(int file)
+void note(const std::string& call)
 {
-    return std::filesystem::is_directory("/proc/self/fd/" + std::to_string(file)) ? "folder"
-                                                                                  : "content";
+    if (calls) calls->push_back(call);
+}
+
+void noteSync(int file)
+{
+    if (!calls) return;
+    const bool isFolder = std::filesystem::is_directory("/proc/self/fd/" + std::to_string(file));
+    note(isFolder ? "sync folder" : "sync content");
 }
 
 }  // namespace
@@ -29,19 +34,19 @@ extern "C" {
 
 int fdatasync(int file)
 {
-    calls.push_back(std::string("sync ") + kindOf(file));
+    noteSync(file);
     return static_cast<int>(syscall(SYS_fdatasync, file));
 }
 
 int fsync(int file)
 {
-    calls.push_back(std::string("sync ") + kindOf(file));
+    noteSync(file);
     return static_cast<int>(syscall(SYS_fsync, file));
 }
 
 int rename(const char* from, const char* to) noexcept
 {
-    calls.emplace_back("rename");
+    note("rename");
     return static_cast<int>(syscall(SYS_renameat, AT_FDCWD, from, AT_FDCWD, to));
 }
 }
@@ -54,11 +59,14 @@ using testing::ElementsAre;
 TEST(DurabilityTest, WritesTheContentToTheDiskBeforeTheNameAndThenTheFolder)
 {
     const TemporaryFolder folder;
-    calls.clear();
+    std::vector<std::string> seen;
 
-    ASSERT_TRUE(replaceFile(folder.path() / "settings.toml", "limit = 80\n"));
+    calls = &seen;
+    const auto saved = replaceFile(folder.path() / "settings.toml", "limit = 80\n");
+    calls = nullptr;
 
-    EXPECT_THAT(calls, ElementsAre("sync content", "rename", "sync folder"));
+    EXPECT_TRUE(saved);
+    EXPECT_THAT(seen, ElementsAre("sync content", "rename", "sync folder"));
 }
 
 }  // namespace
