@@ -38,6 +38,11 @@ bool isComposited()
     return x && hasOwner(x, atom(x, "_NET_WM_CM_S0"));
 }
 
+bool canGrabPointer()
+{
+    return !isOnWayland();
+}
+
 void declareShadow(QWindow& window, int margin)
 {
     // No mask under sway, which would ignore a press outside the mask instead of passing it on.

@@ -9,6 +9,9 @@ namespace vorlane::platform {
 // a compositing manager runs.
 bool isComposited();
 
+// Whether an open popup receives the presses outside of it: not on Wayland.
+bool canGrabPointer();
+
 // Declares the outermost `margin` of the window as its shadow. On X11 no second shadow is then
 // added. On Wayland, except under sway, a press on the margin goes to the window behind. Call
 // it at each new size.

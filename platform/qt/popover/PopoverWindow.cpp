@@ -23,23 +23,19 @@ constexpr const char* title = "Vorlane";
 constexpr int border = 1;
 constexpr auto reopenDelay = 150ms;
 
-bool canGrabPointer()
+Qt::WindowFlags flags(bool grabsPointer)
 {
-    return !QGuiApplication::platformName().startsWith("wayland");
-}
-
-Qt::WindowFlags flags()
-{
-    return (canGrabPointer() ? Qt::Popup : Qt::Window) | Qt::FramelessWindowHint;
+    return (grabsPointer ? Qt::Popup : Qt::Window) | Qt::FramelessWindowHint;
 }
 
 }  // namespace
 
 PopoverWindow::PopoverWindow(QWidget* content, ClosedByUser closedByUser,
-                             std::function<bool()> composited)
-    : QWidget(nullptr, flags()),
+                             std::function<bool()> composited, bool grabsPointer)
+    : QWidget(nullptr, flags(grabsPointer)),
       closedByUser_(std::move(closedByUser)),
       composited_(std::move(composited)),
+      grabsPointer_(grabsPointer),
       pane(new ScrollPane(content)),
       layer(LayerShell::find()),
       sway(title, layer || canGrabPointer() ? std::nullopt : SwayIpc::find())
@@ -95,7 +91,7 @@ void PopoverWindow::openAt(QPoint pointer)
     }
     // Some Wayland compositors ignore an open window's request for focus, so it is shown as a new
     // window, which gets the focus and appears on the current workspace.
-    if (!canGrabPointer() && !isActiveWindow()) hide();
+    if (!grabsPointer_ && !isActiveWindow()) hide();
     if (!isVisible() && layer) return layer->cover();
     showAt(pointer);
 }
@@ -126,7 +122,7 @@ void PopoverWindow::dismiss()
 // that was opened in the meantime.
 bool PopoverWindow::isResting() const
 {
-    return canGrabPointer() && resting.isActive();
+    return grabsPointer_ && resting.isActive();
 }
 
 void PopoverWindow::fit()
@@ -137,7 +133,7 @@ void PopoverWindow::fit()
 void PopoverWindow::changeEvent(QEvent* event)
 {
     QWidget::changeEvent(event);
-    if (event->type() != QEvent::ActivationChange || canGrabPointer()) return;
+    if (event->type() != QEvent::ActivationChange || grabsPointer_) return;
     if (isActiveWindow()) {
         leaving.stop();
     } else if (isVisible()) {
@@ -167,7 +163,7 @@ bool PopoverWindow::eventFilter(QObject* watched, QEvent* event)
     if (type == QEvent::WindowActivate || type == QEvent::MouseButtonPress) {
         const auto* const widget = qobject_cast<QWidget*>(watched);
         const bool elsewhere = widget && widget->window() != this;
-        if (elsewhere && isVisible() && !canGrabPointer()) leaving.start();
+        if (elsewhere && isVisible() && !grabsPointer_) leaving.start();
     }
     return QWidget::eventFilter(watched, event);
 }
@@ -221,7 +217,7 @@ void PopoverWindow::place()
     const PopoverPlacement placement{
         .pointer = pointer_, .screen = screen->geometry(), .workArea = screen->availableGeometry()};
     // A Wayland compositor fits the whole window to the screen.
-    const int inside = border + (canGrabPointer() ? 0 : frame.margin());
+    const int inside = border + (grabsPointer_ ? 0 : frame.margin());
     pane->setHeightLimit(placement.maximumHeight() - 2 * inside);
     layout()->activate();
     const QPoint shadow(frame.margin(), frame.margin());

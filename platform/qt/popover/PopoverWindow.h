@@ -29,7 +29,8 @@ public:
     // Takes ownership of `content`. `closedByUser` is not called for `dismiss`. `composited` is
     // called at each opening, because a compositor may have come or gone.
     PopoverWindow(QWidget* content, ClosedByUser closedByUser,
-                  std::function<bool()> composited = isComposited);
+                  std::function<bool()> composited = isComposited,
+                  bool grabsPointer = canGrabPointer());
 
     // Opens beside the panel at the pointer's position, or raises the open window, and gives it the
     // keyboard focus. Right after it was closed, opens with a short delay.
@@ -59,6 +60,7 @@ private:
 
     ClosedByUser closedByUser_;
     std::function<bool()> composited_;
+    bool grabsPointer_;
     PopoverFrame frame;
     ScrollPane* pane;
     QTimer resting;                     // runs for a moment after closing

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QScreen>
 #include <QTest>
 #include <QWidget>
 #include <optional>
@@ -138,6 +139,23 @@ TEST_F(PopoverWindowTest, GrowsAndShrinksInPlace)
 
     EXPECT_GT(full.height(), before.height());
     EXPECT_TRUE(window()->screen()->availableGeometry().contains(full));
+    EXPECT_EQ(window()->geometry(), before);
+}
+
+TEST_F(PopoverWindowTest, GrowsUpwardsFromABottomPanel)
+{
+    show(content);
+    const auto screen = QGuiApplication::primaryScreen()->geometry();
+    popover.openAt({screen.center().x(), screen.bottom()});
+    QCoreApplication::processEvents();
+    const auto before = window()->geometry();
+
+    show(charging());
+    const auto full = window()->geometry();
+    show(content);
+
+    EXPECT_GT(full.height(), before.height());
+    EXPECT_EQ(full.bottom(), before.bottom());
     EXPECT_EQ(window()->geometry(), before);
 }
 

@@ -37,6 +37,16 @@ protected:
         return ordered;
     }
 
+    // The colour of the label whose text begins so.
+    QColor colorOf(const QString& beginning) const
+    {
+        for (const auto* label : form.findChildren<QLabel*>()) {
+            if (label->text().startsWith(beginning))
+                return label->palette().color(QPalette::WindowText);
+        }
+        return {};
+    }
+
     QScrollBar& bar() const { return *form.verticalScrollBar(); }
 };
 
@@ -82,18 +92,25 @@ TEST_F(SettingsFormTest, ShowsNotesInTheirColours)
     const auto theme = Theme::of(form.palette(), form.font(), std::nullopt);
     show(sampleTroubledSettings());
 
-    for (const auto* label : form.findChildren<QLabel*>()) {
-        const auto color = label->palette().color(QPalette::WindowText);
-        if (label->text().startsWith("Could not")) {
-            EXPECT_EQ(color, theme.red);
-        }
-        if (label->text().startsWith("Reminders")) {
-            EXPECT_EQ(color, theme.orange);
-        }
-        if (label->text().startsWith("The laptop's")) {
-            EXPECT_EQ(color, theme.secondary);
-        }
-    }
+    EXPECT_EQ(colorOf("Could not"), theme.red);
+    EXPECT_EQ(colorOf("Reminders"), theme.orange);
+    EXPECT_EQ(colorOf("The laptop's"), theme.secondary);
+}
+
+TEST_F(SettingsFormTest, RecoloursItsNotesWithTheTheme)
+{
+    show(sampleTroubledSettings());
+    QPalette dark;
+    dark.setColor(QPalette::Window, Qt::black);
+    dark.setColor(QPalette::WindowText, Qt::white);
+    const auto theme = Theme::of(dark, form.font(), std::nullopt);
+    ASSERT_NE(colorOf("Could not"), theme.red);
+
+    form.setTheme(theme);
+
+    EXPECT_EQ(colorOf("Could not"), theme.red);
+    EXPECT_EQ(colorOf("Reminders"), theme.orange);
+    EXPECT_EQ(colorOf("The laptop's"), theme.secondary);
 }
 
 TEST_F(SettingsFormTest, KeepsShowingTheValuesOfDisabledControls)

@@ -1,4 +1,5 @@
 #include <QComboBox>
+#include <QStyle>
 #include <limits>
 
 #include "platform/qt/controls/StepControl.h"
@@ -27,6 +28,20 @@ protected:
         auto content = sampleSettings();
         std::get<StepperRow>(content.sections[0].rows[1]).value = value;
         show(content);
+    }
+
+    // Presses until the step has been repeated.
+    void holdPlus()
+    {
+        QTest::mousePress(limit(), Qt::LeftButton, {}, plus(limit()));
+        ASSERT_TRUE(QTest::qWaitFor([&] { return intents.size() >= 2; }));
+    }
+
+    void expectNoMoreSteps()
+    {
+        intents.clear();
+        const int rate = limit()->style()->styleHint(QStyle::SH_SpinBox_ClickAutoRepeatRate);
+        EXPECT_FALSE(QTest::qWaitFor([&] { return !intents.empty(); }, 3 * rate));
     }
 
     static QPoint minus(const QWidget* stepper)
@@ -118,6 +133,34 @@ TEST_F(SettingsIntentsTest, RepeatsStepsWhileAButtonIsHeld)
     EXPECT_EQ(intents[0], "limit 81");
     EXPECT_EQ(intents[1], "limit 82");
     EXPECT_EQ(intents[2], "limit 83");
+}
+
+TEST_F(SettingsIntentsTest, StopsRepeatingWhenTheButtonIsReleased)
+{
+    holdPlus();
+
+    QTest::mouseRelease(limit(), Qt::LeftButton, {}, plus(limit()));
+
+    expectNoMoreSteps();
+}
+
+TEST_F(SettingsIntentsTest, StopsRepeatingWhenThePointerLeavesTheButton)
+{
+    holdPlus();
+
+    QTest::mouseMove(limit(), minus(limit()));
+
+    expectNoMoreSteps();
+}
+
+TEST_F(SettingsIntentsTest, StopsRepeatingWhenItLosesTheFocus)
+{
+    limit()->setFocus();
+    holdPlus();
+
+    control("Charge limit")->setFocus();
+
+    expectNoMoreSteps();
 }
 
 TEST_F(SettingsIntentsTest, StopsAtTheEndsOfTheRange)
