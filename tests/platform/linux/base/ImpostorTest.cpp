@@ -94,7 +94,7 @@ TEST_F(NotificationImpostorTest, IsIgnoredAfterItLostTheNameToAnotherServer)
     ASSERT_EQ(next.lastId, server.lastId);
 
     server.invoke(server.lastId, "SNOOZE");
-    ping(former.get());
+    roundTrip(loop, former.get());
     settle();
 
     EXPECT_THAT(receiver->actions, IsEmpty());

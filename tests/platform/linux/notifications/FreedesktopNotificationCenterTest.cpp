@@ -173,7 +173,7 @@ TEST_F(FreedesktopNotificationCenterTest, IgnoresActionsOfOthersAndMalformedSign
     ASSERT_GE(sd_bus_emit_signal(stranger.get(), "/org/freedesktop/Notifications", service,
                                  "ActionInvoked", "us", 1U, "SNOOZE"),
               0);
-    ping(stranger.get());
+    roundTrip(loop, stranger.get());
     settle();
 
     EXPECT_THAT(receiver->actions, IsEmpty());

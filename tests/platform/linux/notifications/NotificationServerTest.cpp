@@ -3,10 +3,12 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <filesystem>
 #include <memory>
 
 #include "tests/platform/linux/notifications/FakeNotificationServer.h"
 #include "tests/platform/linux/support/PrivateBus.h"
+#include "tests/platform/linux/support/TemporaryFolder.h"
 
 namespace vorlane::platform {
 namespace {
@@ -154,6 +156,48 @@ TEST_F(NotificationServerTest, RequestsTheCapabilitiesAgainFromTheNextServer)
     ASSERT_TRUE(runUntil(loop, [&] { return readies > 0; }));
     EXPECT_TRUE(server->capabilities()->actions);
     EXPECT_EQ(readies, 1);
+}
+
+TEST_F(NotificationServerTest, ForgetsTheCapabilitiesOfAServerThatIsGone)
+{
+    fake.start();
+    const auto server = open();
+    server->prepare();
+    ASSERT_TRUE(runUntil(loop, [&] { return server->capabilities().has_value(); }));
+
+    fake.stop();
+    ASSERT_TRUE(runUntil(loop, [&] { return !server->available(); }));
+    EXPECT_EQ(server->capabilities(), std::nullopt);
+    fake.capabilities = {"body"};
+    fake.start();
+    ASSERT_TRUE(runUntil(loop, [&] { return server->available(); }));
+    server->prepare();
+
+    ASSERT_TRUE(runUntil(loop, [&] { return readies == 2; }));
+    EXPECT_FALSE(server->capabilities()->actions);
+}
+
+TEST_F(NotificationServerTest, StartsTheServerAgainAfterItFailedToStart)
+{
+    const TemporaryFolder folder;
+    const auto record = folder.path() / "starts";
+    const auto command = "/bin/sh -c \"echo >> '" + record.string() + "'; exit 1\"";
+    const PrivateBus other(std::vector{PrivateBus::Service{service, command}});
+    session = other.connect(loop);
+    const auto server = open();
+
+    const auto starts = [&] {
+        std::error_code missing;
+        const auto size = std::filesystem::file_size(record, missing);
+        return missing ? 0 : size;
+    };
+
+    // The first start has failed once a later request starts the server again.
+    EXPECT_TRUE(runUntil(loop, [&] {
+        server->prepare();
+        return starts() >= 2;
+    }));
+    EXPECT_EQ(readies, 0);
 }
 
 TEST_F(NotificationServerTest, IsNotReadyWhenTheServerFailsToStart)

@@ -79,6 +79,21 @@ TEST(TwoBatteriesTest, HaveNoTimeWhenOneRateIsUnknown)
     EXPECT_EQ(read({silent, second()}).minutesToEmpty, std::nullopt);
 }
 
+TEST(TwoBatteriesTest, IgnoreTheRateOfTheIdleOne)
+{
+    for (const char* const rate : {"0", "?", "9000000"}) {
+        EXPECT_EQ(read({first({{"POWER_NOW", rate}}), second()}).minutesToEmpty, 218) << rate;
+    }
+}
+
+TEST(TwoBatteriesTest, SumTheirRatesWhenOneOfThemIsZero)
+{
+    const auto resting = first({{"STATUS", "Discharging"}, {"POWER_NOW", "0"}});
+
+    EXPECT_EQ(read({resting, second()}).minutesToEmpty, 218);
+    EXPECT_EQ(read({second(), resting}).minutesToEmpty, 218);
+}
+
 TEST(TwoBatteriesTest, FillWithTheSumOfTheirRates)
 {
     const auto machine = read({first({{"STATUS", "Charging"},

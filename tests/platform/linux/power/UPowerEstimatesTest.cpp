@@ -342,6 +342,24 @@ TEST_F(UPowerEstimatesTest, DoesNotReportATimeThatMerelyRunsDown)
     EXPECT_EQ(toEmpty(), 60);
 }
 
+TEST_F(UPowerEstimatesTest, UsesTheNextConnectionOnceItsBusIsLost)
+{
+    startDischarging(7200);
+    waitForMinutesToEmpty(120);
+    bus.end();
+    estimates.connect(nullptr);
+    EXPECT_EQ(toEmpty(), std::nullopt);
+    bus.begin();
+    startDischarging(3600);
+
+    connection = bus.connect(loop);
+    estimates.connect(connection.get());
+
+    waitForMinutesToEmpty(60);
+    upower->say({{"TimeToEmpty", 'x', 1800}});
+    waitForMinutesToEmpty(30);
+}
+
 TEST_F(UPowerEstimatesTest, SurvivesTheEndOfTheBus)
 {
     startDischarging(7200);

@@ -114,6 +114,44 @@ TEST(LogindWorkspaceAloneTest, WorksWithoutALoginManager)
     EXPECT_TRUE(workspace.observeWillSleep([] {}));
 }
 
+TEST(LogindWorkspaceAloneTest, DelaysAndNoticesSleepOnceALoginManagerAppears)
+{
+    SdEventRunLoop loop;
+    const PrivateBus bus;
+    const auto system = bus.connect(loop);
+    LogindWorkspace workspace(system.get());
+    bool isAsleep = false;
+    const auto asleep = workspace.observeWillSleep([&] { isAsleep = true; });
+    roundTrip(loop, system.get());  // the bus has refused the first request for a lock
+
+    FakeLogind logind(bus, loop);
+    ASSERT_TRUE(runUntil(loop, [&] { return logind.isLockHeld(); }));
+    logind.prepareForSleep(true);
+
+    EXPECT_TRUE(runUntil(loop, [&] { return isAsleep && !logind.isLockHeld(); }));
+}
+
+TEST(LogindWorkspaceAloneTest, UsesTheNextConnectionOnceItsBusIsLost)
+{
+    SdEventRunLoop loop;
+    PrivateBus bus;
+    auto system = bus.connect(loop);
+    LogindWorkspace workspace(system.get());
+    bool isAsleep = false;
+    const auto asleep = workspace.observeWillSleep([&] { isAsleep = true; });
+    bus.end();
+    workspace.connect(nullptr);
+    bus.begin();
+    FakeLogind logind(bus, loop);
+
+    system = bus.connect(loop);
+    workspace.connect(system.get());
+    ASSERT_TRUE(runUntil(loop, [&] { return logind.isLockHeld(); }));
+    logind.prepareForSleep(true);
+
+    EXPECT_TRUE(runUntil(loop, [&] { return isAsleep && !logind.isLockHeld(); }));
+}
+
 TEST(LogindWorkspaceAloneTest, WorksWithoutASystemBus)
 {
     LogindWorkspace workspace(nullptr);

@@ -14,8 +14,8 @@ public:
     Impostor(const PrivateBus& bus, const SdEventRunLoop& loop, sd_bus* victim)
         : loop_(loop), victim_(victim), connection(bus.connect(loop))
     {
-        ping(victim_);  // a connection has a unique name once it was answered
-        ping(connection.get());
+        roundTrip(loop_, victim_);  // a connection has a unique name once it was answered
+        roundTrip(loop_, connection.get());
         (void)sd_bus_get_unique_name(victim_, &victimName);
         (void)sd_bus_get_unique_name(connection.get(), &name_);
     }
@@ -53,21 +53,12 @@ public:
     void settle() const
     {
         for (int round = 0; round < 3; ++round) {
-            ping(connection.get());
-            ping(victim_);
+            roundTrip(loop_, connection.get());
+            roundTrip(loop_, victim_);
         }
     }
 
 private:
-    void ping(sd_bus* end) const
-    {
-        const auto call = owned<MessagePointer>([&](sd_bus_message** message) {
-            return sd_bus_message_new_method_call(end, message, "org.freedesktop.DBus", "/",
-                                                  "org.freedesktop.DBus.Peer", "Ping");
-        });
-        EXPECT_TRUE(answer(loop_, call.get()));
-    }
-
     const SdEventRunLoop& loop_;
     sd_bus* victim_;
     BusPointer connection;

@@ -128,6 +128,16 @@ bool runUntil(const SdEventRunLoop& loop, const std::function<bool()>& condition
     return true;
 }
 
+void roundTrip(const SdEventRunLoop& loop, sd_bus* connection)
+{
+    const auto call = owned<MessagePointer>([&](sd_bus_message** message) {
+        return sd_bus_message_new_method_call(connection, message, "org.freedesktop.DBus",
+                                              "/org/freedesktop/DBus", "org.freedesktop.DBus",
+                                              "GetId");
+    });
+    EXPECT_TRUE(answer(loop, call.get()));
+}
+
 MessagePointer answer(const SdEventRunLoop& loop, sd_bus_message* call)
 {
     struct Waiting {

@@ -57,6 +57,9 @@ private:
 // Runs the loop until the condition holds. Returns false and fails the test after twenty seconds.
 bool runUntil(const SdEventRunLoop& loop, const std::function<bool()>& condition);
 
+// Runs the loop until the bus has answered everything that was sent over the connection so far.
+void roundTrip(const SdEventRunLoop& loop, sd_bus* connection);
+
 // Sends a call and runs the loop until it is answered. Needed when the loop serves both ends of the
 // call, where a blocking call would never return.
 MessagePointer answer(const SdEventRunLoop& loop, sd_bus_message* call);
