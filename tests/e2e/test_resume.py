@@ -31,6 +31,67 @@ def test_unplugging_a_second_after_the_wake_triggers_a_reminder(laptop, vorlane,
     assert notifications.titles() == ['Low battery']
 
 
+def wait_until_the_wake_is_noticed(laptop):
+    wait_until(lambda: 'Vorlane' in laptop.logind.sleep_delays(), 'the wake to be noticed', look_every=0.02)
+
+
+def test_a_cable_moved_before_and_after_a_short_sleep_is_no_loose_contact(laptop, vorlane, item):
+    vorlane.start()
+    laptop.plug_in()
+    item.wait_for_icon('battery.100.bolt')
+    sleep_and_wake(laptop)
+    wait_until_the_wake_is_noticed(laptop)
+
+    laptop.unplug(59)
+
+    item.wait_for_label('59%')
+    assert item.icon == 'vorlane-battery-50-symbolic'
+
+
+def test_a_cable_pulled_during_a_short_sleep_is_not_announced(
+        laptop, vorlane, dunst, notifications, item, clock):
+    laptop.unplug(15)
+    vorlane.start(clock)
+    laptop.plug_in()
+    item.wait_for_icon('battery.100.bolt')
+    with asleep(laptop):
+        laptop.unplug(announce=False)
+    wait_until_the_wake_is_noticed(laptop)
+
+    vorlane.advance(3.5)
+    item.wait_for_icon('battery.25')
+    vorlane.advance(300)
+
+    assert notifications.titles() == []
+
+
+def test_conditions_that_appear_while_falling_asleep_or_waking_up_are_not_announced(
+        laptop, vorlane, dunst, notifications, item, clock):
+    laptop.unplug(25)
+    vorlane.start(clock)
+    with asleep(laptop):
+        laptop.charge_to(20)
+        item.wait_for_label('20%')
+    wait_until_the_wake_is_noticed(laptop)
+
+    laptop.charge_to(15)
+    item.wait_for_label('15%')
+    vorlane.advance(3.5)
+    vorlane.advance(300)
+
+    assert notifications.titles() == []
+
+
+def test_the_item_registers_again_after_the_wake(laptop, vorlane, item):
+    vorlane.start()
+    vorlane.settle()
+    before = item.registrations()
+
+    sleep_and_wake(laptop)
+
+    wait_until(lambda: item.registrations() > before, 'another registration')
+
+
 def test_a_click_right_after_the_wake_does_not_announce_conditions_from_the_sleep(
         laptop, vorlane, dunst, notifications, item, clock):
     laptop.plug_in(15)
@@ -38,7 +99,7 @@ def test_a_click_right_after_the_wake_does_not_announce_conditions_from_the_slee
     with asleep(laptop):
         laptop.unplug(announce=False)
     # The click arrives on a different bus from the wake signal and must not overtake it.
-    wait_until(lambda: 'Vorlane' in laptop.logind.sleep_delays(), 'the wake to be noticed', look_every=0.02)
+    wait_until_the_wake_is_noticed(laptop)
 
     item.activate()
     item.wait_for_icon('battery.25')

@@ -1,6 +1,7 @@
 """Services that are late, absent, frozen or killed, and the machine's sleep."""
 import socket
 
+from laptop.upower import FixedUPower
 from laptop.waiting import wait_until
 from test_reminders import LIMIT, LOW
 
@@ -141,6 +142,41 @@ def test_without_upower_the_time_comes_from_energy_and_rate(laptop, vorlane, ite
 
     item.wait_for_label('60% · 3:00')
     assert item.tooltip == 'On battery, 3 h left'
+
+
+def test_the_time_comes_from_upower(laptop, vorlane, item, clock):
+    laptop.upower.kill()
+    vorlane.start(clock)
+    item.wait_for_tooltip('On battery, 3 h left')
+
+    upower = FixedUPower(laptop.machine, laptop.system_bus, seconds=7200)
+    item.wait_for_tooltip('On battery, 2 h left')
+
+    upower.freeze()
+    clock.move(310)
+    laptop.testbed.change('BAT0', cycle_count=124)
+    item.wait_for_tooltip('On battery, 3 h left')
+    upower.thaw()
+
+
+def test_upower_on_a_system_bus_that_came_back_is_used(laptop, vorlane, item):
+    vorlane.start()
+    laptop.system_bus.close()
+    laptop.system_bus.open()
+
+    FixedUPower(laptop.machine, laptop.system_bus, seconds=7200)
+
+    item.wait_for_tooltip('On battery, 2 h left')
+
+
+def test_a_login_manager_that_comes_late_is_used(laptop, vorlane, item):
+    laptop.system_bus.close()
+    laptop.system_bus.open()
+    vorlane.start()
+
+    laptop.start_logind()
+
+    wait_until(lambda: 'Vorlane' in laptop.logind.sleep_delays(), 'sleep to be delayed', look_every=0.02)
 
 
 def test_sleep_is_delayed_until_the_history_is_saved(laptop, vorlane, item):

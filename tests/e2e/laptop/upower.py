@@ -2,7 +2,28 @@
 import os
 import signal
 
+import dbus
+
 NAME = 'org.freedesktop.UPower'
+DISPLAY_DEVICE = '/org/freedesktop/UPower/devices/DisplayDevice'
+
+
+class FixedUPower:
+    """A stand-in that always gives the same time to empty."""
+
+    def __init__(self, machine, bus, seconds):
+        self._process = machine.start('fixed-upower', ['/usr/bin/python3', '-m', 'dbusmock', '--system', NAME,
+                                                       DISPLAY_DEVICE, NAME + '.Device'])
+        bus.wait_for(NAME, self._process)
+        values = {'State': dbus.UInt32(2), 'TimeToEmpty': dbus.Int64(seconds)}
+        for method in ('AddProperties', 'UpdateProperties'):  # only the latter sends a signal
+            bus.call(NAME, DISPLAY_DEVICE, 'org.freedesktop.DBus.Mock', method, 'sa{sv}', NAME + '.Device', values)
+
+    def freeze(self):
+        self._process.signal(signal.SIGSTOP)
+
+    def thaw(self):
+        self._process.signal(signal.SIGCONT)
 
 
 class UPower:
