@@ -82,6 +82,34 @@ TEST_F(AppModelResumeTest, AcceptsAnEmptyBatteryAfterHalfAMinute)
     EXPECT_EQ(model->pluggedSince.get(), std::nullopt);
 }
 
+TEST_F(AppModelResumeTest, CountsTheHalfMinuteFromTheWake)
+{
+    machine.wake();
+    machine.workspace.willSleep();
+    machine.advance(10s);  // before the sleep begins
+    machine.workspace.didWake();
+    machine.removeBattery();
+
+    machine.advance(29s);
+    EXPECT_TRUE(model->state.get().hasBattery);
+    machine.advance(1s);
+    EXPECT_FALSE(model->state.get().hasBattery);
+}
+
+TEST_F(AppModelResumeTest, AcceptsAnEmptyBatteryThatWasEmptyBefore)
+{
+    machine.wake();
+    machine.advance(30s);
+    machine.unplug();
+    machine.charge(0);
+    machine.sleep();
+    machine.wake();
+
+    machine.plugIn();
+
+    EXPECT_EQ(model->pluggedSince.get(), machine.clock.now());
+}
+
 TEST_F(AppModelResumeTest, PrimesWithTheFirstAcceptedReading)
 {
     machine.unplug();
