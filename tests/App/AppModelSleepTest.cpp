@@ -93,7 +93,7 @@ TEST_F(AppModelSleepTest, RemindsAfterQuietHoursOfAPlugChangeAfterTheWake)
     beginSleep();
     set("quietEnabled", true);
     set("quietStart", std::int64_t{0});
-    set("quietEnd", std::int64_t{12 * 60});
+    set("quietEnd", std::int64_t{720});
     machine.wake();
     machine.unplug();
     machine.advance(10s);

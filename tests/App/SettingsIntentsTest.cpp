@@ -187,7 +187,7 @@ TEST_F(SettingsIntentsTest, ClampsTimesToTheDay)
 {
     intents.setTime("quietStart", {.hour = std::numeric_limits<std::int64_t>::max(), .minute = -1});
 
-    EXPECT_EQ(stored("quietStart"), whole(23 * 60));
+    EXPECT_EQ(stored("quietStart"), whole(1380));
 }
 
 TEST_F(SettingsIntentsTest, PlaysAChosenSoundOnce)

@@ -50,7 +50,7 @@ constexpr const char* bolt = "<path fill='currentColor' d='M12 0L7 4.7h2.4L8 8l5
 
 std::string batteryOf(int quarters)
 {
-    const std::string battery = std::string(outline) + knob;
+    std::string battery = std::string(outline) + knob;
     if (quarters == 0) return battery;
     return battery + "<rect fill='currentColor' x='3' y='2' width='" +
            std::to_string(14 * quarters / 4) + "' height='4' rx='.8'/>";

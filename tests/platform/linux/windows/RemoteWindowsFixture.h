@@ -64,7 +64,7 @@ protected:
                          .patience = patience})
     {}
 
-    ~RemoteWindowsFixture() override
+    void TearDown() override
     {
         (void)unsetenv("XDG_ACTIVATION_TOKEN");
         (void)unsetenv("DESKTOP_STARTUP_ID");
