@@ -85,11 +85,11 @@ def test_conditions_that_appear_while_falling_asleep_or_waking_up_are_not_announ
 def test_the_item_registers_again_after_the_wake(laptop, vorlane, item):
     vorlane.start()
     vorlane.settle()
-    before = item.registrations()
+    before = item.registration_calls()
 
     sleep_and_wake(laptop)
 
-    wait_until(lambda: item.registrations() > before, 'another registration')
+    wait_until(lambda: item.registration_calls() > before, 'another registration')
 
 
 def test_a_click_right_after_the_wake_does_not_announce_conditions_from_the_sleep(

@@ -65,7 +65,7 @@ class StatusItem:
     def wait_for_tooltip(self, text):
         wait_until(lambda: self.tooltip == text, lambda: f'the tooltip {text!r}; it is {self.tooltip!r}')
 
-    def registrations(self):
+    def registration_calls(self):
         """How often the program has registered an item with the watcher."""
         self._monitor.catch_up()
         return sum(seen.kind == 'call' and seen.member == 'RegisterStatusNotifierItem'
