@@ -100,7 +100,7 @@ def test_every_stepper_stays_within_its_range(desktop, window):
         press(desktop, control, 'Down', 'Page_Down', 'minus')
         press(desktop, control, 'Up')
         desktop.vorlane.wait_for_setting(key, least + 1)
-        assert window.find(title.format(least + 1), 'spin box').value == least + 1
+        assert window.wait_for(title.format(least + 1), 'spin box').value == least + 1
 
 
 def test_every_picker_writes_its_sound(desktop, window):
