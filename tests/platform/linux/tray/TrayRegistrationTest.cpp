@@ -44,6 +44,12 @@ protected:
         return runUntil(busLoop, [&] { return watcher.items.size() >= times; });
     }
 
+    // Waits until the last report says that there is no watcher.
+    bool runUntilGone()
+    {
+        return runUntil(busLoop, [&] { return !reports.empty() && !reports.back(); });
+    }
+
     // Waits until all messages sent so far have arrived, in both directions.
     void settle()
     {
@@ -141,6 +147,7 @@ TEST_F(TrayRegistrationTest, RegistersOnceAfterAWatcherDiedBeforeItAnswered)
 
     first.reset();
     connection.reset();
+    ASSERT_TRUE(runUntilGone());
     watcher.appear();
     settle();
     runLoop.advance(Seconds{3600});
@@ -317,10 +324,8 @@ TEST_F(TrayRegistrationTest, ReportsNoWatcherWhenItDiedBeforeItAnswered)
 
     first.reset();
     connection.reset();
-    settle();
 
-    ASSERT_FALSE(reports.empty());
-    EXPECT_FALSE(reports.back());
+    EXPECT_TRUE(runUntilGone());
 }
 
 TEST_F(TrayRegistrationTest, SurvivesTheEndOfTheBus)
