@@ -18,7 +18,6 @@ TEST(SampleJsonRoundTripTest, ReadsBackExtremeValues)
 {
     constexpr auto most = std::numeric_limits<std::int64_t>::max();
     constexpr auto least = std::numeric_limits<std::int64_t>::min();
-    constexpr double twoTo63 = 9223372036854775808.0;
     std::vector<Sample> samples;
     for (const double t : {0.0,
                            0.1,
@@ -27,9 +26,9 @@ TEST(SampleJsonRoundTripTest, ReadsBackExtremeValues)
                            1e15,
                            1e16,
                            1e17,
-                           twoTo63,
-                           -twoTo63,
-                           2 * twoTo63,
+                           0x1p63,
+                           -0x1p63,
+                           0x1p64,
                            1e19,
                            1e20,
                            1.2345678901234567e20,
