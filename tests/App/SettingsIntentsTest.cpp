@@ -1,9 +1,9 @@
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
+#include <cstdint>
 #include <limits>
+#include <string>
 
-#include "App/SampleJson.h"
 #include "tests/App/SettingsViewFixture.h"
 
 namespace vorlane {
@@ -12,7 +12,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-// What the settings window's intents do.
+// What the controls of the settings window store and play.
 class SettingsIntentsTest : public SettingsViewFixture {
 protected:
     // Returns the number stored after the stepper sent `value`.
@@ -23,24 +23,6 @@ protected:
     }
 
     static DefaultsValue whole(std::int64_t value) { return value; }
-
-    // A new machine, whose user has not yet decided about notifications.
-    void decideNothing()
-    {
-        machine.notifications.status = AuthorizationStatus::notDetermined;
-        for (const auto* const key : alertToggles) machine.defaults.set(key, false);
-    }
-
-    void toggle(const std::string& key, bool value)
-    {
-        intents.setToggle(key, value);
-        machine.runLoop.settle();
-    }
-
-    static constexpr std::array alertToggles{"limitEnabled", "lowEnabled", "longEnabled",
-                                             "healthEnabled"};
-
-    SettingsIntents intents = view->intents();
 };
 
 TEST_F(SettingsIntentsTest, StoresEachToggle)
@@ -53,83 +35,6 @@ TEST_F(SettingsIntentsTest, StoresEachToggle)
             EXPECT_EQ(row<ToggleRow>(key).value, value) << key;
         }
     }
-}
-
-TEST_F(SettingsIntentsTest, AsksForPermissionWhenAnAlertIsTurnedOn)
-{
-    for (const auto* const key : alertToggles) {
-        decideNothing();
-
-        toggle(key, true);
-
-        ASSERT_TRUE(machine.alertPanel.open) << key;
-        EXPECT_EQ(machine.alertPanel.open->message, "Allow notifications?");
-        ASSERT_TRUE(machine.alertPanel.press("Not Now"));
-    }
-    EXPECT_THAT(machine.notifications.prompts, IsEmpty());
-}
-
-TEST_F(SettingsIntentsTest, RequestsAuthorizationAfterTheExplanation)
-{
-    decideNothing();
-    toggle("lowEnabled", true);
-
-    ASSERT_TRUE(machine.alertPanel.press("Continue"));
-
-    EXPECT_THAT(machine.notifications.prompts,
-                ElementsAre(AuthorizationOptions{.alert = true, .sound = true, .badge = false}));
-}
-
-TEST_F(SettingsIntentsTest, DoesNotAskWhenAnAlertIsTurnedOff)
-{
-    decideNothing();
-    machine.defaults.set("lowEnabled", true);
-
-    toggle("lowEnabled", false);
-
-    EXPECT_EQ(machine.alertPanel.open, std::nullopt);
-    EXPECT_EQ(stored("lowEnabled"), DefaultsValue{false});
-}
-
-TEST_F(SettingsIntentsTest, DoesNotAskWhenAnAlertIsAlreadyOn)
-{
-    decideNothing();
-    machine.defaults.set("lowEnabled", true);
-
-    toggle("lowEnabled", true);
-
-    EXPECT_EQ(machine.alertPanel.open, std::nullopt);
-}
-
-TEST_F(SettingsIntentsTest, DoesNotAskForOtherToggles)
-{
-    decideNothing();
-    for (const auto* const key : {"repeatReminder", "quietEnabled", "showPercent", "showTime"}) {
-        machine.defaults.set(key, false);
-        toggle(key, true);
-        EXPECT_EQ(machine.alertPanel.open, std::nullopt) << key;
-    }
-}
-
-TEST_F(SettingsIntentsTest, DoesNotAskOnceTheUserHasDecided)
-{
-    for (const auto status : {AuthorizationStatus::authorized, AuthorizationStatus::denied}) {
-        decideNothing();
-        machine.notifications.status = status;
-        toggle("limitEnabled", true);
-        EXPECT_EQ(machine.alertPanel.open, std::nullopt);
-    }
-}
-
-TEST_F(SettingsIntentsTest, StoresAToggleWithoutAskingIfNotificationsAreUnavailable)
-{
-    decideNothing();
-    machine.notifications.reachable = false;
-
-    toggle("limitEnabled", true);
-
-    EXPECT_EQ(stored("limitEnabled"), DefaultsValue{true});
-    EXPECT_EQ(machine.alertPanel.open, std::nullopt);
 }
 
 TEST_F(SettingsIntentsTest, KeepsTheLimitWithin50And100)
@@ -228,151 +133,6 @@ TEST_F(SettingsIntentsTest, PlaysNothingForNoneAndDefault)
     EXPECT_EQ(stored("lowSound"), DefaultsValue{std::string("default")});
 
     EXPECT_THAT(machine.soundPlayer.played, IsEmpty());
-}
-
-TEST_F(SettingsIntentsTest, RegistersTheLoginItem)
-{
-    intents.setLaunchAtLogin(true);
-    EXPECT_TRUE(machine.loginItem.on);
-    EXPECT_TRUE(view->launchAtLogin.get());
-    EXPECT_EQ(view->loginError.get(), std::nullopt);
-
-    intents.setLaunchAtLogin(false);
-    EXPECT_FALSE(machine.loginItem.on);
-    EXPECT_FALSE(view->launchAtLogin.get());
-    EXPECT_THAT(machine.defaults.values, IsEmpty());
-}
-
-TEST_F(SettingsIntentsTest, ShowsWhyTheLoginItemCouldNotBeChanged)
-{
-    machine.loginItem.failure = "Read-only file system";
-
-    intents.setLaunchAtLogin(true);
-
-    EXPECT_THAT(
-        view->content().sections.at(6).rows,
-        ElementsAre(LoginItemRow{.title = "Launch at Login", .value = false},
-                    NoteRow{.text = "Could not change Launch at Login: Read-only file system",
-                            .color = Color::red},
-                    ResetRow{.title = "Reset History\u2026"}));
-}
-
-TEST_F(SettingsIntentsTest, ShowsTheRealStateAfterAFailedChange)
-{
-    machine.loginItem.failure = "Read-only file system";
-    machine.loginItem.on = true;  // changed by another program
-
-    intents.setLaunchAtLogin(false);
-
-    EXPECT_TRUE(view->launchAtLogin.get());
-}
-
-TEST_F(SettingsIntentsTest, ShowsTheErrorUntilAChangeSucceeds)
-{
-    machine.loginItem.failure = "Read-only file system";
-    intents.setLaunchAtLogin(true);
-    intents.setToggle("showTime", true);
-    EXPECT_TRUE(view->loginError.get());
-
-    machine.loginItem.failure = "Disk full";
-    intents.setLaunchAtLogin(true);
-    EXPECT_EQ(view->loginError.get(), "Could not change Launch at Login: Disk full");
-
-    machine.loginItem.failure.reset();
-    intents.setLaunchAtLogin(true);
-    EXPECT_EQ(view->loginError.get(), std::nullopt);
-    EXPECT_TRUE(view->launchAtLogin.get());
-}
-
-TEST_F(SettingsIntentsTest, AnnouncesAFailedChangeSoThatTheToggleIsRedrawn)
-{
-    machine.loginItem.failure = "Disk full";
-    intents.setLaunchAtLogin(true);
-    int announced = 0;
-    const auto subscription = view->launchAtLogin.subscribe([&] { ++announced; });
-
-    intents.setLaunchAtLogin(true);
-
-    EXPECT_EQ(announced, 1);
-}
-
-TEST_F(SettingsIntentsTest, ConfirmsBeforeResettingTheHistory)
-{
-    model->history.samples = {plugged(start)};
-
-    intents.resetHistory();
-
-    ASSERT_TRUE(machine.alertPanel.open);
-    EXPECT_EQ(machine.alertPanel.open->message, "Reset history?");
-    EXPECT_EQ(machine.alertPanel.open->informativeText,
-              "This deletes all saved battery samples used for the chart.");
-    EXPECT_THAT(machine.alertPanel.open->buttons,
-                ElementsAre(AlertButton{.title = "Reset", .role = ButtonRole::destructive},
-                            AlertButton{.title = "Cancel", .role = ButtonRole::cancel}));
-    EXPECT_TRUE(view->confirmReset);
-    EXPECT_EQ(model->history.samples.size(), 1);
-}
-
-TEST_F(SettingsIntentsTest, DeletesTheHistoryOnReset)
-{
-    model->history.samples = {plugged(start)};
-    const auto version = model->historyVersion.get();
-    intents.resetHistory();
-
-    ASSERT_TRUE(machine.alertPanel.press("Reset"));
-
-    EXPECT_FALSE(view->confirmReset);
-    EXPECT_THAT(model->history.samples, IsEmpty());
-    EXPECT_EQ(decodeSamples(machine.files.contents.at(FakeMachine::historyFile)),
-              std::vector<Sample>{});
-    EXPECT_EQ(model->historyVersion.get(), version + 1);
-}
-
-TEST_F(SettingsIntentsTest, ChangesNothingOnCancel)
-{
-    model->history.samples = {plugged(start)};
-    const auto version = model->historyVersion.get();
-    intents.resetHistory();
-
-    ASSERT_TRUE(machine.alertPanel.press("Cancel"));
-
-    EXPECT_FALSE(view->confirmReset);
-    EXPECT_EQ(model->history.samples.size(), 1);
-    EXPECT_THAT(machine.files.contents, IsEmpty());
-    EXPECT_EQ(model->historyVersion.get(), version);
-}
-
-TEST_F(SettingsIntentsTest, ShowsOneConfirmationAtATime)
-{
-    struct CountingPanel : FakeAlertPanel {
-        int runs = 0;
-
-        void runModal(const AlertPanelContent& content,
-                      std::function<void(std::size_t)> next) override
-        {
-            ++runs;
-            FakeAlertPanel::runModal(content, std::move(next));
-        }
-    };
-    CountingPanel panel;
-    view = std::make_shared<SettingsView>(
-        model, SettingsView::Dependencies{.defaults = machine.defaults,
-                                          .batteryRegistry = machine.batteryRegistry,
-                                          .loginItem = machine.loginItem,
-                                          .soundPlayer = machine.soundPlayer,
-                                          .alertPanel = panel,
-                                          .clock = machine.clock,
-                                          .calendar = machine.calendar,
-                                          .texts = machine.texts});
-    intents = view->intents();
-
-    intents.resetHistory();
-    intents.resetHistory();
-    EXPECT_EQ(panel.runs, 1);
-
-    ASSERT_TRUE(panel.press("Cancel"));
-    intents.resetHistory();
-    EXPECT_EQ(panel.runs, 2);
 }
 
 TEST_F(SettingsIntentsTest, IgnoresIntentsOnceDestroyed)

@@ -61,6 +61,7 @@ protected:
 
     std::shared_ptr<AppModel> model = makeModel();
     std::shared_ptr<SettingsView> view = makeView();
+    SettingsIntents intents = view->intents();
 };
 
 }  // namespace vorlane
