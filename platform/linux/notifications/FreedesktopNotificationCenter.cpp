@@ -115,7 +115,7 @@ void FreedesktopNotificationCenter::post(NotificationRecord& record)
 {
     if (const auto old = std::exchange(record.shown, std::nullopt)) close(*old);
 
-    const auto& request = record.posted->request;
+    const auto& request = record.inFlight->request;
     const auto message = notificationMessage(request, categories, *server.capabilities(), sounds);
     const auto call = notifyCall(session_, server.owner(), message);
     // No timeout: a slow server may still show the notification, which must not appear twice.
@@ -142,7 +142,7 @@ void FreedesktopNotificationCenter::answered(sd_bus_message* reply)
     // The request goes to the next server, once the bus reports one.
     if (diedFirst(reply)) return record->lost();
 
-    const auto request = std::move(record->posted->request);
+    const auto request = std::move(record->inFlight->request);
     record->answered();
     std::uint32_t id = 0;
     if (!sd_bus_message_is_method_error(reply, nullptr) &&

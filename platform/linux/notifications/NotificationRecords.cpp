@@ -17,13 +17,13 @@ constexpr std::size_t maxRecent = 100;  // more than any server keeps in its his
 
 void NotificationRecord::answered()
 {
-    posted.reset();
+    inFlight.reset();
     reply.reset();
 }
 
 void NotificationRecord::lost()
 {
-    if (!withdrawn && !pending) pending = std::move(posted);
+    if (!withdrawn && !pending) pending = std::move(inFlight);
     answered();
 }
 
@@ -39,11 +39,11 @@ NotificationRecord* NotificationRecords::takeNext(Seconds now)
     for (auto& [identifier, record] : records) {
         auto& pending = record.pending;
         if (pending && now - pending->since > maxAge) pending.reset();
-        if (!pending || record.posted) continue;
+        if (!pending || record.inFlight) continue;
         if (!next || pending->number < next->pending->number) next = &record;
     }
     if (!next) return nullptr;
-    next->posted = std::exchange(next->pending, std::nullopt);
+    next->inFlight = std::exchange(next->pending, std::nullopt);
     next->withdrawn = false;
     return next;
 }
@@ -51,7 +51,7 @@ NotificationRecord* NotificationRecords::takeNext(Seconds now)
 bool NotificationRecords::isEmpty() const
 {
     return std::ranges::none_of(
-        records, [](const auto& entry) { return entry.second.pending || entry.second.posted; });
+        records, [](const auto& entry) { return entry.second.pending || entry.second.inFlight; });
 }
 
 std::optional<std::uint32_t> NotificationRecords::withdraw(const std::string& identifier)
@@ -65,7 +65,7 @@ std::optional<std::uint32_t> NotificationRecords::withdraw(const std::string& id
 NotificationRecord* NotificationRecords::awaiting(const sd_bus_slot* reply)
 {
     const auto found = std::ranges::find_if(records, [reply](const auto& entry) {
-        return entry.second.posted && entry.second.reply.get() == reply;
+        return entry.second.inFlight && entry.second.reply.get() == reply;
     });
     return found == records.end() ? nullptr : &found->second;
 }
@@ -98,7 +98,7 @@ void NotificationRecords::serverChanged()
     recent.clear();
     for (auto& [identifier, record] : records) {
         record.shown.reset();
-        if (record.posted) record.lost();
+        if (record.inFlight) record.lost();
     }
 }
 

@@ -22,9 +22,9 @@ struct NotificationRecord {
     };
 
     std::optional<Request> pending;      // only the newest
-    std::optional<Request> posted;       // in flight
-    bool withdrawn = false;              // close the posted one once its id is known
-    SlotPointer reply;                   // to the posted one
+    std::optional<Request> inFlight;     // posted and not yet answered
+    bool withdrawn = false;              // close the one in flight once its id is known
+    SlotPointer reply;                   // to the one in flight
     std::optional<std::uint32_t> shown;  // the server's id
 
     void answered();
@@ -39,9 +39,9 @@ class NotificationRecords {
 public:
     void add(const NotificationRequest& request, Seconds now);
 
-    // Marks the oldest request that may be posted now as posted and returns its record; null when
-    // there is none. Discards requests older than ten minutes, and skips those whose identifier has
-    // a post in flight.
+    // Marks the oldest request that may be posted now as in flight and returns its record; null
+    // when there is none. Discards requests older than ten minutes, and skips those whose
+    // identifier has a post in flight.
     NotificationRecord* takeNext(Seconds now);
 
     // Whether nothing is pending or in flight.
@@ -50,7 +50,7 @@ public:
     // Returns the id of the shown notification, which the caller must close.
     std::optional<std::uint32_t> withdraw(const std::string& identifier);
 
-    // The record whose posted request has this reply slot, or null.
+    // The record whose request in flight has this reply slot, or null.
     NotificationRecord* awaiting(const sd_bus_slot* reply);
 
     void show(const std::string& identifier, std::uint32_t id);

@@ -32,7 +32,7 @@ protected:
     {
         std::vector<std::string> names;
         while (auto* const next = records.takeNext(now)) {
-            const auto& request = next->posted->request;
+            const auto& request = next->inFlight->request;
             posted[request.identifier] = next;
             names.push_back(request.identifier + " " + request.title);
         }
