@@ -23,10 +23,10 @@ class WindowsServer : public QObject {
     Q_OBJECT
 
 public:
-    static constexpr std::chrono::milliseconds usualIdleness{60'000};
+    static constexpr std::chrono::milliseconds idleTimeout{60'000};
 
     // Reports that it is idle after `idleness` without a visible window.
-    explicit WindowsServer(int socket, std::chrono::milliseconds idleness = usualIdleness);
+    explicit WindowsServer(int socket, std::chrono::milliseconds idleness = idleTimeout);
 
 private:
     void receive();

@@ -13,7 +13,7 @@ constexpr const char* watcherPath = "/StatusNotifierWatcher";
 constexpr int maxRetries = 6;
 
 // By then a starting tray has drawn itself.
-constexpr Seconds drawingTime{2};
+constexpr Seconds redrawDelay{2};
 
 }  // namespace
 
@@ -81,7 +81,7 @@ void TrayRegistration::answered(sd_bus_message* reply)
     request.reset();
     if (!sd_bus_message_is_method_error(reply, nullptr)) {
         failures = 0;
-        redraw = loop_.after(drawingTime, [this] { onRedraw_(); });
+        redraw = loop_.after(redrawDelay, [this] { onRedraw_(); });
         return onWatcher_(true);
     }
     // Without a watcher there is nothing to retry: `watcherOwner` reports the next one.

@@ -27,7 +27,7 @@ public:
         std::string program;                    // the path of its file
         sd_bus* session;                        // for the portal's appearance; may be null
         std::function<void()> refused = [] {};  // called when the program is of another build
-        Seconds patience = WindowsProcess::usualPatience;
+        Seconds patience = WindowsProcess::requestTimeout;
     };
 
     // The loop and the session's bus outlive this object, which outlives the windows it makes.

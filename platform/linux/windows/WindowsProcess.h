@@ -20,7 +20,7 @@ namespace vorlane::platform {
 class WindowsProcess {
 public:
     // How long the process may take to handle a request before it is killed.
-    static constexpr Seconds usualPatience{2};
+    static constexpr Seconds requestTimeout{2};
 
     enum class End {
         gone,  // it exited, crashed or sent an invalid message

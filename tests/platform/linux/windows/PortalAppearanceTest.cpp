@@ -297,8 +297,8 @@ TEST_F(PortalAppearanceTest, AcceptsALateAnswer)
     auto& there = offerPortal();
     there.scheme = 1;
     there.hangs = true;
-    constexpr std::uint64_t usualPatience = 20'000;  // in microseconds, instead of the usual 25 s
-    ASSERT_GE(sd_bus_set_method_call_timeout(session.get(), usualPatience), 0);
+    constexpr std::uint64_t callTimeout = 20'000;  // in microseconds, instead of the usual 25 s
+    ASSERT_GE(sd_bus_set_method_call_timeout(session.get(), callTimeout), 0);
     ask();
     ASSERT_TRUE(runUntil(loop, [&] { return there.readings == 1; }));
     bool isOver = false;
