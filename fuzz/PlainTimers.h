@@ -15,7 +15,7 @@ class PlainTimers {
 public:
     struct Look {
         AppModel::Reason reason;
-        bool doubts;
+        bool mayReject;
         bool ends = false;  // this look ends the half minute after a sleep or a wake
     };
 

@@ -273,7 +273,7 @@ private:
     {
         followClock();
         if (one.ends) night.end();
-        if (one.doubts && isGoneOrEmpty(seen())) {
+        if (one.mayReject && isGoneOrEmpty(seen())) {
             if (one.reason == Reason::wake) night.passOverScheduledLook();
             return;
         }
