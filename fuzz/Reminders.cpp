@@ -1,19 +1,14 @@
-// Compares the application model on a laptop in memory with plain models of its rules: arbitrary
-// readings and settings, clock changes, snoozes, restarts, sleep, wake, and passing time.
+// Compares the application model on a laptop in memory with a plain one: arbitrary readings and
+// settings, clock changes, snoozes, restarts, sleep, wake, and passing time.
 #include <array>
-#include <cmath>
 #include <cstdint>
 #include <memory>
 #include <optional>
-#include <utility>
+#include <string>
 #include <vector>
 
 #include "App/AppModel.h"
-#include "fuzz/PlainHistory.h"
-#include "fuzz/PlainSettings.h"
-#include "fuzz/PlainSleep.h"
-#include "fuzz/PlainTimers.h"
-#include "fuzz/ReminderRules.h"
+#include "fuzz/PlainModel.h"
 #include "fuzz/Require.h"
 #include "fuzz/Targets.h"
 #include "tests/support/FakeMachine.h"
@@ -59,14 +54,14 @@ private:
         if (action == 2) state.isCharging = !state.isCharging;
         if (action == 3) state.hasBattery = !state.hasBattery;
         if (action == 4) changeHealth();
-        if (action == 5 || action == 6) now = now + Seconds{input.oneOf(steps)};
+        if (action == 5 || action == 6) plain.now = plain.now + Seconds{input.oneOf(steps)};
         if (action == 7) changeSetting();
         if (action == 8) changeSetting();
         if (action == 9) snooze();
         if (action == 10) cancelSnooze();
         if (action == 11) sleep();
         if (action == 12) passOrClear();
-        machine.clock.time = now;
+        machine.clock.time = plain.now;
     }
 
     void changeHealth()
@@ -97,41 +92,33 @@ private:
         const std::string key = input.oneOf(PlainSettings::keys);
         auto value = anyValue();
         if (auto* number = std::get_if<std::int64_t>(&value)) *number %= 1440;
-        settings.written.insert_or_assign(key, value);
+        plain.settings.written.insert_or_assign(key, value);
         machine.defaults.set(key, value);
     }
 
     void snooze()
     {
-        machine.clock.time = now;
+        machine.clock.time = plain.now;
         model->snooze();
-        followClock();
-        snoozeStored = now + Seconds{3600};
-        snoozeShown = snoozeStored;
-        snoozedHere = true;
+        plain.snooze();
     }
 
     void cancelSnooze()
     {
         model->cancelSnooze();
-        snoozeStored = {0};
-        snoozeShown.reset();
+        plain.cancelSnooze();
     }
 
     // Goes to sleep and, depending on the input, wakes up.
     void sleep()
     {
-        machine.clock.time = now;
+        machine.clock.time = plain.now;
         machine.workspace.willSleep();
-        followClock();
-        history.save(now);
-        timers.sleep();
-        night.sleep();
+        plain.sleep();
         if (!input.flag()) return;
         describe();
         machine.workspace.didWake();
-        timers.wake();
-        night.wake(isGoneOrEmpty(seen()) ? std::nullopt : std::optional(seen()));
+        plain.wake(seen());
     }
 
     void passOrClear()
@@ -142,71 +129,38 @@ private:
         for (auto seconds = choice / 2; seconds > 0; --seconds) passSecond();
     }
 
-    // Only the model's own timers act.
     void passSecond()
     {
         const auto before = machine.notifications.posted.size();
-        machine.clock.time = now;
+        machine.clock.time = plain.now;
         machine.runLoop.advance(Seconds{1});
-        now = now + Seconds{1};
-        std::vector<PendingAlert> due;
-        for (const auto& one : timers.next()) look(one, due);
-        compare(due, before);
+        compare(plain.passSecond(seen()), before);
     }
 
     void clearHistory()
     {
-        machine.clock.time = now;
+        machine.clock.time = plain.now;
         model->resetHistory();
-        followClock();
-        history.clear(now);
+        plain.clearHistory();
     }
 
-    // The program notices when it next asks for the time.
     void setClock(double by)
     {
-        now = now + Seconds{by};
-        machine.clock.set(now);
-        wasSet += by;
-    }
-
-    // Past and future times keep their distance from now when the clock is set.
-    void followClock()
-    {
-        const auto by = std::exchange(wasSet, 0);
-        if (std::abs(by) < 0.5) return;
-
-        if (since) since = *since + Seconds{by};
-        if (snoozedHere && snoozeShown) {
-            snoozeShown = *snoozeShown + Seconds{by};
-            snoozeStored = *snoozeShown;
-        }
-        rules.clockWasSet(by);
-        history.clockWasSet(by, now);
+        plain.setClock(by);
+        machine.clock.set(plain.now);
     }
 
     // The program restarts as after a power cut.
     void start()
     {
-        machine.clock.time = now;
+        machine.clock.time = plain.now;
         describe();
         machine.notifications.shown.clear();
         model = std::make_shared<AppModel>(machine.services());
-        const bool healthSent = rules.healthSent;
-        rules = {};
-        rules.healthSent = healthSent;
-        since.reset();
-        believed = {};
-        timers = {};
-        night = {};
-        history.restart(now);
-        wasSet = 0;
-        snoozedHere = false;
-        snoozeShown.reset();
-        if (now < snoozeStored) snoozeShown = snoozeStored;
+        plain.restart();
         const auto before = machine.notifications.posted.size();
         model->start();
-        compare(Reason::launch, before);
+        compare(plain.refresh(Reason::launch, seen()), before);
     }
 
     void refresh(Reason reason)
@@ -214,7 +168,7 @@ private:
         describe();
         const auto before = machine.notifications.posted.size();
         model->refresh(reason);
-        compare(reason, before);
+        compare(plain.refresh(reason, seen()), before);
     }
 
     // Describes `state` to the program as a power source.
@@ -237,79 +191,15 @@ private:
     // The state as the program reads it.
     BatteryState seen() const { return state.hasBattery ? state : BatteryState(); }
 
-    void trackPower(const BatteryState& reading, bool afresh)
-    {
-        if (!reading.hasBattery || !reading.pluggedIn) since.reset();
-        if (!reading.hasBattery || !reading.pluggedIn || since) return;
-        since = now;
-        if (!afresh) return;
-        if (const auto estimate = history.pluggedSince(now)) since = estimate;
-    }
-
-    bool mayDeliver()
-    {
-        if (now < snoozeStored) return false;
-        snoozeShown.reset();
-        return !settings.isQuiet(now);
-    }
-
-    // Whether the battery has just become empty or gone; not believed after a sleep.
-    bool isGoneOrEmpty(const BatteryState& reading) const
-    {
-        const bool isGone = !reading.hasBattery && believed.hasBattery;
-        const bool isEmpty = reading.percent == 0 && believed.percent > 0;
-        return isGone || isEmpty;
-    }
-
-    void compare(Reason reason, std::size_t before)
-    {
-        std::vector<PendingAlert> due;
-        look(timers.now(reason), due);
-        compare(due, before);
-    }
-
-    // Applies one look to the plain models; adds the expected alerts to `due`.
-    void look(PlainTimers::Look one, std::vector<PendingAlert>& due)
-    {
-        followClock();
-        if (one.ends) night.end();
-        if (one.mayReject && isGoneOrEmpty(seen())) {
-            if (one.reason == Reason::wake) night.passOverScheduledLook();
-            return;
-        }
-        believed = seen();
-
-        const auto verdict = night.look(believed, one.reason == Reason::wake);
-        if (verdict.missed) (void)judge(*verdict.missed, true);
-        const bool afresh = one.reason == Reason::launch || verdict.primes;
-        const auto sent = judge(believed, afresh);
-        history.record(state, now, one.reason != Reason::change);
-        due.insert(due.end(), sent.begin(), sent.end());
-    }
-
-    std::vector<PendingAlert> judge(const BatteryState& reading, bool afresh)
-    {
-        trackPower(reading, afresh);
-        last = {.state = reading,
-                .prefs = settings.prefs(),
-                .since = since,
-                .now = now,
-                .canDeliver = !afresh && mayDeliver(),
-                .prime = afresh};
-        auto sent = rules.due(last);
-        require(last.canDeliver || sent.empty(),
-                "nothing is due during a snooze or quiet hours, at a start or a wake");
-        return sent;
-    }
-
     void compare(const std::vector<PendingAlert>& due, std::size_t before)
     {
         comparePosted(due, before);
         compareShown();
-        require(model->pluggedSince.get() == since, "the time since plugging in is the same");
-        require(model->snoozeUntil.get() == snoozeShown, "the snooze deadline is the same");
-        require(model->history.samples == history.samples, "the samples are the same");
-        require(machine.defaults.boolForKey("healthAlertSent") == rules.healthSent,
+        require(model->pluggedSince.get() == plain.pluggedSince(),
+                "the time since plugging in is the same");
+        require(model->snoozeUntil.get() == plain.snoozeUntil(), "the snooze deadline is the same");
+        require(model->history.samples == plain.samples(), "the samples are the same");
+        require(machine.defaults.boolForKey("healthAlertSent") == plain.healthSent(),
                 "the program stores that the health alert was sent");
     }
 
@@ -331,7 +221,7 @@ private:
     {
         for (const auto kind : {AlertKind::chargeLimit, AlertKind::low, AlertKind::tooLong}) {
             const bool shown = machine.notifications.shown.contains(std::string(rawValue(kind)));
-            require(shown == (rules.sentInSpell(kind) > 0 && ReminderRules::holds(kind, last)),
+            require(shown == plain.shows(kind),
                     "a reminder is on the screen exactly while it is true");
         }
     }
@@ -341,19 +231,7 @@ private:
     std::shared_ptr<AppModel> model;
 
     BatteryState state;
-    PlainSettings settings;
-    PlainHistory history;
-    ReminderRules rules;
-    Date now{1767603600};
-    PlainTimers timers;
-    BatteryState believed;  // the last reading that the program accepted
-    ReminderRules::Look last;
-    PlainSleep night;
-    double wasSet = 0;  // since the program last asked for the time
-    bool snoozedHere = false;
-    Date snoozeStored{0};
-    std::optional<Date> snoozeShown;
-    std::optional<Date> since;
+    PlainModel plain;
 };
 
 }  // namespace
