@@ -44,8 +44,8 @@ FreedesktopNotificationCenter::FreedesktopNotificationCenter(Dependencies depend
     for (const auto& [identifier, id] : dependencies.inherited.shown) records.show(identifier, id);
 }
 
-// Waits for a limited time, because a hung server must not hold up a logout. Does not wait inside
-// an sd-bus callback, where sd_bus_process fails.
+// Waits for a limited time, because a hung server must not hold up a logout. Inside an sd-bus
+// callback it does not wait, because sd_bus_process fails there.
 void FreedesktopNotificationCenter::finish()
 {
     const auto deadline = uptime() + finishTimeout;
@@ -157,8 +157,8 @@ void FreedesktopNotificationCenter::answered(sd_bus_message* reply)
     postPending();
 }
 
-// Does not start a server for pending requests when the old one has gone: it may come back by
-// itself.
+// Does not start a server for pending requests when the old one has gone: that server may come back
+// by itself.
 void FreedesktopNotificationCenter::serverChanged()
 {
     records.serverChanged();

@@ -10,8 +10,8 @@
 
 namespace vorlane::platform {
 
-// Never waits for the server. If a server dies before it answers a post, the next server gets the
-// post; a server that only hangs does not get it again.
+// Waits for the server only in `finish`. If a server dies before it answers a post, the next server
+// gets the post; a server that only hangs does not get it again.
 class FreedesktopNotificationCenter : public NotificationCenter {
 public:
     struct Dependencies {
@@ -35,7 +35,7 @@ public:
     void setDelegate(std::weak_ptr<NotificationDelegate> receiver) override;
     void setCategories(std::vector<NotificationCategory> replacement) override;
 
-    // Outside a sandbox no permission is needed.
+    // Always authorized: outside a sandbox, no permission is needed.
     void authorizationStatus(std::function<void(AuthorizationStatus)> answer) override;
     void requestAuthorization(AuthorizationOptions options) override;
 

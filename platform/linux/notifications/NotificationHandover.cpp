@@ -12,7 +12,7 @@ namespace vorlane::platform {
 namespace {
 
 constexpr const char* variable = "VORLANE_NOTIFICATIONS";
-constexpr std::size_t longestText = 1024;  // a text with all four kinds has about 100
+constexpr std::size_t longestText = 1024;  // a text with all four kinds of alert has about 100
 constexpr std::string_view letters = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
 
 bool consistsOf(std::string_view text, std::string_view characters)

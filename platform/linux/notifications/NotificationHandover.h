@@ -14,11 +14,11 @@ struct NotificationHandover {
     std::string server;                          // its unique name on the bus
     std::map<std::string, std::uint32_t> shown;  // by identifier
 
-    // ":1.23 chargeLimit=5 health=9". Malformed text gives an empty record.
+    // The record as text: ":1.23 chargeLimit=5 health=9". Malformed text gives an empty record.
     std::string text() const;
     static NotificationHandover from(std::string_view text);
 
-    // Sets the variable, for an exec.
+    // Sets the variable for the next process image.
     void leave() const;
 
     // Reads and removes the variable, so that no child process inherits it.

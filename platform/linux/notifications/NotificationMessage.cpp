@@ -66,8 +66,8 @@ bool appendHints(sd_bus_message* call, const NotificationMessage& message)
 }
 
 // For "battery.0", the path of vorlane-battery-0.svg: servers find a path without an icon theme.
-// The icon is in full colour, because a server does not recolour a symbolic icon, which may then
-// not stand out.
+// The file is in full colour: servers do not recolour symbolic icons, which may then be hard to
+// see.
 std::string iconOf(const std::optional<std::string>& symbol)
 {
     constexpr const char* neutral = "vorlane-battery-50-symbolic";  // a name in the theme

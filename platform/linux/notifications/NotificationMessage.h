@@ -27,7 +27,7 @@ struct NotificationMessage {
     std::string body;  // markup if the server has `bodyMarkup`
     std::vector<NotificationAction> actions;
     std::optional<std::string> soundFile;  // absolute path
-    std::optional<std::string> soundName;  // in the desktop's sound theme; with neither: silence
+    std::optional<std::string> soundName;  // in the desktop's sound theme; neither set: silence
     bool urgent = false;
     std::string icon;                  // the absolute path of a file, or a name in the icon theme
     std::optional<std::string> image;  // the same path, for servers with `imagePath`

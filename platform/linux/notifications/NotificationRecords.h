@@ -61,12 +61,12 @@ public:
     // history.
     bool isOurs(std::uint32_t id) const;
 
-    // Discards all ids, which mean nothing to another server. Requests in flight are lost.
+    // Discards all ids, which mean nothing to another server. Calls `lost` for requests in flight.
     void serverChanged();
 
 private:
     std::map<std::string, NotificationRecord> records;
-    std::deque<std::uint32_t> recent;  // ids
+    std::deque<std::uint32_t> recent;  // the last ids shown
     std::uint64_t added = 0;
 };
 

@@ -18,8 +18,8 @@ constexpr const char* bus = "org.freedesktop.DBus";
 constexpr const char* busPath = "/org/freedesktop/DBus";
 constexpr std::uint64_t busTimeout = 5'000'000;  // microseconds
 
-// Passes on each string of an "as"; none when the message is an error or has another type. Collects
-// nothing, because a message may hold millions.
+// Calls `take` with each string of an array ("as"); never when the message is an error or has
+// another type. Does not collect the strings: a message may hold millions.
 void readStrings(sd_bus_message* message, const std::function<void(std::string_view)>& take)
 {
     if (sd_bus_message_is_method_error(message, nullptr) ||
@@ -37,8 +37,8 @@ bool namesTheService(sd_bus_message* list)
     return found;
 }
 
-// The servers of these two ignore the icon's field. Others, such as Cinnamon's, draw a picture that
-// both name twice.
+// The servers of GNOME and Budgie ignore Notify's icon argument. Others, such as Cinnamon's, draw
+// the picture twice if both that argument and the hint image-path name it.
 bool needsImagePath()
 {
     return std::ranges::any_of(currentDesktops(), [](const std::string& desktop) {
@@ -138,7 +138,7 @@ void NotificationServer::servicesListed(sd_bus_message* reply)
 void NotificationServer::capabilitiesAnswered(sd_bus_message* reply)
 {
     capabilitiesRequest.reset();
-    if (owner_.empty()) return;  // the bus could not start it
+    if (owner_.empty()) return;  // the bus could not start a server
 
     NotificationCapabilities offered{.imagePath = needsImagePath()};
     readStrings(reply, [&](std::string_view name) {

@@ -15,7 +15,7 @@ constexpr std::array propertyNames{"type", "label", "enabled", "children-display
 // nothing.
 std::int32_t idOf(std::size_t place, const MenuItem& item)
 {
-    constexpr std::size_t actions = 8;  // more than there are
+    constexpr std::size_t actions = 8;  // more than MenuAction has
     return static_cast<std::int32_t>(1 + place * actions + static_cast<std::size_t>(item.action));
 }
 

@@ -5,7 +5,8 @@
 
 namespace vorlane::platform {
 
-// The plugin's function of that name. Null when the file is missing, truncated or cannot be linked.
+// Returns the plugin's function `entryName`; null when the file is missing, truncated or cannot be
+// linked.
 void* openPlugin(const std::string& path, const char* entryName);
 
 }  // namespace vorlane::platform

@@ -159,7 +159,7 @@ int StatusMenu::getLayout(sd_bus_message* call)
     return send(reply);
 }
 
-// An empty list means all entries.
+// An empty list of ids means all entries.
 int StatusMenu::getGroupProperties(sd_bus_message* call)
 {
     const auto wanted = readIds(call);

@@ -127,7 +127,8 @@ void StatusNotifierItem::announce(const TrayFace& before)
     if (face.title != before.title) emit("NewTitle");
     if (face.toolTip != before.toolTip) emit("NewToolTip");
     if (face.description != before.description) {
-        // Not NewIcon, the interface's signal for this: it makes trays read the whole icon again.
+        // Not NewIcon, the interface's signal for a new description: it makes trays read the whole
+        // icon again.
         (void)sd_bus_emit_properties_changed(session_, path, interfaceName, "IconAccessibleDesc",
                                              "AttentionAccessibleDesc", nullptr);
     }
@@ -137,8 +138,8 @@ void StatusNotifierItem::announce(const TrayFace& before)
     }
 }
 
-// GNOME Shell reads the label before it knows the property, and then ignores XAyatanaNewLabel with
-// the text that it has read.
+// GNOME Shell reads the label before it knows the property, and then ignores an XAyatanaNewLabel
+// signal with the text that it has already read. A property change makes it show the label.
 void StatusNotifierItem::redraw() const
 {
     emit("NewIcon");

@@ -24,8 +24,8 @@ public:
     // Called once it is known whether there is a watcher, and whenever that may have changed.
     void onWatcher(std::function<void(bool present)> callback) { onWatcher_ = std::move(callback); }
 
-    // Called a moment after a watcher has accepted the item. A starting Waybar may accept one but
-    // not draw it until it gets a NewIcon signal.
+    // Called a moment after a watcher has accepted the item. A Waybar that is starting may accept
+    // the item but not draw it until it gets a NewIcon signal.
     void onRedraw(std::function<void()> callback) { onRedraw_ = std::move(callback); }
 
     // Call when the tray may have dropped the item, as after sleep.

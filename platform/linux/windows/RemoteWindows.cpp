@@ -18,7 +18,7 @@ using Clock = std::chrono::steady_clock;
 // The press that closed the popover may also be reported as a click on the tray item.
 constexpr std::chrono::milliseconds justClosed{150};
 
-// The retry gets more time: enough to load the files even on a slow machine.
+// The retry gets more time: enough to load the program's files even on a slow machine.
 constexpr double retryFactor = 5;
 
 std::size_t cancelButton(const AlertPanelContent& content)

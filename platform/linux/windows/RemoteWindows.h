@@ -25,8 +25,8 @@ class RemoteWindows : public Windows, public AlertPanel {
 public:
     struct Dependencies {
         std::string program;                    // the path of its file
-        sd_bus* session;                        // for the portal's appearance; may be null
-        std::function<void()> refused = [] {};  // called when the program is of another build
+        sd_bus* session;                        // to ask the portal for the appearance; may be null
+        std::function<void()> refused = [] {};  // called when `program` is of another build
         Seconds patience = WindowsProcess::requestTimeout;
     };
 

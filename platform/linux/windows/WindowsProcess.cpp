@@ -15,7 +15,7 @@ namespace vorlane::platform {
 
 namespace {
 
-constexpr std::size_t largestMessage = 4096;  // the largest message has a settings key and a number
+constexpr std::size_t largestMessage = 4096;  // the largest has a settings key and a sound's name
 static_assert(ChildProcesses::passedAs == windowsSocket);
 
 }  // namespace

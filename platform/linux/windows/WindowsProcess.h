@@ -48,8 +48,8 @@ public:
     // Whether the process has handled every message.
     bool hasAnswered() const { return handled == sent && unsent.empty(); }
 
-    // Kills the process unless it handles all messages sent so far. Any progress restarts the
-    // timeout.
+    // Kills the process unless it handles all messages sent so far within `patience`. Any progress
+    // restarts the timeout.
     void expectAnswer(Seconds patience);
 
     // Closes the socket, which makes the process exit. Does not call `ended`.

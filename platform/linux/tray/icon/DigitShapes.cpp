@@ -72,8 +72,8 @@ int widthOf(const std::string& line, const Face& face)
     return width;
 }
 
-// Characters are at least 3 pixels wide, so that digits have a hole. Low ones may be as wide as
-// they are high.
+// Characters are at least 3 pixels wide, so that digits have a hole. Characters of little height
+// may be as wide as they are high.
 Face largest(const std::string& line, const Box& box)
 {
     const int bold = std::max(1, std::min(box.width + 5, box.height * 2 + 10) / 11);

@@ -20,8 +20,9 @@ constexpr Rgb grey{0x88, 0x88, 0x88};
 constexpr Rgb white{0xf6, 0xf6, 0xf6};
 constexpr Rgb darkTile{0x2d, 0x2d, 0x2d};
 
-// Some trays always scale down the largest picture. It has twice the size that they show, so that
-// the digits stay sharp. Plasma shows 22 pixels at 100%, 33 at 150% and 39 at 175%.
+// Some trays always scale the largest picture down. It is twice their size, so that the digits stay
+// sharp: 44 for 22 pixels (XFCE, Waybar), 48 for 24 (only offered to Cinnamon). Plasma shows 22
+// pixels at a scale of 100%, 33 at 150% and 39 at 175%.
 constexpr std::array numberSizes{16, 18, 20, 22, 24, 28, 32, 33, 39, 44, 48};
 
 constexpr int smallestWithNumber = 16;  // pixels

@@ -28,7 +28,7 @@ std::string numberIconName(const std::string& symbol, std::int64_t percent);
 struct StatusIcon {
     std::string name;  // in the icon theme; empty when the tray should use the picture
     StatusPicture picture;
-    int largest = 44;  // size of the picture in pixels
+    int largest = 44;  // the largest size in which to offer the picture, in pixels
 
     // The sizes in pixels to offer the picture in.
     std::span<const int> sizes() const;

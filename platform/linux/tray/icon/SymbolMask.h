@@ -1,4 +1,4 @@
-// A symbol as a coverage mask of any size, made from the drawings of the build.
+// A symbol as a coverage mask of any size, made from the pixmaps that are drawn at build time.
 #pragma once
 
 #include <cstdint>
