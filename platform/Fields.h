@@ -7,7 +7,7 @@
 
 namespace vorlane::platform {
 
-// Converts to any type, to count how many values an aggregate can be made from.
+// Converts to any type, so that `fieldCount` can try how many initializers an aggregate takes.
 struct Anything {
     template <typename Member>
     operator Member&() const;  // never defined

@@ -50,7 +50,7 @@ using ToWindows = std::variant<Appearance, ShowPopover, UpdatePopover, ClosePopo
 // Messages from the windows process.
 struct PopoverClosed {
     std::uint64_t opening = 0;
-    bool byPress = false;  // a press outside may have closed it
+    bool byPress = false;  // a press outside the popover may have closed it
 };
 struct SettingsClosed {
     std::uint64_t opening = 0;

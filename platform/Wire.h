@@ -18,12 +18,12 @@
 
 namespace vorlane::platform::wire {
 
-// Copied byte by byte.
+// Types whose bytes are copied unchanged.
 template <typename T>
 concept Number = std::is_arithmetic_v<T> && !std::is_same_v<T, bool>;
 
 // The last enumerator; the first must be 0. Specialize this for every enumeration that is sent:
-// sending one without does not compile.
+// without that, sending it does not compile.
 template <typename Enumeration>
 constexpr Enumeration last = Enumeration::missing;
 

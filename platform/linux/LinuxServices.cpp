@@ -58,7 +58,7 @@ LinuxServices::LinuxServices(Dependencies dependencies)
                                        }}),
       statusBar(
           {.session = dependencies_.session, .loop = dependencies_.loop, .xTray = xTray(windows)}),
-      // Registered before the model's observer, which reads the battery at the wake.
+      // Registered before the model's observer, which reads the battery when the machine wakes.
       wake(workspace.observeDidWake([this] {
           battery.resumed();
           statusBar.registerAgain();
@@ -72,7 +72,7 @@ LinuxServices::LinuxServices(Dependencies dependencies)
 
 void LinuxServices::finish()
 {
-    notifications.finish();  // first: it may still receive a snooze
+    notifications.finish();  // first: a snooze may still arrive, which must be saved
     defaults.saveUnsaved();
 }
 

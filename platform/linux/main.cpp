@@ -64,7 +64,7 @@ End endOf(const DesktopApplication& application)
     return *action == MenuAction::open ? End::restartAndOpen : End::restart;
 }
 
-// Call after `run`, which has left the session bus.
+// Call after `run`, which has closed the connection to the session bus.
 int restartInPlace(const std::string& program, bool open)
 {
     (void)execl(program.c_str(), program.c_str(), open ? "--open" : nullptr, nullptr);

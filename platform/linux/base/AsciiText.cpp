@@ -12,7 +12,7 @@ constexpr char mark = '~';
 constexpr std::string_view hexDigits = "0123456789ABCDEF";
 
 // The multi-byte sequences of UTF-8: the range of the first byte, that of the second (which
-// excludes overlong forms and surrogates) and the number of bytes that follow.
+// excludes overlong forms and surrogates) and the number of bytes after the second.
 struct Sequence {
     unsigned char first;
     unsigned char last;
@@ -54,7 +54,8 @@ bool needsMark(char c)
     return c == mark || isWithin(c, 0x80, 0xFF);
 }
 
-// The byte that an escape stands for; absent when `asciiOf` never writes it.
+// The byte that the escape at the start of the text stands for. Absent if there is no escape, or
+// one that `asciiOf` never writes.
 std::optional<char> marked(std::string_view ascii)
 {
     unsigned char byte = 0;

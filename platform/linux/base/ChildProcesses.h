@@ -20,8 +20,8 @@ public:
     ChildProcesses& operator=(const ChildProcesses&) = delete;
 
     struct Program {
-        std::vector<std::string> words;  // the first is the path
-        int passed = -1;                 // the child inherits it as descriptor 3
+        std::vector<std::string> words;  // the path and the arguments
+        int passed = -1;                 // a descriptor that the child inherits as number 3
         bool isQuiet = false;            // its standard streams are /dev/null
     };
     static constexpr int passedAs = 3;

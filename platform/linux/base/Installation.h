@@ -6,16 +6,16 @@
 
 namespace vorlane::platform {
 
-// Empty when the kernel does not say, as without /proc.
+// Empty when it cannot be found out, for example without /proc.
 std::filesystem::path programPath();
 
 // Whether the program's file was replaced, as by an upgrade.
 bool programWasReplaced();
 
-// `relative` is relative to the folder above bin/: "share/icons".
+// `relative` is relative to the folder above bin/, as in "share/icons".
 std::filesystem::path installedPath(std::string_view relative);
 
-// A program that only this program starts.
+// The path of a program that only Vorlane starts.
 std::filesystem::path helperPath(std::string_view name);
 
 }  // namespace vorlane::platform

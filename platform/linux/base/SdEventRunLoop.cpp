@@ -103,7 +103,7 @@ int SdEventRunLoop::fire(sd_event_source* source, std::uint64_t due, void* userd
     if (timer->interval == 0) {
         timers->erase(timer->id);
     } else {
-        // Counts from the time that was due, not from now, so that delays do not add up. Skips
+        // Counts from when the timer was due, not from now, so that delays do not add up. Skips
         // missed repetitions.
         std::uint64_t now = due;
         (void)sd_event_now(sd_event_source_get_event(source), CLOCK_MONOTONIC, &now);

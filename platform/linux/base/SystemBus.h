@@ -23,7 +23,7 @@ public:
     sd_bus* connection() const { return bus.get(); }
 
     // Calls `changed` with null when the connection is lost, and with each new connection. The lost
-    // one stays valid until the call returns.
+    // connection stays valid until the call returns.
     void onChange(std::function<void(sd_bus* connection)> changed)
     {
         changed_ = std::move(changed);

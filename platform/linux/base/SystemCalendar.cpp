@@ -69,7 +69,7 @@ void cut(std::string& format, std::string_view field, std::string_view separator
     }
 }
 
-// In locales with a word after each number, removes the seconds' word as well.
+// Removes the seconds, and in locales with a word after each number the word for seconds as well.
 void cutSeconds(std::string& format)
 {
     for (const std::string_view field : {"%OS", "%S"}) {

@@ -74,7 +74,7 @@ inline int matchInstalled(sd_bus_message* /*answer*/, void* /*self*/, sd_bus_err
     return 0;
 }
 
-// Owns the handle that `call` stores through its argument; empty when it failed.
+// Owns the handle that `call` stores through its argument; empty when the call failed.
 template <typename Pointer, typename Call>
 Pointer owned(Call&& call)
 {

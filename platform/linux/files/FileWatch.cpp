@@ -26,7 +26,7 @@ std::string_view nameOf(std::string_view path)
 }
 
 // The file that the symbolic link at `path` leads to, even if that file does not exist. Empty if
-// `path` is no link or leads to something other than a file.
+// `path` is not a link or leads to something other than a file.
 std::string targetOf(const std::string& path)
 {
     namespace fs = std::filesystem;

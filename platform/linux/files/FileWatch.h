@@ -1,6 +1,6 @@
 // Reports that a file, or its folder, may have been written, replaced, removed or created. Also
-// watches the file that a symbolic link leads to, but no device, which others may write to all the
-// time. Reading the file is left to the callback.
+// watches the file that a symbolic link leads to, unless it is a device, which other processes may
+// write to all the time. Reading the file is left to the callback.
 #pragma once
 
 #include <sys/inotify.h>

@@ -33,9 +33,9 @@ using FilePieces = std::function<std::string_view()>;
 Expected<> replaceFile(const std::string& path, const FilePieces& next);
 Expected<> replaceFile(const std::string& path, std::string_view content);
 
-// Keeps what is at `path` as `path` + ".bad", or ".bad.1", ".bad.2"... if that exists. A file keeps
-// its old name as well, until it is replaced; what cannot be linked is renamed. Succeeds also when
-// there is nothing to keep.
+// Keeps what is at `path` as `path` + ".bad", or ".bad.1", ".bad.2"... if that exists. A file is
+// hard-linked, so that it also keeps its old name until it is replaced; what cannot be linked, such
+// as a folder, is renamed. Succeeds also when there is nothing to keep.
 Expected<> keepFileAside(const std::string& path);
 
 // Creates the folder and those above it with mode 0700. Existing folders keep their mode, and

@@ -12,7 +12,7 @@ constexpr double leastVolts = 1.0;
 constexpr double mostVolts = 60.0;  // below the gauges' sentinel of 65.535 V
 constexpr double mostAmperes = 30.0;
 constexpr double mostWatts = 300.0;
-constexpr std::int64_t unknownRate = 65535000;  // 16 bits of ones, in thousandths: unknown
+constexpr std::int64_t unknownRate = 65535000;  // 65535 mA or mW: all 16 bits set
 
 struct StatusName {
     const char* text;
@@ -166,7 +166,7 @@ std::optional<double> percentOf(const PowerSupply& battery)
 
 std::optional<double> exactPercentOf(const PowerSupply& battery)
 {
-    constexpr double rounding = 1.5;  // gauges round up, down and to the nearest
+    constexpr double rounding = 1.5;  // some gauges round up, some down, some to the nearest
     const auto percent = percentOf(battery);
     if (!percent) return std::nullopt;
     for (const auto& capacity : {energyOf(battery), chargeOf(battery)}) {

@@ -25,13 +25,13 @@ public:
 
     // Returns the situation to show for the reading `raw`. A plug change is shown at once, unless
     // it follows another within ten seconds. In that case it is held back, and the last situation
-    // stays, until ten seconds have passed without a change.
+    // is still shown, until ten seconds have passed without a change.
     Shown filter(const PowerSituation& raw, Seconds uptime);
 
 private:
     std::optional<PowerSituation> shown;  // absent before the first reading
     bool rawPluggedIn = false;
-    std::optional<Seconds> lastChange;  // when the raw reading last changed
+    std::optional<Seconds> lastChange;  // when `rawPluggedIn` last changed
 };
 
 }  // namespace vorlane::platform

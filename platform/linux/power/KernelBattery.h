@@ -50,7 +50,7 @@ public:
     // Whether a plug change has been read but not shown yet.
     bool holdsBackPlugChange() const { return static_cast<bool>(lookAgain); }
 
-    // Passes the state that cannot be read again to the next process image.
+    // Passes on to the next process image the state that it cannot read again.
     void handOver() const { charger.handOver(); }
 
 private:

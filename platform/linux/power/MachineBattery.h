@@ -11,7 +11,7 @@
 
 namespace vorlane::platform {
 
-// The remaining charge and its rate, as fractions of the full capacity.
+// How much charge remains to flow, and how fast it flows, as fractions of the full capacity.
 struct ChargeFlow {
     double left = 0;     // to full or to empty
     double perHour = 0;  // above 0

@@ -15,7 +15,7 @@ struct Watch {
     DeviceMonitorPointer monitor;
 };
 
-// As PowerSupply::isPeripheral, which reads files.
+// The same test as PowerSupply::isPeripheral, for the device of an event.
 bool isPeripheral(sd_device* device)
 {
     const char* scope = nullptr;

@@ -44,7 +44,7 @@ Expected<MaybeEntry> read(const std::string& path)
     return exists(path) ? MaybeEntry("") : std::nullopt;
 }
 
-// The message for the user.
+// The error message for the user.
 std::optional<std::string> reasonOf(const Expected<>& outcome)
 {
     if (outcome) return std::nullopt;
@@ -147,8 +147,8 @@ void AutostartLoginItem::setProgram(DesktopEntry& entry) const
     if (const auto command = execCommand(places_.program)) entry.set("Exec", *command);
 }
 
-// Whether the file is as the program wrote it. The path of the program may be outdated, and the
-// file may turn the item off.
+// Whether the file is as the program wrote it, apart from the program's path, which may be
+// outdated, and from the key that turns the item off.
 bool AutostartLoginItem::isOurs(DesktopEntry entry) const
 {
     if (!entry.isValid()) return false;

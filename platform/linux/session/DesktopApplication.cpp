@@ -24,7 +24,7 @@ constexpr Seconds restartRetry{1};
 
 constexpr int mostTries = 5;  // another process may take the name first each time
 
-// The bus replies with an error once this connection closes.
+// A handler result that sends no reply. The bus replies with an error once this connection closes.
 constexpr int leaveUnanswered = 1;
 
 // The actions of the desktop file.
@@ -174,7 +174,7 @@ int DesktopApplication::reopened(sd_bus_message* message, void* self, sd_bus_err
     return sd_bus_reply_method_return(message, "");
 }
 
-// An unknown action, for example from the desktop file of another version, shows the program.
+// Handles an unknown action, for example from the desktop file of another version, like Activate.
 int DesktopApplication::acted(sd_bus_message* message, void* self, sd_bus_error* error)
 {
     const char* name = nullptr;

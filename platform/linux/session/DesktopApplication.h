@@ -35,8 +35,9 @@ public:
     // Ends the main loop; the program is then to restart in place and perform `action`.
     void restart(MenuAction action);
 
-    // Delays a restart by SIGUSR1 until `allowed` returns true. Calls `allowed` at the signal, then
-    // every second. Meanwhile the program can still be ended, or restarted by `restart`.
+    // Delays a restart that SIGUSR1 requests until `allowed` returns true. Calls `allowed` at the
+    // signal, then every second. Meanwhile the program can still be ended, or restarted by
+    // `restart`.
     void waitToRestartUntil(std::function<bool()> allowed);
 
     // The action after the restart; absent when no restart was requested.

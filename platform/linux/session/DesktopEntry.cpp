@@ -48,7 +48,7 @@ std::string unescaped(std::string_view text)
     return plain;
 }
 
-// A blank is escaped only at the start, where it would otherwise be trimmed.
+// A space is escaped only at the start, where it would otherwise be trimmed.
 std::string escaped(std::string_view text)
 {
     std::string written;
@@ -63,7 +63,7 @@ std::string escaped(std::string_view text)
     return written;
 }
 
-// A shell that starts the program named by its next argument.
+// A shell command that starts the program named by the next argument.
 constexpr std::string_view byShell = R"(/bin/sh -c "exec \"\$0\"" )";
 
 // Exec does not allow "=" in a program's name. "%" must be doubled, and launchers that look for the

@@ -1,4 +1,5 @@
-// Reads and edits the text of a desktop file; everything else in it stays as it was written.
+// Reads and edits single keys in the text of a desktop file; the rest of the text stays as it was
+// written.
 #pragma once
 
 #include <optional>
@@ -31,7 +32,7 @@ private:
     };
 
     std::vector<Line> lines;
-    std::optional<std::size_t> group;  // index of its header
+    std::optional<std::size_t> group;  // index of the line with its header
 };
 
 // The value of Exec that starts the program at `path`. Absent for a path with control characters or

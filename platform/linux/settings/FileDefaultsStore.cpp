@@ -39,7 +39,8 @@ std::string withFolder(std::string path)
     return path;
 }
 
-// `text` with those `values` that TOML can hold; absent if one of the keys is a table.
+// `text` with those `values` that TOML can hold; absent if one of the keys holds a table of several
+// lines.
 std::optional<std::string> withValues(std::string text,
                                       const std::map<std::string, DefaultsValue>& values)
 {
@@ -186,7 +187,7 @@ std::map<std::string, DefaultsValue> FileDefaultsStore::allValues() const
     return all;
 }
 
-// False when it should be retried.
+// False when the caller should retry later.
 bool FileDefaultsStore::save()
 {
     auto edited = withValues(text.value_or(""), unsaved);
@@ -203,7 +204,8 @@ bool FileDefaultsStore::save()
     return true;
 }
 
-// Discards the values that the file now has, so that they do not overwrite later edits of the file.
+// Discards the unsaved values that the file now has, so that they do not overwrite later edits of
+// the file.
 void FileDefaultsStore::discardSaved()
 {
     std::erase_if(unsaved, [this](const auto& entry) {

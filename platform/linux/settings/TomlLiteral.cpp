@@ -20,7 +20,7 @@ std::string textOf(double value)
     std::array<char, 32> digits;
     const auto end = std::to_chars(digits.begin(), digits.end(), value, format).ptr;
     std::string text(digits.begin(), end);
-    if (plain && text.find('.') == std::string::npos) text += ".0";  // else an integer
+    if (plain && text.find('.') == std::string::npos) text += ".0";  // otherwise read as an integer
     return text;
 }
 

@@ -1,7 +1,7 @@
 #include "platform/linux/settings/TomlText.h"
 
-// toml++ 3.3 asserts (and with NDEBUG assumes) conditions that a malformed text violates; it
-// reports the error itself a line later.
+// toml++ 3.3 asserts (and with NDEBUG assumes) conditions that a malformed text violates. Its next
+// line reports the error anyway.
 #undef NDEBUG
 #define TOML_ASSERT(expression) static_assert(true)
 #define TOML_EXCEPTIONS 0

@@ -76,7 +76,7 @@ def mixed(*placed):
 
 
 def plucked(pitch, seconds, seed, damping):
-    """A string: a burst of noise, repeated and softened each time."""
+    """A plucked string: a burst of noise, repeated and softened each time."""
     loop = noise(1 / pitch, seed)
     loop = [(loop[i - 2] + 2 * loop[i - 1] + loop[i]) / 4 for i in range(len(loop))]
     middle = sum(loop) / len(loop)  # an offset would not die away
