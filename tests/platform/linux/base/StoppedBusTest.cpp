@@ -18,8 +18,8 @@ protected:
     BusPointer connection = bus.connect(loop);
     int unanswered = 0;
 
-    // Returns after a call has timed out, and with it all calls made before, on a bus that does not
-    // answer.
+    // Calls a bus that does not answer, and returns once the call has timed out. All earlier calls
+    // have then timed out, too.
     void waitForTimeouts()
     {
         const auto slot = owned<SlotPointer>([this](sd_bus_slot** made) {

@@ -107,7 +107,7 @@ TEST_F(SystemBusTest, RetriesWithoutBackOffAfterAConnectionThatAnswered)
     EXPECT_NE(system->connection(), nullptr);
 }
 
-// The adapters, connected as in the program.
+// The adapters that use the system bus, connected as in the program.
 class LostSystemBusTest : public SystemBusTest {
 protected:
     std::unique_ptr<UPowerEstimates> estimates;

@@ -1,5 +1,6 @@
 // A save survives a power cut: the content is on the disk before the file gets its name, and the
-// name is there before the save returns. Replaces the C library's functions to see their order.
+// name is there before the save returns. Replaces the C library's functions to see the order of the
+// calls.
 #include <fcntl.h>
 #include <gmock/gmock.h>
 #include <sys/syscall.h>

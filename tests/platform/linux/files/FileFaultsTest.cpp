@@ -1,4 +1,5 @@
-// The program keeps reminding while its files fail, and uses them again afterwards.
+// The program keeps reminding while its files cannot be read or written, and uses them again
+// afterwards.
 #include <gmock/gmock.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
@@ -119,7 +120,7 @@ INSTANTIATE_TEST_SUITE_P(Each, ObstacleTest, testing::ValuesIn(obstacles),
 
 class FileFaultsTest : public FaultyFilesFixture {
 protected:
-    // What works even while the files cannot be written.
+    // Expects reminders and settings to work even while the files cannot be written.
     void expectWorkDespiteTrouble()
     {
         expectReminders(75);

@@ -88,7 +88,7 @@ TEST_F(FileWatchTest, ReportsAWriteToTheTargetOfALink)
     EXPECT_EQ(callsNow(), 0);
 }
 
-TEST_F(FileWatchTest, ReportsAWriteToATargetInTheSameFolderOnce)
+TEST_F(FileWatchTest, ReportsAWriteThroughALinkToTheSameFolderOnce)
 {
     write(parent / "other", "old");
     fs::create_symlink("other", file);

@@ -15,7 +15,7 @@ TEST_F(KeepFileAsideTest, KeepsAFileUnderASecondNameUntilItIsReplaced)
     folder.write("file", "bad");
 
     EXPECT_TRUE(keepFileAside(file));
-    EXPECT_EQ(readFile(file, limit).value_or("none"), "bad");  // whole at every moment
+    EXPECT_EQ(readFile(file, limit).value_or("none"), "bad");  // still there until it is replaced
     EXPECT_TRUE(replaceWith("good"));
 
     EXPECT_EQ(readFile(file, limit).value_or("none"), "good");

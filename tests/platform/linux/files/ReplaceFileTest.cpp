@@ -24,7 +24,7 @@ protected:
         return static_cast<unsigned>(fs::symlink_status(path).permissions());
     }
 
-    // Sets its modification time years back.
+    // Sets the file's modification time years back.
     void makeOld(const char* name) const
     {
         const timespec old[] = {{.tv_sec = 1'000'000'000, .tv_nsec = 0},

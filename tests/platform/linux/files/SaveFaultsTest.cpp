@@ -1,5 +1,6 @@
 // Interferes with each system call of a save in turn: the call fails, does half of its work, or is
-// the last one before the process is killed. Each test counts the calls itself.
+// the last one before the process is killed. Each test first counts the calls of a save without
+// interference.
 #include <fcntl.h>
 #include <gmock/gmock.h>
 #include <sys/stat.h>
@@ -45,7 +46,7 @@ struct SaveCase {
     const char* name;
     const char* file;                   // below the folder
     std::optional<std::string> before;  // its content
-    bool isUnderstood;                  // otherwise the program must keep it aside
+    bool isUnderstood;                  // if not, the program must keep it aside
     // Saves in the folder with the planned interference; may be repeated.
     std::function<TracedChild::Outcome(fs::path, TracedChild::Plan)> act;
 };
@@ -215,7 +216,8 @@ protected:
         return act({}).calls;
     }
 
-    // Returns the number of system calls of a save.
+    // Saves once for each system call of a save, with interference at that call; returns the number
+    // of those calls.
     int interfereWithEach(TracedChild::Plan plan) const
     {
         for (int calls = callsOfASave(); plan.call < calls; ++plan.call) {

@@ -13,7 +13,7 @@ class FakeUPower {
 public:
     struct Property {
         std::string name;
-        char type = 'x';  // a basic D-Bus type for numbers, or 's'
+        char type = 'x';  // a D-Bus type: of a number, 's', or 'a' for an array
         std::int64_t value = 0;
     };
 

@@ -40,7 +40,7 @@ TEST_F(KernelBatteryTimesTest, GivesTheTimeUntilTheFirmwareStopsCharging)
     estimates.minutes = 100;
     EXPECT_EQ(description().integer("Time to Full Charge"), 60);
 
-    setBattery("Charging", "80");  // some batteries charge past it
+    setBattery("Charging", "80");  // some batteries charge past the limit
     EXPECT_EQ(description().integer("Time to Full Charge"), 100);
 }
 

@@ -50,7 +50,7 @@ protected:
     }
 };
 
-// /proc/self/mem looks like a regular file but fails to be read.
+// /proc/self/mem looks like a regular file, but reading it fails.
 TEST_F(PowerSupplyTroubleTest, SkipsFilesThatFailToBeRead)
 {
     std::array<char, 1> byte{};

@@ -48,7 +48,7 @@ TEST_F(UPowerTroubleTest, IgnoresSignalsOfOtherSenders)
     ASSERT_GE(sd_bus_message_append(forged.get(), "sa{sv}as", FakeUPower::usualInterface, 1,
                                     "TimeToEmpty", "x", std::int64_t{60}, 0),
               0);
-    // Without a destination the bus would drop it.
+    // Without a destination the bus would not deliver it, because the sender does not match.
     ASSERT_GE(sd_bus_message_set_destination(forged.get(), self), 0);
     ASSERT_GE(sd_bus_send(stranger.get(), forged.get(), nullptr), 0);
     const auto ping = owned<MessagePointer>([&](sd_bus_message** message) {
@@ -56,7 +56,7 @@ TEST_F(UPowerTroubleTest, IgnoresSignalsOfOtherSenders)
                                               "/org/freedesktop/DBus", "org.freedesktop.DBus.Peer",
                                               "Ping");
     });
-    ASSERT_TRUE(answer(loop, ping.get()));  // the forged signal was delivered before
+    ASSERT_TRUE(answer(loop, ping.get()));  // the forged signal was delivered before that
 
     handleSignals();
     EXPECT_EQ(toEmpty(), 120);

@@ -12,7 +12,7 @@
 namespace vorlane::platform {
 namespace {
 
-// The application blocks the signals that end it, for good.
+// Restores the signal mask: the application blocks the signals that end it and never unblocks them.
 class BlockedSignals {
 public:
     BlockedSignals() { (void)pthread_sigmask(SIG_SETMASK, nullptr, &before); }
@@ -41,7 +41,7 @@ protected:
         application.onAction([this](MenuAction action) { actions.push_back(action); });
     }
 
-    // Returns the reply to a launcher that passes no activation token.
+    // Chooses the action as a launcher does, without an activation token; returns the reply.
     MessagePointer choose(const char* action)
     {
         const auto message = call("ActivateAction");
@@ -51,7 +51,8 @@ protected:
 
     MessagePointer call(const char* method) { return call("org.freedesktop.Application", method); }
 
-    // The bus connection of the application replies to a ping by itself.
+    // True once the application's connection has replied, by itself. All earlier calls have then
+    // arrived.
     bool ping()
     {
         const auto reply = answer(loop, call("org.freedesktop.DBus.Peer", "Ping").get());

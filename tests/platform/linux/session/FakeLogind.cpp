@@ -36,7 +36,7 @@ bool FakeLogind::isLockHeld() const
     if (!ourEnd) return false;
     pollfd end{.fd = ourEnd.get(), .events = 0, .revents = 0};
     (void)poll(&end, 1, 0);
-    return (end.revents & POLLHUP) == 0;  // the last holder has closed it
+    return (end.revents & POLLHUP) == 0;  // set once the last holder has closed it
 }
 
 void FakeLogind::prepareForSleep(bool goingToSleep)

@@ -14,7 +14,7 @@ namespace {
 using namespace std::chrono_literals;
 using testing::ElementsAre;
 
-// A local day; `midnight` is in UTC.
+// A day on which local clocks change, as from 02:00 to 03:00 ("02 to 03"). `midnight` is in UTC.
 struct Day {
     const char* zone;
     Date midnight;

@@ -19,7 +19,7 @@ namespace {
 
 constexpr unsigned patience = 20;  // seconds
 
-// Root may do it directly; other users need a user namespace.
+// Gives the process its own mounts. Root may do so directly; other users need a user namespace.
 bool ownMounts()
 {
     const auto user = std::to_string(getuid());

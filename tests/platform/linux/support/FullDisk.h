@@ -1,4 +1,4 @@
-// During its lifetime no file may grow beyond this size, as on a full disk.
+// During its lifetime no file may grow beyond the given size, as on a full disk.
 #pragma once
 
 #include <sys/resource.h>

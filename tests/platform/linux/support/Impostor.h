@@ -1,4 +1,4 @@
-// A client that sends forged signals to another one, the victim. The bus delivers every message
+// A client that sends forged signals to another client, the victim. The bus delivers every message
 // that is addressed to a client, but with the true sender.
 #pragma once
 
@@ -14,7 +14,7 @@ public:
     Impostor(const PrivateBus& bus, const SdEventRunLoop& loop, sd_bus* victim)
         : loop_(loop), victim_(victim), connection(bus.connect(loop))
     {
-        roundTrip(loop_, victim_);  // a connection has a unique name once it was answered
+        roundTrip(loop_, victim_);  // a connection has its unique name once the bus has answered
         roundTrip(loop_, connection.get());
         (void)sd_bus_get_unique_name(victim_, &victimName);
         (void)sd_bus_get_unique_name(connection.get(), &name_);

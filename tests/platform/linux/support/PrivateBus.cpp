@@ -31,8 +31,8 @@ std::string configuration(const std::filesystem::path& folder)
     (void)prctl(PR_SET_PDEATHSIG, SIGKILL);  // also when the test crashes
     sigset_t none;
     (void)sigemptyset(&none);
-    (void)sigprocmask(SIG_SETMASK, &none, nullptr);                      // it reloads on SIGHUP
-    (void)dup2(open("/dev/null", O_WRONLY | O_CLOEXEC), STDERR_FILENO);  // warnings of low limits
+    (void)sigprocmask(SIG_SETMASK, &none, nullptr);                      // SIGHUP makes it reload
+    (void)dup2(open("/dev/null", O_WRONLY | O_CLOEXEC), STDERR_FILENO);  // it warns of low limits
     (void)execlp("dbus-daemon", "dbus-daemon", "--nofork", "--nopidfile", "--nosyslog", config,
                  print, nullptr);
     _exit(127);
@@ -63,7 +63,7 @@ void PrivateBus::start()
     writing.reset();
     ASSERT_GT(daemon, 0);
 
-    // It prints its address once it listens.
+    // The daemon prints its address once it listens.
     std::array<char, 512> text{};
     const auto length = read(reading.get(), text.data(), text.size());
     ASSERT_GT(length, 0) << "dbus-daemon did not start";

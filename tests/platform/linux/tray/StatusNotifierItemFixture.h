@@ -1,4 +1,4 @@
-// The tray's item on a private bus, with a fake watcher and a client that stands for the tray.
+// The tray item on a private bus, with a fake watcher and a client that stands for the tray.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -24,7 +24,7 @@ protected:
     BusPointer session = bus.connect(busLoop);
     BusPointer desktop = bus.connect(busLoop);
     FakeWatcher watcher{desktop.get()};
-    ProcessName process{"gnome-shell"};  // that owns the watcher's name
+    ProcessName process{"gnome-shell"};  // the name of the watcher's process
     std::unique_ptr<StatusNotifierItem> item =
         std::make_unique<StatusNotifierItem>(session.get(), runLoop);
     TrayClient tray{busLoop,

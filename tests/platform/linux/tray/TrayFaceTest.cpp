@@ -41,7 +41,7 @@ TEST(TrayFaceTest, PutsTheRestOfTheDescriptionInTheToolTipOnXfce)
               (TrayToolTip{.title = "On battery, 2 h 5 min left", .text = "Battery 57%"}));
 }
 
-// XFCE shows a single line if title and tooltip are the same.
+// XFCE shows a single line if the tooltip's title and text are the same.
 TEST(TrayFaceTest, RepeatsTheTitleInTheToolTipOnXfceWhenThereIsNoRest)
 {
     auto none = content;

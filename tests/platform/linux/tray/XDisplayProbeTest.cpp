@@ -15,7 +15,7 @@
 namespace vorlane::platform {
 namespace {
 
-// The X server accepts connections only when the test lets it.
+// A fake X server that accepts connections only when the test calls `accept`.
 class XDisplayProbeTest : public testing::Test {
 protected:
     TemporaryFolder folder;

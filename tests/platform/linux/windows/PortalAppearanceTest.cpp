@@ -20,7 +20,8 @@ constexpr const char* path = "/org/freedesktop/portal/desktop";
 constexpr const char* interfaceName = "org.freedesktop.portal.Settings";
 constexpr const char* appearanceNamespace = "org.freedesktop.appearance";
 
-// A fake settings portal with the two keys that the program reads and another one.
+// A fake settings portal with the two keys that the program reads, and with others: "contrast", and
+// a "color-scheme" in another namespace.
 class FakePortal {
 public:
     std::optional<std::uint32_t> scheme;

@@ -119,7 +119,7 @@ TEST(StatusIconTest, ChangesWithTheNumberOnlyOnTraysWithoutLabels)
     EXPECT_EQ(StatusIcon::of(other, TrayKind::labels), StatusIcon::of(content, TrayKind::labels));
 }
 
-// Trays that halve the largest picture then show the usual one exactly.
+// Trays that halve the largest picture then show exactly the picture of 22 pixels.
 TEST(StatusIconTest, OffersANumberAtTwiceTheUsualSizeAsTheLargest)
 {
     const auto icon = StatusIcon::of(content, TrayKind::icons);
