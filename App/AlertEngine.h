@@ -18,7 +18,7 @@ namespace vorlane {
 // Remembers which alerts were sent. The health alert's flag is in the defaults store, under
 // "healthAlertSent", because it must survive restarts.
 struct AlertEngine {
-    std::set<AlertKind> suppressed;  // were true when primed; silent until they have been false
+    std::set<AlertKind> suppressed;  // kinds true when primed; silent until they have been false
     std::int64_t chargeSent = 0;     // sent since the limit was last reached
     Date chargeLast = distantPast;
     bool lowSent = false;

@@ -162,8 +162,8 @@ void AppModel::remind(const BatteryState& fresh, Pass pass)
     for (const auto& alert : due) notifier->deliver(alert, prefs.sounds);
 }
 
-// The time on power before the program started is only an estimate. A "too long" reminder left on
-// the screen by a restart stays until it cannot be true.
+// The time on power before the program started is only an estimate. So a "too long" reminder from
+// before a restart stays until it cannot be true.
 bool AppModel::mayStillBeTrue(AlertKind kind, const BatteryState& fresh, const Prefs& prefs) const
 {
     return kind == AlertKind::tooLong && sinceIsEstimated && prefs.longEnabled && fresh.pluggedIn &&

@@ -14,7 +14,8 @@ class BatteryReader {
 public:
     BatteryReader(PowerSources& sources, BatteryRegistry& registry);
 
-    // Never fails: a value that is missing, mistyped or implausible stays absent or at its default.
+    // Never fails: a value that is missing, implausible or of the wrong type stays absent or at its
+    // default.
     BatteryState read();
 
     // Calls `fire` on the main thread at each change of the power sources, for the life of the

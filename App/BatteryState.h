@@ -19,8 +19,8 @@ struct BatteryState {
     std::optional<std::int64_t> minutesToEmpty;
     std::optional<std::string> sourceName;
     std::optional<std::int64_t> cycleCount;
-    std::optional<std::int64_t> designCapacity;  // the registry's unit, above 0
-    std::optional<std::int64_t> fullCapacity;    // the same unit, 30%..130% of the design
+    std::optional<std::int64_t> designCapacity;  // in the registry's unit; above 0
+    std::optional<std::int64_t> fullCapacity;    // in the same unit; 30%..130% of the design
     std::optional<double> temperatureC;          // degrees Celsius
     std::optional<double> voltage;               // volts
     std::optional<double> amperage;              // amperes, signed as the registry reports it

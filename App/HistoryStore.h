@@ -23,7 +23,7 @@ public:
     HistoryStore(FileManager& files, Date now);
 
     // Adds a sample if the reading differs from the last one or `force` is set. Samples later than
-    // `at` are set aside, since the clock was wrong then or is wrong now.
+    // `at` are set aside, because the clock was wrong then or is wrong now.
     struct Offer {
         Date at;
         bool force = false;
@@ -31,8 +31,8 @@ public:
     void record(const BatteryState& state, Offer offer);
 
     // Writes the whole history. A failure is silent and is not retried before the next save is due.
-    // A file that could not be loaded is tried again first and, if that fails, renamed. Nothing is
-    // written while most samples lie in the future, since the clock may be wrong.
+    // If the old file could not be loaded, loads it now or, if that fails again, renames it.
+    // Nothing is written while most samples lie in the future, because the clock may be wrong.
     void save(Date now);
 
     // The clock was moved by `by` and now reads `now`. Sets aside samples outside the last 30 days
@@ -51,7 +51,7 @@ public:
 private:
     struct SetAside {
         Sample sample;
-        Date at;  // when it was set aside, by the current clock
+        Date at;  // when it was set aside; shifted whenever the clock is set
     };
 
     void load(Date now);

@@ -91,7 +91,7 @@ inline constexpr std::array soundKeys{
 };
 inline constexpr const char* defaultSound = "default";
 
-// The row of a field or kind; does not compile if there is none.
+// The table row of a field or kind; does not compile if the tables have no such row.
 consteval SettingsKey<bool> rowOf(bool Prefs::*field)
 {
     return *std::ranges::find(switchKeys, field, &SettingsKey<bool>::field);

@@ -1,6 +1,6 @@
 // Decides how to treat readings around a sleep. Conditions that arose during the sleep count as
-// announced; a plug change after the wake does not. A battery that briefly reads as empty or
-// missing is rejected for a while.
+// announced; those that a plug change causes after the wake do not. A battery that briefly reads as
+// empty or missing is rejected for a while.
 #pragma once
 
 #include <cstdint>
@@ -13,8 +13,9 @@ namespace vorlane {
 
 class ResumeFilter {
 public:
-    // How long after the wake the owner refreshes, and calls `end`.
+    // How long after the wake the owner refreshes.
     static constexpr Seconds wakeRefreshDelay{3};
+    // How long after the last sleep or wake signal the owner calls `end`.
     static constexpr Seconds settleTimeout{30};
 
     void sleep();
@@ -30,7 +31,7 @@ public:
     // Whether to reject `fresh`: the battery reads as empty or missing, but did not before.
     bool rejects(const BatteryState& fresh, const BatteryState& accepted) const;
 
-    // The wake refresh found a suspect reading; the next accepted one replaces it.
+    // The reading of the wake refresh was rejected; the next accepted reading takes its place.
     void postponeWakeRefresh();
 
     // If `fresh` shows the first plug change since the wake, returns the reading before it.

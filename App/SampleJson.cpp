@@ -48,7 +48,7 @@ bool decodeArray(simdjson::dom::parser& parser, std::string& json, std::vector<S
     return true;
 }
 
-// The text between the outermost brackets; empty if there are none.
+// The text between the outermost brackets; empty if the text is not in brackets.
 std::string_view inside(std::string_view json)
 {
     constexpr std::string_view blanks = " \t\r\n";
@@ -92,8 +92,8 @@ void appendNumber(std::string& text, Arguments... arguments)
 
 void appendReal(std::string& text, double number)
 {
-    // Written without an exponent, these would be read back as whole numbers: large values would
-    // overflow, and a negative zero would lose its sign.
+    // Without an exponent, large values and negative zero would be read back as whole numbers: the
+    // former would overflow, the latter would lose its sign.
     constexpr double wholeLimit = 9223372036854775808.0;  // 2^63
     const bool isNegativeZero = number == 0 && std::signbit(number);
     if (std::abs(number) < wholeLimit && !isNegativeZero) {

@@ -205,7 +205,8 @@ void SettingsView::setToggle(const std::string& key, bool value)
     if (isAlert && changed && value) model->notifier->requestIfNeeded();
 }
 
-// A number edited by hand may lie outside the range; the next step moves it to the nearest end.
+// A number edited by hand in the file may lie outside the range; the next press of the stepper
+// moves it to the nearest end.
 void SettingsView::setNumber(const std::string& key, std::int64_t value)
 {
     for (const auto& range : {limitRange, lowRange, longRange}) {

@@ -38,7 +38,7 @@ public:
     std::shared_ptr<AppModel> model;
     Published<bool> launchAtLogin;  // as last read from the system
     Published<std::optional<std::string>> loginError;
-    bool confirmReset = false;  // while the dialog is open
+    bool confirmReset = false;  // true while the dialog is open
 
     SettingsView(std::shared_ptr<AppModel> model, Dependencies dependencies);
 

@@ -91,7 +91,7 @@ struct PopoverContent {
     friend bool operator==(const PopoverContent&, const PopoverContent&) = default;
 };
 
-// Called on the main thread. None is ever empty.
+// Called on the main thread. No intent is ever empty.
 struct PopoverIntents {
     std::function<void()> openSettings = [] {};
     std::function<void()> quit = [] {};

@@ -27,7 +27,7 @@ struct ToggleRow {
 struct StepperRow {
     std::string key;
     std::string title;
-    std::int64_t value = 0;  // may be out of range if edited by hand
+    std::int64_t value = 0;  // may be out of range if the file was edited by hand
     std::int64_t minimum = 0;
     std::int64_t maximum = 0;
     std::int64_t step = 1;
@@ -88,7 +88,7 @@ using SettingsRow =
     std::variant<ToggleRow, StepperRow, SoundRow, TimeRow, LoginItemRow, ResetRow, NoteRow>;
 
 struct SettingsSection {
-    std::string header;  // empty: none
+    std::string header;  // empty: no header
     std::vector<SettingsRow> rows;
 
     friend bool operator==(const SettingsSection&, const SettingsSection&) = default;
@@ -100,7 +100,7 @@ struct SettingsContent {
     friend bool operator==(const SettingsContent&, const SettingsContent&) = default;
 };
 
-// Called on the main thread. None is ever empty.
+// Called on the main thread. No intent is ever empty.
 struct SettingsIntents {
     std::function<void(const std::string& key, bool value)> setToggle = [](auto&, bool) {};
     std::function<void(const std::string& key, std::int64_t value)> setNumber = [](auto&, auto) {};

@@ -4,7 +4,7 @@
 
 namespace vorlane {
 
-// The wall clock, which may be set at any time, and the uptime, which may not.
+// The wall clock, which may be set at any time, and the uptime, which cannot be set.
 class Clock {
 public:
     virtual ~Clock() = default;

@@ -20,7 +20,7 @@ public:
     // Does nothing when no window can be shown.
     virtual void show(const PopoverContent& content) = 0;
 
-    // The popover must be shown.
+    // Call it only while the popover is shown.
     virtual void update(const PopoverContent& content) = 0;
 
     virtual void performClose() = 0;
@@ -36,7 +36,7 @@ public:
     // Shows the window, centred the first time, and gives it the keyboard focus.
     virtual void makeKeyAndOrderFront(const SettingsContent& content) = 0;
 
-    // The window must be shown.
+    // Call it only while the window is shown.
     virtual void update(const SettingsContent& content) = 0;
 };
 
@@ -47,7 +47,7 @@ struct SettingsWindowFrame {
     int height;
 };
 
-// Creates the program's windows. No process starts before the first one is shown.
+// Creates the program's windows. Starts no process before the first window is shown.
 class Windows {
 public:
     virtual ~Windows() = default;
