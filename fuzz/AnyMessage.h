@@ -17,7 +17,8 @@ public:
     // Appends values of these types.
     void append(sd_bus_message* message, const std::string& signature);
 
-    // Usually appends values of these types, sometimes of any. Returns the signature used.
+    // Usually appends values of these types, sometimes of arbitrary types. Returns the signature
+    // used.
     std::string appendMostly(sd_bus_message* message, const std::string& signature);
 
     std::string anySignature();

@@ -19,7 +19,8 @@ std::string encoded(const std::vector<Sample>& samples)
     return text;
 }
 
-// A long history is read in pieces; without this, fuzz inputs would be too short for a second one.
+// A long history is read in pieces; without this, fuzz inputs would be too short for a second
+// piece.
 std::string lengthened(const std::string& text)
 {
     std::string whole = "[";

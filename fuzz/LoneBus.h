@@ -15,8 +15,8 @@ using platform::SlotPointer;
 
 class LoneBus {
 public:
-    // Gets the program's calls, except those to the bus itself; GetNameOwner and
-    // ListActivatableNames are included.
+    // Receives the program's calls; of those to the bus itself only GetNameOwner and
+    // ListActivatableNames.
     using Listener = std::function<void(sd_bus_message* call)>;
 
     explicit LoneBus(Listener listener);
@@ -36,7 +36,7 @@ public:
     static MessagePointer reply(sd_bus_message* call, const std::string& sender);
     void send(const MessagePointer& message) const;
 
-    // No message from others may end the connection.
+    // Requires that the connection is still open: no message from others may end it.
     void requireOpen() const;
 
 private:

@@ -71,7 +71,8 @@ public:
     }
 
 private:
-    // The constructor blocks on replies from the bus, so another thread must send them.
+    // The notification center's constructor blocks on replies from the bus, so another thread must
+    // send them.
     void begin()
     {
         std::atomic<bool> isMade = false;
@@ -120,7 +121,7 @@ private:
         if (action == 11) sendSignal(service, "NotificationClosed", "uu");
     }
 
-    // The title identifies the notification.
+    // A Notify call does not carry the identifier, so the title is used as one.
     void add()
     {
         const std::string identifier = input.oneOf(identifiers);
@@ -166,7 +167,7 @@ private:
         ++changes;
     }
 
-    // A signal that the bus would never send; afterwards the owner is uncertain.
+    // A signal from the bus with arbitrary contents. After NameOwnerChanged the owner is uncertain.
     void sendAny()
     {
         const bool ofOwner = input.flag();
@@ -211,7 +212,7 @@ private:
         (void)screen.settle(question.call.get());
         auto signature = any.anySignature();
         if (signature.starts_with('u'))
-            signature.insert(0, "s");  // the screen must know every id that a reply contains
+            signature.insert(0, "s");  // so that the reply never contains an id unknown to `screen`
         any.append(reply.get(), signature);
     }
 
@@ -278,7 +279,7 @@ private:
     std::set<std::string> withdrawn;
     int added = 0;
     int changes = 0;
-    int refused = 0;  // calls refused; some errors mean that the server has ended
+    int refused = 0;  // each allows another Notify: some errors mean that the server has ended
 };
 
 }  // namespace

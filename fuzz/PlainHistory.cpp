@@ -67,7 +67,7 @@ void PlainHistory::clockWasSet(double by, Date now)
     setAside(now);
 }
 
-// Moves samples outside the last 30 days to `aside`, since the clock may be wrong.
+// Moves samples outside the last 30 days to `aside`, because the clock may be wrong.
 void PlainHistory::setAside(Date now)
 {
     const auto all = samples;

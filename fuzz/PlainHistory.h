@@ -1,5 +1,5 @@
 // A plain second implementation of the history, to compare the program with: when samples are
-// recorded, when the file is saved, and since when the laptop is plugged in.
+// recorded, when the file is saved, and when the laptop was plugged in.
 #pragma once
 
 #include <optional>
@@ -28,7 +28,8 @@ public:
     std::optional<Date> pluggedSince(Date now) const;
 
 private:
-    // A sample outside the 30 days. `at` is when it was set aside and moves when the clock is set.
+    // A sample outside the last 30 days. `at` is when it was set aside; it shifts when the clock is
+    // set.
     struct SetAside {
         Sample sample;
         double at;

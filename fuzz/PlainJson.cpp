@@ -169,7 +169,7 @@ private:
         return std::isfinite(value) ? std::optional(Field(value)) : std::nullopt;
     }
 
-    // 64 bits, signed or unsigned; values beyond the signed range become doubles.
+    // A number of 64 bits, signed or unsigned; a value beyond the signed range becomes a double.
     static std::optional<Field> whole(const std::string& written)
     {
         errno = 0;
@@ -210,7 +210,7 @@ private:
         return true;
     }
 
-    // Only ASCII characters need their exact value.
+    // Strings matter only as keys of a sample, which are ASCII: any other character becomes '?'.
     bool codePoint(std::string& taken)
     {
         if (rest.size() < 4) return false;

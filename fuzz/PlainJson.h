@@ -1,4 +1,4 @@
-// A plain second reader of the history file, strictly by RFC 8259, to compare with.
+// A plain second reader of the history file, strictly by RFC 8259, to compare with the program's.
 #pragma once
 
 #include <optional>
@@ -13,8 +13,8 @@ struct PlainJson {
     // Absent when the text is not an array of samples.
     std::optional<std::vector<Sample>> samples;
 
-    // Contains something the standard leaves open (lone surrogate, extreme nesting): do not
-    // compare.
+    // The text contains something that the standard leaves open (lone surrogate, extreme nesting),
+    // so the results are not compared.
     bool isUnspecified = false;
 };
 

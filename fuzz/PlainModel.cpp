@@ -132,7 +132,7 @@ std::vector<PendingAlert> PlainModel::judge(const BatteryState& reading, bool af
     return sent;
 }
 
-// Whether the battery has just become empty or gone; not believed after a sleep.
+// Whether the battery is suddenly empty or gone; such a reading is not believed around a sleep.
 bool PlainModel::isGoneOrEmpty(const BatteryState& reading) const
 {
     const bool isGone = !reading.hasBattery && believed.hasBattery;

@@ -29,7 +29,7 @@ public:
     // The program restarts as after a power cut.
     void restart();
 
-    // The program notices when it next asks for the time.
+    // Sets the clock `by` seconds later. The program notices when it next asks for the time.
     void setClock(double by);
 
     void snooze();
@@ -41,7 +41,8 @@ public:
     // Returns the reminders that are due.
     std::vector<PendingAlert> refresh(Reason reason, const BatteryState& reading);
 
-    // Only the model's own timers act. Returns the reminders that are due.
+    // Lets a second pass, in which only the model's own timers act. Returns the reminders that are
+    // due.
     std::vector<PendingAlert> passSecond(const BatteryState& reading);
 
     std::optional<Date> pluggedSince() const { return since; }
@@ -66,7 +67,7 @@ private:
     PlainSleep night;
     BatteryState believed;  // the last reading that the program accepted
     ReminderRules::Look last;
-    double wasSet = 0;  // since the program last asked for the time
+    double wasSet = 0;  // by how much the clock was set since the program last asked for the time
     bool snoozedHere = false;
     Date snoozeStored{0};
     std::optional<Date> snoozeShown;

@@ -62,7 +62,7 @@ private:
         return std::ranges::adjacent_find(readings, differ) != readings.end();
     }
 
-    bool asleep = false;  // or awake again without a signal
+    bool asleep = false;  // or awake again, but without a wake signal
     bool lookIsPending = false;
     bool lookIsLate = false;
     std::vector<BatteryState> readings;  // since the wake, while the scheduled look is pending

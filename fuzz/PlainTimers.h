@@ -19,7 +19,7 @@ public:
         bool ends = false;  // this look ends the half minute after a sleep or a wake
     };
 
-    // A look that was requested, not scheduled.
+    // A look in the current second, whether requested or scheduled.
     Look now(AppModel::Reason reason) const { return {reason, end.has_value()}; }
 
     void sleep() { end = second + 30; }
@@ -52,7 +52,7 @@ private:
     using Reason = AppModel::Reason;
 
     std::int64_t second = 0;          // seconds since the start
-    std::optional<std::int64_t> end;  // of the half minute
+    std::optional<std::int64_t> end;  // of the half minute after a sleep or a wake
     std::optional<std::int64_t> wakeLook;
     std::optional<std::int64_t> looksSince;
 };

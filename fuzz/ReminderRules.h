@@ -20,7 +20,7 @@ public:
     struct Look {
         BatteryState state;
         Prefs prefs;
-        std::optional<Date> since;  // on power since
+        std::optional<Date> since;  // when the laptop was plugged in
         Date now;
         bool canDeliver = false;
         bool prime = false;

@@ -1,4 +1,4 @@
-// Compares the application model on a laptop in memory with a plain one: arbitrary readings and
+// Compares the application model on a simulated laptop with a plain model: arbitrary readings and
 // settings, clock changes, snoozes, restarts, sleep, wake, and passing time.
 #include <array>
 #include <cstdint>
@@ -86,7 +86,7 @@ private:
         return input.text(8);
     }
 
-    // Numbers stay within a day: invalid times of day are not compared.
+    // Limits numbers to the minutes of a day, because invalid times of day are not compared.
     void changeSetting()
     {
         const std::string key = input.oneOf(PlainSettings::keys);

@@ -1,5 +1,5 @@
-// What a notification server was asked to show and shows, by the rules of its interface. The title
-// identifies the notification.
+// What a notification server was asked to show and what it shows, by the rules of its interface.
+// The title identifies the notification.
 #pragma once
 
 #include <algorithm>
@@ -71,7 +71,7 @@ public:
     bool shows(std::uint32_t id) const { return screen.contains(id); }
     bool everGave(std::uint32_t id) const { return id > 0 && id < nextId; }
 
-    // Without pending calls, each reminder is shown once at most, and no withdrawn one is.
+    // A reminder without a pending call is shown once at most, and not at all once withdrawn.
     void check(const std::set<std::string>& withdrawn) const
     {
         std::set<std::string> seen;

@@ -118,7 +118,7 @@ void comparePrefs(FileDefaultsStore& store, const std::optional<TomlValues>& val
 {
     PlainSettings plain;
     for (const auto& [key, value] : values.value_or(TomlValues())) {
-        // A value of an unsupported type reads like a text: false or 0.
+        // A value of an unsupported type reads like a string: false or 0.
         plain.written.emplace(key, value.value_or(DefaultsValue(std::string())));
     }
     const auto expected = plain.prefs();

@@ -6,7 +6,7 @@
 namespace vorlane::fuzz {
 
 void alerts(Input input);     // the alert engine alone, compared with a plain model
-void reminders(Input input);  // the application model on a laptop in memory, compared likewise
+void reminders(Input input);  // the application model on a simulated laptop, compared likewise
 
 void history(Input input);   // the text of the history file
 void settings(Input input);  // the text of the settings file, and the store that uses it

@@ -132,7 +132,7 @@ private:
         learnIds();
     }
 
-    // An empty list means all ids, or all properties.
+    // Two empty lists ask for all ids and all properties.
     void learnIds()
     {
         constexpr Method all{menuPath, menu, "GetGroupProperties", "aias", "a(ia{sv})"};
@@ -274,7 +274,7 @@ private:
     const Method* expected = nullptr;
     bool signatureMatches = true;
     MessagePointer answer;  // the last reply
-    MenuIds known;          // in the current menu
+    MenuIds known;          // ids in the current menu
     std::vector<MenuAction> chosen;
     int calls = 0;
     int answers = 0;

@@ -117,7 +117,8 @@ private:
         lone.send(error);
     }
 
-    // A valid reply; from the owner of the name, it must be used.
+    // Sends a valid reply. If it comes from the known owner of the name, and no other call to that
+    // owner is pending, the program must use it.
     void answerWell()
     {
         const auto question = questions.next();
