@@ -111,7 +111,7 @@ void Record(benchmark::State& state)
     Date at = now;
     for ([[maybe_unused]] const auto _ : state) {
         at = at + Seconds{60};
-        store.lastSave = at;  // the save is measured on its own
+        store.lastSave = at;  // prevents a save, measured elsewhere
         store.record(reading, {.at = at, .force = true});
     }
 }

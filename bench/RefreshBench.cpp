@@ -79,7 +79,7 @@ void Refresh(benchmark::State& state)
     model->history.samples = bench::fullHistory(machine.clock.now());
     for ([[maybe_unused]] const auto _ : state) {
         machine.clock.time = machine.clock.time + Seconds{60};
-        model->history.lastSave = machine.clock.time;  // the save is measured on its own
+        model->history.lastSave = machine.clock.time;  // prevents a save, measured elsewhere
         model->refresh(AppModel::Reason::timer);
     }
     if (model->state.get().percent != 60) state.SkipWithError("the battery was not read");

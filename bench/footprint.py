@@ -31,7 +31,7 @@ class Footprint:
                 f'{self.threads} threads, {self.descriptors} open files')
 
     def __sub__(self, earlier):
-        """CPU time and wake-ups between the two; memory, threads and descriptors are those of the later one.
+        """CPU time and wake-ups between two footprints; memory, threads and descriptors of the later one.
 
         The costs of a thread that has ended in between are lost.
         """

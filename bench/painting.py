@@ -1,4 +1,4 @@
-"""Waits until the X server reports that a window of known width, plus its border, is painted or gone."""
+"""Waits until the X server reports that a window of known width, with or without borders, is painted or gone."""
 import select
 import time
 
