@@ -6,7 +6,8 @@ if(program MATCHES "[^A-Za-z0-9/._+-]")
     set(command "\"${program}\"")
 endif()
 
-# A macro, since file(INSTALL) lists what it installs, for install_manifest.txt, in a variable of its scope.
+# A macro, not a function: file(INSTALL) adds what it installs to a variable of the current scope, from which
+# install_manifest.txt is written.
 macro(install_launcher name folder)
     configure_file(${DRAFTS}/${name}.in ${MADE}/${name} @ONLY)
     file(INSTALL ${MADE}/${name} DESTINATION ${CMAKE_INSTALL_PREFIX}/${folder} TYPE FILE)
