@@ -70,7 +70,7 @@ protected:
     MemoryDefaults defaults;
     Prefs prefs;
     AlertEngine engine;
-    std::optional<Date> since;  // when it was plugged in
+    std::optional<Date> since;  // when the laptop was plugged in
 };
 
 }  // namespace vorlane

@@ -110,8 +110,8 @@ TEST_F(AppDelegateUpdatesTest, ShowsTheChartsNoticeAfterAReset)
 
 TEST_F(AppDelegateUpdatesTest, BuildsNoContentWhileTheWindowsAreClosed)
 {
-    // The popover asks the calendar for the end of the snooze, the settings window for the quiet
-    // hours. So does each redraw of the status item.
+    // Building content asks the calendar: the popover once, for the end of the snooze, the settings
+    // window twice, for the quiet hours. The one question of each status item redraw is left out.
     const auto before = item().drawings;
     const auto questions = [&] { return machine.calendar.questions - (item().drawings - before); };
     delegate->model->snooze();

@@ -9,7 +9,7 @@ namespace {
 using testing::ElementsAre;
 using namespace std::chrono_literals;
 
-// Sleeps that fail or are announced only at one end.
+// Sleeps that fail, or for which only the sleep or only the wake is signalled.
 class AppModelFailedSleepTest : public AppModelSleepFixture {};
 
 TEST_F(AppModelFailedSleepTest, RejectsAMissingBatteryAfterAnUnannouncedSleep)

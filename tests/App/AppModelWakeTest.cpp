@@ -10,7 +10,7 @@ using testing::ElementsAre;
 using testing::SizeIs;
 using namespace std::chrono_literals;
 
-// What arose during the sleep is not announced, whichever refresh finds it.
+// Conditions that arose during the sleep are not announced, whichever refresh finds them.
 class AppModelWakeTest : public AppModelSleepFixture {};
 
 TEST_F(AppModelWakeTest, KeepsQuietWhenTheWakeRefreshFindsItUnplugged)

@@ -104,7 +104,7 @@ TEST_F(BatteryReaderTest, KeepsThePercentWithinBounds)
     EXPECT_EQ(percent(whole(std::numeric_limits<std::int64_t>::min()), whole(1)), 0);
 }
 
-TEST_F(BatteryReaderTest, ReadsAMissingOrMistypedFlagAsFalse)
+TEST_F(BatteryReaderTest, ReadsAFlagThatIsMissingOrOfAnotherTypeAsFalse)
 {
     for (const auto& value : {whole(1), Value(1.0), text("true")}) {
         const auto state = read({{{"Type", text("InternalBattery")},

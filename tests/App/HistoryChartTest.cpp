@@ -180,7 +180,7 @@ TEST_F(HistoryChartTest, AllowsThinnedSamplesALongerGap)
 
 TEST_F(HistoryChartTest, MeasuresTheGapBetweenPlottedSamples)
 {
-    // Every other sample is plotted: 598 and 600, but not 599 at 1000 s between them.
+    // Every other sample is plotted: 598 and 600, 1021 s apart, but not 599 between them.
     std::vector<double> seconds(599);
     std::iota(seconds.begin(), seconds.end(), 0.0);
     seconds.push_back(598 + 1000);

@@ -230,7 +230,7 @@ TEST(SampleJsonTest, IgnoresUnknownKeys)
                 Optional(ElementsAre(oneSample)));
 }
 
-// Long enough that a cut falls among these elements.
+// An array so long that it is parsed in several pieces.
 std::string longArrayOf(const std::string& element)
 {
     return arrayOf(std::vector<std::string>(200'000 / element.size(), element));

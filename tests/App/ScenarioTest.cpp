@@ -14,7 +14,7 @@ using namespace std::chrono_literals;
 // The whole program over hours and days.
 class ScenarioTest : public AppDelegateFixture {
 protected:
-    // Moves the charge one percent at a time, every few minutes.
+    // Moves the charge one percent at a time; `each` is the time per percent.
     void moveCharge(std::int64_t from, std::int64_t to, Seconds each)
     {
         const std::int64_t step = from < to ? 1 : -1;

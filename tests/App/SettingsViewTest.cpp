@@ -171,7 +171,7 @@ TEST_F(SettingsViewTest, PrefersTheExactFirmwareThreshold)
         PropertyDictionary{{.key = "KeepsBelowFull", .value = true},
                            {.key = "ChargeThreshold", .value = std::int64_t{90}}};
 
-    EXPECT_EQ(section(0).rows.size(), 4);  // no note: the reminder comes first
+    EXPECT_EQ(section(0).rows.size(), 4);  // no note: the limit is reached before the threshold
 }
 
 TEST_F(SettingsViewTest, EndsWithANoteOnWhatTheProgramCannotDo)

@@ -20,7 +20,7 @@ public:
         answered = std::move(next);
     }
 
-    // False when no dialog with such a button is open.
+    // The user presses the button `title`. False when no open dialog has such a button.
     bool press(const std::string& title)
     {
         if (!open) return false;

@@ -10,7 +10,7 @@ namespace vorlane {
 class FakeCalendar : public Calendar {
 public:
     Seconds eastOfGreenwich{0};
-    mutable int questions = 0;  // times of day asked for
+    mutable int questions = 0;  // how often a time of day was asked for
 
     TimeOfDay timeOfDay(Date date) const override
     {

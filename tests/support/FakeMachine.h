@@ -1,4 +1,4 @@
-// A whole laptop in memory; events on it reach the program through the fake services.
+// A simulated laptop, whose events reach the program through the fake services.
 #pragma once
 
 #include "App/services/Services.h"

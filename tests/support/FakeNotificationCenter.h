@@ -56,7 +56,8 @@ public:
 
     void removeDelivered(const std::string& identifier) override { shown.erase(identifier); }
 
-    // The user presses the button with that title on a notification. False if there is none.
+    // The user presses the button `title` on the notification `identifier`. False if no such
+    // notification is shown or it has no such button.
     bool press(const std::string& identifier, const std::string& title)
     {
         const auto notification = shown.find(identifier);

@@ -32,7 +32,7 @@ public:
         if (clicked) clicked();
     }
 
-    // False when the menu has no line with that title.
+    // The user chooses the menu line `title`. False when the menu has no such line.
     bool choose(const std::string& title) const
     {
         const auto line = std::ranges::find(content.menu, title, &MenuItem::title);

@@ -12,7 +12,7 @@ namespace vorlane {
 class MemoryDefaults : public DefaultsStore {
 public:
     std::map<std::string, DefaultsValue> values;      // set explicitly
-    std::map<std::string, DefaultsValue> registered;  // defaults of all other keys
+    std::map<std::string, DefaultsValue> registered;  // defaults, for keys that are not in `values`
 
     void registerDefaults(const std::map<std::string, DefaultsValue>& defaults) override
     {
