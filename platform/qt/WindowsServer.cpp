@@ -17,10 +17,10 @@ namespace vorlane::platform {
 
 namespace {
 
-constexpr std::size_t largestMessage = 1 << 20;  // a popover with its chart has some 20 KB
+constexpr std::size_t largestMessage = 1 << 20;  // a popover with its chart takes 20 KB
 
-// Qt uses the token when it next activates a window. Clears a leftover token, which must not serve
-// a later window.
+// Qt uses the token when it next activates a window. Without a token, removes that of an earlier
+// window.
 void useToken(const std::string& token)
 {
     qunsetenv("XDG_ACTIVATION_TOKEN");
@@ -140,7 +140,8 @@ void WindowsServer::popUp(const PopUpMenu& message)
     menu->popup(QCursor::pos());
 }
 
-// The resident program decides whether to end this process: it may have a message in flight.
+// The resident program decides whether to end this process, because it may have a message in
+// flight.
 void WindowsServer::reportIdleness()
 {
     for (const auto* const window : QApplication::topLevelWidgets()) {

@@ -50,7 +50,7 @@ bool hasDisplay()
 void configureQt()
 {
     usualHandler = qInstallMessageHandler(exitInsteadOfAborting);
-    // Qt warns each time that a window with the text focus closes on GNOME.
+    // On GNOME, Qt prints a warning each time a window with the text focus closes.
     QLoggingCategory::setFilterRules("qt.qpa.wayland.textinput.warning=false");
     setDefault("QT_QPA_PLATFORM", isOnWayland() ? "wayland;xcb" : "xcb");
     // We draw nothing with OpenGL; its drivers would take more memory than everything else.

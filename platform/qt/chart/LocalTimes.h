@@ -9,8 +9,8 @@
 namespace vorlane::platform {
 
 // Uses the C library's time zone, which Qt::LocalTime looks up at each conversion. Unlike
-// QTimeZone, it follows the system's zone, knows zones by file name and always agrees with the
-// resident program.
+// QTimeZone, this notices when the system's zone changes, accepts a zone given as a file name, and
+// always agrees with the resident program.
 struct LocalTimes {
     QLocale locale;
 

@@ -38,7 +38,7 @@ std::vector<TimeMark> TimeMarks::everyHours(int step, const LocalTimes& times) c
         const auto day = first.addDays(index);
         for (int hour = 0; hour < 24; hour += step) {
             const QDateTime local(day, QTime(hour, 0));
-            // QDateTime moves an hour that summer time skips.
+            // QDateTime turns an hour that summer time skips into another one.
             if (!local.isValid() || local.time().hour() != hour) continue;
             const auto date = times.date(local);
             if (contains(date)) found.push_back(mark(date, times.fullHour(date)));
@@ -56,7 +56,7 @@ std::vector<TimeMark> TimeMarks::everyDays(int step, const LocalTimes& times) co
         const auto day = first.addDays(index);
         // Counted from a fixed day, so that the marks stay on their days as time passes.
         if (day.toJulianDay() % step != 0) continue;
-        const auto date = times.date(day.startOfDay());  // not always 00:00
+        const auto date = times.date(day.startOfDay());  // 00:00, or the first time that exists
         if (contains(date)) found.push_back(mark(date, times.weekday(date)));
     }
     return found;

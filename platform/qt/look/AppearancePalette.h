@@ -9,7 +9,8 @@
 
 namespace vorlane::platform {
 
-// Whether this is Qt's own grey, which an application has where Qt does not know the desktop.
+// Whether this is Qt's built-in grey palette, which applications get on desktops that Qt does not
+// know.
 bool isBuiltIn(const QPalette& palette);
 
 struct DesktopPalette {

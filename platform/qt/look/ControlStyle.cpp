@@ -53,7 +53,7 @@ bool FocusRing::eventFilter(QObject* /*watched*/, QEvent* event)
     if (type == QEvent::KeyPress) visible = true;
     if (type == QEvent::FocusIn || type == QEvent::FocusOut) {
         const auto reason = static_cast<QFocusEvent*>(event)->reason();
-        if (reason == Qt::PopupFocusReason) return false;  // to or from the control's own list
+        if (reason == Qt::PopupFocusReason) return false;  // its own drop-down list
         visible = type == QEvent::FocusIn && reason != Qt::MouseFocusReason &&
                   reason != Qt::ActiveWindowFocusReason;
     }

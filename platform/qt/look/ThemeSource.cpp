@@ -39,7 +39,7 @@ void ThemeSource::choosePalette()
     const auto desktop = QApplication::palette();
     if (const auto palette =
             ownPalette(appearance, {.palette = desktop, .builtIn = isBuiltIn(desktop)})) {
-        // The only style that takes every colour from the palette.
+        // Fusion is the only style that takes every colour from the palette.
         if (QApplication::style()->name() != "fusion") QApplication::setStyle("fusion");
         QApplication::setPalette(*palette);
     }

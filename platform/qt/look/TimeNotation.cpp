@@ -87,7 +87,7 @@ std::optional<QTime> TimeNotation::time(const QString& typed) const
                                  QStringLiteral("h"), shown(*this, morning).separator};
     if (!half || !separators.contains(entry->separator)) return std::nullopt;
 
-    // "21:30 PM" is redundant; "21:30 AM" contradicts itself.
+    // "21:30 PM" is redundant but accepted; "21:30 AM" contradicts itself.
     int hour = entry->hour;
     if (*half == Half::am && hour > 12) return std::nullopt;
     if (*half != Half::none && hour <= 12) hour = hour % 12 + (*half == Half::pm ? 12 : 0);

@@ -50,8 +50,8 @@ void declareShadow(QWindow& window, int margin)
         const QRect whole(QPoint(), window.size());
         window.setMask(whole.marginsRemoved(QMargins(margin, margin, margin, margin)));
     }
-    // No mask on X11: it would cut the shadow off, and an open popover has grabbed the pointer
-    // anyway.
+    // No mask on X11: it would cut the shadow off. The popover has grabbed the pointer, so a press
+    // on the shadow closes it like any other press outside.
     auto* const x = xConnection();
     if (!x) return;
     std::array<std::uint32_t, 4> extents{};

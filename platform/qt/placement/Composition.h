@@ -12,9 +12,9 @@ bool isComposited();
 // Whether an open popup receives the presses outside of it: not on Wayland.
 bool canGrabPointer();
 
-// Declares the outermost `margin` of the window as its shadow. On X11 no second shadow is then
-// added. On Wayland, except under sway, a press on the margin goes to the window behind. Call
-// it at each new size.
+// Declares the outermost `margin` of the window as its shadow. On X11, a compositing manager that
+// reads this adds no second shadow. On Wayland, except under sway, a press on the margin goes to
+// the window behind. Call again after each resize.
 void declareShadow(QWindow& window, int margin);
 
 }  // namespace vorlane::platform

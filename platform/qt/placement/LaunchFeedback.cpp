@@ -17,7 +17,7 @@ void endLaunchFeedback(const QWidget& shown, const std::string& startupId)
     event.window = static_cast<xcb_window_t>(shown.winId());
     event.type = atom(x, "_NET_STARTUP_INFO_BEGIN");
 
-    // The text goes in pieces; its final null ends it.
+    // The text is sent in pieces of 20 bytes; a null byte ends it.
     const auto text = "remove: ID=" + startupId + '\0';
     constexpr auto most = sizeof event.data.data8;
     for (std::size_t at = 0; at < text.size(); at += most) {

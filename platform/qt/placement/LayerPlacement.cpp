@@ -6,7 +6,7 @@ namespace vorlane::platform {
 
 LayerPlacement LayerPlacement::at(QPoint pointer, const QRect& screen, QSize popover)
 {
-    const auto area = screen.adjusted(1, 1, -1, -1);  // any edge may have a panel
+    const auto area = screen.adjusted(1, 1, -1, -1);  // as if each edge had a panel
     const PopoverPlacement placement{.pointer = pointer, .screen = screen, .workArea = area};
     const QRect place(placement.position(popover), popover);
     const int left = place.left() - area.left();

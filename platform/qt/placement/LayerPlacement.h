@@ -9,8 +9,8 @@
 
 namespace vorlane::platform {
 
-// A client does not know where the panels are. The compositor counts the distances from the part of
-// the screen that they leave free.
+// A client does not know where the panels are. The compositor measures the distances from the edges
+// of the area that panels leave free.
 struct LayerPlacement {
     Qt::Edges edges;     // the two that are nearest
     QMargins distances;  // from these edges; otherwise 0

@@ -32,7 +32,7 @@ void forgetGlobal(void* /*found*/, wl_registry* /*registry*/, std::uint32_t /*na
 
 constexpr wl_registry_listener listener{.global = noteGlobal, .global_remove = forgetGlobal};
 
-// Asks on a queue of its own, because Qt's events must not be dispatched here.
+// Uses a separate event queue, because Qt's events must not be dispatched here.
 bool hasLayerShell(wl_display* display)
 {
     auto* const queue = wl_display_create_queue(display);
@@ -63,8 +63,8 @@ public:
         transparent.setAlphaBufferSize(8);
         setFormat(transparent);
         setScreen(screen);
-        // The size applies where it is not anchored; the position keeps Qt from changing the
-        // screen.
+        // The size applies only between edges that are not both anchored; the position keeps Qt
+        // from choosing another screen.
         setGeometry(QRect(screen->geometry().topLeft(), QSize(1, 1)));
         auto* const layer = Layer::get(this);
         layer->setAnchors(anchors);
@@ -114,8 +114,8 @@ void LayerShell::cover()
     searchOn();
 }
 
-// sway and labwc look for the surface under a resting pointer when they add another surface, labwc
-// only while no button is pressed.
+// sway and labwc notice which surface is under a resting pointer only when another surface is
+// added, labwc only while no button is pressed. So this adds surfaces of one pixel.
 void LayerShell::searchOn()
 {
     if (++tries <= mostTries) return add(QGuiApplication::primaryScreen(), onePixel);
@@ -131,7 +131,7 @@ void LayerShell::add(QScreen* screen, int anchors)
     covers.back()->show();
 }
 
-// The cover that was pressed may be among them, in the middle of its event.
+// Deletes them later: one of them may be handling the press that led here.
 void LayerShell::uncover()
 {
     search.stop();

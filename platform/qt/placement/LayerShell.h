@@ -18,7 +18,8 @@ class LayerShell : public QObject {
     Q_OBJECT
 
 public:
-    // Null where the compositor does not support it, and in builds without LayerShellQt.
+    // Null where the compositor does not support wlr-layer-shell, and in builds without
+    // LayerShellQt.
     static std::unique_ptr<LayerShell> find();
 
     // Covers the screens and looks for the pointer.
@@ -26,11 +27,12 @@ public:
 
     void uncover();
 
-    // Call before the popover is shown and after each resize. `margin` is its shadow's.
+    // Call before the popover is shown and after each resize. `margin` is the width of its shadow.
     void place(QWidget& popover, QPoint pointer, int margin);
 
 Q_SIGNALS:
-    // Once after `cover`. The middle of a screen if the pointer is on none, as after a touch.
+    // Emitted once after `cover`; with the middle of the primary screen if no pointer is found, as
+    // after a touch.
     void located(QPoint pointer);
 
     void pressedOutside();

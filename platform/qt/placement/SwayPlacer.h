@@ -12,8 +12,8 @@
 
 namespace vorlane::platform {
 
-// Does nothing without an IPC. When sway does not answer, the window stays where it is until it is
-// opened again.
+// Does nothing if `ipc` is absent. When sway does not answer, the window stays where it is until it
+// is opened again.
 class SwayPlacer : public QObject {
     Q_OBJECT
 
@@ -24,7 +24,8 @@ public:
     // The width of the window's margin around the visible panel, for the shadow.
     void setMargin(int around) { margin = around; }
 
-    // Call before the window is shown: makes sway float it. False when sway will not place it.
+    // Call before the window is shown: makes sway float it. False without sway, or if it does not
+    // answer.
     bool prepare();
 
     // Waits for sway to show the window, then moves it to the pointer and beside the bar.

@@ -36,8 +36,8 @@ std::optional<SwayWindow> findBelow(const QJsonObject& node, const SwayWindowNam
 }
 
 // Guesses where the pointer was along one axis: in the middle of the window, which sway centred on
-// it. If the window touches the output's edge, at that edge, because only the window's margin kept
-// the panel away from it.
+// it. If the window touches the output's edge, at that edge, so that the panel goes there too and
+// the window's margin beyond it.
 int pointerAlong(int first, int last, int outputFirst, int outputLast)
 {
     if (first <= outputFirst) return outputFirst;

@@ -23,7 +23,7 @@ constexpr int tile = 2 * corner + stretched;
 double distanceToPanel(double x, double y)
 {
     const double middle = tile / 2.0;
-    // To the centre of a corner's circle.
+    // From the middle to the centre of a corner's circle.
     const double straight = middle - shadowMargin - PopoverFrame::radius;
     const double outX = std::abs(x - middle) - straight;
     const double outY = std::abs(y - middle) - straight;

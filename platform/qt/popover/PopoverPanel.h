@@ -1,5 +1,5 @@
-// The popover's content: shows its record and reports the user's intents. `PopoverWindow` is the
-// window around it.
+// The popover's content: shows a `PopoverContent` and reports the user's intents. `PopoverWindow`
+// is the window around it.
 #pragma once
 
 #include <QWidget>

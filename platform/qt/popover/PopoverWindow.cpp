@@ -89,8 +89,8 @@ void PopoverWindow::openAt(QPoint pointer)
         waiting = pointer;
         return;
     }
-    // Some Wayland compositors ignore an open window's request for focus, so it is shown as a new
-    // window, which gets the focus and appears on the current workspace.
+    // Some Wayland compositors ignore an open window's request for focus, so it is hidden and shown
+    // as a new window, which gets the focus and appears on the current workspace.
     if (!grabsPointer_ && !isActiveWindow()) hide();
     if (!isVisible() && layer) return layer->cover();
     showAt(pointer);
@@ -99,7 +99,7 @@ void PopoverWindow::openAt(QPoint pointer)
 void PopoverWindow::showAt(QPoint pointer)
 {
     if (!isVisible()) {
-        if (layer) destroy();  // Qt would show a window again as an ordinary one
+        if (layer) destroy();  // Qt would show it again as an ordinary window
         pointer_ = pointer;
         chooseFrame();
         place();
@@ -155,8 +155,8 @@ void PopoverWindow::hideEvent(QHideEvent* event)
     resting.start();
 }
 
-// A Wayland window that never had the focus cannot lose it; it sees only presses on our other
-// windows.
+// A popover on Wayland that never had the focus cannot close by losing it, and sees no presses but
+// those on our other windows.
 bool PopoverWindow::eventFilter(QObject* watched, QEvent* event)
 {
     const auto type = event->type();
@@ -216,7 +216,7 @@ void PopoverWindow::place()
     if (!screen) return;
     const PopoverPlacement placement{
         .pointer = pointer_, .screen = screen->geometry(), .workArea = screen->availableGeometry()};
-    // A Wayland compositor fits the whole window to the screen.
+    // A Wayland compositor keeps the whole window on the screen, with its shadow.
     const int inside = border + (grabsPointer_ ? 0 : frame.margin());
     pane->setHeightLimit(placement.maximumHeight() - 2 * inside);
     layout()->activate();

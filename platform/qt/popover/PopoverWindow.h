@@ -16,18 +16,19 @@
 
 namespace vorlane::platform {
 
-// On X it is a popup, which grabs the pointer and closes on a press outside. Elsewhere it closes
-// when another window becomes active or one of ours is pressed.
+// On X it is a popup, which grabs the pointer and closes on a press outside. On Wayland it closes
+// when another window becomes active or one of ours is pressed, and as a layer surface on any press
+// outside.
 class PopoverWindow : public QWidget {
     Q_OBJECT
 
 public:
-    // `byPress`: a press outside may have closed it. A press on the tray item is also reported as a
-    // click, soon after.
+    // `byPress`: a press outside may have closed it. If that press was on the tray item, a click is
+    // reported soon after.
     using ClosedByUser = std::function<void(bool byPress)>;
 
     // Takes ownership of `content`. `closedByUser` is not called for `dismiss`. `composited` is
-    // called at each opening, because a compositor may have come or gone.
+    // called at each opening, because a compositor may have started or ended.
     PopoverWindow(QWidget* content, ClosedByUser closedByUser,
                   std::function<bool()> composited = isComposited,
                   bool grabsPointer = canGrabPointer());
@@ -66,7 +67,7 @@ private:
     QTimer resting;                     // runs for a moment after closing
     std::optional<QPoint> waiting;      // where to open once `resting` has elapsed
     QTimer leaving;                     // runs while another window is active
-    std::unique_ptr<LayerShell> layer;  // null on X and where the compositor lacks it
+    std::unique_ptr<LayerShell> layer;  // null if not supported, as on X
     SwayPlacer sway;
     QPoint pointer_;
 };

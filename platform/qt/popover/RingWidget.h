@@ -8,7 +8,7 @@
 
 namespace vorlane::platform {
 
-// A label, so that a screen reader finds the percentage; it draws itself.
+// A QLabel, so that a screen reader finds the percentage; the text is drawn by `paintText`.
 class RingWidget : public Themed<QLabel> {
     Q_OBJECT
 

@@ -1,4 +1,4 @@
-// The snooze's text and the link that ends it, beside the text or below it if the line is too
+// The snooze's text, and beside it the link that ends the snooze, or below it if the line is too
 // short.
 #pragma once
 

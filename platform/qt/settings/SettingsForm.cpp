@@ -13,7 +13,7 @@ namespace {
 
 constexpr int barWidth = 12;
 
-// Just a thumb, without arrows: the form is short, and its margin is as wide as the bar.
+// Just a thumb, without arrows: the form is short, and the bar fits into its margin.
 QString barStyle(const Theme& theme)
 {
     const auto thumb = [&theme](int alpha) {

@@ -9,8 +9,8 @@
 
 namespace vorlane::platform {
 
-// Updates its rows in place; only notes come and go. New content keeps the keyboard focus and
-// half-typed text. Reports each of the user's changes once.
+// Updates its row widgets instead of replacing them; only notes come and go. New content keeps the
+// keyboard focus and half-typed text. Reports each of the user's changes once.
 class SettingsForm : public QScrollArea {
     Q_OBJECT
 

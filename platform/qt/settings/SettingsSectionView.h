@@ -17,8 +17,7 @@ public:
     // `intents` must outlive the view.
     SettingsSectionView(const SettingsSection& section, const SettingsIntents& intents);
 
-    // Whether the view can show this section in place: the types of the rows match, apart from
-    // notes.
+    // Whether the existing rows can show this section: apart from notes, the types match.
     bool fits(const SettingsSection& section) const;
 
     void showSection(const SettingsSection& section);
