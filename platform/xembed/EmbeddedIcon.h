@@ -14,8 +14,8 @@ namespace vorlane::platform {
 
 class EmbeddedIcon {
 public:
-    // Asks the tray to dock the icon. The connection must outlive this object; its owner flushes
-    // it.
+    // Asks the tray to dock the icon. Does not flush the connection, which must outlive this
+    // object.
     EmbeddedIcon(const XConnection& connection, const Tray& tray);
     EmbeddedIcon(const EmbeddedIcon&) = delete;
     EmbeddedIcon& operator=(const EmbeddedIcon&) = delete;

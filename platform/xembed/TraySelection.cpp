@@ -96,7 +96,7 @@ void TraySelection::takeOwner(const xcb_get_selection_owner_reply_t& reply)
     forget();
     if (reply.owner == XCB_WINDOW_NONE) return;
     found.manager = reply.owner;
-    // Subscribes before the queries, so that the end of an owner that has answered is noticed.
+    // Subscribes before the queries, so that no owner can end unnoticed after its replies.
     select(connection_, found.manager,
            XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE);
     askProperties();

@@ -20,7 +20,7 @@ struct Tray {
 
 class TraySelection {
 public:
-    // The connection must outlive this object; its owner flushes it.
+    // Does not flush the connection, which must outlive this object.
     explicit TraySelection(const XConnection& connection);
 
     // Absent while there is no tray or its replies are pending.

@@ -28,7 +28,7 @@ public:
 
     bool isOpen() const { return asked.has_value(); }
 
-    // Whether the reply has arrived; `reply` stays empty if it is an error.
+    // Whether the reply has arrived; `reply` stays empty if the server answered with an error.
     bool take(xcb_connection_t* connection, ReplyPointer<Reply>& reply)
     {
         if (!asked) return false;

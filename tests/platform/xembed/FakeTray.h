@@ -23,19 +23,19 @@ public:
 
     int descriptor() const { return xcb_get_file_descriptor(connection.get()); }
 
-    // Takes the icons' requests. False when the server is gone.
+    // Records the icons' requests to dock. False when the server is gone.
     bool handleEvents();
 
     // Becomes the screen's tray and announces itself.
     void appear();
 
-    // Becomes the screen's tray without a word.
+    // Becomes the screen's tray without announcing itself.
     void takeOver() const;
 
     // Announces that it manages something, such as the screen's tray.
     void announce(const std::string& selection) const;
 
-    // Announces its colour for symbols, in 16 bits per channel, as 4 colours.
+    // Announces four colours of 16 bits per channel; `color` is the first, which is for symbols.
     void setSymbolColor(std::array<std::uint32_t, 3> color);
 
     // Announces a visual with alpha for its icons.
@@ -44,14 +44,14 @@ public:
     // Withdraws the colour and the visual.
     void offerNothing();
 
-    // The last icon, in this tray's window.
+    // What a tray does with an icon. All functions below act on the last one that asked to dock.
     void embed(std::uint16_t side);
     void resize(std::uint16_t side);
     void hide();
     void show();
     void expel();
 
-    // Sends the last icon a press and a release of the button.
+    // A press and a release.
     void click(xcb_button_t button);
     void press(xcb_button_t button);
     void release(xcb_button_t button, std::int16_t x = 5);
@@ -61,7 +61,7 @@ public:
     std::string iconName() const;
     std::vector<std::uint32_t> iconInfo() const;  // its _XEMBED_INFO
 
-    // The colour at a place of the last icon; absent while the server cannot say.
+    // The colour at a place of the icon; absent while the server cannot say.
     std::optional<Rgb> pixel(std::int16_t x, std::int16_t y) const;
 
     static constexpr Rgb background{0, 0, 255};

@@ -74,8 +74,8 @@ protected:
             if (condition()) return true;
             std::array ends{pollfd{program->descriptor(), POLLIN, 0},
                             pollfd{hasTray ? tray->descriptor() : -1, POLLIN, 0}};
-            // Not for longer: the tray's own questions may have taken its events off the socket,
-            // and a drawn picture sends none.
+            // No longer than 10 ms: the tray's own queries may have read its events from the socket
+            // already, and a drawn picture sends no event.
             (void)poll(ends.data(), ends.size(), 10);
             if (connected && ends[0].revents != 0) connected = program->dispatch();
         }

@@ -17,7 +17,7 @@ namespace {
 // Calls only functions that are safe between fork and exec.
 [[noreturn]] void runServer(const char* display)
 {
-    (void)prctl(PR_SET_PDEATHSIG, SIGKILL);  // also when the test crashes
+    (void)prctl(PR_SET_PDEATHSIG, SIGKILL);  // even if the test crashes
     (void)dup2(open("/dev/null", O_WRONLY | O_CLOEXEC), STDERR_FILENO);
     (void)execlp("Xvfb", "Xvfb", "-displayfd", display, "-screen", "0", "400x300x24", "-nolisten",
                  "tcp", "-noreset", nullptr);
@@ -42,7 +42,7 @@ void XServer::start()
     (void)close(ends[1]);
     ASSERT_GT(process, 0);
 
-    // It prints its number once it listens.
+    // The server prints its display number once it listens.
     std::string number;
     for (char digit = 0; read(ends[0], &digit, 1) == 1 && digit != '\n';) number += digit;
     (void)close(ends[0]);

@@ -1,4 +1,4 @@
-// A private X server without a screen, which ends with the test.
+// A private Xvfb, which ends with the test.
 #pragma once
 
 #include <sys/types.h>
