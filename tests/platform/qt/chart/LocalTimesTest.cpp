@@ -29,7 +29,7 @@ void travelByCopyTo(const char* zone)
     std::filesystem::rename(next, chosen);
 }
 
-TEST(LocalTimesTest, FollowChangesOfTheSystemsTimeZone)
+TEST(LocalTimesTest, FollowsChangesOfTheSystemsTimeZone)
 {
     if (const auto reason = cannotMount(); !reason.empty()) GTEST_SKIP() << reason;
 

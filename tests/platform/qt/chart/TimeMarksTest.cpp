@@ -47,21 +47,21 @@ protected:
         return found;
     }
 
-    // With an ordinary space, since Qt 6.8 writes a narrow one before AM and PM.
+    // Replaces the narrow space that Qt 6.8 and newer put before AM and PM with an ordinary one.
     static std::string plain(QString text)
     {
         return text.replace(QChar(0x202F), QLatin1Char(' ')).toStdString();
     }
 };
 
-TEST_F(TimeMarksTest, AreAtRoundHours)
+TEST_F(TimeMarksTest, MarksRoundHours)
 {
     const auto now = at(2026, 3, 4, 14, 5);
 
     EXPECT_THAT(labels(axis(now - day, now)), ElementsAre("18:00", "00:00", "06:00", "12:00"));
 }
 
-TEST_F(TimeMarksTest, AreAtThePositionOfTheirTime)
+TEST_F(TimeMarksTest, PlacesEachMarkAtItsTime)
 {
     const auto until = at(2026, 3, 4, 18);
 
@@ -73,7 +73,7 @@ TEST_F(TimeMarksTest, AreAtThePositionOfTheirTime)
     EXPECT_THAT(places, ElementsAre(0, 60, 120, 180, 240));
 }
 
-TEST_F(TimeMarksTest, AreDenserInAWiderChart)
+TEST_F(TimeMarksTest, MarksMoreTimesInAWiderChart)
 {
     const auto now = at(2026, 3, 4, 14, 5);
 
@@ -81,7 +81,7 @@ TEST_F(TimeMarksTest, AreDenserInAWiderChart)
                                                                "03:00", "06:00", "09:00", "12:00"));
 }
 
-TEST_F(TimeMarksTest, NameTheDaysOfAWeekAtMidnight)
+TEST_F(TimeMarksTest, NamesTheDaysOfAWeekAtMidnight)
 {
     const auto now = at(2026, 3, 4, 14, 5);
 
@@ -95,7 +95,7 @@ TEST_F(TimeMarksTest, NameTheDaysOfAWeekAtMidnight)
     }
 }
 
-TEST_F(TimeMarksTest, SkipDaysWhenTheFontIsLarge)
+TEST_F(TimeMarksTest, SkipsDaysWhenTheFontIsLarge)
 {
     const auto now = at(2026, 3, 4, 14, 5);
     auto large = axis(now - 7 * day, now);
@@ -104,7 +104,7 @@ TEST_F(TimeMarksTest, SkipDaysWhenTheFontIsLarge)
     EXPECT_THAT(labels(large), ElementsAre("Thu", "Sat", "Mon", "Wed"));
 }
 
-TEST_F(TimeMarksTest, StayOnTheirDaysAsTimePasses)
+TEST_F(TimeMarksTest, KeepsMarksOnTheirDaysAsTimePasses)
 {
     const auto now = at(2026, 3, 4, 14, 5);
     auto large = axis(now - 7 * day + 30 * hour, now + 30 * hour);
@@ -113,7 +113,7 @@ TEST_F(TimeMarksTest, StayOnTheirDaysAsTimePasses)
     EXPECT_THAT(labels(large), ElementsAre("Sat", "Mon", "Wed"));
 }
 
-TEST_F(TimeMarksTest, NeverOverlap)
+TEST_F(TimeMarksTest, NeverLetsLabelsOverlap)
 {
     const auto now = at(2026, 3, 4, 14, 5);
     for (const double width : {1.0, 30.0, 80.0, 150.0, 270.0, 300.0, 900.0}) {
@@ -128,7 +128,7 @@ TEST_F(TimeMarksTest, NeverOverlap)
     }
 }
 
-TEST_F(TimeMarksTest, KeepRoundHoursWhenSummerTimeBegins)
+TEST_F(TimeMarksTest, KeepsRoundHoursWhenSummerTimeBegins)
 {
     const auto now = at(2026, 3, 29, 14, 5);  // 02:00 became 03:00
 
@@ -139,7 +139,7 @@ TEST_F(TimeMarksTest, KeepRoundHoursWhenSummerTimeBegins)
     EXPECT_DOUBLE_EQ(marks[3].x - marks[2].x, 60);
 }
 
-TEST_F(TimeMarksTest, LeaveOutTheHourThatSummerTimeSkips)
+TEST_F(TimeMarksTest, LeavesOutTheHourThatSummerTimeSkips)
 {
     zone.set("Europe/Helsinki");
     const auto now = at(2026, 3, 29, 14, 5);  // 03:00 became 04:00
@@ -148,7 +148,7 @@ TEST_F(TimeMarksTest, LeaveOutTheHourThatSummerTimeSkips)
                 ElementsAre("15:00", "18:00", "21:00", "00:00", "06:00", "09:00", "12:00"));
 }
 
-TEST_F(TimeMarksTest, MarkARepeatedHourOnce)
+TEST_F(TimeMarksTest, MarksARepeatedHourOnce)
 {
     zone.set("Europe/Helsinki");
     const auto now = at(2026, 10, 25, 14, 5);  // 04:00 became 03:00
@@ -157,7 +157,7 @@ TEST_F(TimeMarksTest, MarkARepeatedHourOnce)
                 ElementsAre("18:00", "21:00", "00:00", "03:00", "06:00", "09:00", "12:00"));
 }
 
-TEST_F(TimeMarksTest, MarkADayWithoutMidnightAtItsFirstHour)
+TEST_F(TimeMarksTest, MarksADayWithoutMidnightAtItsFirstHour)
 {
     zone.set("Africa/Cairo");  // 2024-04-26 began at 01:00
     const auto now = at(2024, 4, 27, 12);
@@ -169,7 +169,7 @@ TEST_F(TimeMarksTest, MarkADayWithoutMidnightAtItsFirstHour)
     EXPECT_DOUBLE_EQ(marks[1].x, place(days, at(2024, 4, 26, 1)));
 }
 
-TEST_F(TimeMarksTest, WorkInAZoneThatOnlyTheCLibraryKnows)
+TEST_F(TimeMarksTest, WorksInAZoneThatOnlyTheCLibraryKnows)
 {
     const auto now = at(2026, 3, 4, 14, 5);
 
@@ -181,7 +181,7 @@ TEST_F(TimeMarksTest, WorkInAZoneThatOnlyTheCLibraryKnows)
     }
 }
 
-TEST_F(TimeMarksTest, FallBackToUniversalTimeInAnUnknownZone)
+TEST_F(TimeMarksTest, FallsBackToUniversalTimeInAnUnknownZone)
 {
     const auto now = at(2026, 3, 4, 14, 5);
 
@@ -193,7 +193,7 @@ TEST_F(TimeMarksTest, FallBackToUniversalTimeInAnUnknownZone)
     }
 }
 
-TEST_F(TimeMarksTest, UseTheUsersLanguage)
+TEST_F(TimeMarksTest, UsesTheUsersLanguage)
 {
     const auto now = at(2026, 3, 4, 14, 5);
 
@@ -208,7 +208,7 @@ TEST_F(TimeMarksTest, UseTheUsersLanguage)
     EXPECT_THAT(labels(axis(now - day, now)), ElementsAre("18:00", "00:00", "06:00", "12:00"));
 }
 
-TEST_F(TimeMarksTest, AreAbsentWithoutASpanOrRoom)
+TEST_F(TimeMarksTest, MarksNothingWithoutASpanOrRoom)
 {
     const auto now = at(2026, 3, 4, 14, 5);
 
@@ -217,7 +217,7 @@ TEST_F(TimeMarksTest, AreAbsentWithoutASpanOrRoom)
     EXPECT_THAT(labels(axis(now - day, now, 0)), IsEmpty());
 }
 
-TEST_F(TimeMarksTest, ShowAShortTimeWithoutSeconds)
+TEST_F(TimeMarksTest, WritesAShortTimeWithoutSeconds)
 {
     const auto now = at(2026, 3, 4, 14, 5);
 

@@ -29,7 +29,7 @@ std::vector<QLocale> allLocales()
     return {found.begin(), found.end()};
 }
 
-// One locale for each combination of digits and AM/PM words.
+// One locale for each distinct pair of digits and AM/PM words.
 std::vector<QLocale> differentLocales()
 {
     std::set<QString> seen;
@@ -154,7 +154,7 @@ TEST(TimeNotationTest, RejectsEverythingElse)
     }
 }
 
-// Qt would print a format letter that it does not know as it is.
+// Qt would print an unknown format letter unchanged.
 TEST(TimeNotationTest, UsesOnlyFormatLettersThatQtReplaces)
 {
     for (const auto& locale : allLocales()) {

@@ -90,7 +90,7 @@ TEST_F(UngrabbedPopoverTest, StaysOpenAfterAPressOnItself)
     EXPECT_FALSE(QTest::qWaitFor([this] { return !popover.isVisible(); }, longEnough));
 }
 
-TEST_F(UngrabbedPopoverTest, IsNotClosedByTheUserOnceItIsDismissed)
+TEST_F(UngrabbedPopoverTest, ReportsNoClosingByTheUserOnceItIsDismissed)
 {
     activate(other);
 

@@ -30,7 +30,7 @@ protected:
         show(content);
     }
 
-    // Presses until the step has been repeated.
+    // Holds the button until it has repeated the step.
     void holdPlus()
     {
         QTest::mousePress(limit(), Qt::LeftButton, {}, plus(limit()));

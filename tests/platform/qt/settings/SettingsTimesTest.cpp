@@ -65,7 +65,7 @@ protected:
     std::vector<std::string> takeIntents() { return std::exchange(intents, {}); }
 };
 
-TEST_F(SettingsTimesTest, ReportATypedTimeOnce)
+TEST_F(SettingsTimesTest, ReportsATypedTimeOnce)
 {
     auto* const until = reach("Until");
 
@@ -76,7 +76,7 @@ TEST_F(SettingsTimesTest, ReportATypedTimeOnce)
     EXPECT_THAT(intents, ElementsAre("quietEnd 6:30"));
 }
 
-TEST_F(SettingsTimesTest, ReportATypedTimeWhenTheFocusLeaves)
+TEST_F(SettingsTimesTest, ReportsATypedTimeWhenTheFocusLeaves)
 {
     QTest::keyClicks(reach("Until"), "0630");
     control("Launch at Login")->setFocus(Qt::MouseFocusReason);
@@ -85,7 +85,7 @@ TEST_F(SettingsTimesTest, ReportATypedTimeWhenTheFocusLeaves)
     EXPECT_EQ(box("Until")->text(), "06:30");
 }
 
-TEST_F(SettingsTimesTest, AreTypedInTheFormatTheyAreShownIn)
+TEST_F(SettingsTimesTest, AcceptsTheFormatThatItShows)
 {
     for (const auto* const locale : {"C", "en_US", "en_CA", "es_MX", "zh_TW", "zh_HK", "de_DE",
                                      "ar_EG", "fa_IR", "ko_KR", "fr_CA", "hi_IN", "el_GR"}) {
@@ -105,7 +105,7 @@ TEST_F(SettingsTimesTest, AreTypedInTheFormatTheyAreShownIn)
     }
 }
 
-TEST_F(SettingsTimesTest, AreTypedIn12Or24Hours)
+TEST_F(SettingsTimesTest, AcceptsTimesIn12Or24Hours)
 {
     for (const auto* const locale :
          {"C", "en_US", "en_CA", "es_MX", "zh_TW", "de_DE", "ar_EG", "fa_IR"}) {
@@ -122,7 +122,7 @@ TEST_F(SettingsTimesTest, AreTypedIn12Or24Hours)
     }
 }
 
-TEST_F(SettingsTimesTest, AreRestoredWhenTheTypedTextIsNoTime)
+TEST_F(SettingsTimesTest, RestoresTheTimeWhenTheTypedTextIsNotATime)
 {
     for (const auto* const text : {"25:00", "soon", "21:30:15", ":"}) {
         EXPECT_EQ(enter(text), "07:00");
@@ -137,7 +137,7 @@ TEST_F(SettingsTimesTest, AreRestoredWhenTheTypedTextIsNoTime)
     EXPECT_THAT(intents, IsEmpty());
 }
 
-TEST_F(SettingsTimesTest, AreReplacedAsAWholeWhenFocusedByKey)
+TEST_F(SettingsTimesTest, SelectsTheWholeTimeWhenFocusedByKey)
 {
     for (const auto* const locale : {"en_US", "zh_TW", "ar_EG"}) {
         form.setLocale(QLocale(locale));
@@ -149,7 +149,7 @@ TEST_F(SettingsTimesTest, AreReplacedAsAWholeWhenFocusedByKey)
     }
 }
 
-TEST_F(SettingsTimesTest, AreReplacedAsAWholeWhenAProgramFocusesThem)
+TEST_F(SettingsTimesTest, ReplacesTheWholeTimeWhenAProgramHasFocusedIt)
 {
     box("Until")->setFocus(Qt::OtherFocusReason);  // as assistive programs do
     showUntil({.hour = 9, .minute = 15});
@@ -162,7 +162,7 @@ TEST_F(SettingsTimesTest, AreReplacedAsAWholeWhenAProgramFocusesThem)
     EXPECT_THAT(intents, ElementsAre("quietEnd 6:30", "quietEnd 6:45"));
 }
 
-TEST_F(SettingsTimesTest, AreEditedInPlaceAfterAClick)
+TEST_F(SettingsTimesTest, KeepsTheOtherDigitsWhenOneIsTypedAfterAClick)
 {
     auto* const until = box("Until");
     auto* const edit = until->findChild<QLineEdit*>();
@@ -176,7 +176,7 @@ TEST_F(SettingsTimesTest, AreEditedInPlaceAfterAClick)
     EXPECT_THAT(intents, ElementsAre("quietEnd 7:5"));
 }
 
-TEST_F(SettingsTimesTest, StepByTheArrowKeysAndTheWheelWhereTheCursorIs)
+TEST_F(SettingsTimesTest, StepsByArrowKeysAndWheelWhereTheCursorIs)
 {
     auto* const until = reach("Until");
 
@@ -195,7 +195,7 @@ TEST_F(SettingsTimesTest, StepByTheArrowKeysAndTheWheelWhereTheCursorIs)
                             "quietEnd 8:2", "quietEnd 18:2", "quietEnd 4:2"));
 }
 
-TEST_F(SettingsTimesTest, StepBetweenAmAndPm)
+TEST_F(SettingsTimesTest, StepsBetweenAmAndPm)
 {
     for (const auto& [locale, key] :
          {std::pair{"en_US", Qt::Key_End}, {"ar_EG", Qt::Key_End}, {"ko_KR", Qt::Key_Home}}) {
@@ -211,7 +211,7 @@ TEST_F(SettingsTimesTest, StepBetweenAmAndPm)
     }
 }
 
-TEST_F(SettingsTimesTest, StepTheNumberNextToAWordOfA24HourFormat)
+TEST_F(SettingsTimesTest, StepsTheNumberNextToAWordOfA24HourFormat)
 {
     form.setLocale(QLocale("bg_BG"));  // "7:00 ч."
     QTest::keyClick(reach("Until"), Qt::Key_End);
@@ -224,7 +224,7 @@ TEST_F(SettingsTimesTest, StepTheNumberNextToAWordOfA24HourFormat)
     EXPECT_THAT(intents, ElementsAre("quietEnd 7:1", "quietEnd 8:1"));
 }
 
-TEST_F(SettingsTimesTest, StepFromTheTypedTime)
+TEST_F(SettingsTimesTest, StepsFromTheTypedTime)
 {
     auto* const until = reach("Until");
 
@@ -236,7 +236,7 @@ TEST_F(SettingsTimesTest, StepFromTheTypedTime)
     EXPECT_EQ(until->text(), "22:00");
 }
 
-TEST_F(SettingsTimesTest, KeepHalfTypedTextWhenNewContentArrives)
+TEST_F(SettingsTimesTest, KeepsHalfTypedTextWhenNewContentArrives)
 {
     auto* const until = reach("Until");
     QTest::keyClicks(until, "06:3");
@@ -249,7 +249,7 @@ TEST_F(SettingsTimesTest, KeepHalfTypedTextWhenNewContentArrives)
     EXPECT_THAT(intents, ElementsAre("quietEnd 6:30"));
 }
 
-TEST_F(SettingsTimesTest, FollowNewContentAgainAfterEditing)
+TEST_F(SettingsTimesTest, FollowsNewContentAgainAfterEditing)
 {
     type(reach("Until"), "07:00");
     reach("From");
@@ -262,7 +262,7 @@ TEST_F(SettingsTimesTest, FollowNewContentAgainAfterEditing)
     EXPECT_THAT(intents, IsEmpty());
 }
 
-TEST_F(SettingsTimesTest, AreWrittenInTheLocalesFormat)
+TEST_F(SettingsTimesTest, WritesTimesInTheLocalesFormat)
 {
     auto* const until = box("Until");
 
