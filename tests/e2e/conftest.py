@@ -77,7 +77,7 @@ def notifications(laptop):
 
 @pytest.fixture
 def clock(laptop):
-    """The program's clock, if the program is started with it."""
+    """A clock that the program uses if it is passed to `start`."""
     return laptop.moved_clock()
 
 
@@ -111,7 +111,7 @@ def wayland(laptop):
 
 @pytest.fixture
 def without_layer_shell(vorlane):
-    """Skips tests of the popover as an ordinary window that sway lists."""
+    """For tests of the popover as an ordinary window: skips them if it would be a layer surface."""
     if vorlane.has_layer_shell:
         pytest.skip('this program was built with LayerShellQt; see test_layer_shell.py')
 

@@ -8,7 +8,7 @@ from laptop.sway import SIZE
 WIDTH, HEIGHT = SIZE
 PANEL_HEIGHT = 30
 GAP = 6
-ITEM = (WIDTH - 16, PANEL_HEIGHT // 2)  # ours is the only one, at the end of the bar
+ITEM = (WIDTH - 16, PANEL_HEIGHT // 2)  # our item, the only one, at the end of the bar
 BELOW_ITEM = (WIDTH - 170, 200)
 
 
@@ -42,7 +42,7 @@ class Desk:
         self.tree.wait_until_gone(POPOVER)
 
     def popover_box(self):
-        """Its panel on the screen; the shadow does not show on black."""
+        """The box of the popover's panel, by its pixels; the shadow does not show on black."""
         left, top, right, bottom = self._below_the_bar().difference(self._empty)
         return left, top + PANEL_HEIGHT, right, bottom + PANEL_HEIGHT
 

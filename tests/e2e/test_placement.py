@@ -8,7 +8,7 @@ from laptop.xfce_panel import XfcePanel
 WIDTH, HEIGHT = SIZE
 PANEL = 30
 GAP = 6
-# The tray is at the end of the panel, and ours is its only item.
+# The tray is at the end of the panel, and our item is the only one in it.
 PLACES = {
     'top': (WIDTH - 16, PANEL // 2),
     'bottom': (WIDTH - 16, HEIGHT - PANEL // 2),

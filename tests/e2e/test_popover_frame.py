@@ -119,7 +119,7 @@ def test_under_sway_a_press_on_the_shadow_closes_it(wayland, waybar, vorlane, it
 
 
 @pytest.mark.usefixtures('without_layer_shell')
-def test_other_wayland_compositors_are_asked_to_pass_a_press_on_the_shadow_on(wayland, waybar, vorlane, item):
+def test_other_wayland_compositors_are_asked_to_pass_presses_through_the_shadow(wayland, waybar, vorlane, item):
     waybar.start()
     vorlane.start(environment={'WAYLAND_DEBUG': 'client', 'SWAYSOCK': None})
     item.wait_until_registered()

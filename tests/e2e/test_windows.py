@@ -12,7 +12,7 @@ WIDTH, HEIGHT = SIZE
 PANEL_HEIGHT = 30
 POPOVER, SETTINGS = '^Vorlane$', '^Vorlane Settings$'
 POPOVER_WIDTH = 340
-# The tray is at the end of the panel, and ours is its only item.
+# The tray is at the end of the panel, and our item is the only one in it.
 ITEM = (WIDTH - 16, PANEL_HEIGHT // 2)
 SETTINGS_SIZE = (480, 640)
 

@@ -168,7 +168,7 @@ def test_a_click_without_free_descriptors_does_nothing_until_some_are_free(
     desktop.accessibility.wait_for_window(POPOVER)
 
 
-def test_a_minute_after_its_last_window_closed_it_ends(desktop, vorlane, clock, tree):
+def test_the_windows_process_ends_a_minute_after_its_last_window_closed(desktop, vorlane, clock, tree):
     desktop.start(notifications=False, clock=clock)
     before = vorlane.windows_process()
     desktop.open_popover()
@@ -213,7 +213,7 @@ def hung(screen, vorlane, item):
 
 
 @pytest.mark.parametrize('state', [running, stopped, hung])
-def test_it_does_not_outlive_a_program_that_is_killed(desktop, screen, vorlane, item, state):
+def test_the_windows_do_not_outlive_a_killed_resident_program(desktop, screen, vorlane, item, state):
     vorlane.start()
     desktop.open_popover()
     state(screen, vorlane, item)
@@ -227,7 +227,7 @@ def test_it_does_not_outlive_a_program_that_is_killed(desktop, screen, vorlane, 
     wait_until_no_window(desktop)
 
 
-def test_it_does_not_outlive_a_program_that_is_killed_while_it_starts(desktop, screen, vorlane, item):
+def test_starting_windows_do_not_outlive_a_killed_resident_program(desktop, screen, vorlane, item):
     vorlane.start()
     screen.hang()
     item.activate()

@@ -57,7 +57,7 @@ class Desktop:
         wait_until(lambda: not self.popover_box(), 'the popover to close', look_every=0.02)
 
     def click(self, window, control):
-        """Clicks the middle of a control. Its box is corrected by the position from X, which knows about the frame."""
+        """Clicks the middle of a control. Corrects its box by the window's position on X, which includes the frame."""
         left, top, right, bottom = control.box
         reported, real = window.box, self.screen.window_titled(f'^{window.name}$')
         self.screen.click((left + right) // 2 - reported[0] + real[0],

@@ -5,7 +5,7 @@ import dbus.lowlevel
 
 
 class Flood:
-    """Sends directly to the program, so that the bus delivers every message."""
+    """Sends to the unique name of the program, so that the bus delivers every message."""
 
     def __init__(self, bus, process):
         self._connection, self._pid = bus.connect(), process.pid
@@ -21,7 +21,7 @@ class Flood:
             self._send(message)
 
     def calls(self, count, path, interface, member, signature, *arguments):
-        """Calls that want no reply."""
+        """Sends `count` calls that want no reply."""
         for _ in range(count):
             message = dbus.lowlevel.MethodCallMessage(self._target, path, interface, member)
             message.append(*arguments, signature=signature)

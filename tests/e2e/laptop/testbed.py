@@ -41,7 +41,7 @@ class Testbed:
         self.root = json.loads(self._helper.stdout.readline())['root']
 
     def environment(self):
-        """Makes a program see this tree instead of the real one."""
+        """Variables that make a program see this tree instead of the real one."""
         return {'UMOCKDEV_DIR': self.root, **preload.testbed_environment()}
 
     def add(self, name, attributes):

@@ -4,8 +4,8 @@ from .pictures import picture_that_differs, picture_with_panel, still_picture
 from .sway import Sway
 from .waiting import wait_until
 
-AWAY = (640, 15)  # where the pointer, which may be in the picture, is clear of every menu and window
-# LINES: for each menu line, how many lines from the end it is, and pixels above the lower edge for clicking.
+AWAY = (640, 15)  # a place for the pointer, which may be in the picture, clear of every menu and window
+# LINES: how many lines from the end a menu line is, for the keyboard; its pixels above the lower edge, for clicks.
 MENU_INSIDE = 60  # pixels to the left of the menu's right edge
 LINES = {'Quit': (1, 17), 'Settings': (2, 43)}
 

@@ -35,7 +35,7 @@ class XScreen:
                       f'{width}/300x{height}/400+{number * width}+0', 'screen' if number == 0 else 'none')
 
     def paint_wall(self, top, bottom):
-        """Paints a gradient between two colours, which compositors find, too."""
+        """Paints a gradient between two colours behind all windows, in a way that compositors also show."""
         self._run('hsetroot', '-add', top, '-add', bottom, '-gradient', '0')
 
     def picture(self):
@@ -95,7 +95,7 @@ class XScreen:
         return self._run('xdotool', 'search', '--name', pattern, check=False).split()
 
     def is_in_front(self, name, other):
-        """Whether one window is in front of another; both by title or class, and not managed by the window manager."""
+        """Whether one window is in front of another, by title or class, neither managed by the window manager."""
         from_front = self._run('xwininfo', '-root', '-children').decode()
         return from_front.index(f'"{name}"') < from_front.index(f'"{other}"')
 

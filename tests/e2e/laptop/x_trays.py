@@ -46,7 +46,7 @@ class Tint2:
 
 
 class I3:
-    """A window manager with its bar, for a screen without one."""
+    """A window manager with its bar, for a screen without a window manager."""
 
     def __init__(self, machine):
         self._machine = machine

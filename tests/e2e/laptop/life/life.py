@@ -33,9 +33,9 @@ SLACK = 5  # seconds; the timer's first minute begins this long after the first 
            # saved in between
 FULL_HISTORY = 43200
 POPOVER, SETTINGS = '^Vorlane$', '^Vorlane Settings$'
-CLICK_PAUSE = 0.5  # seconds from a click that closes the popover to the next one; Qt closes a popover again that opens
-                   # before it has released the keyboard (0.1 s)
-NEVER = 'infinity'  # the clock moves a minute while replies are in flight
+CLICK_PAUSE = 0.5  # seconds from a click that closes the popover to the next click; Qt would close a popover that opens
+                   # before the last one has released the keyboard (0.1 s)
+NEVER = 'infinity'  # no timeout: the clock moves a minute while replies are in flight
 
 
 class Life:

@@ -3,7 +3,7 @@
 The program also takes readings by itself: every five seconds after a wake, and at signals from UPower. These may record
 a change early, before the look that follows it in the test; no other surplus samples are allowed.
 
-Looks whose order is open are noted as one, with the other readings that were possible at that time.
+Looks whose order is uncertain are noted as one, with the other readings that were possible at that time.
 """
 from dataclasses import dataclass
 
