@@ -33,10 +33,11 @@ constexpr std::array known{
     Tray{"kded6", TrayKind::recoloredIcons},
     Tray{"xapp-sn-watcher", TrayKind::iconsOf24},  // Cinnamon's
     Tray{"xfce4-panel", TrayKind::describedIcons},
+    Tray{"wrapper-2.0", TrayKind::describedIcons},  // XFCE's plugin since XFCE 4.20
 };
 constexpr std::size_t longestComm = 15;
 
-// XFCE runs the plugin in a process named like "panel-1-systray".
+// Before 4.20, XFCE named the process of its plugin like "panel-1-systray".
 bool isSystrayOfXfce(std::string_view process)
 {
     return process.starts_with("panel-") && process.find("-systr") != std::string_view::npos;

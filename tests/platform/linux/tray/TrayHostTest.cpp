@@ -44,7 +44,7 @@ TEST(TrayKindTest, KnowsPlasma)
 TEST(TrayKindTest, KnowsXfceByItsPanelAndByItsPluginsProcess)
 {
     for (const auto* const process :
-         {"xfce4-panel", "panel-1-systray", "panel-12-systra", "panel-123-systr"}) {
+         {"xfce4-panel", "panel-1-systray", "panel-12-systra", "panel-123-systr", "wrapper-2.0"}) {
         EXPECT_EQ(trayKind(process), TrayKind::describedIcons) << process;
     }
 }
