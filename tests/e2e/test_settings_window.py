@@ -141,7 +141,7 @@ def test_times_can_be_typed(desktop, window):
 
 
 def test_times_can_be_typed_in_12_and_24_hour_form(laptop):
-    desktop = Desktop(laptop).start(environment={'LC_ALL': 'en_US.UTF-8'})
+    desktop = Desktop(laptop).start(environment=laptop.machine.locale('en_US'))
     window = desktop.open_settings()
     window.find('Hold alerts during quiet hours', 'check box').do('Toggle')
     start = window.find('From', 'spin box')

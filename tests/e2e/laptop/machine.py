@@ -1,6 +1,7 @@
 """The private folders, environment and processes of one virtual laptop."""
 import os
 import shutil
+import subprocess
 import tempfile
 
 from .process import Process
@@ -41,6 +42,14 @@ class Machine:
         with open(path, 'w') as file:
             file.write(text)
         return path
+
+    def locale(self, name):
+        """The environment of a program in that locale, such as de_DE. Builds it, since the system may lack it."""
+        folder = self.folder('locales')
+        os.makedirs(folder, exist_ok=True)
+        subprocess.run(['/usr/bin/localedef', '--no-archive', '--inputfile', name, '--charmap', 'UTF-8',
+                        os.path.join(folder, f'{name}.UTF-8')], check=True)
+        return {'LOCPATH': folder, 'LC_ALL': f'{name}.UTF-8'}
 
     def start(self, name, argv, environment=None, **options):
         """Starts a program; `environment` is added to the machine's own (None removes a name)."""
