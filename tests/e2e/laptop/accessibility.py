@@ -105,7 +105,8 @@ class Control:
 
     @property
     def role(self):
-        return str(self._call(ACCESSIBLE, 'GetRoleName') or '')
+        name = str(self._call(ACCESSIBLE, 'GetRoleName') or '')
+        return 'push button' if name == 'button' else name  # as it is called since AT-SPI 2.54
 
     @property
     def children(self):
