@@ -1,5 +1,7 @@
 #include "platform/qt/placement/PopoverPlacement.h"
 
+#include <QByteArray>
+#include <QList>
 #include <algorithm>
 #include <array>
 #include <limits>
@@ -9,7 +11,8 @@ namespace vorlane::platform {
 
 namespace {
 
-constexpr int gap = 6;  // to the panel, the pointer and the edges of the work area
+constexpr int gap = 6;            // to the panel, the pointer and the edges of the work area
+constexpr int floatingPanel = 8;  // how far Plasma's panels float into the work area
 constexpr Qt::Edges anyEdge = Qt::TopEdge | Qt::BottomEdge | Qt::LeftEdge | Qt::RightEdge;
 
 // The first edge wins a tie: most panels are at the top or at the bottom.
@@ -27,6 +30,12 @@ Qt::Edge nearestEdge(QPoint point, const QRect& area, Qt::Edges among)
     return std::ranges::min_element(distances, {}, distance)->second;
 }
 
+int gapToPanel()
+{
+    const auto desktops = qgetenv("XDG_CURRENT_DESKTOP").split(':');
+    return desktops.contains("KDE") ? gap + floatingPanel : gap;
+}
+
 int within(int value, int least, int most)
 {
     return std::max(least, std::min(value, most));
@@ -42,20 +51,21 @@ QPoint PopoverPlacement::position(QSize popover) const
                         within(pointer.y(), workArea.top(), workArea.bottom()));
     const auto panels = panelEdges();
     const QRect beside = panels ? workArea : QRect(anchor, QSize(1, 1));
+    const int distance = panels ? gapToPanel() : gap;
 
     QPoint corner(anchor.x() - width / 2, anchor.y() - height / 2);
     switch (nearestEdge(pointer, workArea, panels ? panels : anyEdge)) {
         case Qt::TopEdge:
-            corner.setY(beside.top() + gap);
+            corner.setY(beside.top() + distance);
             break;
         case Qt::BottomEdge:
-            corner.setY(beside.bottom() + 1 - gap - height);
+            corner.setY(beside.bottom() + 1 - distance - height);
             break;
         case Qt::LeftEdge:
-            corner.setX(beside.left() + gap);
+            corner.setX(beside.left() + distance);
             break;
         case Qt::RightEdge:
-            corner.setX(beside.right() + 1 - gap - width);
+            corner.setX(beside.right() + 1 - distance - width);
             break;
     }
     return {within(corner.x(), workArea.left() + gap, workArea.right() + 1 - gap - width),
@@ -74,7 +84,7 @@ Qt::Edges PopoverPlacement::panelEdges() const
 
 int PopoverPlacement::maximumHeight() const
 {
-    return workArea.height() - 2 * gap;
+    return workArea.height() - gap - gapToPanel();
 }
 
 }  // namespace vorlane::platform

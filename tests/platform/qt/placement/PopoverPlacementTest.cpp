@@ -41,6 +41,18 @@ TEST(PopoverPlacementTest, IsToTheLeftOfARightPanel)
               QPoint(1280 - 48 - 6 - 340, 150));
 }
 
+TEST(PopoverPlacementTest, LeavesRoomForAFloatingPanelOnPlasma)
+{
+    (void)setenv("XDG_CURRENT_DESKTOP", "KDE", 1);
+
+    EXPECT_EQ(position({1275, 790}, screen.adjusted(0, 0, 0, -44)),
+              QPoint(1280 - 6 - 340, 800 - 44 - 14 - 500));
+    EXPECT_EQ(position({10, 400}, screen.adjusted(44, 0, 0, 0)), QPoint(44 + 14, 150));
+    EXPECT_EQ(position({600, 12}, screen), QPoint(430, 18));
+
+    (void)unsetenv("XDG_CURRENT_DESKTOP");
+}
+
 TEST(PopoverPlacementTest, StaysInsideTheWorkAreaAtTheEndsOfAPanel)
 {
     const auto area = screen.adjusted(0, 30, 0, 0);
