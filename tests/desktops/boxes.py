@@ -15,3 +15,8 @@ def beside(window, item, gap=60):
 def middle(box):
     left, top, right, bottom = box
     return (left + right) // 2, (top + bottom) // 2
+
+
+def size_of(box):
+    left, top, right, bottom = box
+    return [right - left, bottom - top]

@@ -7,7 +7,9 @@ import json
 from laptop.bus_monitor import BusMonitor
 from laptop.status_item import WATCHER
 from laptop.waiting import wait_until
-from laptop.x_screen import XScreen
+from laptop.x_screen import SIZE, XScreen
+
+from boxes import size_of
 
 KWIN, SCRIPTING = 'org.kde.KWin', 'org.kde.kwin.Scripting'
 REPORT = 'org.vorlane.test.Windows'
@@ -66,7 +68,7 @@ class Plasma:
         return self._windows
 
     def window_titled(self, title):
-        return next((tuple(map(int, box)) for name, *box in self.windows() if name == title), None)
+        return next((box for name, *box in self.windows() if name == title), None)
 
     def item_box(self):
         """Where the item is in the panel; None while it is not there."""
@@ -105,7 +107,7 @@ class Plasma:
 
     def _note(self, seen):
         if seen.interface == REPORT:
-            self._windows = json.loads(str(seen.arguments[0]))
+            self._windows = [(name, *map(int, box)) for name, *box in json.loads(str(seen.arguments[0]))]
 
 
 class PlasmaX11(Plasma):
@@ -122,14 +124,38 @@ class PlasmaX11(Plasma):
 
 
 class PlasmaWayland(Plasma):
-    name, session_type, places_popover = 'plasma-wayland', 'wayland', False
+    name, session_type, places_popover = 'plasma-wayland', 'wayland', True
+    scale = 1  # pixels per unit; boxes and positions are in units, pictures in pixels
 
     def _start_compositor(self):
         # The X screen is only for the compositor: the environment of the session has no DISPLAY.
         outside = copy.copy(self._machine)
         outside.environment = dict(self._machine.environment)
-        self.screen = XScreen(outside, manager=None)
+        width, height = (round(length * self.scale) for length in SIZE)
+        self.screen = XScreen(outside, size=(width, height), manager=None)
+        self._machine.write(json.dumps([
+            {'name': 'outputs', 'data': [{'connectorName': 'X11-0', 'scale': self.scale}]},
+            {'name': 'setups', 'data': [{'lidClosed': False, 'outputs': [
+                {'enabled': True, 'outputIndex': 0, 'position': {'x': 0, 'y': 0}, 'priority': 0}]}]},
+        ]), 'config', 'kwinoutputconfig.json')
         outside.start('kwin_wayland', ['/usr/bin/kwin_wayland', '--x11-display', outside.environment['DISPLAY'],
-                                       '--width', '1280', '--height', '800', '--socket', 'wayland-0'],
+                                       '--width', str(width), '--height', str(height), '--socket', 'wayland-0'],
                       {'KWIN_COMPOSE': 'Q'})
         self._machine.environment['WAYLAND_DISPLAY'] = 'wayland-0'
+
+    def window_titled(self, title):
+        return super().window_titled(title) or self._layer_surface(title)
+
+    def _layer_surface(self, title):
+        """KWin gives a layer surface no title, so it is found by its size."""
+        window = self._accessibility.window(title)
+        if not window:
+            return None
+        _, _, *size = window.box
+        return next((box for name, *box in self.windows() if not name and size_of(box) == size), None)
+
+    def move_pointer(self, x, y):
+        super().move_pointer(round(x * self.scale), round(y * self.scale))
+
+    def click(self, x, y, button=1, times=1):
+        super().click(round(x * self.scale), round(y * self.scale), button, times)
