@@ -36,9 +36,12 @@ def main():
     parser.add_argument('desktop', choices=DESKTOPS)
     parser.add_argument('out')
     parser.add_argument('--stay', action='store_true')
+    parser.add_argument('--scale', type=float, default=1)
     parser.add_argument('--program', default='/usr/bin/vorlane')
     options = parser.parse_args()
-    lab = Lab(DESKTOPS[options.desktop], options.out, options.program)
+    kind = DESKTOPS[options.desktop]
+    kind.scale = options.scale
+    lab = Lab(kind, options.out, options.program)
     try:
         return orders.follow(lab) if options.stay else min(play(lab), 1)
     finally:
