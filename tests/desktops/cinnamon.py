@@ -7,6 +7,7 @@ from laptop.x_screen import XScreen
 
 from boxes import middle
 from shell_eval import ShellEval
+from x_desktop import XDesktop
 
 SHELL = 'org.Cinnamon'
 SETTINGS = [('org.cinnamon', 'desktop-effects', 'false')]
@@ -14,7 +15,7 @@ APPLET = "imports.ui.appletManager.getRunningInstancesForUuid('xapp-status@cinna
 ITEM = f"Object.values({APPLET}.statusIcons).find(icon => (icon.proxy.name || '').toLowerCase().includes('vorlane'))"
 
 
-class Cinnamon:
+class Cinnamon(XDesktop):
     name, folder, current_desktop, session_type = 'cinnamon', 'cinnamon', 'X-Cinnamon', 'x11'
     shell_program = 'cinnamon'  # in the accessibility tree
     shows_label, wallpaper_takes_focus, tells_menu, places_popover = False, True, False, True
@@ -49,9 +50,6 @@ class Cinnamon:
             process.kill()
         self._bus.wait_until_free(WATCHER)
 
-    def picture(self):
-        return self.screen.picture()
-
     def item_box(self):
         """Where the item is in the panel; None while it is not there."""
         box = self.evaluate(f'(item => item && item.actor.visible && [...item.actor.get_transformed_position(),'
@@ -70,21 +68,3 @@ class Cinnamon:
     def press(self, control):
         """Clicks a button of the shell."""
         self.click(*middle(control.box))
-
-    def choose(self, line, lines):
-        """Chooses a line of the open menu by keyboard."""
-        self.screen.press_keys(*['Up'] * (len(lines) - lines.index(line)), 'Return')
-
-    def close_window(self, _title):
-        """Closes the window with the focus."""
-        self.screen.press_keys('ctrl+w')
-
-    def move_pointer(self, x, y):
-        self.screen.move_pointer(x, y)
-
-    def click(self, x, y, button=1, times=1):
-        for _ in range(times):
-            self.screen.click(x, y, button)
-
-    def press_keys(self, *keys):
-        self.screen.press_keys(*keys)

@@ -10,6 +10,7 @@ from laptop.waiting import wait_until
 from laptop.x_screen import SIZE, XScreen
 
 from boxes import size_of
+from x_desktop import XDesktop
 
 KWIN, SCRIPTING = 'org.kde.KWin', 'org.kde.kwin.Scripting'
 REPORT = 'org.vorlane.test.Windows'
@@ -21,10 +22,10 @@ NOTIFICATIONS = '[Notifications]\nPopupTimeout=120000\n'
 SESSION = {'KDE_FULL_SESSION': 'true', 'KDE_SESSION_VERSION': '6', 'XDG_MENU_PREFIX': 'plasma-'}
 
 
-class Plasma:
+class Plasma(XDesktop):
     folder, current_desktop, shell_program = 'plasma', 'KDE', 'plasmashell'
     shows_label, wallpaper_takes_focus, tells_menu = False, True, False
-    recolors_icons = True
+    recolors_icons = places_popover = True
     menu_button, clicks = 3, 1
 
     def __init__(self, laptop, accessibility):
@@ -55,9 +56,6 @@ class Plasma:
             process.kill()
         self._bus.wait_until_free(WATCHER)
 
-    def picture(self):
-        return self.screen.picture()
-
     def windows(self):
         """Title and box of each visible window, asked of the compositor."""
         self._windows = None
@@ -84,24 +82,6 @@ class Plasma:
         """Presses a button of the shell."""
         control.press()
 
-    def choose(self, line, lines):
-        """Chooses a line of the open menu by keyboard."""
-        self.screen.press_keys(*['Up'] * (len(lines) - lines.index(line)), 'Return')
-
-    def close_window(self, _title):
-        """Closes the window with the focus."""
-        self.screen.press_keys('ctrl+w')
-
-    def move_pointer(self, x, y):
-        self.screen.move_pointer(x, y)
-
-    def click(self, x, y, button=1, times=1):
-        for _ in range(times):
-            self.screen.click(x, y, button)
-
-    def press_keys(self, *keys):
-        self.screen.press_keys(*keys)
-
     def _has_host(self):
         return self._bus.get(WATCHER, '/StatusNotifierWatcher', WATCHER, 'IsStatusNotifierHostRegistered')
 
@@ -111,7 +91,7 @@ class Plasma:
 
 
 class PlasmaX11(Plasma):
-    name, session_type, places_popover = 'plasma-x11', 'x11', True
+    name, session_type = 'plasma-x11', 'x11'
 
     def _start_compositor(self):
         self.screen = XScreen(self._machine, manager=None)
@@ -124,7 +104,7 @@ class PlasmaX11(Plasma):
 
 
 class PlasmaWayland(Plasma):
-    name, session_type, places_popover = 'plasma-wayland', 'wayland', True
+    name, session_type = 'plasma-wayland', 'wayland'
     scale = 1  # pixels per unit; boxes and positions are in units, pictures in pixels
 
     def _start_compositor(self):
