@@ -11,11 +11,10 @@ SHADOW = 24  # width in pixels of the popover's shadow, which is part of its win
 CLICK_PAUSE = 0.2  # seconds between clicks on the item; an earlier second click would close the popover
 
 
-def without_shadow(box, scale=1):
+def without_shadow(box):
     """The box of the popover's panel, given the box of its window."""
     left, top, right, bottom = box
-    shadow = SHADOW * scale
-    return left + shadow, top + shadow, right - shadow, bottom - shadow
+    return left + SHADOW, top + SHADOW, right - SHADOW, bottom - SHADOW
 
 
 class Desktop:

@@ -10,14 +10,14 @@ NO_PREFERENCE, DARK, LIGHT = 0, 1, 2  # the values of color-scheme
 
 
 class SettingsPortal:
-    """Starts without a colour scheme preference unless one is given."""
+    """Starts without a colour scheme preference."""
 
-    def __init__(self, machine, bus, scheme=NO_PREFERENCE):
+    def __init__(self, machine, bus):
         self._bus = bus
         process = machine.start('portal', ['/usr/bin/python3', '-m', 'dbusmock', '--session', NAME, PATH,
                                            SETTINGS])
         bus.wait_for(NAME, process)
-        answer = "ret = {'%s': {'color-scheme': dbus.UInt32(%d, variant_level=1)}}" % (APPEARANCE, scheme)
+        answer = "ret = {'%s': {'color-scheme': dbus.UInt32(%d, variant_level=1)}}" % (APPEARANCE, NO_PREFERENCE)
         bus.call(NAME, PATH, MOCK, 'AddMethod', 'sssss', SETTINGS, 'ReadAll', 'as', 'a{sa{sv}}', answer)
 
     def set_scheme(self, scheme):

@@ -35,7 +35,7 @@ CLOCK = '''    <property name="{name}" type="string" value="clock">
       <property name="digital-time-font" type="string" value="DejaVu Sans 10"/>
     </property>'''
 PLUGIN = '    <property name="{name}" type="string" value="{kind}"/>'
-TEMPLATES = {'stretch': STRETCH, 'clock': CLOCK, 'minutes': CLOCK.replace(':%S', '')}
+TEMPLATES = {'stretch': STRETCH, 'clock': CLOCK}
 # For each edge, the corner where the panel begins and whether it is vertical.
 EDGES = {'top': (6, 0), 'bottom': (8, 0), 'left': (6, 1), 'right': (2, 1)}
 INDICATORS = '/usr/libexec/ayatana-indicator-application/ayatana-indicator-application-service'

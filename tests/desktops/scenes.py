@@ -1,8 +1,8 @@
-"""What each picture shows."""
+"""What each picture in docs/ shows."""
 import dataclasses
 from collections.abc import Callable
 
-from ..testbed import BATTERY
+from laptop.testbed import BATTERY
 
 FULL, DESIGN = int(BATTERY['energy_full_design']) * 95 // 100, int(BATTERY['energy_full_design'])
 
@@ -21,32 +21,35 @@ class Scene:
     battery: dict
     plugged: bool
     play: Callable
-    tray: str = 'systray'  # 'systray' shows the number in the icon, 'indicator' beside it
 
 
-def point_at_chart(session):
-    session.open_popover()
-    session.point_at_chart()
+def point_at_chart(stage):
+    stage.open_popover()
+    stage.point_at_chart()
 
 
-def show_week(session):
-    session.open_popover()
-    session.choose_week()
+def show_week(stage):
+    stage.open_popover()
+    stage.choose_week()
 
 
-def snooze(session):
-    session.laptop.item.choose('Snooze 1 hour')
-    session.laptop.item.wait_for_menu_line('Cancel Snooze')
-    session.open_popover()
+def snooze(stage):
+    stage.laptop.item.choose('Snooze 1 hour')
+    stage.laptop.item.wait_for_menu_line('Cancel Snooze')
+    stage.open_popover()
 
 
-def open_popover(session):
-    session.open_popover()
+def open_popover(stage):
+    stage.open_popover()
 
 
-def reach_the_limit(session):
-    session.laptop.charge_to(80)
-    session.wait_for_reminder()
+def reach_the_limit(stage):
+    stage.laptop.charge_to(80)
+    stage.wait_for_reminder()
+
+
+def open_settings(stage):
+    stage.open_settings()
 
 
 SCENES = [
@@ -55,5 +58,6 @@ SCENES = [
     Scene('popover-snoozed', False, (18, 2), battery(100, 'Full', 0), True, snooze),
     Scene('popover-worn', True, (13, 40), battery(14, 'Discharging', 17.3, DESIGN * 71 // 100, 934, 38.9), False,
           open_popover),
-    Scene('reminder', False, (10, 24), battery(79, 'Charging', 22.6), True, reach_the_limit, 'indicator'),
+    Scene('reminder', False, (10, 24), battery(79, 'Charging', 22.6), True, reach_the_limit),
+    Scene('settings', False, (13, 40), battery(78, 'Discharging', 11.8), False, open_settings),
 ]
