@@ -1,11 +1,6 @@
 """Boxes on the screen: left, top, right, bottom."""
 
 
-def inside(inner, outer, margin=2):
-    return (outer[0] - margin <= inner[0] and outer[1] - margin <= inner[1]
-            and inner[2] <= outer[2] + margin and inner[3] <= outer[3] + margin)
-
-
 def beside(window, item, gap=60):
     """Whether the window is above or below the item, near it, and overlaps it horizontally."""
     overlaps = window[0] < item[2] and item[0] < window[2]
