@@ -25,7 +25,9 @@ struct ShowPopover {
 struct UpdatePopover {
     PopoverContent content;
 };
-struct ClosePopover {};
+struct ClosePopover {
+    std::string token;  // used up by the closing, or GNOME shows a busy pointer until it expires
+};
 struct ShowSettings {
     std::string title;
     int width = 0;

@@ -63,9 +63,7 @@ void WindowsServer::handle(const ToWindows& message)
     std::visit(Overloaded{[this](const Appearance& request) { themes.setAppearance(request); },
                           [this](const ShowPopover& request) { show(request); },
                           [this](const UpdatePopover& request) { update(request); },
-                          [this](const ClosePopover&) {
-                              if (popover) popover->dismiss();
-                          },
+                          [this](const ClosePopover& request) { close(request); },
                           [this](const ShowSettings& request) { show(request); },
                           [this](const UpdateSettings& request) {
                               if (form) form->setContent(request.content);
@@ -104,6 +102,17 @@ void WindowsServer::update(const UpdatePopover& message)
     if (!popover) return;
     panel->setContent(message.content);
     popover->fit();
+}
+
+void WindowsServer::close(const ClosePopover& message)
+{
+    if (!popover) return;
+    if (popover->isVisible() && !message.token.empty()) {
+        useToken(message.token);
+        popover->activateWindow();
+        endLaunchFeedback(*popover, message.token);
+    }
+    popover->dismiss();
 }
 
 void WindowsServer::show(const ShowSettings& message)

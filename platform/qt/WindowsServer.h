@@ -36,6 +36,7 @@ private:
     void followTheme() const;
     void show(const ShowPopover& message);
     void update(const UpdatePopover& message);
+    void close(const ClosePopover& message);
     void show(const ShowSettings& message);
     void ask(const Ask& message);
     void popUp(const PopUpMenu& message);

@@ -165,6 +165,19 @@ def test_a_second_start_hands_its_activation_token_to_the_compositor(wayland, vo
     vorlane.kill()  # a clean quit would fail on the debug log in stderr
 
 
+def test_closing_by_the_item_hands_its_activation_token_to_the_compositor(wayland, vorlane, accessibility, item):
+    vorlane.start(environment={'WAYLAND_DEBUG': 'client'})
+    item.activate()
+    wait_for_popover(accessibility)
+
+    item.provide_token('closing')
+    item.activate()
+    accessibility.wait_until_gone(POPOVER)
+
+    assert '.activate("closing", wl_surface@' in vorlane.process.stderr
+    vorlane.kill()  # a clean quit would fail on the debug log in stderr
+
+
 @pytest.mark.parametrize('answers', [0, 1])
 def test_an_unresponsive_sway_is_asked_once_per_opening(
         laptop, wayland, accessibility, vorlane, item, answers):

@@ -56,7 +56,8 @@ public:
     {
         if (!windows_.popover.shown) return;
         windows_.popover.shown = false;
-        windows_.request([this] { windows_.process.send(ClosePopover{}); });
+        windows_.takeToken();
+        windows_.request([this] { windows_.process.send(ClosePopover{.token = windows_.token}); });
     }
 
 private:

@@ -106,6 +106,10 @@ class StatusItem:
         self._bus.call(OWNER, self.get('Menu'), MENU, 'Event', 'isvu', number, 'clicked',
                        dbus.String('', variant_level=1), 0)
 
+    def provide_token(self, token):
+        """Hands over an activation token, as a host does before a click."""
+        self._bus.call(OWNER, PATH, ITEM, 'ProvideXdgActivationToken', 's', token)
+
     def activate(self):
         """Reports a click with the main mouse button."""
         self._bus.call(OWNER, PATH, ITEM, 'Activate', 'ii', 0, 0)
