@@ -36,9 +36,9 @@ void ThemeSource::choosePalette()
     choosing = true;
     QApplication::setPalette(QPalette());  // back to the desktop's
     if (QApplication::style()->name() != desktopStyle) QApplication::setStyle(desktopStyle);
-    const auto desktop = QApplication::palette();
-    if (const auto palette =
-            ownPalette(appearance, {.palette = desktop, .builtIn = isBuiltIn(desktop)})) {
+    const auto current = QApplication::palette();
+    const DesktopPalette desktop{.palette = current, .builtIn = isBuiltIn(current)};
+    if (const auto palette = ownPalette(appearance, desktop)) {
         // Fusion is the only style that takes every colour from the palette.
         if (QApplication::style()->name() != "fusion") QApplication::setStyle("fusion");
         QApplication::setPalette(*palette);
