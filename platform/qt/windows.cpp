@@ -50,8 +50,11 @@ bool hasDisplay()
 void configureQt()
 {
     usualHandler = qInstallMessageHandler(exitInsteadOfAborting);
-    // On GNOME, Qt prints a warning each time a window with the text focus closes.
-    QLoggingCategory::setFilterRules("qt.qpa.wayland.textinput.warning=false");
+    // Qt prints a warning on GNOME each time a window with the text focus closes, and on any
+    // desktop when a screen reader asks for a control that is gone.
+    QLoggingCategory::setFilterRules(
+        "qt.qpa.wayland.textinput.warning=false\n"
+        "qt.accessibility.atspi.warning=false");
     setDefault("QT_QPA_PLATFORM", isOnWayland() ? "wayland;xcb" : "xcb");
     // We draw nothing with OpenGL; its drivers would take more memory than everything else.
     setDefault("QT_XCB_GL_INTEGRATION", "none");
