@@ -152,3 +152,10 @@ def test_opening_it_twenty_times_leaves_one_unchanged_window(desktop):
 def count(control):
     """The control and all its descendants, hidden or not."""
     return 1 + sum(count(child) for child in control.children)
+
+
+def test_a_screen_reader_that_asks_for_an_unknown_control_leaves_no_message(laptop):
+    popover = Desktop(laptop).start().open_popover()
+
+    assert not popover.at('/org/a11y/atspi/accessible/2147483646').role
+    # At the end of the test, the laptop expects that the program has printed nothing.

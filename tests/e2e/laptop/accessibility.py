@@ -95,6 +95,10 @@ class Control:
     def __eq__(self, other):
         return (self._owner, self._path) == (other._owner, other._path)
 
+    def at(self, path):
+        """The control of the same program that has this path, or had it."""
+        return Control(self._connection, self._owner, path)
+
     @property
     def name(self):
         return str(self._get(ACCESSIBLE, 'Name') or '')
