@@ -23,7 +23,7 @@ public:
     // Does not flush the connection, which must outlive this object.
     explicit TraySelection(const XConnection& connection);
 
-    // Absent while there is no tray or its replies are pending.
+    // Absent while there is no tray, or while the X server's replies about it are pending.
     const std::optional<Tray>& tray() const { return tray_; }
 
     // Tracks trays that appear and disappear.

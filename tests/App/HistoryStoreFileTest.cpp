@@ -289,7 +289,7 @@ TEST_F(HistoryStoreFileTest, DoesNotOverwriteAFileThatItCouldNotRename)
     EXPECT_EQ(saved().size(), 1U);
 }
 
-TEST_F(HistoryStoreFileTest, LeavesAMalformedFileWhileItCannotEncode)
+TEST_F(HistoryStoreFileTest, KeepsAMalformedFileInPlaceWhileTheHistoryCannotBeEncoded)
 {
     auto store = openOn(malformed);
     store.samples = {at(Date{std::numeric_limits<double>::infinity()}, 50)};

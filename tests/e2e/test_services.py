@@ -55,7 +55,7 @@ def test_reminders_continue_after_a_notification_daemon_restarts(laptop, vorlane
 
     second = notifications.wait_for(2)
     assert second.title == LIMIT
-    # The first id became invalid with its daemon and may belong to another program by now.
+    # The first id ended with the daemon that gave it, and may belong to another program by now.
     assert (second.replaces, first.id in notifications.closed) == (0, False)
 
 

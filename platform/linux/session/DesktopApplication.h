@@ -13,8 +13,8 @@
 
 namespace vorlane::platform {
 
-// Offers org.freedesktop.Application. The main loop ends when the user or the session asks for it
-// by SIGTERM, SIGINT or SIGHUP, by SIGUSR1 for a restart, and when the session bus is lost.
+// Offers org.freedesktop.Application. The main loop ends on SIGTERM, SIGINT and SIGHUP (from the
+// user or the session), on SIGUSR1 (to restart in place), and when the session bus is lost.
 class DesktopApplication : public Application {
 public:
     // `session` is attached to the loop's event and outlives this object.

@@ -10,7 +10,6 @@ namespace vorlane::platform {
 namespace {
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 class HungProcessTest : public RemoteWindowsFixture {
 protected:
