@@ -212,7 +212,7 @@ void RemoteWindows::forgetWindows()
     popover.shown = false;
     settings.shown = false;
     for (const auto& [id, question] : std::exchange(questions, {})) {
-        loop_.async([question = question] { question.answered(question.cancel); });
+        loop_.async([pending = question] { pending.answered(pending.cancel); });
     }
     (void)malloc_trim(0);  // the windows' contents were its largest allocations
 }
