@@ -39,7 +39,7 @@ protected:
 
     static void activate(QWidget& window)
     {
-        QApplication::setActiveWindow(&window);
+        window.activateWindow();
         QCoreApplication::processEvents();
     }
 

@@ -20,7 +20,8 @@ protected:
         form.setContent(sampleSettings());
         form.resize(480, 640);
         form.show();
-        QApplication::setActiveWindow(&form);
+        form.activateWindow();
+        QApplication::processEvents();
     }
 
     void show(const SettingsContent& content)
