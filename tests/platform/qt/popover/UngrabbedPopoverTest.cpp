@@ -3,6 +3,7 @@
 
 #include <QApplication>
 #include <QTest>
+#include <QWindow>
 
 #include "platform/qt/look/ThemeSource.h"
 #include "platform/qt/popover/PopoverPanel.h"
@@ -60,8 +61,11 @@ TEST_F(UngrabbedPopoverTest, ClosesAMomentAfterAnotherWindowBecameActive)
 
 TEST_F(UngrabbedPopoverTest, ClosesAMomentAfterAnotherProgramTookTheFocus)
 {
-    QApplication::setActiveWindow(nullptr);
+    QWindow stranger;  // no widget, so that none of the application's widgets is active
+    stranger.show();
+    stranger.requestActivate();
     QCoreApplication::processEvents();
+    EXPECT_EQ(QApplication::activeWindow(), nullptr);
     EXPECT_TRUE(popover.isVisible());
 
     EXPECT_TRUE(closes());
