@@ -4,6 +4,7 @@ import re
 import pytest
 
 from laptop.desktop import POPOVER, SHADOW, Desktop, without_shadow
+from laptop.pictures import still_picture
 from laptop.waiting import wait_until
 from laptop.x_compositor import XCompositor
 from laptop.x_screen import SIZE
@@ -34,13 +35,15 @@ class Desk(Desktop):
         """Returns the box of the popover's window."""
         return self.screen.click_until(self.popover_box, 'the popover', *self._place)
 
-    def corner(self, box):
-        """The colour of a corner pixel of the popover's panel, on the side away from the bar."""
-        return self.screen.picture().pixel(box[0], box[1] if box[1] > HEIGHT // 4 else box[3] - 1)
 
-    def wait_for_ground(self, box):
-        wait_until(lambda: min(self.screen.picture().pixel(box[0] + 30, box[3] - 10)) > 240, 'the popover',
-                   look_every=0.05)
+def corner(picture, box):
+    """The colour of a corner pixel of the popover's panel, on the side away from the bar."""
+    return picture.pixel(box[0], box[1] if box[1] > HEIGHT // 4 else box[3] - 1)
+
+
+def ground(picture, box):
+    """The colour of the popover's panel."""
+    return picture.pixel(box[0] + 30, box[3] - 10)
 
 
 @pytest.fixture(params=EDGES)
@@ -50,19 +53,21 @@ def desk(request, laptop):
 
 def test_a_compositor_gives_it_round_corners_and_a_shadow_at_the_same_place(laptop, desk):
     square = desk.open_by_click()
-    desk.wait_for_ground(square)
-    assert max(desk.corner(square)) < 220, 'its line'
+    picture = still_picture(desk.screen)
+    assert min(ground(picture, square)) > 240
+    assert max(corner(picture, square)) < 220, 'its line'
     desk.close_popover()
 
     compositor = XCompositor(laptop.machine).start()
     round_one = without_shadow(desk.open_by_click())
-    desk.wait_for_ground(round_one)
     assert round_one == square
-    picture, middle = desk.screen.picture(), (square[1] + square[3]) // 2
+    picture, middle = still_picture(desk.screen), (square[1] + square[3]) // 2
+    assert min(ground(picture, square)) > 240
     assert picture.pixel(square[0] - SHADOW, middle) == WALL
     brightness = [sum(picture.pixel(square[0] - distance, middle)) for distance in (20, 12, 6, 1)]
     assert brightness == sorted(brightness, reverse=True) and brightness[-1] < sum(WALL) - 30
-    assert desk.corner(square)[2] > desk.corner(square)[0] + 20, 'the wall, in its shadow'
+    red, _, blue = corner(picture, square)
+    assert blue > red + 20, 'the wall, in its shadow'
     desk.close_popover()
 
     compositor.stop()
@@ -111,6 +116,7 @@ def test_under_sway_a_press_on_the_shadow_closes_it(wayland, waybar, vorlane, it
     wayland.move_pointer(WIDTH // 2, PANEL_HEIGHT // 2)
     item.activate()
     wait_until(lambda: wayland.focused() == POPOVER, 'the focus on the popover', look_every=0.05)
+    wait_until(lambda: wayland.window_titled(f'^{POPOVER}$')[1] < PANEL_HEIGHT, 'its place', look_every=0.05)
     left, top, _, bottom = wayland.window_titled(f'^{POPOVER}$')
 
     wayland.click(left + SHADOW // 2, (top + bottom) // 2)

@@ -5,6 +5,7 @@ import socket
 import pytest
 
 from laptop.desktop import without_shadow
+from laptop.pictures import still_picture
 from laptop.waiting import wait_until
 from laptop.x_screen import SIZE
 
@@ -41,12 +42,7 @@ class Desk:
 
     def popover_after_a_while(self):
         """The popover's box if it is open once the screen is still."""
-        pictures = [self.screen.picture()]
-
-        def still():
-            pictures.append(self.screen.picture())
-            return pictures[-2].difference(pictures[-1]) is None
-        wait_until(still, 'the screen to be still', look_every=0.4)
+        still_picture(self.screen)
         return self.popover()
 
     def wait_until_closed(self):

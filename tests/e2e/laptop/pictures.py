@@ -1,7 +1,10 @@
 """Screenshots taken once the screen has changed and is still."""
 import os
+import time
 
 from .waiting import wait_until
+
+STILL = 0.4  # seconds without a change
 
 
 class Album:
@@ -19,14 +22,17 @@ class Album:
 
 
 def still_picture(screen):
-    """The screen once two consecutive screenshots are equal."""
-    last = [screen.picture()]
+    """The screen once it has not changed for a while."""
+    last, since = screen.picture(), time.monotonic()
 
     def still():
-        last.append(screen.picture())
-        return last[-2].difference(last[-1]) is None
-    wait_until(still, 'the screen to be still', look_every=0.4)
-    return last[-1]
+        nonlocal last, since
+        now = screen.picture()
+        if now.difference(last):
+            last, since = now, time.monotonic()
+        return time.monotonic() - since >= STILL
+    wait_until(still, 'the screen to be still', look_every=STILL / 2)
+    return last
 
 
 def picture_with_panel(screen, start):
