@@ -21,7 +21,7 @@ class Album:
         return picture
 
 
-def still_picture(screen):
+def still_picture(screen, seconds=STILL):
     """The screen once it has not changed for a while."""
     last, since = screen.picture(), time.monotonic()
 
@@ -30,8 +30,8 @@ def still_picture(screen):
         now = screen.picture()
         if now.difference(last):
             last, since = now, time.monotonic()
-        return time.monotonic() - since >= STILL
-    wait_until(still, 'the screen to be still', look_every=STILL / 2)
+        return time.monotonic() - since >= seconds
+    wait_until(still, 'the screen to be still', look_every=seconds / 2)
     return last
 
 

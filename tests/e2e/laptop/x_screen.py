@@ -55,7 +55,7 @@ class XScreen:
             if not condition():
                 self.click(x, y)
             try:
-                return wait_until(condition, description, patience=2, look_every=0.05)
+                return wait_until(condition, description, patience=3, look_every=0.05)
             except NeverHappened:
                 return None
         return wait_until(came, description, look_every=0.05)

@@ -3,11 +3,13 @@ import os
 import subprocess
 
 from ..notification_daemons import XfceNotifyd
+from ..pictures import still_picture
 from ..waiting import wait_until
 from ..x_screen import SIZE
 from ..xfce_panel import XfcePanel
 
 WALLPAPER = 'gradient:#2f5d73-#16303f'
+STILL_BETWEEN_TICKS = 0.2  # seconds; the panel's clock shows seconds
 
 
 class Desktop:
@@ -24,14 +26,8 @@ class Desktop:
 
     def photograph(self, name):
         """Saves a picture of the screen once it is still; returns its path."""
-        last = [self.screen.picture()]
-
-        def still():
-            last.append(self.screen.picture())
-            return last[-2].difference(last[-1]) is None
-        wait_until(still, 'the screen to be still', look_every=0.1)
         path = os.path.join(self._pictures, name + '.png')
-        last[-1].save(path)
+        still_picture(self.screen, STILL_BETWEEN_TICKS).save(path)
         return path
 
     def open_popover(self):
